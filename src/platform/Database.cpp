@@ -1,0 +1,292 @@
+#include "platform/Database.h"
+
+#include <sqlite3.h>
+
+#include <array>
+#include <charconv>
+
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "platform/StatementText.h"
+#include "platform/Text.h"
+
+namespace tarvolinex {
+
+namespace {
+
+// How long a statement waits for another program that is writing.
+constexpr int kBusyMilliseconds = 2000;
+
+std::string_view ViewOf(const void* bytes, int length) {
+  return {static_cast<const char*>(bytes), static_cast<std::size_t>(length)};
+}
+
+int CompareCaseBlind(void*, int na, const void* a, int nb, const void* b) {
+  return CompareNoCase(ViewOf(a, na), ViewOf(b, nb));
+}
+
+// "%" stands for any text and "_" for any character, both texts folded.
+bool LikeMatches(std::string_view text, std::string_view pattern) {
+  while (!pattern.empty()) {
+    if (pattern.front() == '%') {
+      for (std::size_t skip = 0; skip <= text.size(); ++skip) {
+        if (LikeMatches(text.substr(skip), pattern.substr(1))) return true;
+      }
+      return false;
+    }
+    if (text.empty() || (pattern.front() != '_' && pattern.front() != text.front())) return false;
+    text.remove_prefix(pattern.front() == '_' ? FirstCharacters(text, 1).size() : 1);
+    pattern.remove_prefix(1);
+  }
+  return text.empty();
+}
+
+void Like(sqlite3_context* context, int, sqlite3_value** arguments) {
+  std::array<std::string, 2> texts;
+  for (std::size_t i = 0; i < 2; ++i) {
+    const auto* bytes = sqlite3_value_text(arguments[i]);
+    if (!bytes) return sqlite3_result_null(context);
+    texts[i] = FoldCase(ViewOf(bytes, sqlite3_value_bytes(arguments[i])));
+  }
+  sqlite3_result_int(context, LikeMatches(texts[1], texts[0]));
+}
+
+// Type and defined size of a declared column type such as "TEXT(50)" or "CURRENCY".
+std::pair<ColumnType, int> DeclaredType(std::string_view declared) {
+  const std::string type = UpperCase(declared);
+  const auto has = [&](std::string_view word) { return type.find(word) != std::string::npos; };
+  if (has("YESNO") || has("BIT") || has("BOOL")) return {ColumnType::YesNo, 2};
+  if (has("CURRENCY") || has("MONEY")) return {ColumnType::Currency, 8};
+  if (has("SINGLE")) return {ColumnType::Single, 4};
+  if (has("REAL") || has("DOUB") || has("FLOA")) return {ColumnType::Double, 8};
+  if (has("DATE") || has("TIME")) return {ColumnType::Date, 8};
+  if (has("SHORT") || has("SMALLINT")) return {ColumnType::WholeNumber, 2};
+  if (has("INT") || has("LONG") || has("COUNTER")) return {ColumnType::WholeNumber, 4};
+  int size = 255;
+  if (const auto open = type.find('('); open != std::string::npos) {
+    std::from_chars(type.data() + open + 1, type.data() + type.size(), size);
+  }
+  return {ColumnType::Text, size};
+}
+
+Value ColumnValue(sqlite3_stmt* row, int column, ColumnType type) {
+  const int stored = sqlite3_column_type(row, column);
+  if (stored == SQLITE_NULL) return Null{};
+  const auto text = [&] {
+    const auto* bytes = sqlite3_column_text(row, column);
+    return std::string(ViewOf(bytes, sqlite3_column_bytes(row, column)));
+  };
+  switch (type) {
+    case ColumnType::WholeNumber:
+      return static_cast<std::int64_t>(sqlite3_column_int64(row, column));
+    case ColumnType::Currency: {
+      // Through the text, so that a decimal of 15 digits arrives as it was written.
+      const auto exact = Currency::FromText(text());
+      return exact ? *exact : Currency::FromDouble(sqlite3_column_double(row, column)).value_or(Currency());
+    }
+    case ColumnType::Single:
+      return static_cast<float>(sqlite3_column_double(row, column));
+    case ColumnType::Double:
+      return sqlite3_column_double(row, column);
+    case ColumnType::YesNo:
+      if (stored != SQLITE_TEXT) return sqlite3_column_int64(row, column) != 0;
+      return EqualNoCase(text(), "YES") || EqualNoCase(text(), "TRUE") || LeadingNumber(text()) != 0;
+    case ColumnType::Text:
+    case ColumnType::Date:
+      break;
+  }
+  return text();
+}
+
+}  // namespace
+
+std::string ValueText(const Value& value) {
+  struct Writer {
+    std::string operator()(Null) const { return {}; }
+    std::string operator()(std::int64_t number) const { return std::to_string(number); }
+    std::string operator()(Currency amount) const {
+      std::string text = amount.ToText();
+      text.erase(text.find_last_not_of('0') + 1);
+      if (text.back() == '.') text.pop_back();
+      return text;
+    }
+    std::string operator()(float number) const { return FormatSingle(number); }
+    std::string operator()(double number) const {
+      std::array<char, 400> text;
+      return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed).ptr};
+    }
+    std::string operator()(bool truth) const { return truth ? "True" : "False"; }
+    std::string operator()(const std::string& text) const { return text; }
+  };
+  return std::visit(Writer{}, value);
+}
+
+double ValueNumber(const Value& value) {
+  struct Reader {
+    double operator()(Null) const { return 0; }
+    double operator()(std::int64_t number) const { return static_cast<double>(number); }
+    double operator()(Currency amount) const { return amount.ToDouble(); }
+    double operator()(float number) const { return static_cast<double>(number); }
+    double operator()(double number) const { return number; }
+    double operator()(bool truth) const { return truth ? -1 : 0; }
+    double operator()(const std::string& text) const { return LeadingNumber(text); }
+  };
+  return std::visit(Reader{}, value);
+}
+
+bool ValueTruth(const Value& value) { return ValueNumber(value) != 0; }
+
+void Connection::Open(std::string_view connectionString) {
+  Close();
+  std::string path;
+  for (const std::string_view part : Split(connectionString, ';')) {
+    if (part.size() > 4 && EqualNoCase(part.substr(0, 4), "dbq=")) path = part.substr(4);
+  }
+  if (!FileExists(path)) {
+    throw RuntimeError(kFileNotFound, "The database file does not exist or is no file: " + path);
+  }
+  const int result = sqlite3_open_v2(NativePath(path).c_str(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+  // Opening reads nothing; asking for the schema does.
+  const int read = result != SQLITE_OK ? result
+                                       : sqlite3_exec(database_, "SELECT COUNT(*) FROM sqlite_schema", nullptr, nullptr,
+                                                      nullptr);
+  if (read != SQLITE_OK) {
+    const std::string why = database_ ? sqlite3_errmsg(database_) : sqlite3_errstr(read);
+    Close();
+    throw RuntimeError(kDatabase, "The database " + path + " cannot be opened: " + why);
+  }
+  sqlite3_busy_timeout(database_, kBusyMilliseconds);
+  sqlite3_exec(database_, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
+  sqlite3_create_collation(database_, kCaseBlindOrder, SQLITE_UTF8, nullptr, CompareCaseBlind);
+  sqlite3_create_function(database_, "like", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, Like, nullptr, nullptr);
+}
+
+void Connection::Close() {
+  sqlite3_close_v2(database_);
+  database_ = nullptr;
+  depth_ = 0;
+}
+
+sqlite3_stmt* Connection::Prepare(std::string_view statement) {
+  errors_.clear();
+  if (!database_) throw RuntimeError(kDatabase, "No database is open");
+  const std::string text = TranslateStatement(statement);
+  sqlite3_stmt* prepared = nullptr;
+  const char* rest = nullptr;
+  if (sqlite3_prepare_v2(database_, text.c_str(), static_cast<int>(text.size()), &prepared, &rest) != SQLITE_OK) {
+    errors_.emplace_back(sqlite3_errmsg(database_));
+  } else if (!prepared || std::string_view(rest).find_first_not_of(" ;\r\n\t") != std::string_view::npos) {
+    sqlite3_finalize(prepared);
+    errors_.emplace_back("not one statement");
+  }
+  if (errors_.empty()) return prepared;
+  throw RuntimeError(kDatabase, errors_.front() + ": " + std::string(statement));
+}
+
+void Connection::Execute(std::string_view statement) {
+  sqlite3_stmt* prepared = Prepare(statement);
+  int result = SQLITE_ROW;
+  while (result == SQLITE_ROW) result = sqlite3_step(prepared);
+  if (result != SQLITE_DONE) errors_.emplace_back(sqlite3_errmsg(database_));
+  sqlite3_finalize(prepared);
+  if (!errors_.empty()) throw RuntimeError(kDatabase, errors_.front() + ": " + std::string(statement));
+}
+
+void Connection::Begin() {
+  if (depth_++ == 0) Execute("BEGIN IMMEDIATE");
+}
+
+void Connection::Commit() {
+  if (depth_ > 0 && --depth_ == 0) Execute("COMMIT");
+}
+
+void Connection::Rollback() {
+  if (depth_ > 0) Execute("ROLLBACK");
+  depth_ = 0;
+}
+
+void Recordset::Open(std::string_view statement, Connection& connection) {
+  Close();
+  connection_ = &connection;
+  statement_ = statement;
+  rows_ = connection.Prepare(statement);
+  columns_.clear();
+  for (int i = 0; i < sqlite3_column_count(rows_); ++i) {
+    const char* declared = sqlite3_column_decltype(rows_, i);
+    const auto [type, size] = DeclaredType(declared ? declared : "INT");
+    columns_.push_back({sqlite3_column_name(rows_, i), type, size});
+  }
+  Step(rows_);
+}
+
+void Recordset::Close() {
+  sqlite3_finalize(rows_);
+  sqlite3_finalize(found_);
+  rows_ = found_ = current_ = nullptr;
+}
+
+void Recordset::Step(sqlite3_stmt* statement) {
+  const int result = sqlite3_step(statement);
+  current_ = result == SQLITE_ROW ? statement : nullptr;
+  if (result == SQLITE_ROW) return;
+  sqlite3_reset(statement);  // frees the read lock
+  if (result != SQLITE_DONE) {
+    throw RuntimeError(kDatabase, std::string(sqlite3_errmsg(connection_->database_)) + ": " + statement_);
+  }
+}
+
+void Recordset::MoveFirst() {
+  if (!rows_) throw RuntimeError(kDatabase, "The record set is not open");
+  if (found_) sqlite3_reset(found_);
+  sqlite3_reset(rows_);
+  Step(rows_);
+}
+
+void Recordset::MoveNext() {
+  if (EndOfFile()) throw RuntimeError(kNoCurrentRecord, "There is no next record: " + statement_);
+  Step(current_);
+}
+
+void Recordset::Find(std::string_view criterion) {
+  const auto equals = criterion.find('=');
+  std::int64_t id = 0;
+  const std::string_view number = equals == std::string_view::npos ? std::string_view() : criterion.substr(equals + 1);
+  const auto end = std::from_chars(number.data(), number.data() + number.size(), id);
+  if (!rows_ || end.ec != std::errc() || end.ptr != number.data() + number.size() || number.empty()) {
+    throw RuntimeError(kDatabase, "Not a criterion of the form ID=number: " + std::string(criterion));
+  }
+  sqlite3_reset(rows_);
+  if (!found_) {
+    const std::string column(Trim(criterion.substr(0, equals)));
+    found_ = connection_->Prepare("SELECT * FROM (" + statement_ + ") WHERE " + column + "=?");
+  }
+  sqlite3_reset(found_);
+  sqlite3_bind_int64(found_, 1, id);
+  Step(found_);
+}
+
+int Recordset::ColumnIndex(std::string_view name) const {
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    if (EqualNoCase(columns_[i].name, name)) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+const Recordset::Column& Recordset::ColumnOf(std::string_view name) const {
+  const int index = ColumnIndex(name);
+  if (index < 0) throw RuntimeError(kItemNotFound, "No column " + std::string(name) + ": " + statement_);
+  return columns_[static_cast<std::size_t>(index)];
+}
+
+ColumnType Recordset::TypeOf(std::string_view column) const { return ColumnOf(column).type; }
+
+int Recordset::DefinedSize(std::string_view column) const { return ColumnOf(column).size; }
+
+Value Recordset::Field(std::string_view column) const { return Field(static_cast<int>(&ColumnOf(column) - columns_.data())); }
+
+Value Recordset::Field(int column) const {
+  if (EndOfFile()) throw RuntimeError(kNoCurrentRecord, "No current record: " + statement_);
+  return ColumnValue(current_, column, columns_.at(static_cast<std::size_t>(column)).type);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,78 @@
+// Files as the program names them: "\" or "/" separates, look-up is case-blind, a drive such as "C:\" is the user's
+// home folder. Every failure throws RuntimeError with one of the file error numbers and the path in its description.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvolinex {
+
+// The machine's own path of a path of the program: an existing file or folder whose name differs only in case is
+// found, a name that does not exist yet stays as written.
+std::string NativePath(std::string_view path);
+
+bool FileExists(std::string_view path);    // a file, not a folder
+bool FolderExists(std::string_view path);
+std::int64_t FileLength(std::string_view path);  // bytes
+bool IsWritableFolder(std::string_view path);
+
+// The part after the last separator, and the part before it (without the separator).
+std::string FileNameOf(std::string_view path);
+std::string FolderOf(std::string_view path);
+
+// Names (without folders) of the files in the pattern's folder that match it ("*.html", "logo.*"; "*.*" matches every
+// name), case-blind, in case-blind order. A folder that does not exist holds nothing.
+std::vector<std::string> ListFiles(std::string_view pattern);
+// The most recently written of them; empty when none matches. Ties go to the first in order.
+std::string NewestFile(std::string_view pattern);
+
+void DeleteFile(std::string_view path);   // 53 when it does not exist, 75 when it cannot be deleted
+// Copies the bytes as they are, whole or not at all.
+void CopyFile(std::string_view from, std::string_view to);
+void MakeFolder(std::string_view path);   // with its parents
+
+std::string ReadFile(std::string_view path);
+// Written beside the target, flushed to the disk and renamed over it: the target is the old file or the new one.
+void WriteFile(std::string_view path, std::string_view bytes);
+
+// A file that is written in pieces beside its target and takes the target's place in Commit; without Commit nothing
+// of it remains. Cannot be used for an existing folder.
+class WholeFile {
+ public:
+  explicit WholeFile(std::string_view path);
+  ~WholeFile();
+  WholeFile(const WholeFile&) = delete;
+  WholeFile& operator=(const WholeFile&) = delete;
+  void Write(std::string_view bytes);
+  void Commit();
+
+ private:
+  void Fail(const char* doing) const;
+  std::string target_, beside_;
+  int handle_ = -1;
+};
+
+// Keeps a folder for this program alone while it lives.
+class FolderLock {
+ public:
+  // Throws 55 when another running program holds the folder, 75 when no lock file can be made in it.
+  explicit FolderLock(std::string_view folder);
+  ~FolderLock();
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
+
+ private:
+  int handle_ = -1;
+};
+
+// The folder of the running program, and the folder of this user's data of the named program.
+std::string ProgramFolder();
+std::string UserDataFolder(std::string_view program);
+std::string HomeFolder();
+std::string CurrentFolder();
+
+}  // namespace tarvolinex

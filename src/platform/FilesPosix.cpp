@@ -1,0 +1,136 @@
+// The parts of the file service that need the operating system itself: flushing, locking, well-known folders.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+
+namespace tarvolinex {
+
+namespace {
+
+int NumberOf(int error) {
+  switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+      return kPathNotFound;  // the folder: the file itself is made
+    case ENOSPC:
+    case EDQUOT:
+      return kDiskFull;
+    case ENAMETOOLONG:
+    case EINVAL:
+      return kBadFileName;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case EISDIR:
+    case ENOTEMPTY:
+      return kPathAccess;
+    default:
+      return kDeviceError;
+  }
+}
+
+[[noreturn]] void ThrowError(int error, const char* doing, std::string_view path) {
+  throw RuntimeError(NumberOf(error),
+                     std::string(doing) + " " + std::string(path) + ": " + std::generic_category().message(error));
+}
+
+void FlushFolder(const std::string& folder) {
+  const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0) return;
+  ::fsync(handle);
+  ::close(handle);
+}
+
+}  // namespace
+
+WholeFile::WholeFile(std::string_view path) : target_(NativePath(path)) {
+  if (target_.empty() || FileNameOf(target_).empty()) ThrowError(EINVAL, "Writing", path);
+  // A new file gets the rights that the user's mask gives, an old one keeps its own.
+  struct stat old = {};
+  const bool replaces = ::stat(target_.c_str(), &old) == 0;
+  if (replaces && S_ISDIR(old.st_mode)) ThrowError(EISDIR, "Writing", path);
+  if (replaces && ::access(target_.c_str(), W_OK) != 0) ThrowError(EACCES, "Writing", path);
+  const std::string stem = FolderOf(target_).empty() ? "." : FolderOf(target_);
+  for (int attempt = 0; handle_ < 0; ++attempt) {
+    beside_ = stem + "/.tarvolinex-" + std::to_string(::getpid()) + "-" + std::to_string(attempt) + ".tmp";
+    handle_ = ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (handle_ < 0 && (errno != EEXIST || attempt > 1000)) {
+      beside_.clear();
+      ThrowError(errno, "Writing", path);
+    }
+  }
+  if (replaces) ::fchmod(handle_, old.st_mode & 07777);
+}
+
+WholeFile::~WholeFile() {
+  if (handle_ >= 0) ::close(handle_);
+  if (!beside_.empty()) ::unlink(beside_.c_str());
+}
+
+void WholeFile::Fail(const char* doing) const { ThrowError(errno, doing, target_); }
+
+void WholeFile::Write(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(handle_, bytes.data(), bytes.size());
+    if (written < 0) {
+      if (errno == EINTR) continue;
+      Fail("Writing");
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+void WholeFile::Commit() {
+  if (::fsync(handle_) != 0) Fail("Writing");
+  const int handle = handle_;
+  handle_ = -1;
+  if (::close(handle) != 0) Fail("Writing");
+  if (::rename(beside_.c_str(), target_.c_str()) != 0) Fail("Writing");
+  beside_.clear();
+  FlushFolder(FolderOf(target_));
+}
+
+FolderLock::FolderLock(std::string_view folder) {
+  const std::string path = NativePath(folder) + "/tarvolinex.lock";
+  handle_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  if (handle_ < 0) throw RuntimeError(kPathAccess, "Writing " + path + ": " + std::generic_category().message(errno));
+  if (::flock(handle_, LOCK_EX | LOCK_NB) != 0) {
+    ::close(handle_);
+    throw RuntimeError(kFileAlreadyOpen, "Another running Tarvolinex uses the folder " + std::string(folder));
+  }
+}
+
+FolderLock::~FolderLock() { ::close(handle_); }
+
+bool IsWritableFolder(std::string_view path) {
+  return FolderExists(path) && ::access(NativePath(path).c_str(), W_OK | X_OK) == 0;
+}
+
+std::string ProgramFolder() {
+  std::error_code error;
+  const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+  return error ? CurrentFolder() : program.parent_path().string();
+}
+
+std::string HomeFolder() {
+  const char* home = std::getenv("HOME");
+  return home && *home ? home : "/";
+}
+
+std::string UserDataFolder(std::string_view program) {
+  const char* data = std::getenv("XDG_DATA_HOME");
+  const std::string base = data && *data == '/' ? data : HomeFolder() + "/.local/share";
+  return base + "/" + std::string(program);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,22 @@
+// Windows profile files ("INI"): [section] lines and key=value lines, in the desktop's 8-bit code page.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tarvolinex {
+
+// Bytes of the buffer that a value is read into, its terminator included.
+inline constexpr int kProfileBuffer = 255;
+
+// The value of the first such key in the first such section, case-blind, without blanks around it and without one
+// pair of quotes around it, cut to buffer - 1 characters; the default when the file, the section or the key is
+// missing. Lines that make no sense are passed over. A file that cannot be read throws RuntimeError.
+std::string GetProfileString(std::string_view path, std::string_view section, std::string_view key,
+                             std::string_view defaultValue, int buffer = kProfileBuffer);
+
+// Replaces or adds the one key and leaves every other byte as it is. A line break in the value ends it.
+// Throws RuntimeError when the file cannot be written.
+void WriteProfileString(std::string_view path, std::string_view section, std::string_view key, std::string_view value);
+
+}  // namespace tarvolinex
