@@ -1,0 +1,187 @@
+#include "calc/Payment.h"
+
+#include <cmath>
+#include <limits>
+
+namespace tarvolinex {
+
+namespace {
+
+// Band of a capital cost, -1 for none. The thresholds are tested one by one, a later match replacing an earlier one,
+// so that a card whose thresholds are out of order is read as it always was.
+int BandOf(const RateCard& card, Currency cost) {
+  const auto& from = card.RangeEquipFROM;
+  int band = cost > from[0] ? 0 : -1;
+  for (int i = 1; i <= 3; ++i) {
+    const auto n = static_cast<std::size_t>(i);
+    if (from[n] < cost && cost <= from[n - 1]) band = i;
+  }
+  return Currency() < cost && cost <= from[3] ? 4 : band;
+}
+
+float InBand(const std::array<float, 5>& rates, int band) {
+  return band < 0 ? 0.0F : rates[static_cast<std::size_t>(band)];
+}
+
+// A result that does not fit leaves its target alone.
+void Store(Currency& target, double amount) {
+  if (const auto value = Currency::FromDouble(amount)) target = *value;
+}
+
+void Store(Currency& target, std::optional<Currency> amount) {
+  if (amount) target = *amount;
+}
+
+void Store(float& target, double rate) {
+  if (std::fabs(rate) <= static_cast<double>(std::numeric_limits<float>::max())) target = static_cast<float>(rate);
+}
+
+// The locals of one pass, named as in the quote they come from.
+struct Pass {
+  const int mode;
+  QuoteRecord& quote;
+  const QuoteTerms& terms;
+  double yield = 0;          // percent a year
+  double commission = 0;     // percent of the capital cost
+  double rate = 0;           // a period
+  int periods = 0;           // regular payments to run
+  double advanced = 0;       // payments in advance
+  Currency deposit = {}, residual = {};
+  double financed = 0;       // amount financed
+  double payment = 0;        // without maintenance
+
+  double Capital() const { return quote.CapitalCost.ToDouble(); }
+
+  void FindYieldAndCommission() {
+    const bool givenYield = mode == 1 || mode == 3 || mode == 4 || mode == 5;
+    const bool givenCommission = mode == 1 || mode == 3 || mode == 5 || mode == 6;
+    const int band = givenYield && (givenCommission || mode == 4) ? -1 : BandOf(terms.card, quote.CapitalCost);
+    yield = static_cast<double>(givenYield ? quote.Yield : InBand(terms.card.Yield, band));
+    if (!givenYield && quote.ApplyPremium && quote.CapitalCost > terms.card.AdditionalPremiumMin) {
+      yield += static_cast<double>(terms.card.AdditionalPremiumYield);
+    }
+    if (mode == kModeCommissionPercent) {
+      commission = static_cast<double>(quote.CommissionPercent);
+    } else if (!givenCommission) {
+      commission = static_cast<double>(InBand(terms.card.Com, band));
+    } else if (quote.CommissionValue != Currency()) {
+      SetCommission(quote.CommissionValue.ToDouble());
+    }
+    if (yield > 0) rate = yield / 100 / (quote.Quarterly ? 4 : 12);
+  }
+
+  // The percentage of an amount; without a capital cost there is none.
+  void SetCommission(double amount) {
+    if (quote.CapitalCost != Currency()) commission = amount / Capital() * 100;
+  }
+
+  void FindRunAndDeductions() {
+    const int run = quote.NumberOfPayments - quote.AdvancedPayments;
+    if (run >= std::numeric_limits<std::int16_t>::min() && run <= std::numeric_limits<std::int16_t>::max()) periods = run;
+    if (quote.AdvancedPayments > 0) advanced = quote.AdvancedPayments;
+    if (quote.DepositMode == 0) deposit = quote.DepositValue;
+    if (quote.DepositMode == 1) Store(deposit, static_cast<double>(quote.DepositPercent) / 100 * Capital());
+    if (quote.ResidualValue > Currency()) {
+      residual = quote.ResidualValue;
+    } else if (quote.ResidualPercent > 0) {
+      Store(residual, static_cast<double>(quote.ResidualPercent) / 100 * Capital());
+    }
+  }
+
+  // What is financed: the capital cost less the deposit, with a commission on top.
+  void FindFinanced() {
+    if (commission > 0) {
+      financed = (commission / 100 + 1) * Capital() - deposit.ToDouble();
+    } else if (const auto net = quote.CapitalCost.Minus(deposit)) {
+      financed = net->ToDouble();
+    }
+    if (financed < 0) financed = 0;
+  }
+
+  // Payments in advance are worth their face, those in arrears their present value: with X left after the advance,
+  // P = (X - R v) / a and X = F - k P give P = (F - R v) / (a + k), which the averaging X' = (F - k P + X) / 2 comes
+  // to where it contracts. Nothing to run leaves the payment at 0.
+  void FindPayment() {
+    const AnnuityFactors factors = FactorsFor(rate, periods);
+    const double residualNow = residual.ToDouble() * factors.discount;
+    const double worth = factors.annuity + advanced;
+    const double given = quote.Payment.ToDouble() - quote.Maintenance.ToDouble();
+    const double net = Capital() - deposit.ToDouble();
+    const bool derives = mode == kModePayment || (mode == kModeCommissionLocked && advanced > 0);
+    if (derives) SetCommission(given * worth + residualNow - net);
+    if (mode == kModePayment) {
+      financed = net;
+      payment = given;
+    } else {
+      const double owed = derives ? (commission / 100 + 1) * Capital() - deposit.ToDouble() : financed;
+      const double level = (owed - residualNow) / worth;
+      if (periods != 0 && std::isfinite(level)) payment = level;
+    }
+    if (advanced > 0) {
+      deposit = Currency();
+      Store(deposit, advanced * payment);
+    }
+  }
+
+  void StoreResults() {
+    QuoteRecord& q = quote;
+    const double tax = static_cast<double>(terms.taxRate) / 100 + 1;
+    if (const auto level = Currency::FromDouble(payment)) Store(q.Payment, level->Plus(q.Maintenance));
+    if (commission != 0) {
+      Store(q.CommissionValue, commission / 100 * Capital());
+    } else {
+      q.CommissionValue = Currency();
+    }
+    if (terms.taxRate > 0) {
+      Store(q.PaymentIncTax, q.Payment.ToDouble() * tax);
+    } else {
+      q.PaymentIncTax = q.Payment;
+    }
+    const bool priced = q.CapitalCost > Currency();
+    Store(q.ResidualPercent, priced ? residual.ToDouble() / Capital() * 100 : 0.0);
+    Store(q.NetCapital, q.CapitalCost.Minus(deposit));
+    Store(q.CommissionPercent, commission);
+    q.DepositValue = deposit;
+    Store(q.DepositIncTax, tax * deposit.ToDouble());
+    q.ResidualValue = residual;
+    Store(q.ResidualIncTax, tax * residual.ToDouble());
+    Store(q.Yield, yield);
+    q.PremiumYield = terms.card.AdditionalPremiumYield;
+  }
+
+  void ClearResults() {
+    QuoteRecord& q = quote;
+    q.Payment = q.CommissionValue = q.PaymentIncTax = q.NetCapital = Currency();
+    q.DepositValue = q.DepositIncTax = q.ResidualValue = q.ResidualIncTax = Currency();
+    q.ResidualPercent = q.CommissionPercent = q.Yield = q.PremiumYield = 0;
+  }
+};
+
+}  // namespace
+
+float BandYield(const RateCard& card, Currency capitalCost) { return InBand(card.Yield, BandOf(card, capitalCost)); }
+
+float BandCommission(const RateCard& card, Currency capitalCost) {
+  return InBand(card.Com, BandOf(card, capitalCost));
+}
+
+AnnuityFactors FactorsFor(double ratePerPeriod, int periods) {
+  if (ratePerPeriod == 0) return {static_cast<double>(periods), 1};
+  const double lost = std::expm1(-periods * std::log1p(ratePerPeriod));  // (1 + r)^-n - 1
+  return {-lost / ratePerPeriod, 1 + lost};
+}
+
+void CalculatePayment(int mode, QuoteRecord& quote, const QuoteTerms& terms) {
+  Pass pass{mode, quote, terms};
+  pass.FindYieldAndCommission();
+  pass.FindRunAndDeductions();
+  pass.FindFinanced();
+  pass.FindPayment();
+  if (pass.yield > 0 || pass.financed + quote.Maintenance.ToDouble() > 0) {
+    pass.StoreResults();
+  } else {
+    pass.ClearResults();
+  }
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,204 @@
+#include "calc/QuotePanel.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "calc/InputRules.h"
+#include "core/Globals.h"
+#include "core/MainWindow.h"
+#include "platform/Text.h"
+
+namespace tarvolinex {
+
+namespace {
+
+double BoxNumber(int box) { return LeadingNumber(MainForm().quote.TxtProCalc(box).Text()); }
+
+Currency BoxAmount(int box) { return Currency::FromDouble(BoxNumber(box)).value_or(Currency()); }
+
+float BoxRate(int box) { return static_cast<float>(BoxNumber(box)); }
+
+std::int16_t BoxCount(int box) {
+  using Limits = std::numeric_limits<std::int16_t>;
+  return static_cast<std::int16_t>(std::clamp<double>(BoxNumber(box), Limits::min(), Limits::max()));
+}
+
+std::string AmountText(Currency amount) { return FormatFixed(amount.ToDouble(), 2); }
+std::string RateText(float rate) { return FormatNumberInput(kInputPercent, FormatSingle(rate)); }
+
+void ReadDeposit() {
+  Quote.DepositMode = static_cast<std::int16_t>(std::max(MainForm().quote.CboProCalc(kListDepositMode).ItemData(), 0));
+  Quote.DepositValue = Currency();
+  Quote.DepositPercent = 0;
+  Quote.AdvancedPayments = 0;
+  if (Quote.DepositMode == kDepositValue) Quote.DepositValue = BoxAmount(kBoxDeposit);
+  if (Quote.DepositMode == kDepositPercent) Quote.DepositPercent = BoxRate(kBoxDeposit);
+  if (Quote.DepositMode == kDepositAdvanced) Quote.AdvancedPayments = BoxCount(kBoxDeposit);
+}
+
+void ReadResidual() {
+  const bool percent = MainForm().quote.CboProCalc(kListResidualMode).ListIndex() == 1;
+  Quote.ResidualValue = percent ? Currency() : BoxAmount(kBoxResidual);
+  Quote.ResidualPercent = percent ? BoxRate(kBoxResidual) : 0;
+}
+
+QuoteTerms Terms() {
+  return {SupplierCalcSettings, CalculatorPreferences.TaxRate, MainForm().quote.ckCapLock.Value()};
+}
+
+// The residual and deposit boxes show the unit of their list and step in its kind.
+void ApplyUnit(int box, int position) {
+  QuotePanel& panel = MainForm().quote;
+  const std::string symbol = CalculatorPreferences.CurrencySymbol.Trimmed();
+  panel.LblUnit(box).SetCaption(position == 0 ? symbol : position == 1 ? "%" : "");
+  AttachUpDown(position, panel.UpDNew(box), panel.TxtProCalc(box));
+  panel.TxtProCalc(box).SetText("0");
+}
+
+void AttachAll(int kind, const ControlArray<UpDown>& upDowns, const ControlArray<TextBox>& boxes) {
+  for (int i = boxes.First(); i <= boxes.Last(); ++i) AttachUpDown(kind, upDowns(i), boxes(i));
+}
+
+}  // namespace
+
+int QuoteBoxKind(int box) {
+  const QuotePanel& panel = MainForm().quote;
+  switch (box) {
+    case kBoxPayments:
+      return kInputPayments;
+    case kBoxDeposit:
+      return std::max(panel.CboProCalc(kListDepositMode).ListIndex(), 0);
+    case kBoxResidual:
+      return std::max(panel.CboProCalc(kListResidualMode).ListIndex(), 0);
+    case kBoxYield:
+    case kBoxCommissionPercent:
+      return kInputPercent;
+    default:
+      return kInputAmount;
+  }
+}
+
+void ReadQuotePanel(int typedBox) {
+  QuotePanel& panel = MainForm().quote;
+  const bool yieldIsResult = typedBox != kBoxYield && panel.TxtProCalc(kBoxYield).Text() == RateText(Quote.Yield);
+  Quote.CapitalCost = BoxAmount(kBoxCapitalCost);
+  ReadDeposit();
+  ReadResidual();
+  Quote.NumberOfPayments = BoxCount(kBoxPayments);
+  Quote.Quarterly = panel.CboProCalc(kListInterval).ListIndex() == 1;
+  Quote.Maintenance = BoxAmount(kBoxMaintenance);
+  Quote.ApplyPremium = panel.ChkPremium.Value() && panel.ChkPremium.Visible();
+  if (!yieldIsResult) Quote.Yield = BoxRate(kBoxYield);
+  Quote.CommissionPercent = BoxRate(kBoxCommissionPercent);
+  Quote.CommissionValue = BoxAmount(kBoxCommission);
+  Quote.Payment = BoxAmount(kBoxPayment);
+}
+
+void CalculateQuote(int mode) { CalculateQuote(mode, Quote, Terms()); }
+
+void ShowQuoteResults(int typedBox) {
+  QuotePanel& panel = MainForm().quote;
+  const auto show = [&](int box, const std::string& text) {
+    if (box != typedBox) panel.TxtProCalc(box).SetText(text);
+  };
+  if (typedBox == kBoxPayment) show(kBoxCapitalCost, AmountText(Quote.CapitalCost));
+  show(kBoxPayment, AmountText(Quote.Payment));
+  show(kBoxYield, RateText(Quote.Yield));
+  show(kBoxCommission, AmountText(Quote.CommissionValue));
+  show(kBoxCommissionPercent, RateText(Quote.CommissionPercent));
+
+  const double capital = Quote.CapitalCost.ToDouble();
+  const double depositPercent = capital > 0 ? Quote.DepositValue.ToDouble() / capital * 100 : 0;
+  const std::pair<int, std::string> results[] = {
+      {kResultPayment, AmountText(Quote.Payment)},
+      {kResultPaymentIncTax, AmountText(Quote.PaymentIncTax)},
+      {kResultDeposit, AmountText(Quote.DepositValue)},
+      {kResultDepositIncTax, AmountText(Quote.DepositIncTax)},
+      {kResultDepositPercent, FormatFixed(depositPercent, 2)},
+      {kResultResidual, AmountText(Quote.ResidualValue)},
+      {kResultResidualIncTax, AmountText(Quote.ResidualIncTax)},
+      {kResultResidualPercent, RateText(Quote.ResidualPercent)},
+      {kResultNetCapital, AmountText(Quote.NetCapital)},
+      {kResultCapitalCost, AmountText(Quote.CapitalCost)},
+      {kResultCommission, AmountText(Quote.CommissionValue)},
+      {kResultCommissionPercent, RateText(Quote.CommissionPercent)},
+      {kResultYield, RateText(Quote.Yield)},
+      {kResultPremiumYield, RateText(Quote.PremiumYield)},
+  };
+  for (const auto& [label, text] : results) panel.LblResult(label).SetCaption(text);
+}
+
+void RecalculateQuote(int mode, int typedBox) {
+  MainWindow& form = MainForm();
+  const bool before = std::exchange(form.loading, true);
+  ReadQuotePanel(typedBox);
+  if (typedBox == kBoxCommission && Quote.CapitalCost != Currency()) {
+    Quote.CommissionPercent =
+        static_cast<float>(Quote.CommissionValue.ToDouble() / Quote.CapitalCost.ToDouble() * 100);
+  }
+  if (typedBox == kBoxCommissionPercent) {
+    const double amount = Quote.CapitalCost.ToDouble() * static_cast<double>(Quote.CommissionPercent) / 100;
+    Quote.CommissionValue = Currency::FromDouble(amount).value_or(Currency());
+  }
+  CalculateQuote(mode);
+  ShowQuoteResults(typedBox);
+  form.loading = before;
+}
+
+void SetIntervalCaptions() {
+  QuotePanel& panel = MainForm().quote;
+  const bool quarterly = panel.CboProCalc(kListInterval).ListIndex() == 1;
+  const std::string adjective = quarterly ? "Quarterly" : "Monthly";
+  const std::string unit = " (" + CalculatorPreferences.CurrencySymbol.Trimmed() + ")";
+  panel.LblUnit(kBoxPayments).SetCaption(quarterly ? "Quarters" : "Months");
+  panel.LblInterval.SetCaption(adjective);
+  panel.LblProCalc(kBoxPayment).SetCaption("Net " + adjective + " &Payment" + unit);
+  panel.LblResultName(kResultPayment).SetCaption("Net " + adjective + " Payment" + unit);
+}
+
+void ApplyQuoteList(int list) {
+  QuotePanel& panel = MainForm().quote;
+  const int position = panel.CboProCalc(list).ListIndex();
+  const bool quarterly = panel.CboProCalc(kListInterval).ListIndex() == 1;
+  switch (list) {
+    case kListInterval:
+      SetIntervalCaptions();
+      ApplyQuoteList(kListTerm);
+      break;
+    case kListTerm:
+      if (position >= 0) {
+        panel.TxtProCalc(kBoxPayments).SetText(std::to_string((position + 1) * (quarterly ? 4 : 12)));
+      }
+      break;
+    case kListDepositMode:
+      ApplyUnit(kBoxDeposit, std::max(position, 0));
+      break;
+    case kListResidualMode:
+      ApplyUnit(kBoxResidual, std::max(position, 0));
+      break;
+    default:
+      break;
+  }
+}
+
+void SetDefaults() {
+  MainWindow& form = MainForm();
+  QuotePanel& quote = form.quote;
+  RateCardPanel& card = form.rateCard;
+  const bool before = std::exchange(form.loading, true);
+  constexpr int kKinds[kQuoteBoxes] = {kInputAmount, kInputPayments, kInputAmount, kInputAmount, kInputAmount,
+                                       kInputPercent, kInputAmount, kInputAmount, kInputPercent};
+  for (int i = 0; i < kQuoteBoxes; ++i) AttachUpDown(kKinds[i], quote.UpDNew(i), quote.TxtProCalc(i));
+  AttachAll(kInputAmount, card.UpDEquipCost, card.txtRangeTo);
+  AttachAll(kInputPercent, card.UpDyield, card.TxtRangeYield);
+  AttachAll(kInputPercent, card.UpDCom, card.txtComPerc);
+  AttachUpDown(kInputPercent, card.UpDAddRate(1), card.TxtAddRate(1));
+  AttachUpDown(kInputAmount, card.UpDAddRate(2), card.TxtAddRate(2));
+  for (int i = 0; i < kQuoteLists; ++i) quote.CboProCalc(i).SetListIndex(0);
+  for (int i = 0; i < kQuoteLists; ++i) ApplyQuoteList(i);
+  RecalculateQuote();
+  form.loading = before;
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,17 @@
+// The supplier's rate card on the window: what it offers, and the order of its thresholds.
+#pragma once
+
+namespace tarvolinex {
+
+// Sets the quote panel to what the supplier in `SupplierCalcSettings` offers: the premium's caption and check box, the
+// residual and maintenance inputs.
+void ApplySupplierOptions();
+
+// After threshold box i (1 to 4) was left: boxes above it are raised to at least its value and boxes below it lowered
+// to at most its value, each only if it has to.
+void RepairThresholdOrder(int box);
+
+// The premium's caption, yield and minimum can be edited when its switch is on.
+void ApplyPremiumSwitch();
+
+}  // namespace tarvolinex

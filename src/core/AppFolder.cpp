@@ -1,0 +1,65 @@
+#include "core/AppFolder.h"
+
+#include "core/Globals.h"
+#include "platform/Files.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr const char* kNeededFiles[] = {
+    "CalcTemplate.html", "Setup.lst", "Xcdsfx32.bin", "setup.exe", "inst0.txt", "inst1.txt", "inst2.txt",
+};
+constexpr const char* kHelpFiles = "\\Help\\*.*";
+
+void CopyIfMissing(const std::string& from, const std::string& to) {
+  if (FileExists(from) && !FileExists(to)) CopyFile(from, to);
+}
+
+// The package, or the pristine copy that stays behind once it has been unpacked.
+std::string DeliveredPackage() {
+  for (const char* name : {"\\Database.zip", "\\Database.Bak"}) {
+    std::string path = DeliveredFolder() + name;
+    if (FileExists(path)) return path;
+  }
+  return {};
+}
+
+}  // namespace
+
+void ChooseAppFolder(std::string_view chosen) {
+  const std::string program = ProgramFolder();
+  AppFolder = !chosen.empty()              ? std::string(chosen)
+              : IsWritableFolder(program) ? program
+                                          : UserDataFolder("tarvolinex");
+  while (AppFolder.size() > 1 && (AppFolder.back() == '\\' || AppFolder.back() == '/')) AppFolder.pop_back();
+  if (!FolderExists(AppFolder)) MakeFolder(AppFolder);
+}
+
+std::string DeliveredFolder() {
+  const std::string program = ProgramFolder();
+  const std::string shared = program + "/../share/tarvolinex";
+  return FolderExists(shared) ? shared : program;
+}
+
+void FillAppFolder() {
+  const std::string delivered = DeliveredFolder();
+  if (NativePath(delivered) == NativePath(AppFolder)) return;
+  for (const char* name : kNeededFiles) {
+    CopyIfMissing(delivered + "\\" + name, AppFolder + "\\" + name);
+  }
+  for (const std::string& name : ListFiles(delivered + kHelpFiles)) {
+    if (!FolderExists(AppFolder + "\\Help")) MakeFolder(AppFolder + "\\Help");
+    CopyIfMissing(delivered + "\\Help\\" + name, AppFolder + "\\Help\\" + name);
+  }
+  // A package beside a database would be unpacked over it.
+  for (const std::string& folder : {DataFolder, AppFolder}) {
+    if (FileExists(folder + "\\Tarvolinex.mdb")) return;
+  }
+  CopyIfMissing(delivered + "\\General.dat", AppFolder + "\\General.dat");
+  if (const std::string package = DeliveredPackage(); !package.empty()) {
+    CopyIfMissing(package, AppFolder + "\\Database.zip");
+  }
+}
+
+}  // namespace tarvolinex

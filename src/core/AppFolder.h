@@ -1,0 +1,21 @@
+// Which folder the program keeps its files in, and what it puts there before anything reads it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tarvolinex {
+
+// Sets `AppFolder`: the chosen folder when one is given, else the program's folder when that is writable, else this
+// user's data folder. The folder is made when it is missing.
+void ChooseAppFolder(std::string_view chosen);
+
+// The folder of the files delivered with the program.
+std::string DeliveredFolder();
+
+// Copies what the app folder lacks and the program cannot do without (template, set-up list, self-extractor,
+// installer, instruction texts, help). Nothing that exists is overwritten. Where neither `DataFolder` nor the app folder
+// holds a database, the database package comes too, and with it the delivered preferences when there are none.
+void FillAppFolder();
+
+}  // namespace tarvolinex

@@ -1,0 +1,20 @@
+#include "core/Globals.h"
+
+namespace tarvolinex {
+
+void ResetGlobals() {
+  AppFolder.clear();
+  DataFolder.clear();
+  WebServer.clear();
+  CustomerReference.clear();
+  ErrorShown = false;
+  CalculatorPreferences = {};
+  SupplierCalcSettings = {};
+  Quote = {};
+  TheStore = std::make_unique<Store>();
+  DatabaseUnpacked = false;
+  CurrentSupplierId = CurrentSupplierIndex = CurrentContactId = 0;
+  SupplierChanged = FormLinksChanged = LoadingSupplier = ContactChanged = ContactListStale = false;
+}
+
+}  // namespace tarvolinex

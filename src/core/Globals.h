@@ -1,0 +1,53 @@
+// The values that live for the whole run. Every one of them is declared here and nowhere else.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/Quote.h"
+#include "core/Records.h"
+#include "platform/Database.h"
+
+namespace tarvolinex {
+
+// Folders, without a trailing separator; a path is built by appending a name that starts with "\".
+inline std::string AppFolder;   // the program's folder
+inline std::string DataFolder;  // the folder of the database file
+
+// The folder that every preview and every send builds anew; ends with "\".
+inline std::string CalculatorFolder() { return AppFolder + "\\calculator\\"; }
+
+inline std::string WebServer;          // host of the maker's web server
+inline std::string CustomerReference;  // a whole number, as text
+
+// Set by every error report, cleared when the main window starts loading; while it is set, closing the main window
+// does not save pending edits.
+inline bool ErrorShown = false;
+
+inline CalculatorPreferencesRecord CalculatorPreferences;
+inline SupplierCalcSettingsRecord SupplierCalcSettings;  // of the supplier that is shown
+
+inline QuoteRecord Quote;  // the calculation that the quote panel shows
+
+// The shared connection and record sets. Each record set has one owner that reopens it.
+struct Store {
+  Connection connection;
+  Recordset SupplierRecords, FormRecords, FormLinkRecords, ContactRecords;
+};
+inline std::unique_ptr<Store> TheStore = std::make_unique<Store>();
+inline bool DatabaseUnpacked = false;  // this run has put a fresh database in place
+
+// State of the main window that the modules below it share.
+inline int CurrentSupplierId = 0;     // 0 while a new supplier is not yet saved
+inline int CurrentSupplierIndex = 0;  // row of the supplier list
+inline bool SupplierChanged = false;
+inline bool FormLinksChanged = false;
+inline bool LoadingSupplier = false;  // what changes meanwhile is no edit
+inline int CurrentContactId = 0;      // 0 for none or a new contact
+inline bool ContactChanged = false;
+inline bool ContactListStale = false;  // a contact has been saved since the lists were filled
+
+// Puts every one of them back to its value at the start of a run.
+void ResetGlobals();
+
+}  // namespace tarvolinex

@@ -1,0 +1,16 @@
+// Hands documents to the desktop.
+#pragma once
+
+#include <string_view>
+
+namespace tarvolinex {
+
+// Opens a file, program or address with the program associated with it, or with its editor. Blanks belong to the
+// path. Without an associated editor the user chooses a program. Reports a failure; returns the desktop's result,
+// 32 or more on success.
+int LaunchDocument(std::string_view command, bool edit = false);
+
+// Topic 1 is "options", 2 "options_Forms", 4 "sendsub", any other "main".
+void ShowHelpPage(int topic);
+
+}  // namespace tarvolinex

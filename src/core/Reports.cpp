@@ -1,0 +1,33 @@
+#include "core/Reports.h"
+
+#include "core/Globals.h"
+#include "core/MainWindow.h"
+#include "platform/Desktop.h"
+#include "platform/RuntimeError.h"
+
+namespace tarvolinex {
+
+void ShowError(std::string_view message, bool fatal) {
+  SetBusy(false);
+  TheDesktop().MessageBox(std::string(message), "Error", BoxButtons::Ok, BoxIcon::Critical);
+  ErrorShown = true;
+  SetStatus(false, "", -1);
+  if (fatal) throw ProgramEnded{1};
+}
+
+void SetStatus(bool flashing, std::string_view text, int progress) {
+  const bool busy = progress >= 0 || flashing;
+  if (MainFormExists()) {
+    MainWindow& form = MainForm();
+    form.Timer1.SetRunning(progress < 0 && flashing);
+    form.TxtStatus.SetText(busy ? text : std::string_view());
+    if (progress >= 0) form.ProgressBar1.SetValue(progress);
+    if (!busy) form.ProgressBar1.SetValue(0);
+  }
+  SetBusy(busy);
+  if (progress < 0 && flashing) TheDesktop().DoEvents();
+}
+
+void SetBusy(bool on) { TheDesktop().SetBusyPointer(on); }
+
+}  // namespace tarvolinex
