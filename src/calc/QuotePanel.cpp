@@ -143,8 +143,12 @@ void RecalculateQuote(int mode, int typedBox) {
   }
   CalculateQuote(mode);
   ShowQuoteResults(typedBox);
+  ShownQuoteMode = mode;
+  ShownQuoteBox = typedBox;
   form.loading = before;
 }
+
+void RecalculateShownQuote() { RecalculateQuote(ShownQuoteMode, ShownQuoteBox); }
 
 void SetIntervalCaptions() {
   QuotePanel& panel = MainForm().quote;

@@ -23,6 +23,10 @@ void ShowQuoteResults(int typedBox = -1);
 // The three of them, with the loading indication set meanwhile.
 void RecalculateQuote(int mode = kModeForward, int typedBox = -1);
 
+// The same calculation once more, after its surroundings have changed: what the user typed last still decides what is
+// given and what is derived.
+void RecalculateShownQuote();
+
 // Captions that name the payment interval.
 void SetIntervalCaptions();
 

@@ -1,8 +1,10 @@
 #include "calc/RateCard.h"
 
+#include <limits>
 #include <utility>
 
 #include "calc/InputRules.h"
+#include "calc/QuotePanel.h"
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
@@ -26,9 +28,41 @@ void OfferInput(int box, bool offered, ComboBox* list, const char* reason) {
   if (!offered) panel.TxtProCalc(box).SetText("0");
 }
 
+// A field of the record from the column of its name; a column that the table lacks reads as Null.
+struct FieldReader {
+  const Value& value;
+  // The record's key has 16 bits; a larger one is left out rather than cut to another supplier's.
+  void operator()(std::int16_t* field) const {
+    const double number = ValueNumber(value);
+    *field = number >= 0 && number <= std::numeric_limits<std::int16_t>::max() ? static_cast<std::int16_t>(number) : 0;
+  }
+  void operator()(std::int32_t*) const {}
+  void operator()(Colour*) const {}
+  void operator()(float* field) const { *field = static_cast<float>(ValueNumber(value)); }
+  void operator()(Currency* field) const {
+    const auto* exact = std::get_if<Currency>(&value);
+    *field = exact ? *exact : Currency::FromDouble(ValueNumber(value)).value_or(Currency());
+  }
+  void operator()(bool* field) const { *field = ValueTruth(value); }
+  void operator()(FixedText* field) const { *field = Trim(ValueText(value)); }
+  void operator()(std::span<char>) const {}
+};
+
 double Threshold(int box) { return LeadingNumber(MainForm().rateCard.txtRangeTo(box).Text()); }
 
 }  // namespace
+
+void LoadSupplierRateCard(const Recordset& supplier) {
+  SupplierCalcSettingsRecord loaded;
+  for (const auto& field : FieldsOf(loaded)) {
+    const int column = supplier.ColumnIndex(field.name);
+    const Value value = column < 0 ? Value(Null{}) : supplier.Field(column);
+    std::visit(FieldReader{value}, field.member(loaded));
+  }
+  SupplierCalcSettings = loaded;
+  ApplySupplierOptions();
+  RecalculateQuote();
+}
 
 void ApplySupplierOptions() {
   MainWindow& form = MainForm();

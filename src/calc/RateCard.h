@@ -1,7 +1,13 @@
 // The supplier's rate card on the window: what it offers, and the order of its thresholds.
 #pragma once
 
+#include "platform/Database.h"
+
 namespace tarvolinex {
+
+// Copies the supplier that the record set stands on into `SupplierCalcSettings` (Null reads as empty or 0), applies what
+// it offers and recalculates the quote.
+void LoadSupplierRateCard(const Recordset& supplier);
 
 // Sets the quote panel to what the supplier in `SupplierCalcSettings` offers: the premium's caption and check box, the
 // residual and maintenance inputs.

@@ -11,6 +11,9 @@ void ResetGlobals() {
   CalculatorPreferences = {};
   SupplierCalcSettings = {};
   Quote = {};
+  ShownQuoteMode = 0;
+  ShownQuoteBox = -1;
+  LoadedSupplierFields.clear();
   TheStore = std::make_unique<Store>();
   DatabaseUnpacked = false;
   CurrentSupplierId = CurrentSupplierIndex = CurrentContactId = 0;

@@ -28,6 +28,9 @@ inline CalculatorPreferencesRecord CalculatorPreferences;
 inline SupplierCalcSettingsRecord SupplierCalcSettings;  // of the supplier that is shown
 
 inline QuoteRecord Quote;  // the calculation that the quote panel shows
+// How it came about: the mode, and the box that the user changed (-1 for none).
+inline int ShownQuoteMode = 0;
+inline int ShownQuoteBox = -1;
 
 // The shared connection and record sets. Each record set has one owner that reopens it.
 struct Store {
@@ -41,6 +44,8 @@ inline bool DatabaseUnpacked = false;  // this run has put a fresh database in p
 inline int CurrentSupplierId = 0;     // 0 while a new supplier is not yet saved
 inline int CurrentSupplierIndex = 0;  // row of the supplier list
 inline bool SupplierChanged = false;
+// The shown supplier's fields as they were loaded; while they still read the same there is nothing to store.
+inline std::string LoadedSupplierFields;
 inline bool FormLinksChanged = false;
 inline bool LoadingSupplier = false;  // what changes meanwhile is no edit
 inline int CurrentContactId = 0;      // 0 for none or a new contact

@@ -1,0 +1,126 @@
+#include "store/Contacts.h"
+
+#include "core/Aliases.h"
+#include "core/Globals.h"
+#include "core/MainWindow.h"
+#include "core/Reports.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "store/Statements.h"
+#include "store/Suppliers.h"
+
+namespace tarvolinex {
+
+namespace {
+
+std::string FieldText(const Recordset& records, std::string_view column) {
+  return std::string(Trim(ValueText(records.Field(column))));
+}
+
+std::string ContactName(const Recordset& records) {
+  const std::string name = FieldText(records, "firstname") + " " + FieldText(records, "surname");
+  return std::string(Trim(name));
+}
+
+void FillContactLists() {
+  SupplierPanel& panel = MainForm().supplier;
+  ListView& sendTo = MainForm().send.lvSendContacts;
+  Recordset& records = TheStore->ContactRecords;
+  OpenRecordset(FillStatement(statements::kContacts, "<SUPPLIERID>", CurrentSupplierId), records);
+  sendTo.BeginFill();
+  panel.LstContacts.Clear();
+  sendTo.Clear();
+  CurrentContactId = 0;
+  for (; !records.EndOfFile(); records.MoveNext()) {
+    const std::string name = ContactName(records);
+    const std::string email = FieldText(records, "email");
+    panel.LstContacts.Add(name, static_cast<int>(ValueNumber(records.Field("id"))));
+    if (email.empty()) continue;
+    sendTo.Add({"ID" + FieldText(records, "id"), name, {email, FieldText(records, "datelastsent")}, name});
+  }
+  sendTo.EndFill();
+}
+
+std::string ContactStatement() {
+  constexpr const char* kPlaceholders[] = {"<FIRSTNAME>", "<SURNAME>", "<JOBTITLE>", "<TEL>", "<FAX>", "<EMAIL>"};
+  std::vector<Filling> fillings = {{"<SUPPLIERID>", std::int64_t{CurrentSupplierId}},
+                                   {"<ID>", std::int64_t{CurrentContactId}}};
+  for (int i = 0; i < 6; ++i) {
+    fillings.push_back({kPlaceholders[i], EscapeQuotes(MainForm().supplier.TxtContact(i).Text())});
+  }
+  return FillStatement(CurrentContactId == 0 ? statements::kInsertContact : statements::kUpdateContact, fillings);
+}
+
+}  // namespace
+
+void ListContacts() {
+  SaveContact();
+  SetStatus(false, ReplaceAliases("Getting Contact"), 50);
+  SupplierPanel& panel = MainForm().supplier;
+  try {
+    FillContactLists();
+    if (panel.LstContacts.Items().empty()) {
+      ClearContactFields();
+      panel.CmdContact(1).SetEnabled(false);
+    } else {
+      panel.LstContacts.SetListIndex(0);
+    }
+  } catch (const RuntimeError&) {
+    ShowError("Listing Contacts Failed");
+  }
+  panel.CmdContact(0).SetCaption("Add C&ontact");
+  ContactListStale = false;
+  ContactChanged = false;
+  SetStatus(false, "", -1);
+}
+
+void GetContact() {
+  SaveContact();
+  Recordset& records = TheStore->ContactRecords;
+  try {
+    records.MoveFirst();
+    SetStatus(false, "Getting Contact", 50);
+    CurrentContactId = MainForm().supplier.LstContacts.ItemData();
+    records.Find("ID=" + std::to_string(CurrentContactId));
+    if (records.EndOfFile()) return ShowError("Contact Not Found");
+    for (Control* control : MainForm().Controls()) BindFieldToControl(records, *control, "CONTACT", false);
+    ContactChanged = false;
+  } catch (const RuntimeError& failure) {
+    if (failure.Number() != kNoCurrentRecord) ShowError("Contact Not Found");
+  }
+  SetStatus(false, "", -1);
+}
+
+void SaveContact() {
+  if (!ContactChanged) return;
+  SetStatus(false, "Saving Contact", 50);
+  const SupplierPanel& panel = MainForm().supplier;
+  if (Trim(panel.TxtContact(0).Text() + panel.TxtContact(1).Text()).empty()) return SetStatus(false, "", -1);
+  try {
+    ExecuteStatement(ContactStatement());
+    ContactListStale = true;
+    ContactChanged = false;
+  } catch (const RuntimeError&) {
+    ShowError("Contact update failed");
+  }
+  SetStatus(false, "", -1);
+}
+
+void SetDateLastSent(std::string_view dateText, int contactId) {
+  ExecuteStatement(FillStatement(statements::kDateSent,
+                                 {{"<ID>", std::int64_t{contactId}}, {"<DATESENT>", EscapeQuotes(dateText)}}));
+}
+
+void ClearContacts() {
+  MainForm().supplier.LstContacts.Clear();
+  MainForm().send.lvSendContacts.Clear();
+  ClearContactFields();
+}
+
+void ClearContactFields() {
+  CurrentContactId = 0;
+  for (int i = 0; i < 6; ++i) MainForm().supplier.TxtContact(i).SetText("");
+  ContactChanged = false;
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,121 @@
+#include "store/DatabaseFile.h"
+
+#include "core/Aliases.h"
+#include "core/Globals.h"
+#include "core/MainWindow.h"
+#include "core/Reports.h"
+#include "core/Settings.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "platform/ZipComponent.h"
+#include "store/Forms.h"
+#include "store/Statements.h"
+#include "store/Suppliers.h"
+
+namespace tarvolinex {
+
+namespace {
+
+std::string DatabasePath() { return DataFolder + "\\Tarvolinex.mdb"; }
+
+void DropTrailingSeparator(std::string& folder) {
+  if (folder.size() > 1 && (folder.back() == '\\' || folder.back() == '/')) folder.pop_back();
+}
+
+bool AgreesToLook() {
+  const std::string question = "Database Could not be found :-\n\n" + DataFolder +
+                               "\n\nWould you like to find a database your self?";
+  return TheDesktop().MessageBox(question, "Database Connection", BoxButtons::YesNo, BoxIcon::Critical) == Answer::Yes;
+}
+
+// False when the user cancels.
+bool ChooseDatabase() {
+  const std::string chosen = TheDesktop().OpenFile(
+      {"Open Database", DataFolder, "", ReplaceAliases("<SUPPLIER> Database (Tarvolinex.mdb)|tarvolinex.mdb")});
+  if (Trim(chosen).empty()) return false;
+  // Both separators occur: what the user chose comes from the machine, what is remembered from the program.
+  DataFolder = ReplaceAllNoCase(ReplaceAllNoCase(chosen, "\\Tarvolinex.mdb", ""), "/Tarvolinex.mdb", "");
+  return true;
+}
+
+bool FindDatabase(bool& askUser) {
+  if (!askUser && !FileExists(DatabasePath())) {
+    if (!AgreesToLook()) return false;
+    askUser = true;
+  }
+  return !askUser || ChooseDatabase();
+}
+
+void UseFreshDatabase() {
+  if (!DatabaseUnpacked) return;
+  PointContactsAtOrganisation();
+  MainForm().menus.MnuRefresh.Choose();
+}
+
+}  // namespace
+
+void ConnectDatabase() {
+  try {
+    for (Recordset* set : {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords,
+                           &TheStore->ContactRecords}) {
+      set->Close();
+    }
+    TheStore->connection.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + DatabasePath());
+  } catch (const RuntimeError& failure) {
+    ShowError(std::to_string(failure.Number()) + " " + failure.Description(), true);
+  }
+}
+
+bool UnpackDatabase() {
+  DatabaseUnpacked = false;
+  DropTrailingSeparator(DataFolder);
+  const std::string package = DataFolder + "\\Database.zip";
+  if (!FileExists(package)) return true;
+  SetStatus(false, "Setting Database", 10);
+  try {
+    ZipComponent zip;
+    zip.ZipFileName = package;
+    zip.UnzipToFolder = DataFolder;
+    zip.Unzip();
+    TheDesktop().DoEvents();
+    if (UpperCase(DataFolder) == UpperCase(AppFolder)) CopyFile(package, AppFolder + "\\Database.Bak");
+    DeleteFile(package);
+  } catch (const RuntimeError& failure) {
+    if (failure.Number() == kBadFileName) ShowError("Database Invalid", true);
+    ShowError(failure.Description());
+    return false;
+  }
+  DatabaseUnpacked = true;
+  SetStatus(false, "Setting Database", 100);
+  return true;
+}
+
+bool OpenDatabase(bool& askUser) {
+  if (!UnpackDatabase() || !FindDatabase(askUser)) {
+    SetStatus(false, "", -1);
+    return false;
+  }
+  SetStatus(false, "Opening Database", 50);
+  WriteIni("General", "OPTIONS", "DATABASEPATH", DataFolder);
+  ConnectDatabase();
+  LoadStartLists();
+  UseFreshDatabase();
+  TheDesktop().Show(MainForm());
+  SetStatus(false, "", -1);
+  return true;
+}
+
+void LoadStartLists() {
+  LoadFormsList(MainForm().rateCard.LvwForms);
+  LoadSupplierList(false);
+  ListView& list = MainForm().LvwSuppliers;
+  if (list.ItemClick) list.ItemClick();
+}
+
+void PointContactsAtOrganisation() {
+  ExecuteStatement(FillStatement(statements::kAllEmails, "<email>", EscapeQuotes(CalculatorPreferences.OrgEmail.Trimmed())));
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,133 @@
+#include "store/SaveSupplier.h"
+
+#include "calc/InputRules.h"
+#include "calc/QuotePanel.h"
+#include "calc/RateCard.h"
+#include "core/Aliases.h"
+#include "core/Globals.h"
+#include "core/MainWindow.h"
+#include "core/Reports.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "store/Forms.h"
+#include "store/Statements.h"
+#include "store/Suppliers.h"
+
+namespace tarvolinex {
+
+namespace {
+
+// The shown row follows its fields without a reload.
+void RefreshRow() {
+  ListView& list = MainForm().LvwSuppliers;
+  for (Control* control : MainForm().Controls()) {
+    const auto* box = dynamic_cast<const TextBox*>(control);
+    if (!box || GetTagValue(box->Tag(), "RS") != "SUPPLIER") continue;
+    const std::string column = GetTagValue(box->Tag(), "FIELDNAME");
+    const std::string text(Trim(box->Text()));
+    if (EqualNoCase(column, "CompanyName")) list.SetRowText(CurrentSupplierIndex, text.empty() ? "<NEW>" : text);
+    for (std::size_t i = 1; i < list.Columns().size(); ++i) {
+      if (!EqualNoCase(GetTagValue(list.Columns()[i].tag, "FIELDNAME"), column)) continue;
+      list.SetCell(CurrentSupplierIndex, static_cast<int>(i) - 1, text);
+    }
+  }
+}
+
+// The quote goes on with the rates that have just been stored.
+void UseStoredRateCard() {
+  Recordset& records = TheStore->SupplierRecords;
+  records.Find("ID=" + std::to_string(CurrentSupplierId));
+  if (records.EndOfFile()) return;
+  const int mode = ShownQuoteMode, box = ShownQuoteBox;
+  LoadSupplierRateCard(records);
+  RecalculateQuote(mode, box);
+}
+
+std::string WithoutLast(const std::string& text) { return text.substr(0, text.empty() ? 0 : text.size() - 1); }
+
+std::string InsertStatement(std::string_view statement, const SupplierFieldLists& fields) {
+  return FillStatement(statement,
+                       {{"<FIELDS>", WithoutLast(fields.columns)}, {"<VALUES>", WithoutLast(fields.values)}});
+}
+
+// The new supplier's row is selected by its new ID, and its ticks survive the refilling of the forms list.
+void ShowInsertedSupplier() {
+  ListView& forms = MainForm().rateCard.LvwForms;
+  std::vector<std::string> ticked;
+  for (const auto& row : forms.Rows()) {
+    if (row.checked) ticked.push_back(row.key);
+  }
+  LoadFormsList(forms);
+  for (const std::string& key : ticked) forms.SetChecked(forms.Find(key), true);
+  LoadSupplierList(true);
+  const ListView& list = MainForm().LvwSuppliers;
+  CurrentSupplierIndex = list.Selected();
+  CurrentSupplierId = IdOfKey(list.At(CurrentSupplierIndex).key);
+}
+
+void StoreFields(bool asSupplier) {
+  const SupplierFieldLists fields = CollectSupplierFields(asSupplier);
+  if (!asSupplier) {
+    Transaction transaction;
+    ExecuteStatement(statements::kDeleteDefaultSupplier);
+    ExecuteStatement(InsertStatement(statements::kInsertDefaultSupplier, fields));
+    transaction.Commit();
+  } else if (CurrentSupplierId != 0) {
+    ExecuteStatement(FillStatement(
+        statements::kUpdateSupplier,
+        {{"<VALUES>", WithoutLast(fields.assignments)}, {"<ID>", std::int64_t{CurrentSupplierId}}}));
+    RefreshRow();
+  } else {
+    ExecuteStatement(InsertStatement(statements::kInsertSupplier, fields));
+    ShowInsertedSupplier();
+  }
+  if (!asSupplier) return;
+  LoadedSupplierFields = fields.assignments;
+  UseStoredRateCard();
+}
+
+}  // namespace
+
+std::string RateFieldText(const Value& value) {
+  if (IsNull(value)) return {};
+  const std::string exact = ValueText(value);
+  const std::string rounded = FormatNumberInput(kInputPercent, exact);
+  return static_cast<float>(LeadingNumber(rounded)) == static_cast<float>(ValueNumber(value)) ? rounded : exact;
+}
+
+SupplierFieldLists CollectSupplierFields(bool asSupplier) {
+  SupplierFieldLists lists;
+  for (Control* control : MainForm().Controls()) {
+    if (control->Tag().empty() || GetTagValue(control->Tag(), "RS") != "SUPPLIER") continue;
+    const std::string column = GetTagValue(control->Tag(), "FIELDNAME");
+    const std::string noDefault = GetTagValue(control->Tag(), "NODEF");
+    if (const auto* box = dynamic_cast<const TextBox*>(control); box && (asSupplier || noDefault.empty())) {
+      const std::string text = EscapeQuotes(Trim(box->Text()));
+      lists.assignments += column + " = '" + text + "' ,";
+      lists.columns += column + ",";
+      lists.values += "'" + text + "' ,";
+    }
+    if (const auto* check = dynamic_cast<const CheckBox*>(control); check && (asSupplier || noDefault == "0")) {
+      const std::string text = check->Value() ? "YES" : "NO";
+      lists.assignments += column + " =" + text + ",";
+      lists.columns += column + ",";
+      lists.values += text + ",";
+    }
+  }
+  return lists;
+}
+
+void SaveSupplier(bool asSupplier) {
+  if (asSupplier && !SupplierChanged) return;
+  SetStatus(false, ReplaceAliases("Saving <SUPPLIER>"), 40);
+  try {
+    StoreFields(asSupplier);
+    SupplierChanged = false;
+  } catch (const RuntimeError&) {
+    ShowError(ReplaceAliases("Saving <SUPPLIER> Failed"));
+  }
+  SetStatus(false, "", -1);
+  MainForm().EnableCommands(false);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,21 @@
+// The text of a rate column in its field, and the three lists of the statements that store a supplier.
+#pragma once
+
+#include <string>
+
+#include "platform/Database.h"
+
+namespace tarvolinex {
+
+// Two decimals where they hold the whole rate, every digit otherwise; Null is empty.
+std::string RateFieldText(const Value& value);
+
+// "A = 'x' ,B =YES,", "A,B," and "'x' ,YES,": the fields of the main window in control order. Each list ends with a
+// comma.
+struct SupplierFieldLists {
+  std::string assignments, columns, values;
+};
+// asSupplier false: only the fields that belong to the default supplier.
+SupplierFieldLists CollectSupplierFields(bool asSupplier);
+
+}  // namespace tarvolinex

@@ -1,0 +1,89 @@
+#include "store/Statements.h"
+
+#include <algorithm>
+
+#include "core/Globals.h"
+#include "core/Reports.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace tarvolinex {
+
+namespace {
+
+// Runs a step on the connection; its failure is the fatal report of an action statement.
+template <typename Action>
+void Report(Action action) {
+  try {
+    action();
+  } catch (const RuntimeError&) {
+    const auto& errors = TheStore->connection.Errors();
+    ShowError(errors.empty() ? "Database update failed" : "Database update failed.\n\n" + errors.front(), true);
+  }
+}
+
+}  // namespace
+
+void OpenRecordset(std::string_view statement, Recordset& recordSet) {
+  try {
+    recordSet.Open(statement, TheStore->connection);
+  } catch (const RuntimeError&) {
+    ShowError("Database Error", true);
+  }
+}
+
+void ExecuteStatement(std::string_view statement) {
+  Report([&] { TheStore->connection.Execute(statement); });
+}
+
+std::string FillStatement(std::string_view statement, const std::vector<Filling>& fillings) {
+  std::string filled;
+  while (!statement.empty()) {
+    const auto open = std::min(statement.find('<'), statement.size());
+    filled += statement.substr(0, open);
+    statement.remove_prefix(open);
+    const auto filling = std::find_if(fillings.begin(), fillings.end(), [&](const Filling& f) {
+      return EqualNoCase(statement.substr(0, f.placeholder.size()), f.placeholder);
+    });
+    if (filling != fillings.end()) {
+      filled += ValueText(filling->value);
+      statement.remove_prefix(filling->placeholder.size());
+    } else if (!statement.empty()) {
+      filled += statement.front();
+      statement.remove_prefix(1);
+    }
+  }
+  return filled;
+}
+
+std::string FillStatement(std::string_view statement, std::string_view placeholder, const Value& value) {
+  return FillStatement(statement, {{placeholder, value}});
+}
+
+std::string FillStatement(std::string_view statement, std::string_view placeholder, int value) {
+  return FillStatement(statement, placeholder, Value(std::int64_t{value}));
+}
+
+Value NullToDefault(const Value& value, const Value& fallback) { return IsNull(value) ? fallback : value; }
+
+std::string EscapeQuotes(std::string_view text) { return ReplaceAll(text, "'", "`"); }
+
+Transaction::Transaction() {
+  Report([] { TheStore->connection.Begin(); });
+}
+
+Transaction::~Transaction() {
+  if (!open_) return;
+  try {
+    TheStore->connection.Rollback();
+  } catch (const RuntimeError&) {
+    // The statement that failed has already been reported, and has rolled back by itself.
+  }
+}
+
+void Transaction::Commit() {
+  Report([] { TheStore->connection.Commit(); });
+  open_ = false;
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,87 @@
+// The three operations through which everything reaches the database, and every statement that the program issues.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Database.h"
+
+namespace tarvolinex {
+
+// Placeholders in angle brackets are matched without regard to case. Text values stand between quotes in the template.
+namespace statements {
+inline constexpr std::string_view kSuppliers = "SELECT * FROM suppliers ORDER BY CompanyName";
+inline constexpr std::string_view kDefaultSupplier = "SELECT * FROM Defaultsupplier";
+inline constexpr std::string_view kDeleteSupplier = "DELETE FROM suppliers WHERE id=<ID>";
+inline constexpr std::string_view kDeleteDefaultSupplier = "DELETE FROM DefaultSupplier";
+inline constexpr std::string_view kUpdateSupplier = "UPDATE Suppliers SET <VALUES> WHERE ID = <ID>";
+inline constexpr std::string_view kInsertSupplier = "INSERT INTO Suppliers (<FIELDS>) VALUES(<VALUES>)";
+inline constexpr std::string_view kInsertDefaultSupplier = "INSERT INTO defaultSupplier (<FIELDS>) VALUES(<VALUES>)";
+inline constexpr std::string_view kFormLinks = "SELECT * FROM SupplierFormLink WHERE supplierid = <ID>";
+inline constexpr std::string_view kDeleteFormLinks = "DELETE FROM SupplierFormLink WHERE Supplierid = <ID>";
+inline constexpr std::string_view kInsertFormLink = "INSERT INTO SupplierFormLink  VALUES(<formid>, <supplierid>)";
+inline constexpr std::string_view kDeleteUnavailableLinks =
+    "DELETE FROM SupplierFormLink WHERE formid IN (SELECT ID FROM forms WHERE available=no)";
+inline constexpr std::string_view kAvailableForms = "SELECT * FROM Forms WHERE AVAILABLE=yes ORDER BY description";
+inline constexpr std::string_view kForms = "SELECT * FROM Forms  ORDER BY description";
+inline constexpr std::string_view kNewestForm = "SELECT MAX(ID) as maxid FROM forms";
+inline constexpr std::string_view kInsertForm =
+    "INSERT INTO Forms (Description,LinkName,available) VALUES('<DESCRIPTION>','<LINKNAME>', <AVAILABLE>)";
+inline constexpr std::string_view kUpdateForm =
+    "UPDATE forms SET description='<DESCRIPTION>' , linkname = '<LINKNAME>', available=<AVAILABLE> WHERE ID=<ID>";
+inline constexpr std::string_view kLinkedForms =
+    "SELECT Forms.* FROM Forms INNER JOIN SupplierFormLink ON Forms.ID = SupplierFormLink.FormId WHERE "
+    "SupplierFormLink.supplierid = <ID>";
+inline constexpr std::string_view kContacts =
+    "SELECT * FROM contacts WHERE Supplierid = <SUPPLIERID> ORDER BY Surname, firstname";
+inline constexpr std::string_view kUpdateContact =
+    "UPDATE contacts SET firstname='<FIRSTNAME>', surname='<SURNAME>', jobtitle='<JOBTITLE>', tel='<tel>', "
+    "fax='<fax>', email='<EMAIL>' WHERE ID=<ID>";
+inline constexpr std::string_view kInsertContact =
+    "INSERT INTO CONTACTS(firstname, surname, jobtitle, tel, fax, email, Supplierid) VALUES "
+    "('<FIRSTNAME>','<SURNAME>', '<JOBTITLE>', '<tel>', '<fax>','<EMAIL>',<Supplierid>)";
+inline constexpr std::string_view kDeleteContact = "DELETE FROM contacts WHERE ID=<ID>";
+inline constexpr std::string_view kDeleteContacts = "DELETE FROM contacts WHERE supplierid=<supplierID>";
+inline constexpr std::string_view kDateSent = "UPDATE contacts SET DateLastSent='<DATESENT>' WHERE ID=<ID>";
+inline constexpr std::string_view kAllEmails = "UPDATE contacts SET email='<EMAIL>'";
+inline constexpr std::string_view kFindContacts =
+    "SELECT Supplierid,id FROM contacts WHERE Surname LIKE '<SURNAME>%' AND firstname LIKE '<FIRSTNAME>%'";
+}  // namespace statements
+
+// Closes the record set and opens it on the statement. A failure is the fatal report "Database Error".
+void OpenRecordset(std::string_view statement, Recordset& recordSet);
+
+// One action statement. A failure is a fatal report: "Database update failed." with the first error of the connection.
+void ExecuteStatement(std::string_view statement);
+
+// A placeholder and the value whose text takes its place (Null: nothing).
+struct Filling {
+  std::string_view placeholder;
+  Value value;
+};
+// Every occurrence of each placeholder, in one pass: what was put in is not searched again.
+std::string FillStatement(std::string_view statement, const std::vector<Filling>& fillings);
+std::string FillStatement(std::string_view statement, std::string_view placeholder, const Value& value);
+std::string FillStatement(std::string_view statement, std::string_view placeholder, int value);
+
+// The value, or the fallback for Null.
+Value NullToDefault(const Value& value, const Value& fallback = std::string());
+
+// Apostrophes become grave accents, so that the text can stand between quotes in a statement.
+std::string EscapeQuotes(std::string_view text);
+
+// What is executed while it lives is stored together in Commit, or not at all.
+class Transaction {
+ public:
+  Transaction();
+  ~Transaction();
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  void Commit();
+
+ private:
+  bool open_ = true;
+};
+
+}  // namespace tarvolinex
