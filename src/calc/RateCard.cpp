@@ -52,14 +52,18 @@ double Threshold(int box) { return LeadingNumber(MainForm().rateCard.txtRangeTo(
 
 }  // namespace
 
-void LoadSupplierRateCard(const Recordset& supplier) {
+SupplierCalcSettingsRecord ReadSupplierSettings(const Recordset& supplier) {
   SupplierCalcSettingsRecord loaded;
   for (const auto& field : FieldsOf(loaded)) {
     const int column = supplier.ColumnIndex(field.name);
     const Value value = column < 0 ? Value(Null{}) : supplier.Field(column);
     std::visit(FieldReader{value}, field.member(loaded));
   }
-  SupplierCalcSettings = loaded;
+  return loaded;
+}
+
+void LoadSupplierRateCard(const Recordset& supplier) {
+  SupplierCalcSettings = ReadSupplierSettings(supplier);
   ApplySupplierOptions();
   RecalculateQuote();
 }

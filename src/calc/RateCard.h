@@ -1,12 +1,15 @@
 // The supplier's rate card on the window: what it offers, and the order of its thresholds.
 #pragma once
 
+#include "core/Records.h"
 #include "platform/Database.h"
 
 namespace tarvolinex {
 
-// Copies the supplier that the record set stands on into `SupplierCalcSettings` (Null reads as empty or 0), applies what
-// it offers and recalculates the quote.
+// The supplier that the record set stands on; Null, and a column that the table lacks, read as empty or 0.
+SupplierCalcSettingsRecord ReadSupplierSettings(const Recordset& supplier);
+
+// Reads it into `SupplierCalcSettings`, applies what it offers and recalculates the quote.
 void LoadSupplierRateCard(const Recordset& supplier);
 
 // Sets the quote panel to what the supplier in `SupplierCalcSettings` offers: the premium's caption and check box, the

@@ -16,15 +16,6 @@ void CopyIfMissing(const std::string& from, const std::string& to) {
   if (FileExists(from) && !FileExists(to)) CopyFile(from, to);
 }
 
-// The package, or the pristine copy that stays behind once it has been unpacked.
-std::string DeliveredPackage() {
-  for (const char* name : {"\\Database.zip", "\\Database.Bak"}) {
-    std::string path = DeliveredFolder() + name;
-    if (FileExists(path)) return path;
-  }
-  return {};
-}
-
 }  // namespace
 
 void ChooseAppFolder(std::string_view chosen) {
@@ -38,13 +29,12 @@ void ChooseAppFolder(std::string_view chosen) {
 
 std::string DeliveredFolder() {
   const std::string program = ProgramFolder();
-  const std::string shared = program + "/../share/tarvolinex";
-  return FolderExists(shared) ? shared : program;
+  const std::string beside = program + "/delivered";
+  return FolderExists(beside) ? beside : program + "/../share/tarvolinex";
 }
 
 void FillAppFolder() {
   const std::string delivered = DeliveredFolder();
-  if (NativePath(delivered) == NativePath(AppFolder)) return;
   for (const char* name : kNeededFiles) {
     CopyIfMissing(delivered + "\\" + name, AppFolder + "\\" + name);
   }
@@ -57,9 +47,7 @@ void FillAppFolder() {
     if (FileExists(folder + "\\Tarvolinex.mdb")) return;
   }
   CopyIfMissing(delivered + "\\General.dat", AppFolder + "\\General.dat");
-  if (const std::string package = DeliveredPackage(); !package.empty()) {
-    CopyIfMissing(package, AppFolder + "\\Database.zip");
-  }
+  CopyIfMissing(delivered + "\\Database.zip", AppFolder + "\\Database.zip");
 }
 
 }  // namespace tarvolinex

@@ -29,7 +29,7 @@ std::string ErrorText(int code) {
 
 Archive OpenArchive(const std::string& path) {
   int code = 0;
-  Archive archive(zip_open(NativePath(path).c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &code));
+  Archive archive(zip_open(NativePath(path).c_str(), ZIP_RDONLY, &code));
   if (!archive) throw RuntimeError(kBadArchive, "Unpacking " + path + ": " + ErrorText(code));
   return archive;
 }

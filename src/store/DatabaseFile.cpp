@@ -107,6 +107,19 @@ bool OpenDatabase(bool& askUser) {
   return true;
 }
 
+bool OpenDatabaseForCommand() {
+  if (!UnpackDatabase()) return false;
+  if (!FileExists(DatabasePath())) {
+    ShowError("Database Could not be found :-\n\n" + DataFolder);
+    return false;
+  }
+  ConnectDatabase();
+  // Until the organisation has an address the sample contacts keep their own, which lead nowhere.
+  if (DatabaseUnpacked && !CalculatorPreferences.OrgEmail.Trimmed().empty()) PointContactsAtOrganisation();
+  SetStatus(false, "", -1);
+  return true;
+}
+
 void LoadStartLists() {
   LoadFormsList(MainForm().rateCard.LvwForms);
   LoadSupplierList(false);

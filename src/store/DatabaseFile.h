@@ -17,6 +17,10 @@ bool UnpackDatabase();
 // changed. askUser becomes true when the user agrees to look for the file.
 bool OpenDatabase(bool& askUser);
 
+// The same for a command without a window: unpack and connect, without asking and without remembering the folder.
+// Returns false, after a report, when there is no database.
+bool OpenDatabaseForCommand();
+
 // Fills the forms list and the supplier list and loads the supplier that the list selects.
 void LoadStartLists();
 

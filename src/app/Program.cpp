@@ -1,0 +1,27 @@
+#include "app/Program.h"
+
+#include "app/StartUp.h"
+#include "cli/CommandLine.h"
+#include "core/Globals.h"
+#include "platform/RuntimeError.h"
+#include "platform/TerminalDesktop.h"
+
+namespace tarvolinex {
+
+int RunWithoutWindow(const ProgramOptions& options) {
+  TerminalDesktop desktop(options.yes);
+  UseDesktop(&desktop);
+  int status = kFailed;
+  try {
+    if (CommandUsesFolders(options.command)) PrepareRun(options);
+    status = RunCommand(options);
+  } catch (const ProgramEnded& ended) {
+    status = ended.status;
+  }
+  TheStore.reset();
+  UseDesktop(nullptr);
+  return status;
+}
+
+}  // namespace tarvolinex
+namespace tarvolinex { int RunWindow(int, char**, const ProgramOptions&) { return 1; } }

@@ -1,0 +1,174 @@
+#include "cli/CommandLine.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include "cli/Commands.h"
+#include "core/Globals.h"
+#include "platform/RuntimeError.h"
+
+namespace tarvolinex {
+
+namespace {
+
+struct Command {
+  const char* name;
+  const char* summary;
+  const char* usage;
+  int (*run)(const std::vector<std::string>&);
+  bool usesFolders = true;  // app folder and data folder
+};
+
+constexpr Command kCommands[] = {
+    {"quote", "price leases from a CSV file",
+     R"(usage: tarvolinex quote [--supplier FILE|ID] [--general FILE] [INPUT.csv|-] [--output FILE]
+
+Prices one lease a row. The first line names the columns, in any order; a column that is missing is 0:
+  Mode, CapitalCost, DepositMode, DepositValue, DepositPercent, AdvancedPayments, NumberOfPayments, Quarterly,
+  ResidualValue, ResidualPercent, Maintenance, ApplyPremium, Yield, CommissionPercent, CommissionValue, Payment, CapLock
+Writes, row for row: CapitalCost, DepositValue, ResidualValue, ResidualPercent, Yield, CommissionPercent,
+  CommissionValue, Payment, PaymentIncTax, NetCapital, DepositIncTax, ResidualIncTax, PremiumYield
+Money has four decimals, a rate is the shortest decimal that reads back as the same number.
+
+  --supplier FILE|ID  rate card: a record file (Supplier.dat) or a supplier of the database; without it there are no
+                      bands, so every yield and commission has to be given
+  --general FILE      preferences with the tax rate (default: General.dat of the app folder)
+  --output FILE       write there instead of to standard output
+Without INPUT, or with "-", rows come from standard input. A cell that is not a number is an error that names its line
+and column; nothing is then written.
+)",
+     RunQuote},
+    {"record", "show or change a preference record",
+     R"(usage: tarvolinex record show FILE
+       tarvolinex record write FILE
+
+show prints the record (General.dat or Supplier.dat, told apart by their sizes) as one JSON object: money as a decimal
+text, reserved bytes as hexadecimal digits under the name of their offset (Reserved32).
+write reads such an object from standard input and changes the fields that it names; the others keep what the file
+holds. A file that does not exist is made; the names of the fields tell which record it is.
+)",
+     RunRecord, false},
+    {"suppliers", "list the suppliers of the database",
+     R"(usage: tarvolinex suppliers
+
+Prints CSV with the columns ID, CompanyName, Tel, Town, PostCode, in the order of the names.
+)",
+     RunSuppliers},
+};
+
+const Command* FindCommand(const std::string& name) {
+  const auto* found = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                   [&](const Command& command) { return command.name == name; });
+  return found == std::end(kCommands) ? nullptr : found;
+}
+
+}  // namespace
+
+ProgramOptions ParseProgramOptions(const std::vector<std::string>& arguments) {
+  ProgramOptions options;
+  std::size_t i = 0;
+  for (; i < arguments.size() && arguments[i].rfind('-', 0) == 0; ++i) {
+    const std::string& word = arguments[i];
+    if (word == "--help" || word == "-h") {
+      options.help = true;
+    } else if (word == "--version") {
+      options.version = true;
+    } else if (word == "--yes") {
+      options.yes = true;
+    } else if ((word == "--app-folder" || word == "--data-folder") && i + 1 < arguments.size()) {
+      (word == "--app-folder" ? options.appFolder : options.dataFolder) = arguments[++i];
+    } else {
+      options.error = word == "--app-folder" || word == "--data-folder" ? word + " needs a folder"
+                                                                          : "unknown option " + word;
+      return options;
+    }
+  }
+  if (i == arguments.size()) return options;
+  options.command = arguments[i];
+  options.arguments.assign(arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1, arguments.end());
+  if (!FindCommand(options.command)) options.error = "unknown command " + options.command;
+  const auto asksFor = [&](const char* word) {
+    return std::find(options.arguments.begin(), options.arguments.end(), word) != options.arguments.end();
+  };
+  if (asksFor("--help") || asksFor("-h")) options.help = true;
+  if (asksFor("--yes")) options.yes = true;
+  std::erase(options.arguments, "--yes");
+  return options;
+}
+
+std::string UsageText() {
+  std::string text =
+      "usage: tarvolinex [--app-folder DIR] [--data-folder DIR] [COMMAND [ARGUMENTS]]\n\n"
+      "Without a command the window opens. Commands:\n";
+  for (const Command& command : kCommands) {
+    text += "  " + std::string(command.name) + std::string(14 - std::string(command.name).size(), ' ') + command.summary +
+            "\n";
+  }
+  return text +
+         "\n  --app-folder DIR   where the program keeps its files (made when it is missing)\n"
+         "  --data-folder DIR  where the database lies (default: as remembered, else the app folder)\n"
+         "  --yes              answer every question with yes; without it a command takes the safe answer\n"
+         "  --help             this text, or with a command the command's own\n"
+         "  --version          the program's version\n"
+         "\nExit status: 0 done, 1 a reported failure, 2 a mistake in the words of the command.\n";
+}
+
+std::string UsageText(const std::string& command) {
+  const Command* found = FindCommand(command);
+  return found ? found->usage : std::string();
+}
+
+bool CommandUsesFolders(const std::string& command) {
+  const Command* found = FindCommand(command);
+  return found && found->usesFolders;
+}
+
+int RunCommand(const ProgramOptions& options) {
+  try {
+    return FindCommand(options.command)->run(options.arguments);
+  } catch (const UsageError& mistake) {
+    std::cerr << "tarvolinex " << options.command << ": " << mistake.text << "\n\n" << UsageText(options.command);
+    return kUsageError;
+  } catch (const RuntimeError& failure) {
+    std::cerr << "tarvolinex " << options.command << ": " << failure.Description() << '\n';
+    return kFailed;
+  }
+}
+
+Arguments::Arguments(const std::vector<std::string>& arguments, const std::vector<std::string>& valued,
+                     const std::vector<std::string>& flags, std::size_t mostWords) {
+  const auto in = [](const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+  };
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& word = arguments[i];
+    if (in(valued, word)) {
+      if (i + 1 == arguments.size()) throw UsageError{word + " needs a value"};
+      options_.emplace_back(word, arguments[++i]);
+    } else if (in(flags, word)) {
+      options_.emplace_back(word, "");
+    } else if (word.size() > 1 && word[0] == '-') {
+      throw UsageError{"unknown option " + word};
+    } else {
+      words_.push_back(word);
+    }
+  }
+  if (words_.size() > mostWords) throw UsageError{"unexpected " + words_.back()};
+}
+
+std::string Arguments::Value(const std::string& name, const std::string& otherwise) const {
+  const auto values = Values(name);
+  return values.empty() ? otherwise : values.back();
+}
+
+std::vector<std::string> Arguments::Values(const std::string& name) const {
+  std::vector<std::string> values;
+  for (const auto& [option, value] : options_) {
+    if (option == name) values.push_back(value);
+  }
+  return values;
+}
+
+bool Arguments::Has(const std::string& name) const { return !Values(name).empty(); }
+
+}  // namespace tarvolinex

@@ -1,0 +1,33 @@
+// The program's commands for a run without a window.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tarvolinex {
+
+// What stands before the command.
+struct ProgramOptions {
+  std::string appFolder, dataFolder;
+  std::string command;                 // empty = the window
+  std::vector<std::string> arguments;  // of the command
+  bool help = false, version = false, yes = false;
+  std::string error;  // a usage error; empty = none
+};
+
+ProgramOptions ParseProgramOptions(const std::vector<std::string>& arguments);
+
+// Usage of the program, or of one command; empty for a command that does not exist.
+std::string UsageText();
+std::string UsageText(const std::string& command);
+
+// False for a command that works on the files that it is given and nothing else.
+bool CommandUsesFolders(const std::string& command);
+
+// Exit status of a run.
+inline constexpr int kDone = 0, kFailed = 1, kUsageError = 2;
+
+// Runs the command. REQUIRES: options.command exists, the desktop is chosen and, where it uses them, the folders are set.
+int RunCommand(const ProgramOptions& options);
+
+}  // namespace tarvolinex

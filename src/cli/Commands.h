@@ -1,0 +1,35 @@
+// One function a command; each returns the exit status.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tarvolinex {
+
+// A mistake in the words of a command.
+struct UsageError {
+  std::string text;
+};
+
+// Takes the options out of a command's arguments: "--name value" for every name in `valued`, "--name" for every other.
+class Arguments {
+ public:
+  // Throws UsageError for an unknown option, a missing value, or more plain words than `mostWords`.
+  Arguments(const std::vector<std::string>& arguments, const std::vector<std::string>& valued,
+            const std::vector<std::string>& flags, std::size_t mostWords);
+  const std::vector<std::string>& Words() const { return words_; }
+  // The last value of an option, or the default.
+  std::string Value(const std::string& name, const std::string& otherwise = {}) const;
+  std::vector<std::string> Values(const std::string& name) const;
+  bool Has(const std::string& name) const;
+
+ private:
+  std::vector<std::string> words_;
+  std::vector<std::pair<std::string, std::string>> options_;
+};
+
+int RunQuote(const std::vector<std::string>& arguments);
+int RunRecord(const std::vector<std::string>& arguments);
+int RunSuppliers(const std::vector<std::string>& arguments);
+
+}  // namespace tarvolinex

@@ -1,0 +1,34 @@
+#include "publish/Preferences.h"
+
+#include "core/Aliases.h"
+#include "core/Globals.h"
+#include "core/MainWindow.h"
+#include "core/Reports.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+
+namespace tarvolinex {
+
+namespace {
+std::string PreferencesPath() { return AppFolder + "\\General.dat"; }
+}  // namespace
+
+void LoadCalculatorPreferences() {
+  if (!FileExists(PreferencesPath())) return;
+  try {
+    ReadRecord(PreferencesPath(), CalculatorPreferences);
+  } catch (const RuntimeError&) {
+    ShowError("General Calculator Preferences Load Failed", true);
+  }
+}
+
+void SaveCalculatorPreferences() {
+  try {
+    WriteRecord(PreferencesPath(), CalculatorPreferences);
+  } catch (const RuntimeError&) {
+    ShowError("General Calculator Preferences Save Failed", true);
+  }
+  if (MainFormExists()) ApplyCaptions(MainForm());
+}
+
+}  // namespace tarvolinex

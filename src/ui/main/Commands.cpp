@@ -1,0 +1,81 @@
+// Menus and toolbar of the main window.
+#include "core/Aliases.h"
+#include "core/Globals.h"
+#include "core/Launcher.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "store/DatabaseFile.h"
+#include "store/Forms.h"
+#include "store/Suppliers.h"
+#include "ui/main/FrmAbout.h"
+#include "ui/main/FrmLeaseOrgDetails.h"
+#include "ui/main/FrmMain.h"
+#include "ui/main/FrmSearch.h"
+
+namespace tarvolinex {
+
+void FrmMain::WireMenus() {
+  menus.MnuOpen.Click = [] {
+    SavePendingChanges();
+    bool askUser = true;
+    OpenDatabase(askUser);
+  };
+  menus.MnuExit.Click = [this] { Close(); };
+  menus.MnuAdd.Click = [this] { SupplierCommand(0); };
+  menus.MnuRemove.Click = [this] { SupplierCommand(1); };
+  menus.MnuSaveDefault.Click = [this] { SaveAsDefault(); };
+  menus.MnuRefresh.Click = [this] { RefreshSupplierList(); };
+  menus.MnuSearch.Click = [this] { ShowContactSearch(); };
+  menus.MnuDetails.Click = [this] { ShowOrganisationDetails(); };
+  menus.MnuHelpPage.Click = [] { ShowHelpPage(0); };
+  menus.MnuAbout.Click = [this] { ShowAbout(); };
+}
+
+void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
+  SavePendingChanges();
+  if (key == "ADDNEW") SupplierCommand(0);
+  if (key == "REMSUPP") SupplierCommand(1);
+  if (key == "SEARCH") ShowContactSearch();
+  if (key == "REFRESH") RefreshSupplierList();
+  if (key == "HELP") ShowHelpPage(0);
+}
+
+void FrmMain::RefreshSupplierList() {
+  LoadFormsList(rateCard.LvwForms);
+  LoadSupplierList(false);
+  LvwSuppliers_ItemClick();
+}
+
+void FrmMain::SaveAsDefault() {
+  const std::string text = ReplaceAliases(
+      "You are about to save the current <SUPPLIER> as the default.\r\n\r\n"
+      "Any new <SUPPLIER> created, on this database, will have their initial rates, commission etc set to the\r\n"
+      "same as this <SUPPLIER>");
+  const auto answer = TheDesktop().MessageBox(text, ReplaceAliases("Save as Default <SUPPLIER>"),
+                                              BoxButtons::OkCancel, BoxIcon::Information);
+  if (answer != Answer::Ok) return;
+  SavePendingChanges();
+  SaveSupplier(false);
+  // The shown ticks become the default's, whether or not the user has just changed them.
+  FormLinksChanged = true;
+  SaveSupplierFormLinks(0);
+}
+
+void FrmMain::ShowAbout() {
+  FrmAbout about;
+  TheDesktop().ShowModal(about);
+}
+
+void FrmMain::ShowOrganisationDetails() {
+  SavePendingChanges();
+  FrmLeaseOrgDetails details;
+  details.Load();
+  TheDesktop().ShowModal(details);
+}
+
+void FrmMain::ShowContactSearch() {
+  FrmSearch search;
+  TheDesktop().ShowModal(search);
+}
+
+}  // namespace tarvolinex

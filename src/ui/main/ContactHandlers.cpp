@@ -1,0 +1,76 @@
+// The contact list and the contact fields.
+#include "core/Globals.h"
+#include "core/Reports.h"
+#include "platform/RuntimeError.h"
+#include "store/Contacts.h"
+#include "store/Statements.h"
+#include "store/Suppliers.h"
+#include "ui/main/FrmMain.h"
+
+namespace tarvolinex {
+
+namespace {
+constexpr const char* kSaveContact = "Save &Contact";
+}
+
+void FrmMain::WireContacts() {
+  supplier.LstContacts.Click = [this] { LstContacts_Click(); };
+  for (int i = 0; i < 6; ++i) {
+    TextBox& field = supplier.TxtContact(i);
+    field.Change = [this] { TxtContact_Change(); };
+    field.GotFocus = [this] { TxtContact_GotFocus(); };
+    field.Validate = [&field] { field.SetText(EscapeQuotes(field.Text())); };
+  }
+  for (int i = 0; i < 2; ++i) {
+    supplier.CmdContact(i).Click = [this, i] { CmdContact_Click(i); };
+  }
+  send.lvSendContacts.DblClick = [this] { send.lvSendContacts.ToggleCheck(send.lvSendContacts.Selected()); };
+}
+
+void FrmMain::LstContacts_Click() {
+  GetContact();
+  supplier.CmdContact(0).SetCaption("Add &Contact");
+  supplier.CmdContact(1).SetEnabled(true);
+}
+
+void FrmMain::TxtContact_Change() {
+  ContactChanged = true;
+  supplier.CmdContact(0).SetCaption(kSaveContact);
+  supplier.CmdContact(0).SetEnabled(true);
+}
+
+void FrmMain::TxtContact_GotFocus() {
+  const int row = LvwSuppliers.Selected();
+  if (row < 0 || LvwSuppliers.At(row).key != "ID0") return;
+  SavePendingChanges();
+  if (supplier.LstContacts.Items().empty()) supplier.CmdContact(0).SetCaption(kSaveContact);
+}
+
+void FrmMain::CmdContact_Click(int button) {
+  const bool saves = supplier.CmdContact(0).Caption() == kSaveContact;
+  SavePendingChanges();
+  if (button == 1) return RemoveContact();
+  try {
+    if (saves) return ListContacts();
+    ClearContactFields();
+    supplier.LstContacts.SetListIndex(-1);
+    supplier.TxtContact(0).SetFocus();
+    supplier.CmdContact(0).SetCaption(kSaveContact);
+  } catch (const RuntimeError&) {
+    ShowError("Contact add failed");
+  }
+}
+
+void FrmMain::RemoveContact() {
+  if (supplier.LstContacts.ListIndex() < 0) return;
+  try {
+    ExecuteStatement(FillStatement(statements::kDeleteContact, "<ID>", CurrentContactId));
+    ContactChanged = false;
+    ListContacts();
+    supplier.TxtContact(0).SetFocus();
+  } catch (const RuntimeError&) {
+    ShowError("Contact delete failed");
+  }
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,20 @@
+// Version and purpose of the program.
+#pragma once
+
+#include "platform/Controls.h"
+
+namespace tarvolinex {
+
+class FrmAbout : public Window {
+ public:
+  FrmAbout();
+
+  Label LblTitle, LblVersion, LblText;
+  PictureBox PicLogo;
+  CommandButton CmdOk, CmdSysInfo;
+};
+
+// "Version 1.0.0"
+const char* VersionText();
+
+}  // namespace tarvolinex

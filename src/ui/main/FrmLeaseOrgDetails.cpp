@@ -1,0 +1,108 @@
+#include "ui/main/FrmLeaseOrgDetails.h"
+
+#include "core/Globals.h"
+#include "platform/Desktop.h"
+#include "platform/Text.h"
+#include "publish/Preferences.h"
+#include "store/Statements.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr int kCompany = 0, kWeb = 7, kEmail = 10, kFields = 12;
+
+struct DetailField {
+  const char* caption;
+  FixedText CalculatorPreferencesRecord::*field;
+};
+
+constexpr DetailField kDetails[kFields] = {
+    {"Company &Name *", &CalculatorPreferencesRecord::OrgCompanyName},
+    {"&Address", &CalculatorPreferencesRecord::OrgAddress1},
+    {"", &CalculatorPreferencesRecord::OrgAddress2},
+    {"", &CalculatorPreferencesRecord::OrgAddress3},
+    {"Count&y", &CalculatorPreferencesRecord::OrgCounty},
+    {"To&wn", &CalculatorPreferencesRecord::OrgTown},
+    {"&Post Code", &CalculatorPreferencesRecord::OrgPostCode},
+    {"We&b Address", &CalculatorPreferencesRecord::OrgWebAddress},
+    {"&Telephone", &CalculatorPreferencesRecord::OrgTel},
+    {"&Fax", &CalculatorPreferencesRecord::OrgFax},
+    {"&Email *", &CalculatorPreferencesRecord::OrgEmail},
+    {"Conta&ct Name", &CalculatorPreferencesRecord::OrgContactName},
+};
+
+}  // namespace
+
+FrmLeaseOrgDetails::FrmLeaseOrgDetails()
+    : Window("FrmLeaseOrgDetails", "Your Details"),
+      LblLeaseOrg(*this, "LblLeaseOrg", kFields),
+      TxtLeaseOrg(*this, "TxtLeaseOrg", kFields),
+      cmdaction(*this, "cmdaction", 2) {
+  for (int i = 0; i < kFields; ++i) {
+    TextBox& box = TxtLeaseOrg(i);
+    LblLeaseOrg(i).SetCaption(kDetails[i].caption);
+    box.SetMaxLength((CalculatorPreferences.*kDetails[i].field).Width());
+    box.Change = [this] { TxtLeaseOrg_Change(); };
+    box.Validate = [&box] { box.SetText(EscapeQuotes(box.Text())); };
+  }
+  // The prefix of a web address is taken off before it is cut to its width.
+  TxtLeaseOrg(kWeb).SetMaxLength(TxtLeaseOrg(kWeb).MaxLength() + static_cast<int>(std::string("http://").size()));
+  cmdaction(0).SetCaption("&OK");
+  cmdaction(1).SetCaption("Cancel");
+  for (int i = 0; i < 2; ++i) {
+    cmdaction(i).Click = [this, i] { cmdaction_Click(i); };
+  }
+  KeyUp = [this](Key key) {
+    if (key == Key::Return) cmdaction(0).Press();
+    if (key == Key::Escape) cmdaction(1).Press();
+  };
+  MayClose = [this] { return cmdaction(1).Enabled(); };
+}
+
+void FrmLeaseOrgDetails::Load() {
+  BuildFormValues();
+  TxtLeaseOrg_Change();
+}
+
+void FrmLeaseOrgDetails::BuildFormValues() {
+  for (int i = 0; i < kFields; ++i) TxtLeaseOrg(i).SetText((CalculatorPreferences.*kDetails[i].field).Trimmed());
+}
+
+void FrmLeaseOrgDetails::BuildCalcOptions() {
+  for (int i = 0; i < kFields; ++i) {
+    const std::string& text = TxtLeaseOrg(i).Text();
+    CalculatorPreferences.*kDetails[i].field = i == kWeb ? ReplaceAllNoCase(text, "http://", "") : text;
+  }
+}
+
+void FrmLeaseOrgDetails::TxtLeaseOrg_Change() {
+  const bool typed = !Trim(TxtLeaseOrg(kCompany).Text()).empty() && !Trim(TxtLeaseOrg(kEmail).Text()).empty();
+  const bool stored =
+      !CalculatorPreferences.OrgCompanyName.Trimmed().empty() && !CalculatorPreferences.OrgEmail.Trimmed().empty();
+  cmdaction(1).SetEnabled(typed && stored);
+}
+
+bool FrmLeaseOrgDetails::Checked() {
+  const std::string name(Trim(TxtLeaseOrg(kCompany).Text())), email(Trim(TxtLeaseOrg(kEmail).Text()));
+  if (name.empty() || email.empty()) {
+    TheDesktop().MessageBox("You must enter your company name and an email address", "Your Details", BoxButtons::Ok,
+                            BoxIcon::Information);
+    TxtLeaseOrg(name.empty() ? kCompany : kEmail).SetFocus();
+    return false;
+  }
+  if (email.find('@') != std::string::npos && email.find('.') != std::string::npos) return true;
+  return TheDesktop().MessageBox("The email address entered may be invalid. \r\n\r\nContinue?", "Email  Address",
+                                 BoxButtons::OkCancel, BoxIcon::Exclamation) == Answer::Ok;
+}
+
+void FrmLeaseOrgDetails::cmdaction_Click(int button) {
+  if (button == 0) {
+    if (!Checked()) return;
+    BuildCalcOptions();
+    SaveCalculatorPreferences();
+  }
+  Close();
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,27 @@
+// The organisation's own details: name, address and, above all, the e-mail address that responses go to.
+#pragma once
+
+#include "platform/Controls.h"
+
+namespace tarvolinex {
+
+class FrmLeaseOrgDetails : public Window {
+ public:
+  FrmLeaseOrgDetails();
+
+  // Fills the boxes; Cancel is free only when a name and an e-mail address are stored already.
+  void Load();
+
+  ControlArray<Label> LblLeaseOrg;
+  ControlArray<TextBox> TxtLeaseOrg;
+  ControlArray<CommandButton> cmdaction;  // OK, Cancel
+
+ private:
+  void BuildFormValues();
+  void BuildCalcOptions();
+  void TxtLeaseOrg_Change();
+  bool Checked();
+  void cmdaction_Click(int button);
+};
+
+}  // namespace tarvolinex

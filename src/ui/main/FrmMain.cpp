@@ -1,0 +1,123 @@
+#include "ui/main/FrmMain.h"
+
+#include "calc/QuotePanel.h"
+#include "core/Aliases.h"
+#include "core/Globals.h"
+#include "core/Reports.h"
+#include "core/Settings.h"
+#include "platform/Desktop.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "store/Contacts.h"
+#include "store/DatabaseFile.h"
+#include "store/Suppliers.h"
+
+namespace tarvolinex {
+
+namespace {
+
+// One step of the window's load: its failure is passed over.
+template <typename Action>
+void LoadStep(Action action) {
+  try {
+    action();
+  } catch (const RuntimeError&) {
+    // The window comes up without what this step would have set.
+  }
+}
+
+struct MenuTag {
+  Menu MainMenus::*menu;
+  const char* tag;
+};
+
+constexpr MenuTag kMenuTags[] = {
+    {&MainMenus::MnuOpen, "ALAIS=&Open <SUPPLIER> Database..."},
+    {&MainMenus::MnuCreate, "ALAIS=&Create New <SUPPLIER> Database"},
+    {&MainMenus::MnuAdd, "ALAIS=&Add <SUPPLIER>"},
+    {&MainMenus::MnuRemove, "ALAIS=R&emove <SUPPLIER>"},
+    {&MainMenus::MnuSaveDefault, "ALAIS=Save <SUPPLIER> as Default"},
+    {&MainMenus::MnuRefresh, "ALAIS=&Refresh <SUPPLIER> List"},
+    {&MainMenus::MnuPreferences, "ALAIS=<CALCNAME> Options and Preferences..."},
+    {&MainMenus::MnuPreview, "ALAIS=&Preview <CALCNAME>"},
+};
+
+}  // namespace
+
+FrmMain::FrmMain() {
+  WireShell();
+  WireMenus();
+  WireQuote();
+  WireRateCard();
+  WireSuppliers();
+  WireContacts();
+}
+
+void FrmMain::WireShell() {
+  Toolbar1.ButtonClick = [this](const std::string& key) { Toolbar1_ButtonClick(key); };
+  TabMain.Click = [this] { TabMain_Click(); };
+  Timer1.Tick = [this] { Timer1_Tick(); };
+  KeyUp = [this](Key key) { Form_KeyUp(key); };
+  Resized = [this](int width, int height) { Arrange(width, height); };
+  Unloading = [this] { Unload(); };
+}
+
+void FrmMain::Load() {
+  loading = true;
+  LoadingSupplier = true;
+  ErrorShown = false;
+  LoadStep([&] {
+    TabMain.SelectTab(kTabQuote);
+    SetImageForButtonAndDrop();
+  });
+  LoadStep([&] { LoadIniFileValues(); });
+  for (const auto& [menu, tag] : kMenuTags) (menus.*menu).SetTag(tag);
+  LoadStep([&] { ApplyCaptions(*this); });
+  bool opened = false, askUser = false;
+  LoadStep([&] { opened = OpenDatabase(askUser); });
+  if (!opened) throw ProgramEnded{1};
+  LoadStep([&] { SetDefaults(); });
+  loading = false;
+}
+
+void FrmMain::Unload() {
+  // A supplier without a name is never stored: closing drops it, or the emptied name.
+  const bool named = !Trim(supplier.TxtSupplier(kSupplierName).Text()).empty();
+  if (!ErrorShown && named) {
+    LeaveField();
+    SavePendingChanges();
+    SaveContact();
+  }
+  for (Recordset* set : {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords,
+                         &TheStore->ContactRecords}) {
+    set->Close();
+  }
+  TheDesktop().DoEvents();
+  TheDesktop().DoEvents();
+}
+
+void FrmMain::SetImageForButtonAndDrop() {
+  for (int i = 0; i < static_cast<int>(Toolbar1.Buttons().size()); ++i) {
+    Toolbar1.SetButtonImage(i, Toolbar1.Buttons()[static_cast<std::size_t>(i)].key);
+  }
+}
+
+void FrmMain::TabMain_Click() {
+  SavePendingChanges();
+  SaveContact();
+  if (!loading) RecalculateShownQuote();
+  if (TabMain.Selected() == kTabSend && ContactListStale) ListContacts();
+}
+
+void FrmMain::Timer1_Tick() {
+  const int value = ProgressBar1.Value();
+  ProgressBar1.SetValue((value >= 100 ? 0 : value) + 1);
+}
+
+void FrmMain::Form_KeyUp(Key key) {
+  if (key != Key::Escape || !Trim(supplier.TxtSupplier(kSupplierName).Text()).empty()) return;
+  SupplierChanged = true;
+  SupplierCommand(1);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,79 @@
+// The main window: where every command starts.
+#pragma once
+
+#include <string>
+
+#include "core/MainWindow.h"
+
+namespace tarvolinex {
+
+class FrmMain : public MainWindow {
+ public:
+  FrmMain();
+
+  // Runs once, before the window is first shown: INI values, captions, database, defaults. A step that fails is passed
+  // over. Throws ProgramEnded when there is no database to open.
+  void Load();
+
+  // Saves pending edits unless an error was reported during the run.
+  void Unload();
+
+  // Twips of the inner size; raises them to the smallest size and places what follows the window's edges.
+  static int SmallestWidth();
+  static int SmallestHeight();
+  void Arrange(int width, int height);
+
+  // 0 adds a supplier, 1 removes the shown one, any other value undoes its edits. With pending edits 0 saves them and
+  // 1 undoes them.
+  void SupplierCommand(int action);
+
+  // The selection handler of the supplier list.
+  void LvwSuppliers_ItemClick();
+
+  // Assigns each toolbar button the picture of its key.
+  void SetImageForButtonAndDrop();
+
+ private:
+  void WireShell();
+  void WireMenus();
+  void WireQuote();
+  void WireRateCard();
+  void WireSuppliers();
+  void WireContacts();
+
+  void Toolbar1_ButtonClick(const std::string& key);
+  void TabMain_Click();
+  void Timer1_Tick();
+  void Form_KeyUp(Key key);
+  void RefreshSupplierList();
+  void SaveAsDefault();
+  void ShowAbout();
+  void ShowOrganisationDetails();
+  void ShowContactSearch();
+
+  void TxtProCalc_Change(int box);
+  void TxtProCalc_LostFocus(int box);
+  void UpDNew_Step(int box, bool up);
+  void CboProCalc_Click(int list);
+  void ckCapLock_Click();
+  void ChkPremium_Click();
+
+  void txtRangeTo_Change(int box);
+  void txtRangeTo_LostFocus(int box);
+  void WireRateBox(TextBox& box, UpDown& upDown, int kind, double largest);
+
+  void TxtSupplier_Change(int field);
+  void TxtSupplier_LostFocus(int field);
+  void LvwSuppliers_ColumnClick(int column);
+  void LvwForms_ItemCheck();
+
+  void LstContacts_Click();
+  void TxtContact_Change();
+  void TxtContact_GotFocus();
+  void CmdContact_Click(int button);
+  void RemoveContact();
+
+  std::string loadedName_;  // the shown supplier's list text, put back when edits are undone
+};
+
+}  // namespace tarvolinex

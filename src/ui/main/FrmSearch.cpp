@@ -1,0 +1,88 @@
+#include "ui/main/FrmSearch.h"
+
+#include "core/Globals.h"
+#include "core/MainWindow.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Text.h"
+#include "store/Statements.h"
+
+namespace tarvolinex {
+
+FrmSearch::FrmSearch()
+    : Window("FrmSearch", "Contact Search"),
+      LblPrompt(*this, "LblPrompt", -1, "Enter contacts name or partial name to search the database for"),
+      LblSearch(*this, "LblSearch", 2),
+      TxtSearch(*this, "TxtSearch", 2),
+      CmdFind(*this, "CmdFind", -1, "&Find First"),
+      CmdClose(*this, "CmdClose", -1, "&Close") {
+  LblSearch(0).SetCaption("F&irst Name");
+  LblSearch(1).SetCaption("&Surname");
+  CmdFind.SetEnabled(false);
+  CmdFind.Click = [this] { CmdFind_Click(); };
+  CmdClose.Click = [this] { Close(); };
+  for (int i = 0; i < 2; ++i) {
+    TextBox& box = TxtSearch(i);
+    box.Change = [this] { EndSearch(); };
+    box.Validate = [&box] { box.SetText(EscapeQuotes(box.Text())); };
+    box.KeyUp = [this](Key key) {
+      if (key == Key::Return) CmdFind.Press();
+    };
+  }
+  KeyUp = [this](Key key) {
+    if (key == Key::Escape) Close();
+  };
+}
+
+void FrmSearch::EndSearch() {
+  searching_ = false;
+  CmdFind.SetEnabled(true);
+  CmdFind.SetCaption("&Find First");
+}
+
+void FrmSearch::CmdFind_Click() {
+  if (searching_) return FindNext();
+  if (Trim(TxtSearch(0).Text() + TxtSearch(1).Text()).empty()) return;
+  SubDoContactSearch();
+}
+
+void FrmSearch::SubDoContactSearch() {
+  SetStatus(false, "Searching", 50);
+  OpenRecordset(FillStatement(statements::kFindContacts, {{"<FIRSTNAME>", std::string(Trim(TxtSearch(0).Text()))},
+                                                          {"<SURNAME>", std::string(Trim(TxtSearch(1).Text()))}}),
+                matches_);
+  if (matches_.EndOfFile()) {
+    SetStatus(false, "", -1);
+    TheDesktop().MessageBox("No Contacts Found", "Contract Search", BoxButtons::Ok, BoxIcon::Information);
+    return;
+  }
+  SetSupplierListView();
+  searching_ = true;
+  CmdFind.SetCaption("&Find Next");
+  SetStatus(false, "", -1);
+}
+
+void FrmSearch::FindNext() {
+  if (!matches_.EndOfFile()) matches_.MoveNext();
+  if (!matches_.EndOfFile()) return SetSupplierListView();
+  TheDesktop().MessageBox("No more contacts found", "Search", BoxButtons::Ok, BoxIcon::Information);
+  searching_ = false;
+  CmdFind.SetCaption("&Find First");
+}
+
+void FrmSearch::SetSupplierListView() {
+  MainWindow& form = MainForm();
+  const std::string key = "ID" + ValueText(matches_.Field("Supplierid"));
+  const int contact = static_cast<int>(ValueNumber(matches_.Field("id")));
+  form.TabMain.SelectTab(kTabDetails);
+  const int row = form.LvwSuppliers.Find(key);
+  if (row < 0) return;
+  form.LvwSuppliers.Select(row);
+  if (form.LvwSuppliers.ItemClick) form.LvwSuppliers.ItemClick();
+  const auto& names = form.supplier.LstContacts.Items();
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (names[i].data == contact) form.supplier.LstContacts.SetListIndex(static_cast<int>(i));
+  }
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,39 @@
+// Where the parts of the main window lie, in twips (1/15 of a pixel at 100 %).
+#include <algorithm>
+
+#include "ui/main/FrmMain.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr int kTabWidth = 10200;
+constexpr int kGap = 50;         // between the list and the tab set
+constexpr int kRightEdge = 150;  // clear of the window's right edge
+constexpr int kToolbarHeight = 780;
+constexpr int kCompanyTop = 800, kCompanyHeight = 450;
+constexpr int kTop = 1300;       // of the list and the tab set
+constexpr int kAroundTabs = 1850;  // what the window's height has beyond the tab set's
+constexpr int kStatusHeight = 375, kProgressWidth = 2400;
+
+}  // namespace
+
+int FrmMain::SmallestWidth() { return kTabWidth + kGap + kRightEdge; }
+
+int FrmMain::SmallestHeight() { return 8700; }
+
+void FrmMain::Arrange(int width, int height) {
+  width = std::max(width, SmallestWidth());
+  height = std::max(height, SmallestHeight());
+  const int tabLeft = width - kRightEdge - kTabWidth;
+  const int tabHeight = height - kAroundTabs;
+  const int statusTop = height - kStatusHeight - kGap;
+  Toolbar1.SetPosition({0, 0, width, kToolbarHeight});
+  LblCompany.SetPosition({tabLeft, kCompanyTop, kTabWidth, kCompanyHeight});
+  TabMain.SetPosition({tabLeft, kTop, kTabWidth, tabHeight});
+  LvwSuppliers.SetPosition({0, kTop, width - kTabWidth - kGap - kRightEdge, tabHeight});
+  TxtStatus.SetPosition({kRightEdge, statusTop, width - 3 * kRightEdge - kProgressWidth, kStatusHeight});
+  ProgressBar1.SetPosition({width - kRightEdge - kProgressWidth, statusTop, kProgressWidth, kStatusHeight});
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,102 @@
+// The quote panel's handlers.
+#include "calc/InputRules.h"
+#include "calc/QuotePanel.h"
+#include "core/Globals.h"
+#include "platform/Text.h"
+#include "ui/main/FrmMain.h"
+
+namespace tarvolinex {
+
+namespace {
+
+int ModeFor(int box, bool locked) {
+  switch (box) {
+    case kBoxPayment:
+      return locked ? kModePayment : kModeCapitalCost;
+    case kBoxYield:
+      return kModeYield;
+    case kBoxCommission:
+    case kBoxCommissionPercent:
+      return locked ? kModeCommissionLocked : kModeCommission;
+    default:
+      return kModeForward;
+  }
+}
+
+// Kind of the formatter and largest value of a quote box.
+std::string FormatBox(int box, const std::string& text) {
+  const int kind = QuoteBoxKind(box);
+  if (kind == kInputPayments) return FormatNumberInput(kInputCount, text);
+  return FormatNumberInput(kind, text, kind == kInputPercent ? 100 : kLargestAmount);
+}
+
+}  // namespace
+
+void FrmMain::WireQuote() {
+  for (int i = 0; i < kQuoteBoxes; ++i) {
+    quote.TxtProCalc(i).Change = [this, i] { TxtProCalc_Change(i); };
+    quote.TxtProCalc(i).LostFocus = [this, i] { TxtProCalc_LostFocus(i); };
+    quote.UpDNew(i).UpClick = [this, i] { UpDNew_Step(i, true); };
+    quote.UpDNew(i).DownClick = [this, i] { UpDNew_Step(i, false); };
+    quote.UpDNew(i).Change = [this, i] { TxtProCalc_LostFocus(i); };
+  }
+  for (int i = 0; i < kQuoteLists; ++i) {
+    quote.CboProCalc(i).Click = [this, i] { CboProCalc_Click(i); };
+  }
+  quote.ckCapLock.Click = [this] { ckCapLock_Click(); };
+  quote.ChkPremium.Click = [this] { ChkPremium_Click(); };
+}
+
+void FrmMain::TxtProCalc_Change(int box) {
+  if (loading) return;
+  const bool nothing = LeadingNumber(quote.TxtProCalc(kBoxCapitalCost).Text()) == 0;
+  if (nothing) quote.ckCapLock.SetValue(false);
+  quote.ckCapLock.SetEnabled(!nothing);
+  if (box == kBoxPayments) {
+    const int aYear = quote.CboProCalc(kListInterval).ListIndex() == 1 ? 4 : 12;
+    const int payments = static_cast<int>(LeadingNumber(quote.TxtProCalc(kBoxPayments).Text()));
+    const int years = payments / aYear;
+    if (payments % aYear == 0 && years >= 1 && years <= 5) {
+      loading = true;
+      quote.CboProCalc(kListTerm).SetListIndex(years - 1);
+      loading = false;
+    }
+  }
+  RecalculateQuote(ModeFor(box, quote.ckCapLock.Value()), box);
+}
+
+void FrmMain::TxtProCalc_LostFocus(int box) {
+  TextBox& field = quote.TxtProCalc(box);
+  field.SetText(FormatBox(box, field.Text()));
+}
+
+void FrmMain::UpDNew_Step(int box, bool up) {
+  const UpDown& arrows = quote.UpDNew(box);
+  const int kind = QuoteBoxKind(box) == kInputPayments ? kInputCount : QuoteBoxKind(box);
+  StepInput(quote.TxtProCalc(box), up, up ? arrows.Max : arrows.Min, kind);
+}
+
+void FrmMain::CboProCalc_Click(int list) {
+  if (loading) return;
+  loading = true;
+  ApplyQuoteList(list);
+  loading = false;
+  RecalculateQuote();
+}
+
+void FrmMain::ckCapLock_Click() {
+  const bool locked = quote.ckCapLock.Value();
+  SetControlLocked(quote.TxtProCalc(kBoxCapitalCost), locked);
+  SetControlLocked(quote.UpDNew(kBoxCapitalCost), locked);
+  if (locked || loading) return;
+  quote.TxtProCalc(kBoxCapitalCost).SetFocus();
+  TxtProCalc_Change(kBoxCapitalCost);
+}
+
+void FrmMain::ChkPremium_Click() {
+  if (loading) return;
+  quote.TxtProCalc(kBoxCapitalCost).SetFocus();
+  TxtProCalc_Change(kBoxCapitalCost);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,88 @@
+// The supplier list and the supplier's own fields.
+#include "calc/QuotePanel.h"
+#include "core/Aliases.h"
+#include "core/Globals.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Text.h"
+#include "store/Statements.h"
+#include "store/Suppliers.h"
+#include "ui/main/FrmMain.h"
+
+namespace tarvolinex {
+
+void FrmMain::WireSuppliers() {
+  LvwSuppliers.ItemClick = [this] { LvwSuppliers_ItemClick(); };
+  LvwSuppliers.ColumnClick = [this](int column) { LvwSuppliers_ColumnClick(column); };
+  LvwSuppliers.KeyUp = [this](Key key) {
+    if (key == Key::Delete) SupplierCommand(1);
+  };
+  for (int i = 0; i < kSupplierFields; ++i) {
+    TextBox& field = supplier.TxtSupplier(i);
+    field.Change = [this, i] { TxtSupplier_Change(i); };
+    field.Validate = [&field] { field.SetText(EscapeQuotes(field.Text())); };
+    field.LostFocus = [this, i] { TxtSupplier_LostFocus(i); };
+  }
+}
+
+void FrmMain::LvwSuppliers_ItemClick() {
+  if (!SupplierChanged) LoadingSupplier = true;
+  LoadSupplier();
+  CurrentSupplierIndex = LvwSuppliers.Selected();
+  loadedName_ = CurrentSupplierIndex < 0 ? std::string() : LvwSuppliers.At(CurrentSupplierIndex).text;
+  if (!loading) RecalculateQuote();
+  LoadingSupplier = false;
+}
+
+void FrmMain::LvwSuppliers_ColumnClick(int column) {
+  SetStatus(false, "Sorting", 50);
+  LvwSuppliers.SortAscending = LvwSuppliers.SortColumn != column || !LvwSuppliers.SortAscending;
+  LvwSuppliers.SortColumn = column;
+  LvwSuppliers.Sort();
+  CurrentSupplierIndex = LvwSuppliers.Selected();
+  SetStatus(false, "", -1);
+}
+
+void FrmMain::SupplierCommand(int action) {
+  const bool pending = SupplierChanged || FormLinksChanged;
+  if (action == 0) {
+    SavePendingChanges();
+    if (pending) return;
+    CurrentSupplierId = 0;
+    LoadingSupplier = true;
+    NewSupplier();
+    LoadingSupplier = false;
+    return;
+  }
+  if (action == 1 && !pending) {
+    RemoveSupplier();
+    return LvwSuppliers_ItemClick();
+  }
+  SupplierChanged = FormLinksChanged = false;
+  LvwSuppliers.SetRowText(CurrentSupplierIndex, loadedName_);
+  if (const int row = LvwSuppliers.Find("ID0"); row >= 0 && row == LvwSuppliers.Selected()) {
+    ContactChanged = false;
+    LvwSuppliers.Remove(row);
+    LvwSuppliers.Select(0);
+  }
+  EnableCommands(false);
+  LvwSuppliers_ItemClick();
+}
+
+void FrmMain::TxtSupplier_Change(int field) {
+  const bool changedBefore = SupplierChanged;
+  SupplierChanged = true;
+  const std::string& name = supplier.TxtSupplier(kSupplierName).Text();
+  LblCompany.SetCaption("*" + name + "*");
+  if (field != kSupplierName) return;
+  EnableCommands(Trim(name).empty());
+  if (changedBefore) LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? "<NEW>" : name);
+}
+
+void FrmMain::TxtSupplier_LostFocus(int field) {
+  if (field != kSupplierName || !Trim(supplier.TxtSupplier(kSupplierName).Text()).empty()) return;
+  TheDesktop().MessageBox(ReplaceAliases("You must enter a <SUPPLIER> name"), "", BoxButtons::Ok, BoxIcon::None);
+  supplier.TxtSupplier(kSupplierName).SetFocus();
+}
+
+}  // namespace tarvolinex
