@@ -24,4 +24,8 @@ int RunWithoutWindow(const ProgramOptions& options) {
 }
 
 }  // namespace tarvolinex
-namespace tarvolinex { int RunWindow(int, char**, const ProgramOptions&) { return 1; } }
+namespace tarvolinex {
+int RunWindow(int, char**, const ProgramOptions&) {
+  return 1;
+}
+}  // namespace tarvolinex

@@ -70,10 +70,10 @@ class CapitalCostSearch {
   bool ScaleByRatio() {
     Currency before, earlier;
     while (!Met()) {
-      const auto next = quote_.Payment == Currency()
-                            ? std::nullopt
-                            : Currency::FromDouble(quote_.CapitalCost.ToDouble() * target_.ToDouble() /
-                                                   quote_.Payment.ToDouble());
+      const auto next =
+          quote_.Payment == Currency()
+              ? std::nullopt
+              : Currency::FromDouble(quote_.CapitalCost.ToDouble() * target_.ToDouble() / quote_.Payment.ToDouble());
       const bool swings = next && passes_ > 2 && (*next == earlier || *next == before);
       if (!next || swings || passes_ >= kMostPasses - kMostBandPasses) return false;
       earlier = before;

@@ -41,14 +41,14 @@ struct Pass {
   const int mode;
   QuoteRecord& quote;
   const QuoteTerms& terms;
-  double yield = 0;          // percent a year
-  double commission = 0;     // percent of the capital cost
-  double rate = 0;           // a period
-  int periods = 0;           // regular payments to run
-  double advanced = 0;       // payments in advance
+  double yield = 0;       // percent a year
+  double commission = 0;  // percent of the capital cost
+  double rate = 0;        // a period
+  int periods = 0;        // regular payments to run
+  double advanced = 0;    // payments in advance
   Currency deposit = {}, residual = {};
-  double financed = 0;       // amount financed
-  double payment = 0;        // without maintenance
+  double financed = 0;  // amount financed
+  double payment = 0;   // without maintenance
 
   double Capital() const { return quote.CapitalCost.ToDouble(); }
 
@@ -77,7 +77,8 @@ struct Pass {
 
   void FindRunAndDeductions() {
     const int run = quote.NumberOfPayments - quote.AdvancedPayments;
-    if (run >= std::numeric_limits<std::int16_t>::min() && run <= std::numeric_limits<std::int16_t>::max()) periods = run;
+    if (run >= std::numeric_limits<std::int16_t>::min() && run <= std::numeric_limits<std::int16_t>::max())
+      periods = run;
     if (quote.AdvancedPayments > 0) advanced = quote.AdvancedPayments;
     if (quote.DepositMode == 0) deposit = quote.DepositValue;
     if (quote.DepositMode == 1) Store(deposit, static_cast<double>(quote.DepositPercent) / 100 * Capital());
@@ -159,7 +160,9 @@ struct Pass {
 
 }  // namespace
 
-float BandYield(const RateCard& card, Currency capitalCost) { return InBand(card.Yield, BandOf(card, capitalCost)); }
+float BandYield(const RateCard& card, Currency capitalCost) {
+  return InBand(card.Yield, BandOf(card, capitalCost));
+}
 
 float BandCommission(const RateCard& card, Currency capitalCost) {
   return InBand(card.Com, BandOf(card, capitalCost));

@@ -13,19 +13,29 @@ namespace tarvolinex {
 
 namespace {
 
-double BoxNumber(int box) { return LeadingNumber(MainForm().quote.TxtProCalc(box).Text()); }
+double BoxNumber(int box) {
+  return LeadingNumber(MainForm().quote.TxtProCalc(box).Text());
+}
 
-Currency BoxAmount(int box) { return Currency::FromDouble(BoxNumber(box)).value_or(Currency()); }
+Currency BoxAmount(int box) {
+  return Currency::FromDouble(BoxNumber(box)).value_or(Currency());
+}
 
-float BoxRate(int box) { return static_cast<float>(BoxNumber(box)); }
+float BoxRate(int box) {
+  return static_cast<float>(BoxNumber(box));
+}
 
 std::int16_t BoxCount(int box) {
   using Limits = std::numeric_limits<std::int16_t>;
   return static_cast<std::int16_t>(std::clamp<double>(BoxNumber(box), Limits::min(), Limits::max()));
 }
 
-std::string AmountText(Currency amount) { return FormatFixed(amount.ToDouble(), 2); }
-std::string RateText(float rate) { return FormatNumberInput(kInputPercent, FormatSingle(rate)); }
+std::string AmountText(Currency amount) {
+  return FormatFixed(amount.ToDouble(), 2);
+}
+std::string RateText(float rate) {
+  return FormatNumberInput(kInputPercent, FormatSingle(rate));
+}
 
 void ReadDeposit() {
   Quote.DepositMode = static_cast<std::int16_t>(std::max(MainForm().quote.CboProCalc(kListDepositMode).ItemData(), 0));
@@ -95,7 +105,9 @@ void ReadQuotePanel(int typedBox) {
   Quote.Payment = BoxAmount(kBoxPayment);
 }
 
-void CalculateQuote(int mode) { CalculateQuote(mode, Quote, Terms()); }
+void CalculateQuote(int mode) {
+  CalculateQuote(mode, Quote, Terms());
+}
 
 void ShowQuoteResults(int typedBox) {
   QuotePanel& panel = MainForm().quote;
@@ -134,8 +146,7 @@ void RecalculateQuote(int mode, int typedBox) {
   const bool before = std::exchange(form.loading, true);
   ReadQuotePanel(typedBox);
   if (typedBox == kBoxCommission && Quote.CapitalCost != Currency()) {
-    Quote.CommissionPercent =
-        static_cast<float>(Quote.CommissionValue.ToDouble() / Quote.CapitalCost.ToDouble() * 100);
+    Quote.CommissionPercent = static_cast<float>(Quote.CommissionValue.ToDouble() / Quote.CapitalCost.ToDouble() * 100);
   }
   if (typedBox == kBoxCommissionPercent) {
     const double amount = Quote.CapitalCost.ToDouble() * static_cast<double>(Quote.CommissionPercent) / 100;
@@ -148,7 +159,9 @@ void RecalculateQuote(int mode, int typedBox) {
   form.loading = before;
 }
 
-void RecalculateShownQuote() { RecalculateQuote(ShownQuoteMode, ShownQuoteBox); }
+void RecalculateShownQuote() {
+  RecalculateQuote(ShownQuoteMode, ShownQuoteBox);
+}
 
 void SetIntervalCaptions() {
   QuotePanel& panel = MainForm().quote;
@@ -191,8 +204,8 @@ void SetDefaults() {
   QuotePanel& quote = form.quote;
   RateCardPanel& card = form.rateCard;
   const bool before = std::exchange(form.loading, true);
-  constexpr int kKinds[kQuoteBoxes] = {kInputAmount, kInputPayments, kInputAmount, kInputAmount, kInputAmount,
-                                       kInputPercent, kInputAmount, kInputAmount, kInputPercent};
+  constexpr int kKinds[kQuoteBoxes] = {kInputAmount,  kInputPayments, kInputAmount, kInputAmount, kInputAmount,
+                                       kInputPercent, kInputAmount,   kInputAmount, kInputPercent};
   for (int i = 0; i < kQuoteBoxes; ++i) AttachUpDown(kKinds[i], quote.UpDNew(i), quote.TxtProCalc(i));
   AttachAll(kInputAmount, card.UpDEquipCost, card.txtRangeTo);
   AttachAll(kInputPercent, card.UpDyield, card.TxtRangeYield);

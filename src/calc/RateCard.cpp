@@ -48,7 +48,9 @@ struct FieldReader {
   void operator()(std::span<char>) const {}
 };
 
-double Threshold(int box) { return LeadingNumber(MainForm().rateCard.txtRangeTo(box).Text()); }
+double Threshold(int box) {
+  return LeadingNumber(MainForm().rateCard.txtRangeTo(box).Text());
+}
 
 }  // namespace
 
@@ -79,8 +81,7 @@ void ApplySupplierOptions() {
   panel.ChkPremium.SetToolTip(premium ? "" : ReplaceAliases("Additional Rate Premium disabled for this <SUPPLIER>"));
   OfferInput(kBoxResidual, SupplierCalcSettings.ResidualOption, &panel.CboProCalc(kListResidualMode),
              "<RESIDUAL> disabled for this <SUPPLIER>");
-  OfferInput(kBoxMaintenance, SupplierCalcSettings.MaintenanceOption, nullptr,
-             "<MAINT> disabled for this <SUPPLIER>");
+  OfferInput(kBoxMaintenance, SupplierCalcSettings.MaintenanceOption, nullptr, "<MAINT> disabled for this <SUPPLIER>");
   form.loading = before;
 }
 

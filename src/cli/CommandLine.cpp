@@ -78,8 +78,8 @@ ProgramOptions ParseProgramOptions(const std::vector<std::string>& arguments) {
     } else if ((word == "--app-folder" || word == "--data-folder") && i + 1 < arguments.size()) {
       (word == "--app-folder" ? options.appFolder : options.dataFolder) = arguments[++i];
     } else {
-      options.error = word == "--app-folder" || word == "--data-folder" ? word + " needs a folder"
-                                                                          : "unknown option " + word;
+      options.error =
+          word == "--app-folder" || word == "--data-folder" ? word + " needs a folder" : "unknown option " + word;
       return options;
     }
   }
@@ -101,8 +101,8 @@ std::string UsageText() {
       "usage: tarvolinex [--app-folder DIR] [--data-folder DIR] [COMMAND [ARGUMENTS]]\n\n"
       "Without a command the window opens. Commands:\n";
   for (const Command& command : kCommands) {
-    text += "  " + std::string(command.name) + std::string(14 - std::string(command.name).size(), ' ') + command.summary +
-            "\n";
+    text += "  " + std::string(command.name) + std::string(14 - std::string(command.name).size(), ' ') +
+            command.summary + "\n";
   }
   return text +
          "\n  --app-folder DIR   where the program keeps its files (made when it is missing)\n"
@@ -169,6 +169,8 @@ std::vector<std::string> Arguments::Values(const std::string& name) const {
   return values;
 }
 
-bool Arguments::Has(const std::string& name) const { return !Values(name).empty(); }
+bool Arguments::Has(const std::string& name) const {
+  return !Values(name).empty();
+}
 
 }  // namespace tarvolinex

@@ -27,7 +27,8 @@ bool CommandUsesFolders(const std::string& command);
 // Exit status of a run.
 inline constexpr int kDone = 0, kFailed = 1, kUsageError = 2;
 
-// Runs the command. REQUIRES: options.command exists, the desktop is chosen and, where it uses them, the folders are set.
+// Runs the command. REQUIRES: options.command exists, the desktop is chosen and, where it uses them, the folders are
+// set.
 int RunCommand(const ProgramOptions& options);
 
 }  // namespace tarvolinex

@@ -14,7 +14,9 @@ constexpr std::size_t kLongestLine = 1 << 20;
 CsvReader::CsvReader(std::istream& input, std::string name)
     : input_(input), name_(std::move(name)), buffer_(kLongestLine, '\0') {}
 
-std::string CsvReader::Place() const { return name_ + ": line " + std::to_string(line_); }
+std::string CsvReader::Place() const {
+  return name_ + ": line " + std::to_string(line_);
+}
 
 bool CsvReader::ReadLine(std::string_view& line) {
   for (;;) {

@@ -143,7 +143,9 @@ QuoteColumns::QuoteColumns(const std::vector<std::string_view>& header, const st
   }
 }
 
-bool QuoteColumns::Set(int column, std::string_view cell, QuoteRow& row) { return kInputColumns[column].set(cell, row); }
+bool QuoteColumns::Set(int column, std::string_view cell, QuoteRow& row) {
+  return kInputColumns[column].set(cell, row);
+}
 
 void QuoteColumns::Fail(const std::string& place, std::size_t cells) const {
   throw RuntimeError(kItemNotFound, place + " has " + std::to_string(cells) + " cells, the header has " +

@@ -89,7 +89,8 @@ struct FromJson {
 template <typename Record>
 JsonObject Show(Record record) {
   JsonObject object;
-  for (const auto& field : FieldsOf(record)) object.emplace_back(field.name, std::visit(ToJson{}, field.member(record)));
+  for (const auto& field : FieldsOf(record))
+    object.emplace_back(field.name, std::visit(ToJson{}, field.member(record)));
   return object;
 }
 
@@ -115,9 +116,17 @@ void Change(Record& record, const JsonObject& changes) {
 
 }  // namespace
 
-JsonObject RecordToJson(const CalculatorPreferencesRecord& record) { return Show(record); }
-JsonObject RecordToJson(const SupplierCalcSettingsRecord& record) { return Show(record); }
-void ChangeRecord(CalculatorPreferencesRecord& record, const JsonObject& changes) { Change(record, changes); }
-void ChangeRecord(SupplierCalcSettingsRecord& record, const JsonObject& changes) { Change(record, changes); }
+JsonObject RecordToJson(const CalculatorPreferencesRecord& record) {
+  return Show(record);
+}
+JsonObject RecordToJson(const SupplierCalcSettingsRecord& record) {
+  return Show(record);
+}
+void ChangeRecord(CalculatorPreferencesRecord& record, const JsonObject& changes) {
+  Change(record, changes);
+}
+void ChangeRecord(SupplierCalcSettingsRecord& record, const JsonObject& changes) {
+  Change(record, changes);
+}
 
 }  // namespace tarvolinex

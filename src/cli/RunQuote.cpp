@@ -53,7 +53,9 @@ class Results {
   std::unique_ptr<WholeFile> file_;
 };
 
-bool IsId(const std::string& text) { return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos; }
+bool IsId(const std::string& text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+}
 
 void LoadSupplierOf(const std::string& source) {
   if (source.empty()) return;
@@ -63,7 +65,8 @@ void LoadSupplierOf(const std::string& source) {
     }
     return ReadRecord(source, SupplierCalcSettings);
   }
-  if (!OpenDatabaseForCommand()) throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + source);
+  if (!OpenDatabaseForCommand())
+    throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + source);
   Recordset& records = TheStore->SupplierRecords;
   OpenRecordset(statements::kSuppliers, records);
   records.Find("ID=" + source);

@@ -30,7 +30,8 @@ RecordKind KindOfNew(const std::string& path, const JsonObject& changes) {
   const bool supplier = std::all_of(changes.begin(), changes.end(), [&](const auto& change) {
     return std::any_of(fields.begin(), fields.end(), [&](const auto& f) { return f.name == change.first; });
   });
-  if (changes.empty()) return EqualNoCase(FileNameOf(path), "Supplier.dat") ? RecordKind::Supplier : RecordKind::Preferences;
+  if (changes.empty())
+    return EqualNoCase(FileNameOf(path), "Supplier.dat") ? RecordKind::Supplier : RecordKind::Preferences;
   return supplier ? RecordKind::Supplier : RecordKind::Preferences;
 }
 

@@ -20,7 +20,7 @@ void CopyIfMissing(const std::string& from, const std::string& to) {
 
 void ChooseAppFolder(std::string_view chosen) {
   const std::string program = ProgramFolder();
-  AppFolder = !chosen.empty()              ? std::string(chosen)
+  AppFolder = !chosen.empty()             ? std::string(chosen)
               : IsWritableFolder(program) ? program
                                           : UserDataFolder("tarvolinex");
   while (AppFolder.size() > 1 && (AppFolder.back() == '\\' || AppFolder.back() == '/')) AppFolder.pop_back();

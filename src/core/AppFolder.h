@@ -14,8 +14,8 @@ void ChooseAppFolder(std::string_view chosen);
 std::string DeliveredFolder();
 
 // Copies what the app folder lacks and the program cannot do without (template, set-up list, self-extractor,
-// installer, instruction texts, help). Nothing that exists is overwritten. Where neither `DataFolder` nor the app folder
-// holds a database, the database package comes too, and with it the delivered preferences when there are none.
+// installer, instruction texts, help). Nothing that exists is overwritten. Where neither `DataFolder` nor the app
+// folder holds a database, the database package comes too, and with it the delivered preferences when there are none.
 void FillAppFolder();
 
 }  // namespace tarvolinex

@@ -15,7 +15,9 @@ inline std::string AppFolder;   // the program's folder
 inline std::string DataFolder;  // the folder of the database file
 
 // The folder that every preview and every send builds anew; ends with "\".
-inline std::string CalculatorFolder() { return AppFolder + "\\calculator\\"; }
+inline std::string CalculatorFolder() {
+  return AppFolder + "\\calculator\\";
+}
 
 inline std::string WebServer;          // host of the maker's web server
 inline std::string CustomerReference;  // a whole number, as text

@@ -33,8 +33,8 @@ int LaunchDocument(std::string_view command, bool edit) {
 
   Desktop& desktop = TheDesktop();
   constexpr int kNoProgram = 31, kLowestSuccess = 32;
-  int result = desktop.ShellExecute(edit ? "edit" : "open", file, parameters, folder,
-                                    edit ? kShowNormal : kShowMinimised);
+  int result =
+      desktop.ShellExecute(edit ? "edit" : "open", file, parameters, folder, edit ? kShowNormal : kShowMinimised);
   desktop.DoEvents();
   if (edit && result == kNoProgram) result = desktop.OpenWith(file);
   SetBusy(false);

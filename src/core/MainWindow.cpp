@@ -116,7 +116,9 @@ constexpr std::array<const char*, 3> kSwitchTags = {
 constexpr std::array<const char*, 3> kPremiumColumns = {"AdditionalPremiumMsg", "AdditionalPremiumYield",
                                                         "AdditionalPremiumMin"};
 
-std::string SupplierTag(const std::string& column) { return "RS=SUPPLIER;FIELDNAME=" + column; }
+std::string SupplierTag(const std::string& column) {
+  return "RS=SUPPLIER;FIELDNAME=" + column;
+}
 
 constexpr std::array<Words, 4> kSendWords = {{
     {"S&ubject"},
@@ -291,7 +293,9 @@ MainWindow::MainWindow()
   TxtStatus.SetLocked(true);
 }
 
-MainWindow::~MainWindow() { currentMainWindow = nullptr; }
+MainWindow::~MainWindow() {
+  currentMainWindow = nullptr;
+}
 
 void MainWindow::EnableCommands(bool blocked) {
   const bool enabled = !blocked;
@@ -306,6 +310,8 @@ MainWindow& MainForm() {
   return *currentMainWindow;
 }
 
-bool MainFormExists() { return currentMainWindow != nullptr; }
+bool MainFormExists() {
+  return currentMainWindow != nullptr;
+}
 
 }  // namespace tarvolinex

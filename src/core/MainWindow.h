@@ -49,9 +49,9 @@ struct QuotePanel {
   explicit QuotePanel(Window& window);
   // Captions beside the boxes, by QuoteBox; those beside the lists, by QuoteList; those beside the results.
   ControlArray<Label> LblProCalc, LblProList, LblResultName;
-  ControlArray<TextBox> TxtProCalc;  // by QuoteBox
-  ControlArray<UpDown> UpDNew;       // beside each of them
-  ControlArray<Label> LblUnit;       // unit after each of them
+  ControlArray<TextBox> TxtProCalc;   // by QuoteBox
+  ControlArray<UpDown> UpDNew;        // beside each of them
+  ControlArray<Label> LblUnit;        // unit after each of them
   ControlArray<ComboBox> CboProCalc;  // by QuoteList
   CheckBox ChkPremium, ckCapLock;
   Label LblPremium;  // the supplier's caption of the premium
@@ -83,10 +83,11 @@ struct SupplierPanel {
   explicit SupplierPanel(Window& window);
   Frame FraSupplier, FraContacts;
   ControlArray<Label> LblSupplier;
-  ControlArray<TextBox> TxtSupplier;  // name, two address lines, town, county, post code, tel, fax, e-mail, web, equipment
+  ControlArray<TextBox>
+      TxtSupplier;  // name, two address lines, town, county, post code, tel, fax, e-mail, web, equipment
   ListBox LstContacts;
   ControlArray<Label> LblContact;
-  ControlArray<TextBox> TxtContact;  // first name, surname, job title, tel, fax, e-mail
+  ControlArray<TextBox> TxtContact;        // first name, surname, job title, tel, fax, e-mail
   ControlArray<CommandButton> CmdContact;  // add or save, remove
 };
 

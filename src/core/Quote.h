@@ -19,10 +19,10 @@ struct QuoteRecord {
   float ResidualPercent = 0;          // of the capital cost; used when ResidualValue is 0
   Currency Maintenance;               // added to every payment
   bool ApplyPremium = false;
-  float Yield = 0;                    // percent a year, nominal
-  float CommissionPercent = 0;        // of the capital cost
+  float Yield = 0;              // percent a year, nominal
+  float CommissionPercent = 0;  // of the capital cost
   Currency CommissionValue;
-  Currency Payment;                   // with maintenance, before tax
+  Currency Payment;  // with maintenance, before tax
   // Results only.
   Currency PaymentIncTax, NetCapital, DepositIncTax, ResidualIncTax;
   float PremiumYield = 0;

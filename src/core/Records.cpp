@@ -23,7 +23,9 @@ std::string FixedText::Trimmed() const {
   return text_.substr(first, text_.find_last_not_of(std::string_view(" \0", 2)) - first + 1);
 }
 
-std::string FixedText::Padded() const { return FromWindows1252(Bytes()); }
+std::string FixedText::Padded() const {
+  return FromWindows1252(Bytes());
+}
 
 std::string FixedText::Bytes() const {
   std::string bytes = ToWindows1252(text_);
@@ -31,7 +33,9 @@ std::string FixedText::Bytes() const {
   return bytes;
 }
 
-void FixedText::SetBytes(std::string_view bytes) { *this = FromWindows1252(bytes); }
+void FixedText::SetBytes(std::string_view bytes) {
+  *this = FromWindows1252(bytes);
+}
 
 namespace {
 
@@ -227,11 +231,23 @@ std::span<const RecordField<Settings>> FieldsOf(const Settings&) {
   return fields;
 }
 
-std::string RecordBytes(const Preferences& record) { return Encode(record); }
-std::string RecordBytes(const Settings& record) { return Encode(record); }
-void ReadRecord(std::string_view path, Preferences& record) { Read(path, record); }
-void ReadRecord(std::string_view path, Settings& record) { Read(path, record); }
-void WriteRecord(std::string_view path, const Preferences& record) { Write(path, record); }
-void WriteRecord(std::string_view path, const Settings& record) { Write(path, record); }
+std::string RecordBytes(const Preferences& record) {
+  return Encode(record);
+}
+std::string RecordBytes(const Settings& record) {
+  return Encode(record);
+}
+void ReadRecord(std::string_view path, Preferences& record) {
+  Read(path, record);
+}
+void ReadRecord(std::string_view path, Settings& record) {
+  Read(path, record);
+}
+void WriteRecord(std::string_view path, const Preferences& record) {
+  Write(path, record);
+}
+void WriteRecord(std::string_view path, const Settings& record) {
+  Write(path, record);
+}
 
 }  // namespace tarvolinex

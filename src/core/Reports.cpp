@@ -28,6 +28,8 @@ void SetStatus(bool flashing, std::string_view text, int progress) {
   if (progress < 0 && flashing) TheDesktop().DoEvents();
 }
 
-void SetBusy(bool on) { TheDesktop().SetBusyPointer(on); }
+void SetBusy(bool on) {
+  TheDesktop().SetBusyPointer(on);
+}
 
 }  // namespace tarvolinex

@@ -15,7 +15,9 @@ namespace tarvolinex {
 
 namespace {
 
-std::string IniPath(std::string_view baseName) { return AppFolder + "\\" + std::string(baseName) + ".INI"; }
+std::string IniPath(std::string_view baseName) {
+  return AppFolder + "\\" + std::string(baseName) + ".INI";
+}
 
 // The key's value, or the default when the key is missing or blank.
 std::string OptionOr(std::string_view key, std::string_view defaultValue) {
@@ -24,7 +26,8 @@ std::string OptionOr(std::string_view key, std::string_view defaultValue) {
 }
 
 bool IsWholeNumber(std::string_view text) {
-  return !text.empty() && text.size() <= 9 && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  return !text.empty() && text.size() <= 9 &&
+         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 }  // namespace
@@ -43,7 +46,8 @@ void WriteIni(std::string_view baseName, std::string_view section, std::string_v
 }
 
 void LoadWebSettings() {
-  WebServer = FileExists(AppFolder + "\\Tarvolinex.ini") ? ReadIni("Tarvolinex", "WEB", "www", "") : TARVOLINEX_WEB_SERVER;
+  WebServer =
+      FileExists(AppFolder + "\\Tarvolinex.ini") ? ReadIni("Tarvolinex", "WEB", "www", "") : TARVOLINEX_WEB_SERVER;
   CustomerReference = ReadIni("Tarvolinex", "WEB", "ref", "");
   if (IsWholeNumber(CustomerReference)) return;
   CustomerReference = ReadIni("General", "WEB", "ref", "");
@@ -53,7 +57,9 @@ void LoadWebSettings() {
   WriteIni("General", "WEB", "ref", CustomerReference);
 }
 
-std::string RememberedDataFolder() { return OptionOr("DATABASEPATH", AppFolder); }
+std::string RememberedDataFolder() {
+  return OptionOr("DATABASEPATH", AppFolder);
+}
 
 void LoadIniFileValues() {
   MainWindow& form = MainForm();

@@ -237,8 +237,8 @@ void Window::SetCaption(std::string_view caption) {
 }
 
 Control* Window::Find(std::string_view widgetName) const {
-  const auto found = std::find_if(controls_.begin(), controls_.end(),
-                                  [&](const Control* c) { return c->WidgetName() == widgetName; });
+  const auto found =
+      std::find_if(controls_.begin(), controls_.end(), [&](const Control* c) { return c->WidgetName() == widgetName; });
   return found == controls_.end() ? nullptr : *found;
 }
 

@@ -134,7 +134,9 @@ double ValueNumber(const Value& value) {
   return std::visit(Reader{}, value);
 }
 
-bool ValueTruth(const Value& value) { return ValueNumber(value) != 0; }
+bool ValueTruth(const Value& value) {
+  return ValueNumber(value) != 0;
+}
 
 void Connection::Open(std::string_view connectionString) {
   Close();
@@ -147,9 +149,9 @@ void Connection::Open(std::string_view connectionString) {
   }
   const int result = sqlite3_open_v2(NativePath(path).c_str(), &database_, SQLITE_OPEN_READWRITE, nullptr);
   // Opening reads nothing; asking for the schema does.
-  const int read = result != SQLITE_OK ? result
-                                       : sqlite3_exec(database_, "SELECT COUNT(*) FROM sqlite_schema", nullptr, nullptr,
-                                                      nullptr);
+  const int read = result != SQLITE_OK
+                       ? result
+                       : sqlite3_exec(database_, "SELECT COUNT(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
   if (read != SQLITE_OK) {
     const std::string why = database_ ? sqlite3_errmsg(database_) : sqlite3_errstr(read);
     Close();
@@ -278,11 +280,17 @@ const Recordset::Column& Recordset::ColumnOf(std::string_view name) const {
   return columns_[static_cast<std::size_t>(index)];
 }
 
-ColumnType Recordset::TypeOf(std::string_view column) const { return ColumnOf(column).type; }
+ColumnType Recordset::TypeOf(std::string_view column) const {
+  return ColumnOf(column).type;
+}
 
-int Recordset::DefinedSize(std::string_view column) const { return ColumnOf(column).size; }
+int Recordset::DefinedSize(std::string_view column) const {
+  return ColumnOf(column).size;
+}
 
-Value Recordset::Field(std::string_view column) const { return Field(static_cast<int>(&ColumnOf(column) - columns_.data())); }
+Value Recordset::Field(std::string_view column) const {
+  return Field(static_cast<int>(&ColumnOf(column) - columns_.data()));
+}
 
 Value Recordset::Field(int column) const {
   if (EndOfFile()) throw RuntimeError(kNoCurrentRecord, "No current record: " + statement_);

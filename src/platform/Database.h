@@ -28,7 +28,9 @@ struct Null {
 // Text and dates arrive as texts.
 using Value = std::variant<Null, std::int64_t, Currency, float, double, bool, std::string>;
 
-inline bool IsNull(const Value& value) { return std::holds_alternative<Null>(value); }
+inline bool IsNull(const Value& value) {
+  return std::holds_alternative<Null>(value);
+}
 // As text for a person or a statement: Null is empty, Currency and numbers are plain decimals, Yes/No "True"/"False".
 std::string ValueText(const Value& value);
 // As a number: Null, and text that is none, are 0; Yes/No -1 or 0.

@@ -13,6 +13,8 @@ Desktop& TheDesktop() {
   return *currentDesktop;
 }
 
-void UseDesktop(Desktop* desktop) { currentDesktop = desktop; }
+void UseDesktop(Desktop* desktop) {
+  currentDesktop = desktop;
+}
 
 }  // namespace tarvolinex

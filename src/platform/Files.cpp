@@ -39,7 +39,9 @@ std::string FindEntry(const fs::path& folder, std::string_view name) {
   return {};
 }
 
-bool IsSeparator(char c) { return c == '\\' || c == '/'; }
+bool IsSeparator(char c) {
+  return c == '\\' || c == '/';
+}
 
 // "*" and "?" in the pattern; "*.*" matches a name without a point too.
 bool Matches(std::string_view name, std::string_view pattern) {

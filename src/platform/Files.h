@@ -15,7 +15,7 @@ namespace tarvolinex {
 // found, a name that does not exist yet stays as written.
 std::string NativePath(std::string_view path);
 
-bool FileExists(std::string_view path);    // a file, not a folder
+bool FileExists(std::string_view path);  // a file, not a folder
 bool FolderExists(std::string_view path);
 std::int64_t FileLength(std::string_view path);  // bytes
 bool IsWritableFolder(std::string_view path);
@@ -30,10 +30,10 @@ std::vector<std::string> ListFiles(std::string_view pattern);
 // The most recently written of them; empty when none matches. Ties go to the first in order.
 std::string NewestFile(std::string_view pattern);
 
-void DeleteFile(std::string_view path);   // 53 when it does not exist, 75 when it cannot be deleted
+void DeleteFile(std::string_view path);  // 53 when it does not exist, 75 when it cannot be deleted
 // Copies the bytes as they are, whole or not at all.
 void CopyFile(std::string_view from, std::string_view to);
-void MakeFolder(std::string_view path);   // with its parents
+void MakeFolder(std::string_view path);  // with its parents
 
 std::string ReadFile(std::string_view path);
 // Written beside the target, flushed to the disk and renamed over it: the target is the old file or the new one.

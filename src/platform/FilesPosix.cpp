@@ -77,7 +77,9 @@ WholeFile::~WholeFile() {
   if (!beside_.empty()) ::unlink(beside_.c_str());
 }
 
-void WholeFile::Fail(const char* doing) const { ThrowError(errno, doing, target_); }
+void WholeFile::Fail(const char* doing) const {
+  ThrowError(errno, doing, target_);
+}
 
 void WholeFile::Write(std::string_view bytes) {
   while (!bytes.empty()) {
@@ -110,7 +112,9 @@ FolderLock::FolderLock(std::string_view folder) {
   }
 }
 
-FolderLock::~FolderLock() { ::close(handle_); }
+FolderLock::~FolderLock() {
+  ::close(handle_);
+}
 
 bool IsWritableFolder(std::string_view path) {
   return FolderExists(path) && ::access(NativePath(path).c_str(), W_OK | X_OK) == 0;

@@ -138,7 +138,9 @@ void TreeView::Remove(std::string_view key) {
       if (node.parent == doomed[i]) doomed.push_back(node.key);
     }
   }
-  const auto isDoomed = [&](const std::string& k) { return std::find(doomed.begin(), doomed.end(), k) != doomed.end(); };
+  const auto isDoomed = [&](const std::string& k) {
+    return std::find(doomed.begin(), doomed.end(), k) != doomed.end();
+  };
   std::erase_if(nodes_, [&](const Node& node) { return isDoomed(node.key); });
   if (isDoomed(selected_)) selected_.clear();
   Paint(Aspect::Items);

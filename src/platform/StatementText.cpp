@@ -84,6 +84,8 @@ class Translator {
 
 }  // namespace
 
-std::string TranslateStatement(std::string_view statement) { return Translator(statement).Run(); }
+std::string TranslateStatement(std::string_view statement) {
+  return Translator(statement).Run();
+}
 
 }  // namespace tarvolinex

@@ -27,6 +27,8 @@ int TerminalDesktop::ShellExecute(const std::string&, const std::string& file, c
   return kDone;
 }
 
-int TerminalDesktop::OpenWith(const std::string& file) { return ShellExecute("open", file, "", "", kShowNormal); }
+int TerminalDesktop::OpenWith(const std::string& file) {
+  return ShellExecute("open", file, "", "", kShowNormal);
+}
 
 }  // namespace tarvolinex

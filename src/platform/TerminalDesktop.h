@@ -11,7 +11,9 @@ class TerminalDesktop : public Desktop {
   explicit TerminalDesktop(bool yesToAll) : yesToAll_(yesToAll) {}
 
   Answer MessageBox(const std::string& text, const std::string& title, BoxButtons buttons, BoxIcon icon) override;
-  std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override { return {}; }
+  std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
+    return {};
+  }
   std::string OpenFile(const FileDialog&) override { return {}; }
   std::string SaveFile(const FileDialog&) override { return {}; }
   std::string ChooseFolder(const std::string&, const std::string&) override { return {}; }

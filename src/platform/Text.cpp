@@ -9,13 +9,15 @@ namespace tarvolinex {
 
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 // Code points of the bytes 0x80 to 0x9F; the five that the code page leaves open stand for themselves.
-constexpr std::array<std::uint16_t, 32> kHighHalf = {
-    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,
-    0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A,
-    0x0153, 0x9D,   0x017E, 0x0178};
+constexpr std::array<std::uint16_t, 32> kHighHalf = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
+                                                     0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
 void AppendUtf8(std::string& out, std::uint32_t code) {
   if (code < 0x80) {
@@ -146,11 +148,17 @@ std::string_view Trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-std::string FoldCase(std::string_view text) { return MapCodePoints(text, Lower); }
+std::string FoldCase(std::string_view text) {
+  return MapCodePoints(text, Lower);
+}
 
-std::string UpperCase(std::string_view text) { return MapCodePoints(text, Upper); }
+std::string UpperCase(std::string_view text) {
+  return MapCodePoints(text, Upper);
+}
 
-bool EqualNoCase(std::string_view a, std::string_view b) { return CompareNoCase(a, b) == 0; }
+bool EqualNoCase(std::string_view a, std::string_view b) {
+  return CompareNoCase(a, b) == 0;
+}
 
 int CompareNoCase(std::string_view a, std::string_view b) {
   const auto simple = [](unsigned char c) -> unsigned char {
@@ -215,7 +223,8 @@ double LeadingNumber(std::string_view text) {
 std::optional<std::string_view> ExactNumberText(std::string_view text, std::string& buffer) {
   text = TrimWhite(text);
   // The common case, plain digits with a point, needs no copy.
-  const bool plain = !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return IsDigit(c) || c == '.'; });
+  const bool plain =
+      !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return IsDigit(c) || c == '.'; });
   if (plain && IsDigit(text.front()) && IsDigit(text.back()) && std::count(text.begin(), text.end(), '.') <= 1) {
     return text;
   }
@@ -226,9 +235,8 @@ std::optional<std::string_view> ExactNumberText(std::string_view text, std::stri
 std::string FormatFixed(double value, int decimals) {
   if (!std::isfinite(value)) value = 0;
   std::array<char, 400> shortest;
-  const auto end = std::to_chars(shortest.data(), shortest.data() + shortest.size(), std::fabs(value),
-                                 std::chars_format::fixed)
-                       .ptr;
+  const auto end =
+      std::to_chars(shortest.data(), shortest.data() + shortest.size(), std::fabs(value), std::chars_format::fixed).ptr;
   std::string text(shortest.data(), end);
   std::size_t point = text.find('.');
   if (point == std::string::npos) {

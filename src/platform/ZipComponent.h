@@ -11,9 +11,9 @@ class ZipComponent {
  public:
   std::string ZipFileName;
   std::string UnzipToFolder;
-  std::string FilesToProcess;           // a folder and a pattern: "...\calculator\*.*"
-  std::string FilesToExclude;           // patterns, separated by carriage return and line feed; case-blind
-  int CompressionLevel = 9;             // 0 to 9
+  std::string FilesToProcess;  // a folder and a pattern: "...\calculator\*.*"
+  std::string FilesToExclude;  // patterns, separated by carriage return and line feed; case-blind
+  int CompressionLevel = 9;    // 0 to 9
 
   // Unpacks every file of ZipFileName, with its folders, below UnzipToFolder, each whole or not at all and replacing
   // what stands there; a file whose name differs only in case is replaced too. An entry that would land outside the

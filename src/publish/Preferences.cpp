@@ -10,7 +10,9 @@
 namespace tarvolinex {
 
 namespace {
-std::string PreferencesPath() { return AppFolder + "\\General.dat"; }
+std::string PreferencesPath() {
+  return AppFolder + "\\General.dat";
+}
 }  // namespace
 
 void LoadCalculatorPreferences() {

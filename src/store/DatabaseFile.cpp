@@ -18,15 +18,17 @@ namespace tarvolinex {
 
 namespace {
 
-std::string DatabasePath() { return DataFolder + "\\Tarvolinex.mdb"; }
+std::string DatabasePath() {
+  return DataFolder + "\\Tarvolinex.mdb";
+}
 
 void DropTrailingSeparator(std::string& folder) {
   if (folder.size() > 1 && (folder.back() == '\\' || folder.back() == '/')) folder.pop_back();
 }
 
 bool AgreesToLook() {
-  const std::string question = "Database Could not be found :-\n\n" + DataFolder +
-                               "\n\nWould you like to find a database your self?";
+  const std::string question =
+      "Database Could not be found :-\n\n" + DataFolder + "\n\nWould you like to find a database your self?";
   return TheDesktop().MessageBox(question, "Database Connection", BoxButtons::YesNo, BoxIcon::Critical) == Answer::Yes;
 }
 
@@ -58,8 +60,8 @@ void UseFreshDatabase() {
 
 void ConnectDatabase() {
   try {
-    for (Recordset* set : {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords,
-                           &TheStore->ContactRecords}) {
+    for (Recordset* set :
+         {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords, &TheStore->ContactRecords}) {
       set->Close();
     }
     TheStore->connection.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + DatabasePath());
@@ -128,7 +130,8 @@ void LoadStartLists() {
 }
 
 void PointContactsAtOrganisation() {
-  ExecuteStatement(FillStatement(statements::kAllEmails, "<email>", EscapeQuotes(CalculatorPreferences.OrgEmail.Trimmed())));
+  ExecuteStatement(
+      FillStatement(statements::kAllEmails, "<email>", EscapeQuotes(CalculatorPreferences.OrgEmail.Trimmed())));
 }
 
 }  // namespace tarvolinex

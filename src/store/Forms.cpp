@@ -12,7 +12,9 @@
 
 namespace tarvolinex {
 
-std::string FormPagePath(int formId) { return DataFolder + "\\Forms\\" + std::to_string(formId) + ".HTML"; }
+std::string FormPagePath(int formId) {
+  return DataFolder + "\\Forms\\" + std::to_string(formId) + ".HTML";
+}
 
 void LoadFormsList(ListView& list) {
   SetStatus(false, "Loading forms List", 30);
@@ -24,7 +26,9 @@ void LoadFormsList(ListView& list) {
     const int id = static_cast<int>(ValueNumber(records.Field("ID")));
     if (!FileExists(FormPagePath(id))) continue;
     const std::string description(Trim(ValueText(records.Field("Description"))));
-    list.Add({"ID" + std::to_string(id), std::string(Trim(ValueText(records.Field("LinkName")))), {},
+    list.Add({"ID" + std::to_string(id),
+              std::string(Trim(ValueText(records.Field("LinkName")))),
+              {},
               "Double click to view <" + description + "> form"});
   }
   list.EndFill();
@@ -58,9 +62,8 @@ void SaveSupplierFormLinks(int supplierId) {
   ExecuteStatement(FillStatement(statements::kDeleteFormLinks, "<ID>", supplierId));
   for (const auto& row : MainForm().rateCard.LvwForms.Rows()) {
     if (!row.checked) continue;
-    ExecuteStatement(FillStatement(
-        statements::kInsertFormLink,
-        {{"<formid>", std::int64_t{IdOfKey(row.key)}}, {"<supplierid>", std::int64_t{supplierId}}}));
+    ExecuteStatement(FillStatement(statements::kInsertFormLink, {{"<formid>", std::int64_t{IdOfKey(row.key)}},
+                                                                 {"<supplierid>", std::int64_t{supplierId}}}));
   }
   transaction.Commit();
   FormLinksChanged = false;

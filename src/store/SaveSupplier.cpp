@@ -43,7 +43,9 @@ void UseStoredRateCard() {
   RecalculateQuote(mode, box);
 }
 
-std::string WithoutLast(const std::string& text) { return text.substr(0, text.empty() ? 0 : text.size() - 1); }
+std::string WithoutLast(const std::string& text) {
+  return text.substr(0, text.empty() ? 0 : text.size() - 1);
+}
 
 std::string InsertStatement(std::string_view statement, const SupplierFieldLists& fields) {
   return FillStatement(statement,
@@ -73,9 +75,8 @@ void StoreFields(bool asSupplier) {
     ExecuteStatement(InsertStatement(statements::kInsertDefaultSupplier, fields));
     transaction.Commit();
   } else if (CurrentSupplierId != 0) {
-    ExecuteStatement(FillStatement(
-        statements::kUpdateSupplier,
-        {{"<VALUES>", WithoutLast(fields.assignments)}, {"<ID>", std::int64_t{CurrentSupplierId}}}));
+    ExecuteStatement(FillStatement(statements::kUpdateSupplier, {{"<VALUES>", WithoutLast(fields.assignments)},
+                                                                 {"<ID>", std::int64_t{CurrentSupplierId}}}));
     RefreshRow();
   } else {
     ExecuteStatement(InsertStatement(statements::kInsertSupplier, fields));

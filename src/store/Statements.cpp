@@ -64,9 +64,13 @@ std::string FillStatement(std::string_view statement, std::string_view placehold
   return FillStatement(statement, placeholder, Value(std::int64_t{value}));
 }
 
-Value NullToDefault(const Value& value, const Value& fallback) { return IsNull(value) ? fallback : value; }
+Value NullToDefault(const Value& value, const Value& fallback) {
+  return IsNull(value) ? fallback : value;
+}
 
-std::string EscapeQuotes(std::string_view text) { return ReplaceAll(text, "'", "`"); }
+std::string EscapeQuotes(std::string_view text) {
+  return ReplaceAll(text, "'", "`");
+}
 
 Transaction::Transaction() {
   Report([] { TheStore->connection.Begin(); });

@@ -51,8 +51,8 @@ void FrmMain::SaveAsDefault() {
       "You are about to save the current <SUPPLIER> as the default.\r\n\r\n"
       "Any new <SUPPLIER> created, on this database, will have their initial rates, commission etc set to the\r\n"
       "same as this <SUPPLIER>");
-  const auto answer = TheDesktop().MessageBox(text, ReplaceAliases("Save as Default <SUPPLIER>"),
-                                              BoxButtons::OkCancel, BoxIcon::Information);
+  const auto answer = TheDesktop().MessageBox(text, ReplaceAliases("Save as Default <SUPPLIER>"), BoxButtons::OkCancel,
+                                              BoxIcon::Information);
   if (answer != Answer::Ok) return;
   SavePendingChanges();
   SaveSupplier(false);

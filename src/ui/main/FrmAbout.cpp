@@ -4,7 +4,9 @@
 
 namespace tarvolinex {
 
-const char* VersionText() { return "Version " TARVOLINEX_VERSION; }
+const char* VersionText() {
+  return "Version " TARVOLINEX_VERSION;
+}
 
 FrmAbout::FrmAbout()
     : Window("FrmAbout", "About Tarvolinex"),

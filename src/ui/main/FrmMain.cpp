@@ -88,8 +88,8 @@ void FrmMain::Unload() {
     SavePendingChanges();
     SaveContact();
   }
-  for (Recordset* set : {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords,
-                         &TheStore->ContactRecords}) {
+  for (Recordset* set :
+       {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords, &TheStore->ContactRecords}) {
     set->Close();
   }
   TheDesktop().DoEvents();

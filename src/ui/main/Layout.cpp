@@ -12,15 +12,19 @@ constexpr int kGap = 50;         // between the list and the tab set
 constexpr int kRightEdge = 150;  // clear of the window's right edge
 constexpr int kToolbarHeight = 780;
 constexpr int kCompanyTop = 800, kCompanyHeight = 450;
-constexpr int kTop = 1300;       // of the list and the tab set
+constexpr int kTop = 1300;         // of the list and the tab set
 constexpr int kAroundTabs = 1850;  // what the window's height has beyond the tab set's
 constexpr int kStatusHeight = 375, kProgressWidth = 2400;
 
 }  // namespace
 
-int FrmMain::SmallestWidth() { return kTabWidth + kGap + kRightEdge; }
+int FrmMain::SmallestWidth() {
+  return kTabWidth + kGap + kRightEdge;
+}
 
-int FrmMain::SmallestHeight() { return 8700; }
+int FrmMain::SmallestHeight() {
+  return 8700;
+}
 
 void FrmMain::Arrange(int width, int height) {
   width = std::max(width, SmallestWidth());

@@ -67,7 +67,12 @@ void FrmMain::TxtProCalc_Change(int box) {
 
 void FrmMain::TxtProCalc_LostFocus(int box) {
   TextBox& field = quote.TxtProCalc(box);
-  field.SetText(FormatBox(box, field.Text()));
+  const std::string formatted = FormatBox(box, field.Text());
+  // The same number in another dress is nothing to calculate with: what the user typed last stays in force.
+  const bool before = loading;
+  loading = loading || LeadingNumber(formatted) == LeadingNumber(field.Text());
+  field.SetText(formatted);
+  loading = before;
 }
 
 void FrmMain::UpDNew_Step(int box, bool up) {

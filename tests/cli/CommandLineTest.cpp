@@ -1,0 +1,125 @@
+// The program itself, run as another program would run it.
+#include <sys/wait.h>
+
+#include <cstdio>
+
+#include "core/Records.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+namespace {
+
+class CommandLineTest : public ::testing::Test {
+ protected:
+  struct Run {
+    int status;
+    std::string out, err;
+  };
+  Run Program(const std::string& arguments, const std::string& input = "") {
+    const std::string in = folder.File("stdin", input), out = folder.Path() + "/stdout",
+                      err = folder.Path() + "/stderr";
+    const std::string command =
+        PROGRAM " --app-folder " + folder.Path() + "/app " + arguments + " <" + in + " >" + out + " 2>" + err;
+    const int status = std::system(command.c_str());
+    return {WEXITSTATUS(status), ReadFile(out), ReadFile(err)};
+  }
+  std::string Supplier() {
+    SupplierCalcSettingsRecord record;
+    record.Yield.fill(10);
+    record.Com.fill(2);
+    WriteRecord(folder.Path() + "/Supplier.dat", record);
+    return folder.Path() + "/Supplier.dat";
+  }
+  TemporaryFolder folder;
+};
+
+}  // namespace
+
+TEST_F(CommandLineTest, HelpAndVersionTouchNoFile) {
+  for (const char* words : {"--help", "--version", "quote --help", "record --help", "suppliers --help"}) {
+    const Run run = Program(words);
+    EXPECT_EQ(run.status, 0) << words;
+    EXPECT_FALSE(run.out.empty());
+    EXPECT_EQ(run.err, "");
+  }
+  EXPECT_FALSE(FolderExists(folder.Path() + "/app"));
+}
+
+TEST_F(CommandLineTest, MistakesInTheWordsExitWithTwo) {
+  for (const char* words : {"--none", "none", "quote --none", "quote a b", "quote --supplier", "record", "record show",
+                            "record erase x", "suppliers x", "--app-folder"}) {
+    EXPECT_EQ(Program(words).status, 2) << words;
+  }
+}
+
+TEST_F(CommandLineTest, QuotesRowForRow) {
+  const Run run = Program("quote --supplier " + Supplier() + " -",
+                          "numberofpayments,Mode,CapitalCost,Yield\r\n36,0,10000,0\r\n36,1,\"10,000.00\",8.1\r\n");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "CapitalCost,DepositValue,ResidualValue,ResidualPercent,Yield,CommissionPercent,CommissionValue,Payment,"
+            "PaymentIncTax,NetCapital,DepositIncTax,ResidualIncTax,PremiumYield\n"
+            "10000.0000,0.0000,0.0000,0,10,2,200.0000,329.1253,394.9504,10000.0000,0.0000,0.0000,0\n"
+            "10000.0000,0.0000,0.0000,0,8.1,0,0.0000,313.8252,376.5902,10000.0000,0.0000,0.0000,0\n");
+}
+
+TEST_F(CommandLineTest, ABadCellIsNamedAndNothingIsWritten) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"Mode,CapitalCost\n0,1\n0,12x\n", "line 3, column CapitalCost"},
+      {"Mode,CapitalCost\n0,\n", "line 2, column CapitalCost"},
+      {"Mode,Yield\n1,nan\n", "line 2, column Yield"},
+      {"Mode\n7\n", "line 2, column Mode"},
+      {"Mode,Quarterly\n0,2\n", "line 2, column Quarterly"},
+      {"Mode,NumberOfPayments\n0,40000\n", "line 2, column NumberOfPayments"},
+      {"Mode,NumberOfPayments\n0,36.5\n", "line 2, column NumberOfPayments"},
+      {"Mode,CapitalCost\n0\n", "line 2 has 1 cells"},
+      {"Mode,Nonsense\n0,1\n", "Nonsense"},
+      {"Mode,mode\n0,1\n", "twice"},
+      {"", "no header"},
+  };
+  for (const auto& [input, named] : cases) {
+    const std::string output = folder.Path() + "/out.csv";
+    const Run run = Program("quote --output " + output, input);
+    EXPECT_EQ(run.status, 1) << input;
+    EXPECT_NE(run.err.find(named), std::string::npos) << run.err;
+    EXPECT_FALSE(FileExists(output));
+    EXPECT_EQ(Program("quote", input).out, "");
+  }
+}
+
+TEST_F(CommandLineTest, QuotesASupplierOfTheDatabase) {
+  const Run run = Program("quote --supplier 1", "Mode,CapitalCost,NumberOfPayments\n0,12500,36\n");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find("415.4400,498.5280"), std::string::npos);
+  EXPECT_EQ(Program("quote --supplier 99", "Mode\n0\n").status, 1);
+  const Run missing = Program("quote --supplier " + folder.Path() + "/none.dat", "Mode\n0\n");
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_NE(missing.err.find("none.dat"), std::string::npos);
+}
+
+TEST_F(CommandLineTest, RecordsAreShownAndChanged) {
+  const std::string path = folder.Path() + "/General.dat";
+  EXPECT_EQ(Program("record write " + path, R"({"OrgCompanyName": "Zoë Leasing", "TaxRate": 17.5})").status, 0);
+  EXPECT_EQ(FileLength(path), 824);
+  EXPECT_EQ(Program("record write " + path, R"({"MaxTerm": 60})").status, 0);
+  const Run shown = Program("record show " + path);
+  EXPECT_NE(shown.out.find("\"OrgCompanyName\": \"Zoë Leasing\""), std::string::npos);
+  EXPECT_NE(shown.out.find("\"MaxTerm\": 60"), std::string::npos);
+  EXPECT_EQ(Program("record write " + path, R"({"None": 1})").status, 1);
+  EXPECT_EQ(Program("record write " + folder.Path() + "/S.dat", R"({"Yield0": 5})").status, 0);
+  EXPECT_EQ(FileLength(folder.Path() + "/S.dat"), 555);
+  const Run broken = Program("record show " + folder.File("short.dat", "abc"));
+  EXPECT_EQ(broken.status, 1);
+  EXPECT_NE(broken.err.find("short.dat"), std::string::npos);
+}
+
+TEST_F(CommandLineTest, SuppliersAreListedInOrder) {
+  const Run run = Program("suppliers");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out.substr(0, run.out.find('\n')), "ID,CompanyName,Tel,Town,PostCode");
+  EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 13);
+  EXPECT_EQ(Program("--data-folder " + folder.Path() + "/none suppliers").status, 1);
+}
+
+}  // namespace tarvolinex

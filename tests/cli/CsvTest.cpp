@@ -1,0 +1,51 @@
+#include "cli/Csv.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "platform/RuntimeError.h"
+
+namespace tarvolinex {
+
+namespace {
+
+std::string Cells(const std::string& text) {
+  std::istringstream input(text);
+  CsvReader reader(input, "in");
+  std::vector<std::string_view> cells;
+  std::string all;
+  while (reader.Next(cells)) {
+    all += std::to_string(reader.Line()) + ":";
+    for (const auto& cell : cells) all += "[" + std::string(cell) + "]";
+  }
+  return all;
+}
+
+}  // namespace
+
+TEST(Csv, RowsQuotesAndLineEnds) {
+  EXPECT_EQ(Cells("\xEF\xBB\xBF"
+                  "a,b\r\n\r\n1,,\n\"x, \"\"y\"\"\",z"),
+            "1:[a][b]3:[1][][]4:[x, \"y\"][z]");
+  EXPECT_EQ(Cells(""), "");
+  EXPECT_THROW(Cells("a\n\"open"), RuntimeError);
+}
+
+TEST(Csv, LinesThatCrossTheBufferStayWhole) {
+  std::string text, expected;
+  for (int i = 1; i <= 3; ++i) {
+    const std::string cell(500000, static_cast<char>('a' + i));
+    text += cell + "\n";
+    expected += std::to_string(i) + ":[" + cell + "]";
+  }
+  EXPECT_EQ(Cells(text), expected);
+  EXPECT_THROW(Cells(std::string((1 << 20) + 1, 'x')), RuntimeError);
+}
+
+TEST(Csv, CellsAreQuotedWhereTheyMustBe) {
+  EXPECT_EQ(CsvCell("plain text"), "plain text");
+  EXPECT_EQ(CsvCell("a,\"b\""), "\"a,\"\"b\"\"\"");
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,67 @@
+#include "core/Aliases.h"
+
+#include "core/MainWindow.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+using AliasesTest = WindowTest;
+
+TEST_F(AliasesTest, PlaceholdersAreReplacedInTheTablesOrder) {
+  CalculatorPreferences.CurrencySymbol = "$";
+  EXPECT_EQ(ReplaceAliases("R&emove <SUPPLIER>"), "R&emove Dealer");
+  EXPECT_EQ(ReplaceAliases("<supplier> <DEPOSIT> (£)"), "<supplier> Deposit ($)");
+  // A word that brings in a placeholder: only one whose turn is still to come is replaced.
+  CalculatorPreferences.AliasSupplier = "<CALCNAME> <DEPOSIT>";
+  CalculatorPreferences.AliasCalcName = "Calc";
+  EXPECT_EQ(ReplaceAliases("<SUPPLIER>"), "Calc <DEPOSIT>");
+  CalculatorPreferences.AliasCalcName = "";
+  EXPECT_EQ(ReplaceAliases("[<CALCNAME>]"), "[]");
+}
+
+TEST_F(AliasesTest, TheSuppliersOwnWords) {
+  EXPECT_EQ(ReplaceAliases("<ADDRATEMSG>/<SUPPLIERNAME>"), "Additional Rate Premium/");
+  SupplierCalcSettings.AdditionalPremiumMsg = " Warranty? ";
+  SupplierCalcSettings.CompanyName = "Acme";
+  EXPECT_EQ(ReplaceAliases("<ADDRATEMSG>/<SUPPLIERNAME>"), "Warranty?/Acme");
+}
+
+TEST(Tags, ValuesAreFoundWithoutRegardToCaseOfTheKey) {
+  EXPECT_EQ(GetTagValue("RS=SUPPLIER;FIELDNAME=Yield0", "fieldname"), "Yield0");
+  EXPECT_EQ(GetTagValue("A= x =y;A=z", "a"), "x");
+  EXPECT_EQ(GetTagValue("A;B=1", "A"), "");
+  EXPECT_EQ(GetTagValue("A=1; B=2", "B"), "");  // keys are not trimmed
+  EXPECT_EQ(GetTagValue("", "A"), "");
+}
+
+TEST_F(AliasesTest, CaptionsFollowTheTags) {
+  CalculatorPreferences.CurrencySymbol = "$";
+  form->menus.MnuRemove.SetTag("ALAIS=R&emove <SUPPLIER>");
+  form->quote.FraQuote.SetTag("ALAIS=");
+  form->quote.FraQuote.SetCaption("Lease (£)");
+  ApplyCaptions(*form);
+  EXPECT_EQ(form->menus.MnuRemove.Caption(), "R&emove Dealer");
+  EXPECT_EQ(form->quote.LblProCalc(kBoxCapitalCost).Caption(), "Equipment &Cost ($)");
+  EXPECT_EQ(form->quote.FraQuote.Caption(), "Lease ($)");
+  EXPECT_EQ(form->Toolbar1.Buttons()[0].toolTip, "Add Dealer");
+  EXPECT_EQ(form->TabMain.Tabs()[kTabDetails].caption, "Dealer &Detail");
+  const auto& modes = form->quote.CboProCalc(kListDepositMode);
+  EXPECT_EQ(modes.Items()[0].text, "Value ($)");
+  EXPECT_EQ(modes.Items()[1].text, "% of Equipment Cost");
+  EXPECT_EQ(modes.Items()[2].data, 2);
+  EXPECT_EQ(modes.ListIndex(), 0);
+  EXPECT_EQ(form->quote.CboProCalc(kListResidualMode).Items().size(), 2U);
+}
+
+TEST_F(AliasesTest, AnotherWindowRebuildsTheDepositListOnly) {
+  ApplyCaptions(*form);
+  form->quote.CboProCalc(kListResidualMode).SetListIndex(1);
+  Window other("FrmOther");
+  Label label(other, "Lbl", -1, "£ <SUPPLIER>");
+  ApplyCaptions(other);
+  EXPECT_EQ(label.Caption(), "£ <SUPPLIER>");
+  EXPECT_EQ(form->quote.CboProCalc(kListDepositMode).ListIndex(), -1);
+  EXPECT_EQ(form->quote.CboProCalc(kListResidualMode).ListIndex(), 1);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,55 @@
+#include "core/Settings.h"
+
+#include "core/AppFolder.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+using SettingsTest = WindowTest;
+
+TEST_F(SettingsTest, TheWebServerIsTheFilesEvenWhenBlank) {
+  LoadWebSettings();
+  EXPECT_EQ(WebServer, "www.tarvolinex.example");
+  const std::string made = CustomerReference;
+  EXPECT_GE(made.size(), 6U);
+  LoadWebSettings();
+  EXPECT_EQ(CustomerReference, made);
+  folder.File("Tarvolinex.ini", "[OTHER]\r\nx=1\r\n");
+  LoadWebSettings();
+  EXPECT_EQ(WebServer, "");
+  folder.File("Tarvolinex.ini", "[WEB]\r\nwww=calc.example/a\r\nref=42\r\n");
+  LoadWebSettings();
+  EXPECT_EQ(WebServer, "calc.example/a");
+  EXPECT_EQ(CustomerReference, "42");
+}
+
+TEST_F(SettingsTest, OptionsFillTheWindow) {
+  LoadIniFileValues();
+  EXPECT_EQ(form->send.TxtCalcCreate.Text(), "C:\\CalcInstall.exe");
+  EXPECT_EQ(DataFolder, AppFolder);
+  folder.File("General.ini",
+              "[OPTIONS]\r\nLASTINSTALLFILE=D:\\x.zip\r\nDATABASEPATH=\r\nLASTSUBJECT=Hello\r\nLASTMSG=a|+||+|b\r\n");
+  LoadIniFileValues();
+  EXPECT_EQ(form->send.TxtCalcCreate.Text(), "D:\\x.zip");
+  EXPECT_EQ(DataFolder, AppFolder);
+  EXPECT_EQ(form->send.TxtEmail(0).Text(), "Hello");
+  EXPECT_EQ(form->send.TxtEmail(1).Text(), "a\r\n\r\nb");
+  EXPECT_EQ(form->send.cmboFileType.ListIndex(), 0);
+}
+
+TEST_F(SettingsTest, ABlankKeyIsEmptyWhateverTheDefault) {
+  folder.File("General.INI", "[OPTIONS]\r\nA=\r\nB=" + std::string(300, 'x') + "\r\n");
+  EXPECT_EQ(ReadIni("General", "OPTIONS", "A", "default"), "");
+  EXPECT_EQ(ReadIni("General", "OPTIONS", "C", "default"), "default");
+  EXPECT_EQ(ReadIni("General", "OPTIONS", "B", "").size(), 254U);
+}
+
+TEST(AppFolder, AChosenFolderIsMadeAndNamedWithoutItsSeparator) {
+  TemporaryFolder folder;
+  ChooseAppFolder(folder.Path() + "/new/");
+  EXPECT_EQ(AppFolder, folder.Path() + "/new");
+  EXPECT_TRUE(FolderExists(AppFolder));
+  ResetGlobals();
+}
+
+}  // namespace tarvolinex

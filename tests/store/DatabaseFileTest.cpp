@@ -1,0 +1,81 @@
+#include "store/DatabaseFile.h"
+
+#include "platform/RuntimeError.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+using FirstStartTest = SampleTest;
+
+TEST_F(FirstStartTest, ThePackageIsUnpackedAndItsCopyStays) {
+  EXPECT_TRUE(DatabaseUnpacked);
+  EXPECT_FALSE(FileExists(AppFolder + "\\Database.zip"));
+  EXPECT_TRUE(FileExists(AppFolder + "\\Database.Bak"));
+  EXPECT_EQ(form->LvwSuppliers.Count(), 12);
+  EXPECT_EQ(form->LvwSuppliers.At(0).key, "ID1");
+  EXPECT_EQ(form->Caption(), "Tarvolinex - Aldermoor Print Finishing Ltd");
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE email<>'leases@example.com'"), "0");
+  EXPECT_EQ(desktop.shown, std::vector<std::string>{"FrmMain"});
+  EXPECT_TRUE(desktop.boxes.empty());
+  EXPECT_EQ(form->TxtStatus.Text(), "");
+}
+
+TEST_F(FirstStartTest, ADataFolderOfItsOwnKeepsNoCopy) {
+  TemporaryFolder other;
+  std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", other.Path() + "/database.ZIP");
+  DataFolder = other.Path() + "\\";
+  bool askUser = false;
+  EXPECT_TRUE(OpenDatabase(askUser));
+  EXPECT_EQ(DataFolder, other.Path());
+  EXPECT_FALSE(FileExists(other.Path() + "\\Database.Bak"));
+  EXPECT_NE(ReadFile(AppFolder + "\\General.INI").find("DATABASEPATH=" + other.Path()), std::string::npos);
+}
+
+TEST_F(FirstStartTest, CancellingTheOpenDialogChangesNothing) {
+  const std::string before = DataFolder;
+  bool askUser = true;
+  EXPECT_FALSE(OpenDatabase(askUser));
+  EXPECT_EQ(DataFolder, before);
+  EXPECT_TRUE(TheStore->connection.IsOpen());
+  desktop.files = {"/some/where/other.mdb"};
+  EXPECT_THROW(OpenDatabase(askUser), ProgramEnded);
+  EXPECT_EQ(DataFolder, "/some/where/other.mdb");
+}
+
+using MissingDatabaseTest = WindowTest;
+
+TEST_F(MissingDatabaseTest, TheUserIsAskedToLook) {
+  EXPECT_THROW(form->Load(), ProgramEnded);
+  ASSERT_EQ(desktop.boxes.size(), 1U);
+  EXPECT_EQ(desktop.boxes[0].title, "Database Connection");
+  EXPECT_EQ(desktop.boxes[0].text,
+            "Database Could not be found :-\n\n" + DataFolder + "\n\nWould you like to find a database your self?");
+  EXPECT_EQ(desktop.boxes[0].icon, BoxIcon::Critical);
+  TemporaryFolder other;
+  std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", other.Path() + "/Database.zip");
+  const std::string app = DataFolder;
+  DataFolder = other.Path();
+  UnpackDatabase();
+  DataFolder = app;
+  desktop.answers = {Answer::Yes};
+  desktop.files = {other.Path() + "/tarvolinex.MDB"};
+  bool askUser = false;
+  EXPECT_TRUE(OpenDatabase(askUser));
+  EXPECT_TRUE(askUser);
+  EXPECT_EQ(DataFolder, other.Path());
+}
+
+TEST_F(MissingDatabaseTest, ADamagedPackageIsReportedAndKept) {
+  folder.File("Database.zip", "no archive");
+  EXPECT_THROW(form->Load(), ProgramEnded);
+  EXPECT_EQ(desktop.boxes.size(), 1U);
+  EXPECT_TRUE(FileExists(folder.Path() + "/Database.zip"));
+}
+
+TEST_F(MissingDatabaseTest, AFileThatIsNoDatabaseEndsTheProgram) {
+  folder.File("Tarvolinex.mdb", "this is no database at all, only a text that is long enough to be read");
+  EXPECT_THROW(form->Load(), ProgramEnded);
+  EXPECT_EQ(desktop.boxes.at(0).text.substr(0, 5), "3100 ");
+}
+
+}  // namespace tarvolinex

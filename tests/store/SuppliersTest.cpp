@@ -1,0 +1,54 @@
+#include "store/Suppliers.h"
+
+#include "platform/Text.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+class SuppliersTest : public SampleTest {
+ protected:
+  void ExecuteRaw(const std::string& statement) { TheStore->connection.Execute(statement); }
+  std::string FormatTextOf(const std::string& column) {
+    return FormatFixed(std::stod(Ask("SELECT " + column + " FROM suppliers WHERE ID=3")), 2);
+  }
+};
+
+TEST_F(SuppliersTest, SelectingASupplierFillsItsFields) {
+  Choose("Saxonholt Dental Systems Ltd");
+  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form->supplier.TxtSupplier(3).Text(), "Reading");
+  EXPECT_EQ(form->supplier.TxtSupplier(kSupplierName).MaxLength(), 50);
+  EXPECT_EQ(form->LblCompany.Caption(), "*Saxonholt Dental Systems Ltd*");
+  EXPECT_EQ(form->rateCard.txtRangeTo(1).Text(), FormatTextOf("RangeEquipFROM0"));
+  EXPECT_EQ(form->rateCard.lblRangeFrom(0).Caption(), form->rateCard.txtRangeTo(1).Text());
+  EXPECT_EQ(SupplierCalcSettings.ID, 3);
+  EXPECT_EQ(form->send.lvSendContacts.Columns().size(), 3U);
+  EXPECT_EQ(form->supplier.LstContacts.Items().size(),
+            std::stoul(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=3")));
+}
+
+TEST_F(SuppliersTest, RatesKeepEveryDigitWhenTheyAreOnlyLookedAt) {
+  ExecuteRaw("UPDATE suppliers SET Yield0=9.125, RangeEquipFROM0=54321.9876 WHERE ID=3");
+  Choose("Saxonholt Dental Systems Ltd");
+  EXPECT_EQ(form->rateCard.TxtRangeYield(0).Text(), "9.125");
+  EXPECT_EQ(SupplierCalcSettings.Yield[0], 9.125F);
+  Choose("Millrace Laundry Systems Ltd");
+  EXPECT_EQ(Ask("SELECT RangeEquipFROM0 FROM suppliers WHERE ID=3"), "54321.9876");
+}
+
+TEST_F(SuppliersTest, ASupplierThatIsGoneIsReported) {
+  ExecuteRaw("DELETE FROM suppliers WHERE ID=3");
+  Choose("Saxonholt Dental Systems Ltd");
+  EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
+  EXPECT_EQ(form->LvwSuppliers.Count(), 11);
+}
+
+TEST_F(SuppliersTest, FormsWithoutAPageAreNotOffered) {
+  EXPECT_EQ(form->rateCard.LvwForms.Count(), 4);
+  DeleteFile(DataFolder + "\\forms\\2.html");
+  form->menus.MnuRefresh.Choose();
+  EXPECT_EQ(form->rateCard.LvwForms.Count(), 3);
+  EXPECT_EQ(form->rateCard.LvwForms.Find("ID2"), -1);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,97 @@
+// What tests stand on: a folder of their own, fresh globals, a scripted desktop, the sample database.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+
+#include "core/Globals.h"
+#include "platform/Files.h"
+#include "support/ScriptedDesktop.h"
+#include "ui/main/FrmMain.h"
+
+namespace tarvolinex {
+
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "tarvolinex-XXXXXX").string();
+    path_ = mkdtemp(name.data());
+  }
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  const std::string& Path() const { return path_; }
+  std::string File(const std::string& name, const std::string& bytes) const {
+    std::filesystem::create_directories(std::filesystem::path(path_ + "/" + name).parent_path());
+    std::ofstream(path_ + "/" + name, std::ios::binary) << bytes;
+    return path_ + "/" + name;
+  }
+
+ private:
+  std::string path_;
+};
+
+// Fresh globals and an app folder of the test's own.
+class ProgramTest : public ::testing::Test {
+ protected:
+  ProgramTest() {
+    ResetGlobals();
+    UseDesktop(&desktop);
+    AppFolder = DataFolder = folder.Path();
+  }
+  ~ProgramTest() override {
+    ResetGlobals();
+    UseDesktop(nullptr);
+  }
+  TemporaryFolder folder;
+  ScriptedDesktop desktop;
+};
+
+// The main window's controls and handlers, without a database.
+class WindowTest : public ProgramTest {
+ protected:
+  WindowTest() : form(std::make_unique<FrmMain>()) {
+    CalculatorPreferences.CurrencySymbol = "£";
+    CalculatorPreferences.AliasSupplier = "Dealer";
+    CalculatorPreferences.AliasResidual = "Balloon";
+    CalculatorPreferences.AliasMaint = "Service";
+    CalculatorPreferences.AliasCapEquip = "Equipment";
+    CalculatorPreferences.AliasDeposit = "Deposit";
+  }
+  TextBox& Box(int box) { return form->quote.TxtProCalc(box); }
+  void Type(TextBox& box, const std::string& text) {
+    box.SetFocus();
+    box.Type(text);
+  }
+  std::unique_ptr<FrmMain> form;
+};
+
+// The program as it stands after its first start on the sample database.
+class SampleTest : public WindowTest {
+ protected:
+  SampleTest() {
+    std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+    CalculatorPreferences.OrgEmail = "leases@example.com";
+    CalculatorPreferences.OrgCompanyName = "Example Leasing";
+    form->Load();
+  }
+  void Choose(const std::string& name) {
+    for (int row = 0; row < form->LvwSuppliers.Count(); ++row) {
+      if (form->LvwSuppliers.At(row).text == name) return form->LvwSuppliers.ClickRow(row);
+    }
+    FAIL() << "no supplier is called " << name;
+  }
+  // The first column of the first row.
+  std::string Ask(const std::string& statement) {
+    Recordset answer;
+    answer.Open(statement, TheStore->connection);
+    return answer.EndOfFile() ? "(none)" : ValueText(answer.Field(0));
+  }
+};
+
+}  // namespace tarvolinex

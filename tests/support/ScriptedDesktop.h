@@ -1,0 +1,84 @@
+// A desktop that answers from a script and remembers what it was asked.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/Desktop.h"
+
+namespace tarvolinex {
+
+class ScriptedDesktop : public Desktop {
+ public:
+  struct Box {
+    std::string text, title;
+    BoxButtons buttons;
+    BoxIcon icon;
+  };
+  std::vector<Box> boxes;
+  std::deque<Answer> answers;  // the next ones; without any: Ok, No or Cancel
+  std::deque<std::string> files;
+  std::vector<std::string> launched;   // "verb file|parameters|folder"
+  std::deque<int> launchResults;       // without any: 33
+  std::vector<std::string> shown;      // window names
+  std::function<void(Window&)> modal;  // plays the user in a modal window
+  std::vector<std::string> statusTexts;
+  std::chrono::system_clock::time_point now{};
+  bool busy = false;
+
+  Answer MessageBox(const std::string& text, const std::string& title, BoxButtons buttons, BoxIcon icon) override {
+    boxes.push_back({text, title, buttons, icon});
+    if (!answers.empty()) {
+      const Answer answer = answers.front();
+      answers.pop_front();
+      return answer;
+    }
+    return buttons == BoxButtons::Ok ? Answer::Ok : buttons == BoxButtons::YesNo ? Answer::No : Answer::Cancel;
+  }
+  std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
+    return files.empty() ? std::nullopt : std::optional(Next());
+  }
+  std::string OpenFile(const FileDialog&) override { return Next(); }
+  std::string SaveFile(const FileDialog&) override { return Next(); }
+  std::string ChooseFolder(const std::string&, const std::string&) override { return Next(); }
+  std::optional<Colour> ChooseColour(Colour) override { return {}; }
+  void SetBusyPointer(bool on) override { busy = on; }
+  void DoEvents() override {}
+  int ShellExecute(const std::string& verb, const std::string& file, const std::string& parameters,
+                   const std::string& folder, int) override {
+    launched.push_back(verb + " " + file + "|" + parameters + "|" + folder);
+    return Result();
+  }
+  int OpenWith(const std::string& file) override {
+    launched.push_back("openwith " + file);
+    return Result();
+  }
+  void CopyText(const std::string&) override {}
+  void Show(Window& window) override { shown.push_back(window.Name()); }
+  void Hide(Window&) override {}
+  void BringToFront(Window&) override {}
+  void ShowModal(Window& window) override {
+    shown.push_back(window.Name());
+    if (modal) modal(window);
+    window.Close();
+  }
+  std::chrono::system_clock::time_point Now() override { return now; }
+
+ private:
+  std::string Next() {
+    if (files.empty()) return {};
+    std::string file = files.front();
+    files.pop_front();
+    return file;
+  }
+  int Result() {
+    if (launchResults.empty()) return 33;
+    const int result = launchResults.front();
+    launchResults.pop_front();
+    return result;
+  }
+};
+
+}  // namespace tarvolinex

@@ -1,0 +1,143 @@
+#include "calc/QuotePanel.h"
+
+#include "core/Aliases.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+// A supplier with 10 % yield and 2 % commission in every band, everything offered.
+class QuotePanelTest : public WindowTest {
+ protected:
+  QuotePanelTest() {
+    SupplierCalcSettings.Yield.fill(10);
+    SupplierCalcSettings.Com.fill(2);
+    SupplierCalcSettings.AdditionalPremiumYield = 1;
+    ApplyCaptions(*form);
+    SetDefaults();
+    form->quote.CboProCalc(kListTerm).Choose(2);
+  }
+  std::string Result(int result) { return form->quote.LblResult(result).Caption(); }
+};
+
+TEST_F(QuotePanelTest, EveryKeystrokeShowsTheQuote) {
+  Box(kBoxCapitalCost).SetFocus();
+  for (const char* typed : {"1", "10", "100", "1000", "10000"}) Box(kBoxCapitalCost).Type(typed);
+  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "10000");
+  EXPECT_EQ(Box(kBoxPayment).Text(), "329.13");
+  EXPECT_EQ(Box(kBoxYield).Text(), "10.00");
+  EXPECT_EQ(Box(kBoxCommission).Text(), "200.00");
+  EXPECT_EQ(Result(kResultPayment), "329.13");
+  EXPECT_EQ(Result(kResultNetCapital), "10000.00");
+  Box(kBoxCapitalCost).Type("12,345.67");
+  EXPECT_EQ(Result(kResultCapitalCost), "12345.67");
+}
+
+TEST_F(QuotePanelTest, TermAndIntervalGiveTheNumberOfPayments) {
+  EXPECT_EQ(Box(kBoxPayments).Text(), "36");
+  form->quote.CboProCalc(kListInterval).Choose(1);
+  EXPECT_EQ(Box(kBoxPayments).Text(), "12");
+  EXPECT_EQ(form->quote.LblUnit(kBoxPayments).Caption(), "Quarters");
+  EXPECT_EQ(form->quote.LblResultName(kResultPayment).Caption(), "Net Quarterly Payment (£)");
+  Type(Box(kBoxPayments), "8");
+  EXPECT_EQ(form->quote.CboProCalc(kListTerm).ListIndex(), 1);
+  EXPECT_EQ(Box(kBoxPayments).Text(), "8");
+  Box(kBoxPayments).Type("9");
+  EXPECT_EQ(form->quote.CboProCalc(kListTerm).ListIndex(), 1);
+}
+
+TEST_F(QuotePanelTest, APaymentFindsTheCapitalCostOrTheCommission) {
+  Type(Box(kBoxCapitalCost), "5000");
+  Type(Box(kBoxPayment), "329.13");
+  EXPECT_EQ(Result(kResultPayment), "329.13");
+  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "10000.14");
+  Type(Box(kBoxCapitalCost), "10000");
+  form->quote.ckCapLock.SetValue(true);
+  EXPECT_TRUE(Box(kBoxCapitalCost).Locked());
+  Type(Box(kBoxPayment), "340");
+  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "10000.00");
+  EXPECT_EQ(Box(kBoxCommission).Text(), "537.02");
+  form->LeaveField();
+  EXPECT_EQ(Box(kBoxCommission).Text(), "537.02");
+  form->quote.ckCapLock.SetValue(false);
+  EXPECT_EQ(form->ActiveControl(), &Box(kBoxCapitalCost));
+  EXPECT_EQ(Box(kBoxCommission).Text(), "200.00");
+}
+
+TEST_F(QuotePanelTest, YieldAndCommissionAreTakenAsTyped) {
+  Type(Box(kBoxCapitalCost), "10000");
+  Type(Box(kBoxYield), "12.5abc");
+  EXPECT_EQ(Result(kResultYield), "12.50");
+  EXPECT_EQ(Box(kBoxYield).Text(), "12.5abc");
+  Type(Box(kBoxCommission), "500");
+  EXPECT_EQ(Box(kBoxYield).Text(), "12.50");
+  EXPECT_EQ(Box(kBoxCommissionPercent).Text(), "5.00");
+  Type(Box(kBoxCommissionPercent), "1");
+  EXPECT_EQ(Box(kBoxCommission).Text(), "100.00");
+}
+
+TEST_F(QuotePanelTest, ARateWithMoreDigitsThanItsBoxStaysExact) {
+  SupplierCalcSettings.Yield.fill(9.125F);
+  Type(Box(kBoxCapitalCost), "250000");
+  EXPECT_EQ(Box(kBoxYield).Text(), "9.13");
+  const Currency payment = Quote.Payment;
+  Type(Box(kBoxCommission), "5000.00");
+  EXPECT_EQ(Quote.Payment, payment);
+  Type(Box(kBoxYield), "9.130");
+  EXPECT_EQ(Quote.Yield, 9.13F);
+}
+
+TEST_F(QuotePanelTest, DepositAndResidualKeepTheirUnit) {
+  Type(Box(kBoxCapitalCost), "10000");
+  form->quote.CboProCalc(kListDepositMode).Choose(1);
+  EXPECT_EQ(form->quote.LblUnit(kBoxDeposit).Caption(), "%");
+  Type(Box(kBoxDeposit), "10");
+  Type(Box(kBoxMaintenance), "5");
+  EXPECT_EQ(Box(kBoxDeposit).Text(), "10.00");
+  EXPECT_EQ(Result(kResultDeposit), "1000.00");
+  form->quote.CboProCalc(kListDepositMode).Choose(2);
+  EXPECT_EQ(Box(kBoxDeposit).Text(), "0");
+  EXPECT_EQ(form->quote.LblUnit(kBoxDeposit).Caption(), "");
+  Type(Box(kBoxDeposit), "3");
+  EXPECT_EQ(Quote.AdvancedPayments, 3);
+  EXPECT_EQ(Quote.DepositValue.ToText(), "963.8578");
+  form->quote.CboProCalc(kListResidualMode).Choose(1);
+  Type(Box(kBoxResidual), "20");
+  Type(Box(kBoxCapitalCost), "");
+  EXPECT_EQ(Box(kBoxResidual).Text(), "20.00");
+  Box(kBoxCapitalCost).Type("10000");
+  EXPECT_EQ(Result(kResultResidual), "2000.00");
+}
+
+TEST_F(QuotePanelTest, LeavingABoxFormatsItAndArrowsStepIt) {
+  Type(Box(kBoxCapitalCost), "1234.5");
+  form->LeaveField();
+  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "1234.50");
+  form->quote.UpDNew(kBoxCapitalCost).StepBy(true);
+  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "1334.50");
+  Box(kBoxPayments).SetText("1");
+  form->quote.UpDNew(kBoxPayments).StepBy(false);
+  EXPECT_EQ(Box(kBoxPayments).Text(), "1");
+  Type(Box(kBoxYield), "250");
+  form->LeaveField();
+  EXPECT_EQ(Box(kBoxYield).Text(), "100.00");
+}
+
+TEST_F(QuotePanelTest, WithoutACapitalCostThereIsNoLock) {
+  Type(Box(kBoxCapitalCost), "100");
+  form->quote.ckCapLock.SetValue(true);
+  Box(kBoxPayment).SetText("0");
+  form->quote.ckCapLock.SetValue(false);
+  Type(Box(kBoxCapitalCost), "0");
+  EXPECT_FALSE(form->quote.ckCapLock.Enabled());
+  Box(kBoxCapitalCost).Type("5");
+  EXPECT_TRUE(form->quote.ckCapLock.Enabled());
+}
+
+TEST_F(QuotePanelTest, ThePremiumIsAddedWhenItIsTicked) {
+  Type(Box(kBoxCapitalCost), "10000");
+  form->quote.ChkPremium.SetValue(true);
+  EXPECT_EQ(Box(kBoxYield).Text(), "11.00");
+  EXPECT_EQ(form->ActiveControl(), &Box(kBoxCapitalCost));
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,81 @@
+#include "calc/QuotePanel.h"
+#include "calc/RateCard.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+class RateCardPanelTest : public WindowTest {
+ protected:
+  RateCardPanelTest() {
+    SetDefaults();
+    const char* thresholds[] = {"100000.00", "20000.00", "5000.00", "1000.00"};
+    for (int i = 1; i <= 4; ++i) To(i).SetText(thresholds[i - 1]);
+  }
+  TextBox& To(int box) { return form->rateCard.txtRangeTo(box); }
+  std::string All() { return To(1).Text() + " " + To(2).Text() + " " + To(3).Text() + " " + To(4).Text(); }
+};
+
+TEST_F(RateCardPanelTest, ThresholdsStayInOrder) {
+  Type(To(3), "50,000");
+  EXPECT_EQ(form->rateCard.lblRangeFrom(2).Caption(), "50000.00");
+  form->LeaveField();
+  EXPECT_EQ(All(), "100000.00 50000.00 50000.00 1000.00");
+  Type(To(4), "200000");
+  form->LeaveField();
+  EXPECT_EQ(All(), "200000.00 200000.00 200000.00 200000.00");
+  Type(To(1), "500");
+  form->LeaveField();
+  EXPECT_EQ(All(), "500.00 500.00 500.00 500.00");
+  EXPECT_EQ(form->rateCard.lblRangeFrom(3).Caption(), "500.00");
+  Type(To(2), "999999999");
+  form->LeaveField();
+  EXPECT_EQ(To(2).Text(), "99999999.00");
+  EXPECT_TRUE(SupplierChanged);
+}
+
+TEST_F(RateCardPanelTest, ArrowsStepAndRepairToo) {
+  To(2).SetText("100000");
+  form->rateCard.UpDEquipCost(2).StepBy(true);
+  EXPECT_EQ(All(), "100100.00 100100.00 5000.00 1000.00");
+}
+
+TEST_F(RateCardPanelTest, RatesAreFormattedWithinTheirLimits) {
+  Type(form->rateCard.TxtRangeYield(0), "150");
+  form->LeaveField();
+  EXPECT_EQ(form->rateCard.TxtRangeYield(0).Text(), "100.00");
+  Type(form->rateCard.txtComPerc(4), "150.555");
+  form->LeaveField();
+  EXPECT_EQ(form->rateCard.txtComPerc(4).Text(), "150.56");
+  Type(form->rateCard.TxtAddRate(0), " Isn't it? ");
+  form->LeaveField();
+  EXPECT_EQ(form->rateCard.TxtAddRate(0).Text(), "Isn`t it?");
+}
+
+TEST_F(RateCardPanelTest, ThePremiumSwitchFreesItsBoxes) {
+  form->rateCard.ChAddRate(0).SetValue(true);
+  EXPECT_FALSE(form->rateCard.TxtAddRate(1).Locked());
+  form->rateCard.ChAddRate(0).SetValue(false);
+  EXPECT_TRUE(form->rateCard.TxtAddRate(2).Locked());
+  EXPECT_FALSE(form->rateCard.UpDAddRate(1).Enabled());
+}
+
+TEST_F(RateCardPanelTest, WhatASupplierDoesNotOfferIsLockedAndSaysWhy) {
+  SupplierCalcSettings.AdditionalPremium = SupplierCalcSettings.ResidualOption =
+      SupplierCalcSettings.MaintenanceOption = true;
+  ApplySupplierOptions();
+  form->quote.ChkPremium.SetValue(true);
+  Box(kBoxResidual).SetText("500");
+  EXPECT_TRUE(form->quote.ChkPremium.Enabled());
+  SupplierCalcSettings = {};
+  ApplySupplierOptions();
+  EXPECT_FALSE(form->quote.ChkPremium.Enabled() || form->quote.ChkPremium.Value());
+  EXPECT_EQ(form->quote.ChkPremium.ToolTip(), "Additional Rate Premium disabled for this Dealer");
+  EXPECT_EQ(form->quote.LblPremium.Caption(), "Additional Rate Premium");
+  EXPECT_TRUE(Box(kBoxResidual).Locked() && Box(kBoxMaintenance).Locked());
+  EXPECT_TRUE(form->quote.CboProCalc(kListResidualMode).Locked());
+  EXPECT_EQ(Box(kBoxResidual).Text(), "0");
+  EXPECT_EQ(Box(kBoxResidual).ToolTip(), "Balloon disabled for this Dealer");
+  EXPECT_EQ(Box(kBoxMaintenance).ToolTip(), "Service disabled for this Dealer");
+}
+
+}  // namespace tarvolinex
