@@ -24,8 +24,3 @@ int RunWithoutWindow(const ProgramOptions& options) {
 }
 
 }  // namespace tarvolinex
-namespace tarvolinex {
-int RunWindow(int, char**, const ProgramOptions&) {
-  return 1;
-}
-}  // namespace tarvolinex

@@ -2,17 +2,61 @@
 
 #include "core/AppFolder.h"
 #include "core/Globals.h"
+#include "core/Reports.h"
 #include "core/Settings.h"
+#include "platform/Desktop.h"
+#include "platform/RuntimeError.h"
 #include "publish/Preferences.h"
+#include "store/DatabaseFile.h"
+#include "ui/main/FrmLeaseOrgDetails.h"
 
 namespace tarvolinex {
 
 void PrepareRun(const ProgramOptions& options) {
   ChooseAppFolder(options.appFolder);
-  DataFolder = options.dataFolder.empty() ? RememberedDataFolder() : options.dataFolder;
+  ChosenDataFolder = options.dataFolder;
+  DataFolder = RememberedDataFolder();
   FillAppFolder();
   LoadWebSettings();
   LoadCalculatorPreferences();
+}
+
+namespace {
+
+// Without a name and an e-mail address the calculators would have no sender: the user gives them first.
+void AskForOrganisation(FrmMain& form) {
+  if (!CalculatorPreferences.OrgCompanyName.Trimmed().empty() && !CalculatorPreferences.OrgEmail.Trimmed().empty()) {
+    return;
+  }
+  SetBusy(false);
+  FrmLeaseOrgDetails details;
+  details.Load();
+  TheDesktop().ShowModal(details);
+  if (DatabaseUnpacked) {
+    SetBusy(true);
+    PointContactsAtOrganisation();
+    form.menus.MnuRefresh.Choose();
+    SetBusy(false);
+  }
+  TheDesktop().Show(form);
+}
+
+}  // namespace
+
+void StartWindow(const ProgramOptions& options, FrmMain& form, const Splash& splash) {
+  try {
+    SetBusy(true);
+    PrepareRun(options);
+    splash.show();
+    form.Load();
+    TheDesktop().Show(form);
+    splash.bringToFront();
+    TheDesktop().DoEvents();
+    AskForOrganisation(form);
+    SetBusy(false);
+  } catch (const RuntimeError&) {
+    ShowError("Load failed", true);
+  }
 }
 
 }  // namespace tarvolinex

@@ -36,21 +36,34 @@ void Store(float& target, double rate) {
   if (std::fabs(rate) <= static_cast<double>(std::numeric_limits<float>::max())) target = static_cast<float>(rate);
 }
 
+// An amount of money with its value for the arithmetic.
+struct Money {
+  Currency amount;
+  double value = 0;
+  void Set(Currency money) {
+    amount = money;
+    value = money.ToDouble();
+  }
+  void Set(double money) {
+    Store(amount, money);
+    value = amount.ToDouble();
+  }
+};
+
 // The locals of one pass, named as in the quote they come from.
 struct Pass {
   const int mode;
   QuoteRecord& quote;
   const QuoteTerms& terms;
+  const double capital = quote.CapitalCost.ToDouble();
   double yield = 0;       // percent a year
   double commission = 0;  // percent of the capital cost
   double rate = 0;        // a period
   int periods = 0;        // regular payments to run
   double advanced = 0;    // payments in advance
-  Currency deposit = {}, residual = {};
+  Money deposit = {}, residual = {};
   double financed = 0;  // amount financed
   double payment = 0;   // without maintenance
-
-  double Capital() const { return quote.CapitalCost.ToDouble(); }
 
   void FindYieldAndCommission() {
     const bool givenYield = mode == 1 || mode == 3 || mode == 4 || mode == 5;
@@ -72,7 +85,7 @@ struct Pass {
 
   // The percentage of an amount; without a capital cost there is none.
   void SetCommission(double amount) {
-    if (quote.CapitalCost != Currency()) commission = amount / Capital() * 100;
+    if (quote.CapitalCost != Currency()) commission = amount / capital * 100;
   }
 
   void FindRunAndDeductions() {
@@ -80,20 +93,23 @@ struct Pass {
     if (run >= std::numeric_limits<std::int16_t>::min() && run <= std::numeric_limits<std::int16_t>::max())
       periods = run;
     if (quote.AdvancedPayments > 0) advanced = quote.AdvancedPayments;
-    if (quote.DepositMode == 0) deposit = quote.DepositValue;
-    if (quote.DepositMode == 1) Store(deposit, static_cast<double>(quote.DepositPercent) / 100 * Capital());
+    if (quote.DepositMode == 0) deposit.Set(quote.DepositValue);
+    if (quote.DepositMode == 1) deposit.Set(static_cast<double>(quote.DepositPercent) / 100 * capital);
     if (quote.ResidualValue > Currency()) {
-      residual = quote.ResidualValue;
+      residual.Set(quote.ResidualValue);
     } else if (quote.ResidualPercent > 0) {
-      Store(residual, static_cast<double>(quote.ResidualPercent) / 100 * Capital());
+      residual.Set(static_cast<double>(quote.ResidualPercent) / 100 * capital);
     }
   }
+
+  // The capital cost's factor with the commission on top.
+  double OnTop() const { return commission / 100 + 1; }
 
   // What is financed: the capital cost less the deposit, with a commission on top.
   void FindFinanced() {
     if (commission > 0) {
-      financed = (commission / 100 + 1) * Capital() - deposit.ToDouble();
-    } else if (const auto net = quote.CapitalCost.Minus(deposit)) {
+      financed = OnTop() * capital - deposit.value;
+    } else if (const auto net = quote.CapitalCost.Minus(deposit.amount)) {
       financed = net->ToDouble();
     }
     if (financed < 0) financed = 0;
@@ -104,23 +120,23 @@ struct Pass {
   // to where it contracts. Nothing to run leaves the payment at 0.
   void FindPayment() {
     const AnnuityFactors factors = FactorsFor(rate, periods);
-    const double residualNow = residual.ToDouble() * factors.discount;
+    const double residualNow = residual.value * factors.discount;
     const double worth = factors.annuity + advanced;
-    const double given = quote.Payment.ToDouble() - quote.Maintenance.ToDouble();
-    const double net = Capital() - deposit.ToDouble();
     const bool derives = mode == kModePayment || (mode == kModeCommissionLocked && advanced > 0);
+    const double given = derives ? quote.Payment.ToDouble() - quote.Maintenance.ToDouble() : 0;
+    const double net = capital - deposit.value;
     if (derives) SetCommission(given * worth + residualNow - net);
     if (mode == kModePayment) {
       financed = net;
       payment = given;
     } else {
-      const double owed = derives ? (commission / 100 + 1) * Capital() - deposit.ToDouble() : financed;
+      const double owed = derives ? OnTop() * capital - deposit.value : financed;
       const double level = (owed - residualNow) / worth;
       if (periods != 0 && std::isfinite(level)) payment = level;
     }
     if (advanced > 0) {
-      deposit = Currency();
-      Store(deposit, advanced * payment);
+      deposit = {};
+      deposit.Set(advanced * payment);
     }
   }
 
@@ -129,23 +145,23 @@ struct Pass {
     const double tax = static_cast<double>(terms.taxRate) / 100 + 1;
     if (const auto level = Currency::FromDouble(payment)) Store(q.Payment, level->Plus(q.Maintenance));
     if (commission != 0) {
-      Store(q.CommissionValue, commission / 100 * Capital());
+      Store(q.CommissionValue, q.CapitalCost.Times(commission / 100));
     } else {
       q.CommissionValue = Currency();
     }
     if (terms.taxRate > 0) {
-      Store(q.PaymentIncTax, q.Payment.ToDouble() * tax);
+      Store(q.PaymentIncTax, q.Payment.Times(tax));
     } else {
       q.PaymentIncTax = q.Payment;
     }
     const bool priced = q.CapitalCost > Currency();
-    Store(q.ResidualPercent, priced ? residual.ToDouble() / Capital() * 100 : 0.0);
-    Store(q.NetCapital, q.CapitalCost.Minus(deposit));
+    Store(q.ResidualPercent, priced ? residual.value / capital * 100 : 0.0);
+    Store(q.NetCapital, q.CapitalCost.Minus(deposit.amount));
     Store(q.CommissionPercent, commission);
-    q.DepositValue = deposit;
-    Store(q.DepositIncTax, tax * deposit.ToDouble());
-    q.ResidualValue = residual;
-    Store(q.ResidualIncTax, tax * residual.ToDouble());
+    q.DepositValue = deposit.amount;
+    Store(q.DepositIncTax, deposit.amount.Times(tax));
+    q.ResidualValue = residual.amount;
+    Store(q.ResidualIncTax, residual.amount.Times(tax));
     Store(q.Yield, yield);
     q.PremiumYield = terms.card.AdditionalPremiumYield;
   }

@@ -13,7 +13,12 @@ namespace tarvolinex {
 
 namespace {
 
+// Each of these tries the cell as it is first: nearly all are plain numbers, and this runs for every cell.
 bool Parse(std::string_view cell, Currency& target) {
+  if (const auto plain = Currency::FromText(cell)) {
+    target = *plain;
+    return true;
+  }
   std::string buffer;
   const auto number = ExactNumberText(cell, buffer);
   const auto amount = number ? Currency::FromText(*number) : std::nullopt;
@@ -21,7 +26,15 @@ bool Parse(std::string_view cell, Currency& target) {
   return amount.has_value();
 }
 
+bool StartsWithDigit(std::string_view cell) {
+  return !cell.empty() && cell.front() >= '0' && cell.front() <= '9';
+}
+
 bool Parse(std::string_view cell, float& target) {
+  if (StartsWithDigit(cell)) {
+    const auto plain = std::from_chars(cell.data(), cell.data() + cell.size(), target, std::chars_format::fixed);
+    if (plain.ec == std::errc() && plain.ptr == cell.data() + cell.size()) return true;
+  }
   std::string buffer;
   const auto number = ExactNumberText(cell, buffer);
   return number && std::from_chars(number->data(), number->data() + number->size(), target).ec == std::errc();
@@ -29,6 +42,8 @@ bool Parse(std::string_view cell, float& target) {
 
 // A whole number that fits; "36.00" is one.
 bool Parse(std::string_view cell, std::int16_t& target) {
+  const auto plain = std::from_chars(cell.data(), cell.data() + cell.size(), target);
+  if (plain.ec == std::errc() && plain.ptr == cell.data() + cell.size()) return true;
   std::string buffer;
   auto number = ExactNumberText(cell, buffer);
   if (!number) return false;

@@ -103,12 +103,13 @@ std::string Shown(const JsonValue& value) {
 template <typename Record>
 void Change(Record& record, const JsonObject& changes) {
   Record changed = record;
-  for (const auto& [name, value] : changes) {
+  for (const auto& change : changes) {
+    const std::string& name = change.first;
     const auto fields = FieldsOf(record);
     const auto field = std::find_if(fields.begin(), fields.end(), [&](const auto& f) { return f.name == name; });
     if (field == fields.end()) throw RuntimeError(kItemNotFound, "The record has no field \"" + name + "\"");
-    if (!std::visit(FromJson{value}, field->member(changed))) {
-      throw RuntimeError(kItemNotFound, "The field " + name + " cannot hold " + Shown(value));
+    if (!std::visit(FromJson{change.second}, field->member(changed))) {
+      throw RuntimeError(kItemNotFound, "The field " + name + " cannot hold " + Shown(change.second));
     }
   }
   record = changed;

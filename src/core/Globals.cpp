@@ -5,6 +5,7 @@ namespace tarvolinex {
 void ResetGlobals() {
   AppFolder.clear();
   DataFolder.clear();
+  ChosenDataFolder.clear();
   WebServer.clear();
   CustomerReference.clear();
   ErrorShown = false;

@@ -13,6 +13,8 @@ namespace tarvolinex {
 // Folders, without a trailing separator; a path is built by appending a name that starts with "\".
 inline std::string AppFolder;   // the program's folder
 inline std::string DataFolder;  // the folder of the database file
+// The data folder that this run was started with; empty = the remembered one.
+inline std::string ChosenDataFolder;
 
 // The folder that every preview and every send builds anew; ends with "\".
 inline std::string CalculatorFolder() {

@@ -58,7 +58,7 @@ void LoadWebSettings() {
 }
 
 std::string RememberedDataFolder() {
-  return OptionOr("DATABASEPATH", AppFolder);
+  return ChosenDataFolder.empty() ? OptionOr("DATABASEPATH", AppFolder) : ChosenDataFolder;
 }
 
 void LoadIniFileValues() {

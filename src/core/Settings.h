@@ -22,7 +22,7 @@ void LoadWebSettings();
 // first file type. A failure is reported and the load goes on.
 void LoadIniFileValues();
 
-// `DataFolder` as General.INI gives it, else the app folder.
+// The folder that this run was started with, else as General.INI gives it, else the app folder.
 std::string RememberedDataFolder();
 
 }  // namespace tarvolinex

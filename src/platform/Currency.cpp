@@ -64,16 +64,4 @@ std::string Currency::ToText() const {
   return {text, WriteText(text)};
 }
 
-std::optional<Currency> Currency::Plus(Currency other) const {
-  std::int64_t sum = 0;
-  if (__builtin_add_overflow(units_, other.units_, &sum)) return std::nullopt;
-  return FromUnits(sum);
-}
-
-std::optional<Currency> Currency::Minus(Currency other) const {
-  std::int64_t difference = 0;
-  if (__builtin_sub_overflow(units_, other.units_, &difference)) return std::nullopt;
-  return FromUnits(difference);
-}
-
 }  // namespace tarvolinex

@@ -22,11 +22,10 @@ class Currency {
   }
 
   // Rounded to four decimals, halves to even; nullopt when it is no number or does not fit (922,337,203,685,477.58).
-  static std::optional<Currency> FromDouble(double amount) {
-    const double scaled = std::nearbyint(amount * 10000.0);
-    if (!(scaled >= -9223372036854775808.0 && scaled < 9223372036854775808.0)) return std::nullopt;
-    return FromUnits(static_cast<std::int64_t>(scaled));
-  }
+  static std::optional<Currency> FromDouble(double amount) { return FromScaled(amount * 10000.0); }
+
+  // The amount times a factor, rounded likewise; the amount itself is not rounded on the way.
+  std::optional<Currency> Times(double factor) const { return FromScaled(static_cast<double>(units_) * factor); }
 
   // A plain decimal ("-12.3456789"), exactly, rounded as above; nullopt when it is none or does not fit.
   static std::optional<Currency> FromText(std::string_view decimal);
@@ -46,10 +45,22 @@ class Currency {
   constexpr auto operator<=>(const Currency&) const = default;
 
   // nullopt on overflow.
-  std::optional<Currency> Plus(Currency other) const;
-  std::optional<Currency> Minus(Currency other) const;
+  std::optional<Currency> Plus(Currency other) const {
+    std::int64_t sum = 0;
+    if (__builtin_add_overflow(units_, other.units_, &sum)) return std::nullopt;
+    return FromUnits(sum);
+  }
+  std::optional<Currency> Minus(Currency other) const {
+    std::int64_t difference = 0;
+    if (__builtin_sub_overflow(units_, other.units_, &difference)) return std::nullopt;
+    return FromUnits(difference);
+  }
 
  private:
+  static std::optional<Currency> FromScaled(double units) {
+    if (!(units >= -9223372036854775808.0 && units < 9223372036854775808.0)) return std::nullopt;
+    return FromUnits(std::llrint(units));
+  }
   std::int64_t units_ = 0;
 };
 

@@ -225,9 +225,18 @@ void Recordset::Close() {
   sqlite3_finalize(rows_);
   sqlite3_finalize(found_);
   rows_ = found_ = current_ = nullptr;
+  firstDue_ = false;
 }
 
-void Recordset::Step(sqlite3_stmt* statement) {
+bool Recordset::EndOfFile() const {
+  if (firstDue_) {
+    firstDue_ = false;
+    Step(rows_);
+  }
+  return current_ == nullptr;
+}
+
+void Recordset::Step(sqlite3_stmt* statement) const {
   const int result = sqlite3_step(statement);
   current_ = result == SQLITE_ROW ? statement : nullptr;
   if (result == SQLITE_ROW) return;
@@ -241,7 +250,8 @@ void Recordset::MoveFirst() {
   if (!rows_) throw RuntimeError(kDatabase, "The record set is not open");
   if (found_) sqlite3_reset(found_);
   sqlite3_reset(rows_);
-  Step(rows_);
+  current_ = nullptr;
+  firstDue_ = true;
 }
 
 void Recordset::MoveNext() {
@@ -258,6 +268,7 @@ void Recordset::Find(std::string_view criterion) {
     throw RuntimeError(kDatabase, "Not a criterion of the form ID=number: " + std::string(criterion));
   }
   sqlite3_reset(rows_);
+  firstDue_ = false;
   if (!found_) {
     const std::string column(Trim(criterion.substr(0, equals)));
     found_ = connection_->Prepare("SELECT * FROM (" + statement_ + ") WHERE " + column + "=?");

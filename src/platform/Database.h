@@ -80,9 +80,10 @@ class Recordset {
   void Close();
   bool IsOpen() const { return rows_ != nullptr; }
 
+  // The row is read when it is first asked for: a Find that follows costs nothing but itself.
   void MoveFirst();
   void MoveNext();
-  bool EndOfFile() const { return current_ == nullptr; }
+  bool EndOfFile() const;
   // criterion: "ID=" and a whole number. Stands on the row with that ID, of the whole set, or at the end when there
   // is none. After a row was found, MoveNext goes to the end.
   void Find(std::string_view criterion);
@@ -103,13 +104,14 @@ class Recordset {
     int size;
   };
   const Column& ColumnOf(std::string_view name) const;
-  void Step(sqlite3_stmt* statement);
+  void Step(sqlite3_stmt* statement) const;
   Connection* connection_ = nullptr;
   std::string statement_;
   std::vector<Column> columns_;
   sqlite3_stmt* rows_ = nullptr;
   sqlite3_stmt* found_ = nullptr;
-  sqlite3_stmt* current_ = nullptr;  // the one of the two that stands on a row
+  mutable sqlite3_stmt* current_ = nullptr;  // the one of the two that stands on a row
+  mutable bool firstDue_ = false;            // MoveFirst has still to read its row
 };
 
 }  // namespace tarvolinex
