@@ -1,9 +1,19 @@
 #include "qt/ListModels.h"
 
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QSize>
+
 #include "qt/EventBoundary.h"
 #include "qt/Look.h"
 
 namespace tarvolinex {
+
+namespace {
+constexpr int kRowPadding = 5;  // pixels
+
+QSize RowSize() { return {0, QFontMetrics(QGuiApplication::font()).height() + kRowPadding}; }
+}  // namespace
 
 void RowsModel::Reset() {
   beginResetModel();
@@ -36,6 +46,7 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const {
   }
   if (role == Qt::ToolTipRole && !row.toolTip.empty()) return PlainToolTip(row.toolTip);
   if (role == Qt::TextAlignmentRole) return headerData(column, Qt::Horizontal, role);
+  if (role == Qt::SizeHintRole) return RowSize();
   return {};
 }
 
@@ -71,8 +82,10 @@ void ItemsModel::Reset() {
 
 QVariant ItemsModel::data(const QModelIndex& index, int role) const {
   const auto row = static_cast<std::size_t>(index.row());
-  if (!index.isValid() || row >= items_.size() || role != Qt::DisplayRole) return {};
-  return Shown(items_[row].text);
+  if (!index.isValid() || row >= items_.size()) return {};
+  if (role == Qt::DisplayRole) return Shown(items_[row].text);
+  if (role == Qt::SizeHintRole) return RowSize();
+  return {};
 }
 
 }  // namespace tarvolinex
