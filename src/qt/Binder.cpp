@@ -1,5 +1,6 @@
 #include "qt/Binder.h"
 
+#include <QAbstractItemView>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -206,7 +207,8 @@ bool Binder::FilterKeyPress(Control& control, const QKeyEvent& event) {
     return event.key() != Qt::Key_Tab && event.key() != Qt::Key_Backtab && key != Key::Escape;
   }
   if (auto* list = dynamic_cast<ListView*>(&control); list && list->CheckBoxes && event.key() == Qt::Key_Space) {
-    Deliver([&] { list->ToggleCheck(list->Selected()); });
+    const auto* view = qobject_cast<const QAbstractItemView*>(WidgetOf(control));
+    Deliver([&] { list->ToggleCheck(view ? view->currentIndex().row() : -1); });
     return true;
   }
   if (key != Key::Up && key != Key::Down) return false;

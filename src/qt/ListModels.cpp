@@ -12,7 +12,9 @@ namespace tarvolinex {
 namespace {
 constexpr int kRowPadding = 5;  // pixels
 
-QSize RowSize() { return {0, QFontMetrics(QGuiApplication::font()).height() + kRowPadding}; }
+QSize RowSize() {
+  return {0, QFontMetrics(QGuiApplication::font()).height() + kRowPadding};
+}
 }  // namespace
 
 void RowsModel::Reset() {

@@ -135,7 +135,9 @@ void QtDesktop::ShowModal(Window& window) {
 }
 
 int QtDesktop::Run() {
+  running_ = true;
   if (!EndedStatus() && AnyShown()) QCoreApplication::exec();
+  running_ = false;
   return EndedStatus().value_or(0);
 }
 
@@ -177,7 +179,7 @@ void QtDesktop::OnClosed(Window& window) {
   drawn.widget->hide();
   if (drawn.loop) {
     drawn.loop->quit();
-  } else if (!AnyShown()) {
+  } else if (running_ && !AnyShown()) {
     QCoreApplication::quit();
   }
 }

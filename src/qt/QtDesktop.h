@@ -71,6 +71,7 @@ class QtDesktop : public Desktop {
   std::map<Window*, Drawn> drawn_;
   std::vector<Window*> modal_;  // the innermost last
   bool busy_ = false;
+  bool running_ = false;  // a request to quit before that would stop the next box instead
 };
 
 }  // namespace tarvolinex
