@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QListView>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <utility>
 
@@ -60,6 +61,21 @@ class Selection : public QObject {
  private:
   QAbstractItemView* view_;
   bool painting_ = false;
+};
+
+// A style may draw the outline of a tick box from the window's colour, which a dark list swallows.
+class TickDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const QPalette& palette = option->palette;
+    if (qGray(palette.color(QPalette::Base).rgb()) < 128) {
+      option->palette.setColor(QPalette::Window, palette.color(QPalette::Text));
+    }
+  }
 };
 
 void PaintView(const Control& control, QWidget& view) {
@@ -175,6 +191,7 @@ bool BindListView(ListView& list, QWidget& widget, QObject& owner) {
   auto* view = qobject_cast<QTreeView*>(&widget);
   if (!view) return false;
   SetUpView(*view);
+  if (list.CheckBoxes) view->setItemDelegate(new TickDelegate(&owner));
   auto* model = new RowsModel(list, &owner);
   view->setModel(model);
   auto* selection = new Selection(*view, owner);

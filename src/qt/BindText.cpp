@@ -57,10 +57,18 @@ void PaintState(const TextBox& box, Edit& edit) {
   PaintInputColour(edit, InputColour(box));
 }
 
+// A line without a frame is part of the window's surface.
+void PaintFlat(QLineEdit& line) {
+  QPalette palette = line.palette();
+  palette.setColor(QPalette::Base, Qt::transparent);
+  line.setPalette(palette);
+}
+
 void BindLine(TextBox& box, QLineEdit& line, QObject& owner) {
   box.Painter = [&box, &line](Aspect aspect, int) {
     if (aspect == Aspect::Focus) return line.setFocus();
     if (aspect == Aspect::State) PaintState(box, line);
+    if (aspect == Aspect::State && !line.hasFrame()) PaintFlat(line);
     PaintLine(box, line);
   };
   QObject::connect(&line, &QLineEdit::textEdited, &owner, [&box, &line](const QString& text) {
