@@ -231,6 +231,10 @@ void Timer::SetRunning(bool running) {
   if (std::exchange(running_, running) != running) Paint(Aspect::State);
 }
 
+Window::~Window() {
+  if (PaintGone) PaintGone();
+}
+
 void Window::SetCaption(std::string_view caption) {
   caption_ = caption;
   if (PaintCaption) PaintCaption();

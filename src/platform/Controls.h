@@ -449,7 +449,7 @@ class Timer : public Control {
 class Window {
  public:
   explicit Window(std::string name, std::string caption = {}) : name_(std::move(name)), caption_(std::move(caption)) {}
-  virtual ~Window() = default;
+  virtual ~Window();
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
 
@@ -479,6 +479,7 @@ class Window {
   std::function<void(int, int)> Resized;  // inner width and height in twips
   std::function<void(Key)> KeyUp;         // a key released anywhere in the window, after its control
   Event PaintCaption, PaintClose;         // set by the binder
+  Event PaintGone;                        // set by the binder: the window is being destroyed, its controls have gone
 
  private:
   friend class Control;

@@ -1,0 +1,160 @@
+// Labels, frames, buttons and the other small controls.
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+
+#include "platform/Files.h"
+#include "qt/BindControls.h"
+#include "qt/EventBoundary.h"
+#include "qt/Look.h"
+#include "qt/UpDownButtons.h"
+
+namespace tarvolinex {
+
+namespace {
+
+void PaintCaption(const CaptionedControl& control, QAbstractButton& button) {
+  const QString text = WithAccessKey(control.Caption());
+  if (button.text() != text) button.setText(text);
+}
+
+// What check boxes and option buttons share.
+template <typename Choice>
+void PaintChoice(const Choice& control, QAbstractButton& button) {
+  const QSignalBlocker blocker(button);
+  PaintShared(control, button);
+  PaintCaption(control, button);
+  button.setChecked(control.Value());
+}
+
+void PaintLabel(const Label& label, QLabel& widget) {
+  PaintShared(label, widget);
+  widget.setText(widget.buddy() ? WithAccessKey(label.Caption()) : WithoutAccessKey(label.Caption()));
+  if (widget.buddy()) widget.buddy()->setAccessibleName(WithoutAccessKey(label.Caption()));
+  const bool coloured = label.BackColour() != kSystemWindow;
+  QPalette palette;
+  if (coloured) palette.setColor(QPalette::Window, ToQColor(label.BackColour()));
+  if (coloured || widget.autoFillBackground()) widget.setPalette(palette);
+  widget.setAutoFillBackground(coloured);
+}
+
+// A picture larger than its box is shrunk to fit, a smaller one is shown as it is.
+void PaintPicture(const PictureBox& box, QLabel& widget) {
+  PaintShared(box, widget);
+  if (box.Picture().empty()) {
+    // A design may have given the widget a picture of its own.
+    return;
+  }
+  QPixmap picture(box.Picture().starts_with(':') ? Shown(box.Picture()) : Shown(NativePath(box.Picture())));
+  const QSize room = widget.contentsRect().size();
+  if (picture.width() > room.width() || picture.height() > room.height()) {
+    picture = picture.scaled(room * widget.devicePixelRatio(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(widget.devicePixelRatio());
+  }
+  widget.setPixmap(picture);
+}
+
+}  // namespace
+
+bool BindLabel(Label& label, QWidget& widget) {
+  auto* drawn = qobject_cast<QLabel*>(&widget);
+  if (!drawn) return false;
+  drawn->setTextFormat(Qt::PlainText);
+  label.Painter = [&label, drawn](Aspect, int) { PaintLabel(label, *drawn); };
+  label.Painter(Aspect::State, -1);
+  return true;
+}
+
+bool BindFrame(Frame& frame, QWidget& widget) {
+  auto* box = qobject_cast<QGroupBox*>(&widget);
+  if (!box) return false;
+  frame.Painter = [&frame, box](Aspect, int) {
+    PaintShared(frame, *box);
+    box->setTitle(WithAccessKey(frame.Caption()));
+    box->setAccessibleName(WithoutAccessKey(frame.Caption()));
+  };
+  frame.Painter(Aspect::State, -1);
+  return true;
+}
+
+bool BindCommandButton(CommandButton& button, QWidget& widget, QObject& owner) {
+  auto* push = qobject_cast<QPushButton*>(&widget);
+  if (!push) return false;
+  button.Painter = [&button, push](Aspect aspect, int) {
+    if (aspect == Aspect::Focus) return push->setFocus();
+    PaintShared(button, *push);
+    PaintCaption(button, *push);
+  };
+  button.Painter(Aspect::State, -1);
+  QObject::connect(push, &QPushButton::clicked, &owner, [&button] { Deliver([&] { button.Press(); }); });
+  return true;
+}
+
+bool BindOptionButton(OptionButton& button, QWidget& widget, QObject& owner) {
+  auto* radio = qobject_cast<QRadioButton*>(&widget);
+  if (!radio) return false;
+  button.Painter = [&button, radio](Aspect aspect, int) {
+    if (aspect == Aspect::Focus) return radio->setFocus();
+    // An exclusive button refuses to be switched off, and the control decides which of them is on.
+    radio->setAutoExclusive(false);
+    PaintChoice(button, *radio);
+    radio->setAutoExclusive(true);
+  };
+  button.Painter(Aspect::State, -1);
+  QObject::connect(radio, &QRadioButton::clicked, &owner, [&button] {
+    Deliver([&] { button.SetValue(true); });
+    button.Painter(Aspect::State, -1);
+  });
+  return true;
+}
+
+bool BindCheckBox(CheckBox& box, QWidget& widget, QObject& owner) {
+  auto* check = qobject_cast<QCheckBox*>(&widget);
+  if (!check) return false;
+  box.Painter = [&box, check](Aspect aspect, int) {
+    if (aspect == Aspect::Focus) return check->setFocus();
+    PaintChoice(box, *check);
+  };
+  box.Painter(Aspect::State, -1);
+  QObject::connect(check, &QCheckBox::clicked, &owner, [&box](bool checked) {
+    Deliver([&] { box.SetValue(checked); });
+    box.Painter(Aspect::State, -1);
+  });
+  return true;
+}
+
+bool BindUpDown(UpDown& upDown, QWidget& widget, QObject& owner) {
+  auto* arrows = qobject_cast<UpDownButtons*>(&widget);
+  if (!arrows) return false;
+  upDown.Painter = [&upDown, arrows](Aspect, int) { PaintShared(upDown, *arrows); };
+  upDown.Painter(Aspect::State, -1);
+  QObject::connect(arrows, &UpDownButtons::Stepped, &owner,
+                   [&upDown](bool up) { Deliver([&] { upDown.StepBy(up); }); });
+  return true;
+}
+
+bool BindProgressBar(ProgressBar& bar, QWidget& widget) {
+  auto* drawn = qobject_cast<QProgressBar*>(&widget);
+  if (!drawn) return false;
+  drawn->setRange(0, 100);
+  bar.Painter = [&bar, drawn](Aspect, int) {
+    PaintShared(bar, *drawn);
+    drawn->setValue(bar.Value());
+  };
+  bar.Painter(Aspect::State, -1);
+  return true;
+}
+
+bool BindPictureBox(PictureBox& box, QWidget& widget) {
+  auto* drawn = qobject_cast<QLabel*>(&widget);
+  if (!drawn) return false;
+  box.Painter = [&box, drawn](Aspect, int) { PaintPicture(box, *drawn); };
+  box.Painter(Aspect::State, -1);
+  return true;
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,71 @@
+#include "qt/Designs.h"
+
+#include <QDialog>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QScrollArea>
+
+#include "platform/RuntimeError.h"
+#include "ui_FrmAbout.h"
+#include "ui_FrmLeaseOrgDetails.h"
+#include "ui_FrmMain.h"
+#include "ui_FrmSearch.h"
+
+// The resources of a static library are not found before they have been asked for, outside of any namespace.
+static void LoadPictures() {
+  Q_INIT_RESOURCE(pictures);
+}
+
+namespace tarvolinex {
+
+namespace {
+
+template <typename Design, typename Root>
+std::unique_ptr<QWidget> Make() {
+  auto root = std::make_unique<Root>();
+  Design().setupUi(root.get());
+  return root;
+}
+
+struct NamedDesign {
+  const char* name;
+  std::unique_ptr<QWidget> (*make)();
+};
+
+constexpr NamedDesign kDesigns[] = {
+    {"FrmAbout", Make<Ui::FrmAbout, QDialog>},
+    {"FrmLeaseOrgDetails", Make<Ui::FrmLeaseOrgDetails, QDialog>},
+    {"FrmMain", Make<Ui::FrmMain, QMainWindow>},
+    {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
+};
+
+// What a design file cannot say: a scroll area lets the page behind it show, and Return presses no button by itself,
+// because the windows decide what it does.
+void Finish(QWidget& root) {
+  for (QScrollArea* area : root.findChildren<QScrollArea*>()) {
+    area->viewport()->setAutoFillBackground(false);
+    if (area->widget()) area->widget()->setAutoFillBackground(false);
+  }
+  for (QPushButton* button : root.findChildren<QPushButton*>()) button->setAutoDefault(false);
+}
+
+}  // namespace
+
+std::unique_ptr<QWidget> MakeDesign(const std::string& windowName) {
+  LoadPictures();
+  for (const NamedDesign& design : kDesigns) {
+    if (windowName != design.name) continue;
+    std::unique_ptr<QWidget> root = design.make();
+    Finish(*root);
+    return root;
+  }
+  throw RuntimeError(kItemNotFound, "no design for the window " + windowName);
+}
+
+std::vector<std::string> DesignNames() {
+  std::vector<std::string> names;
+  for (const NamedDesign& design : kDesigns) names.emplace_back(design.name);
+  return names;
+}
+
+}  // namespace tarvolinex

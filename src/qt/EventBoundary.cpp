@@ -1,0 +1,35 @@
+#include "qt/EventBoundary.h"
+
+#include <QCoreApplication>
+
+#include "platform/RuntimeError.h"
+
+namespace tarvolinex {
+
+namespace {
+std::optional<int> endedStatus;
+}
+
+void Deliver(const std::function<void()>& call) noexcept {
+  if (endedStatus) return;
+  try {
+    call();
+  } catch (const ProgramEnded& ended) {
+    if (!endedStatus) endedStatus = ended.status;
+    QCoreApplication::exit(*endedStatus);
+  }
+}
+
+std::optional<int> EndedStatus() {
+  return endedStatus;
+}
+
+void ThrowIfEnded() {
+  if (endedStatus) throw ProgramEnded{*endedStatus};
+}
+
+void ForgetEnd() {
+  endedStatus.reset();
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,276 @@
+#include "qt/Binder.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "ShownWindow.h"
+#include "qt/Designs.h"
+#include "qt/UpDownButtons.h"
+#include "ui/main/FrmAbout.h"
+#include "ui/main/FrmLeaseOrgDetails.h"
+#include "ui/main/FrmSearch.h"
+
+namespace tarvolinex {
+namespace {
+
+using Names = std::vector<std::string>;
+
+using Binding = ShownWindow;
+
+TEST_F(Binding, EveryControlHasItsWidgetAndEveryWidgetItsControl) {
+  EXPECT_EQ(desktop_.BinderOf(form_)->Mismatches(), Names());
+  FrmAbout about;
+  FrmLeaseOrgDetails details;
+  FrmSearch search;
+  for (Window* window : {static_cast<Window*>(&about), static_cast<Window*>(&details), static_cast<Window*>(&search)}) {
+    const auto root = MakeDesign(window->Name());
+    EXPECT_EQ(Binder(*window, *root).Mismatches(), Names()) << window->Name();
+  }
+}
+
+TEST(BinderNames, SaysWhatDoesNotFit) {
+  Window window("Any");
+  const Label missing(window, "LblMissing"), wrong(window, "TxtWrong");
+  QWidget root;
+  QLineEdit line(&root), stranger(&root), page(&root), twin(&root);
+  line.setObjectName("TxtWrong");
+  stranger.setObjectName("TxtStranger");
+  page.setObjectName("pageAny");
+  twin.setObjectName("TxtStranger");
+  EXPECT_EQ(Binder(window, root).Mismatches(),
+            Names({"no widget draws LblMissing", "the widget TxtWrong cannot draw a LABEL",
+                   "no control stands behind the widget TxtStranger", "no control stands behind the widget TxtStranger",
+                   "two widgets are named TxtStranger"}));
+}
+
+TEST_F(Binding, TypingFiresChangeAtEachKeyAndPaintsWhatTheHandlerSets) {
+  Names changes;
+  TextBox& cost = form_.quote.TxtProCalc(kBoxCapitalCost);
+  cost.Change = [&] {
+    changes.push_back(cost.Text());
+    form_.quote.LblResult(kResultPayment).SetCaption("for " + cost.Text());
+  };
+  auto& line = Find<QLineEdit>("TxtProCalc_0");
+  line.setFocus();
+  QTest::keyClicks(&line, "12");
+  EXPECT_EQ(changes, Names({"1", "12"}));
+  EXPECT_EQ(Find<QLabel>("LblResult_0").text(), "for 12");
+
+  cost.SetText("7");  // by program: once, and the widget does not answer
+  EXPECT_EQ(changes, Names({"1", "12", "7"}));
+  EXPECT_EQ(line.text(), "7");
+}
+
+TEST_F(Binding, TheCursorStaysWhereTheUserTypes) {
+  TextBox& name = form_.supplier.TxtSupplier(kSupplierName);
+  form_.TabMain.SelectTab(kTabDetails);
+  name.SetText("Brwn");
+  auto& line = Find<QLineEdit>("TxtSupplier_0");
+  line.setFocus();
+  line.setCursorPosition(2);
+  QTest::keyClicks(&line, "o");
+  EXPECT_EQ(name.Text(), "Brown");
+  EXPECT_EQ(line.cursorPosition(), 3);
+}
+
+TEST_F(Binding, LimitsAndLocksHoldForTheUserOnly) {
+  form_.TabMain.SelectTab(kTabDetails);
+  TextBox& name = form_.supplier.TxtSupplier(kSupplierName);
+  auto& line = Find<QLineEdit>("TxtSupplier_0");
+  name.SetMaxLength(3);
+  QTest::keyClicks(&line, "abcd");
+  EXPECT_EQ(name.Text(), "abc");
+  name.SetText("longer");
+  EXPECT_EQ(line.text(), "longer");
+  name.SetLocked(true);
+  QTest::keyClicks(&line, "x");
+  EXPECT_EQ(name.Text(), "longer");
+  EXPECT_EQ(line.palette().color(QPalette::Base), QApplication::palette().color(QPalette::Button));
+  name.SetLocked(false);
+  EXPECT_EQ(line.palette().color(QPalette::Base), QApplication::palette().color(QPalette::Base));
+
+  form_.TabMain.SelectTab(kTabSend);
+  TextBox& message = form_.send.TxtEmail(1);
+  auto& edit = Find<QPlainTextEdit>("TxtEmail_1");
+  message.SetMaxLength(4);
+  QTest::keyClicks(&edit, "a");
+  QTest::keyClick(&edit, Qt::Key_Return);
+  QTest::keyClicks(&edit, "bc");  // a line's end is two characters
+  EXPECT_EQ(message.Text(), "a\r\nb");
+  EXPECT_EQ(edit.toPlainText(), "a\nb");
+}
+
+TEST_F(Binding, ChoicesFireClickOnceAndFollowTheControl) {
+  int clicks = 0;
+  CheckBox& lock = form_.quote.ckCapLock;
+  lock.Click = [&] { ++clicks; };
+  auto& check = Find<QCheckBox>("ckCapLock");
+  check.click();
+  EXPECT_TRUE(lock.Value());
+  EXPECT_EQ(clicks, 1);
+  lock.Click = [&] { lock.SetValue(false); };  // a handler that takes it back
+  lock.SetValue(false);
+  check.click();
+  EXPECT_FALSE(check.isChecked());
+
+  auto &mail = Find<QRadioButton>("OpCalcCreate_0"), &file = Find<QRadioButton>("OpCalcCreate_1");
+  mail.click();
+  file.click();
+  EXPECT_FALSE(form_.send.OpCalcCreate(0).Value());
+  EXPECT_TRUE(form_.send.OpCalcCreate(1).Value());
+  form_.send.OpCalcCreate(0).SetValue(true);
+  EXPECT_TRUE(mail.isChecked());
+  EXPECT_FALSE(file.isChecked());
+}
+
+TEST_F(Binding, ListsOfChoicesFireClickAndKeepStillWhenLocked) {
+  ComboBox& term = form_.quote.CboProCalc(kListTerm);
+  int clicks = 0;
+  term.Click = [&] { ++clicks; };
+  auto& combo = Find<QComboBox>("CboProCalc_1");
+  EXPECT_EQ(combo.currentIndex(), -1);
+  term.SetListIndex(2);
+  EXPECT_EQ(combo.currentText(), "3 Years");
+  combo.setFocus();
+  QTest::keyClick(&combo, Qt::Key_Down);
+  EXPECT_EQ(term.ListIndex(), 3);
+  EXPECT_EQ(clicks, 2);
+  term.SetLocked(true);
+  QTest::keyClick(&combo, Qt::Key_Down);
+  QTest::keyClicks(&combo, "1");
+  Click(combo);
+  EXPECT_FALSE(combo.view()->isVisible());
+  EXPECT_EQ(term.ListIndex(), 3);
+  EXPECT_EQ(combo.currentIndex(), 3);
+}
+
+TEST_F(Binding, ArrowsAndArrowKeysStepTheBoxWithoutTakingTheFocus) {
+  UpDown& upDown = form_.quote.UpDNew(kBoxYield);
+  upDown.Buddy = &form_.quote.TxtProCalc(kBoxYield);
+  std::string steps;
+  upDown.UpClick = [&] { steps += "u"; };
+  upDown.DownClick = [&] { steps += "d"; };
+  auto& line = Find<QLineEdit>("TxtProCalc_5");
+  auto& arrows = Find<UpDownButtons>("UpDNew_5");
+  line.setFocus();
+  Click(arrows, {5, 3});
+  Click(arrows, {5, arrows.height() - 3});
+  QTest::keyClick(&line, Qt::Key_Up);
+  QTest::keyClick(&line, Qt::Key_Down);
+  EXPECT_EQ(steps, "udud");
+  EXPECT_TRUE(line.hasFocus());
+  QTest::mousePress(&arrows, Qt::LeftButton, {}, {5, 3});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return steps.size() >= 8; }));  // held: it repeats
+  QTest::mouseRelease(&arrows, Qt::LeftButton, {}, {5, 3});
+  form_.quote.TxtProCalc(kBoxYield).SetLocked(true);
+  const std::string before = steps;
+  Click(arrows, {5, 3});
+  EXPECT_EQ(steps, before);
+}
+
+TEST_F(Binding, TheFieldIsLeftBeforeACommandActs) {
+  Names order;
+  TextBox& cost = form_.quote.TxtProCalc(kBoxCapitalCost);
+  cost.Validate = [&] { order.push_back("validate"); };
+  cost.LostFocus = [&] { order.push_back("left"); };
+  form_.Toolbar1.ButtonClick = [&](const std::string& key) { order.push_back(key); };
+  form_.menus.MnuSearch.Click = [&] { order.push_back("menu"); };
+  form_.TabMain.Click = [&] { order.push_back("tab"); };
+  Find<QLineEdit>("TxtProCalc_0").setFocus();
+  for (QToolButton* button : Find<QToolBar>("Toolbar1").findChildren<QToolButton*>()) {
+    if (button->text() == "Save") Click(*button);
+  }
+  QTest::keyClick(&Root(), Qt::Key_F, Qt::ControlModifier);
+  auto& bar = *Find<QTabWidget>("TabMain").tabBar();
+  Click(bar, bar.tabRect(1).center());
+  EXPECT_EQ(order, Names({"validate", "left", "SAVE", "validate", "left", "menu", "validate", "left", "tab"}));
+}
+
+TEST_F(Binding, MovingTheFocusLeavesOneFieldAndEntersTheOther) {
+  Names order;
+  form_.quote.TxtProCalc(0).Validate = [&] { order.push_back("validate 0"); };
+  form_.quote.TxtProCalc(0).LostFocus = [&] { order.push_back("left 0"); };
+  form_.quote.TxtProCalc(1).GotFocus = [&] { order.push_back("entered 1"); };
+  Find<QLineEdit>("TxtProCalc_0").setFocus();
+  form_.quote.TxtProCalc(1).SetFocus();
+  EXPECT_EQ(order, Names({"validate 0", "left 0", "entered 1"}));
+  EXPECT_TRUE(Find<QLineEdit>("TxtProCalc_1").hasFocus());
+  // A field that does not let go keeps the focus.
+  form_.quote.TxtProCalc(1).LostFocus = [&] { form_.quote.TxtProCalc(1).SetFocus(); };
+  Find<QLineEdit>("TxtProCalc_2").setFocus();
+  EXPECT_EQ(form_.ActiveControl(), &form_.quote.TxtProCalc(1));
+  EXPECT_TRUE(Find<QLineEdit>("TxtProCalc_1").hasFocus());
+}
+
+TEST_F(Binding, BlockedCommandsLeaveTheFieldsFree) {
+  int commands = 0;
+  form_.Toolbar1.ButtonClick = [&](const std::string&) { ++commands; };
+  form_.menus.MnuSearch.Click = [&] { ++commands; };
+  form_.TabMain.SelectTab(kTabDetails);
+  form_.EnableCommands(true);
+  auto& tabs = Find<QTabWidget>("TabMain");
+  Click(*tabs.tabBar(), tabs.tabBar()->tabRect(0).center());
+  for (QToolButton* button : Find<QToolBar>("Toolbar1").findChildren<QToolButton*>()) Click(*button);
+  QTest::keyClick(&Root(), Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(commands, 0);
+  EXPECT_EQ(tabs.currentIndex(), kTabDetails);
+  QTest::keyClicks(&Find<QLineEdit>("TxtSupplier_0"), "A");
+  EXPECT_EQ(form_.supplier.TxtSupplier(0).Text(), "A");
+  form_.EnableCommands(false);
+  Click(*tabs.tabBar(), tabs.tabBar()->tabRect(0).center());
+  QTest::keyClick(&Root(), Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(form_.TabMain.Selected(), kTabQuote);
+  EXPECT_EQ(commands, 1);
+}
+
+TEST_F(Binding, KeysCountOnlyWhenTheyWentDownInTheWindow) {
+  Names keys;
+  form_.KeyUp = [&](Key key) { keys.push_back("window " + std::to_string(static_cast<int>(key))); };
+  form_.LvwSuppliers.KeyUp = [&](Key key) { keys.push_back("list " + std::to_string(static_cast<int>(key))); };
+  auto& list = Find<QWidget>("LvwSuppliers");
+  list.setFocus();
+  QTest::keyRelease(&list, Qt::Key_Escape);
+  EXPECT_EQ(keys, Names());
+  QTest::keyClick(&list, Qt::Key_Delete);
+  QTest::keyClick(&list, Qt::Key_Escape);
+  EXPECT_EQ(keys, Names({"list 46", "window 46", "list 27", "window 27"}));
+}
+
+TEST_F(Binding, PositionsAndTheInnerSizeAreInTwips) {
+  int width = 0, height = 0;
+  form_.Resized = [&](int w, int h) {
+    width = w;
+    height = h;
+    form_.TabMain.SetPosition({w - 10350, 1300, 10200, h - 1850});
+  };
+  Root().resize(1000, 700);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return width == 15000; }));
+  const QWidget& tabs = Find<QTabWidget>("TabMain");
+  EXPECT_EQ(tabs.geometry(), QRect(310, 86, 680, (height - 1850) / 15));
+  EXPECT_EQ(height, tabs.parentWidget()->height() * 15);
+}
+
+TEST_F(Binding, WhatTakesTheFocusHasAName) {
+  for (const Control* control : form_.Controls()) {
+    const QWidget* widget = desktop_.BinderOf(form_)->WidgetOf(*control);
+    if (!widget || widget->focusPolicy() == Qt::NoFocus || dynamic_cast<const TabStrip*>(control)) continue;
+    const auto* button = qobject_cast<const QAbstractButton*>(widget);
+    EXPECT_FALSE(widget->accessibleName().isEmpty() && (!button || button->text().isEmpty())) << control->WidgetName();
+  }
+  EXPECT_EQ(Find<QLineEdit>("TxtProCalc_1").accessibleName(), "Number of Payments");
+}
+
+}  // namespace
+}  // namespace tarvolinex
