@@ -1,6 +1,50 @@
+#include <iostream>
+
 #include "app/Program.h"
+#include "app/StartUp.h"
+#include "core/AppFolder.h"
+#include "core/Globals.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "qt/QtProgram.h"
+#include "ui/main/FrmAbout.h"
+#include "ui/main/FrmMain.h"
+
 namespace tarvolinex {
-int RunWindow(int, char**, const ProgramOptions&) {
-  return 1;
+
+namespace {
+
+int RunForm(QtProgram& program, const ProgramOptions& options) {
+  FrmMain form;
+  try {
+    StartWindow(options, form, {[&] { program.ShowSplash(); }, [&] { program.BringSplashToFront(); }});
+  } catch (const ProgramEnded& ended) {
+    return ended.status;
+  }
+  return program.Run();
 }
+
+}  // namespace
+
+int RunWindow(int argc, char** argv, const ProgramOptions& options) {
+  if (!QtProgram::CanShowWindows()) {
+    std::cerr << "tarvolinex: there is no display to show the window on. \"tarvolinex --help\" lists the commands that "
+                 "need none.\n";
+    return kFailed;
+  }
+  QtProgram program(argc, argv, VersionText());
+  UseDesktop(&program.TheDesktop());
+  int status = kFailed;
+  try {
+    ChooseAppFolder(options.appFolder);
+    const FolderLock lock(AppFolder);
+    status = RunForm(program, options);
+  } catch (const RuntimeError& failure) {
+    TheDesktop().MessageBox(failure.Description(), "Tarvolinex", BoxButtons::Ok, BoxIcon::Critical);
+  }
+  TheStore.reset();
+  UseDesktop(nullptr);
+  return status;
+}
+
 }  // namespace tarvolinex
