@@ -1,14 +1,9 @@
-// The window class on a database of 10,000 suppliers: filling the list, selecting, one keystroke.
+// The window class on a large database: filling the list, selecting, one keystroke.
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
 
-#include <filesystem>
-#include <memory>
 #include <string>
 
-#include "core/Globals.h"
-#include "platform/Files.h"
-#include "store/DatabaseFile.h"
+#include "LargeDatabase.h"
 #include "store/Suppliers.h"
 #include "support/ScriptedDesktop.h"
 #include "ui/main/FrmMain.h"
@@ -16,47 +11,19 @@
 namespace tarvolinex {
 namespace {
 
-constexpr int kSuppliers = 10000;
-
-// One database and one window for all of them.
-struct LargeDatabase {
-  LargeDatabase() {
+struct LargeWindow {
+  LargeWindow() {
     UseDesktop(&desktop);
-    AppFolder = DataFolder = (std::filesystem::temp_directory_path() / "tarvolinex-bench").string();
-    std::filesystem::remove_all(AppFolder);
-    std::filesystem::create_directories(AppFolder);
-    sqlite3* raw = nullptr;
-    sqlite3_open((DataFolder + "/Tarvolinex.mdb").c_str(), &raw);
-    const std::string read = "CREATE TABLE n(i); WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM c LIMIT " +
-                             std::to_string(kSuppliers) + ") INSERT INTO n SELECT i FROM c;";
-    sqlite3_exec(raw, ReadFile(SCHEMA).c_str(), nullptr, nullptr, nullptr);
-    sqlite3_exec(raw, read.c_str(), nullptr, nullptr, nullptr);
-    sqlite3_exec(
-        raw,
-        "INSERT INTO suppliers(CompanyName,Address1,Address2,Town,County,PostCode,tel,RangeEquipFROM0,"
-        "RangeEquipFROM1,RangeEquipFROM2,RangeEquipFROM3,Yield0,Yield1,Yield2,Yield3,Yield4,Com0,Com4) "
-        "SELECT 'Supplier ' || (i * 7919 % 10007), i || ' High Street', 'Trading Estate', 'Town ' || (i % 300),"
-        "'County', 'AB1 ' || i, '01632 960' || (i % 1000), 100000, 50000, 20000, 5000, 7, 8, 9, 10, 12, 1, 3 FROM n;"
-        "INSERT INTO contacts(Supplierid,firstname,surname,email) SELECT 1 + i % 10000, 'First' || i, 'Sur' || i,"
-        "'c' || i || '@example.com' FROM (SELECT a.i + 10000 * (b.i - 1) AS i FROM n a, n b WHERE b.i <= 5);"
-        "DROP TABLE n",
-        nullptr, nullptr, nullptr);
-    sqlite3_close(raw);
-    CalculatorPreferences.AliasSupplier = "Supplier";
-    form = std::make_unique<FrmMain>();
-    form->Load();
+    form.Load();
   }
-  ~LargeDatabase() {
-    std::error_code ignored;
-    std::filesystem::remove_all(AppFolder, ignored);
-  }
+  LargeDatabase database;
   ScriptedDesktop desktop;
-  std::unique_ptr<FrmMain> form;
+  FrmMain form;
 };
 
 FrmMain& Form() {
-  static LargeDatabase database;
-  return *database.form;
+  static LargeWindow window;
+  return window.form;
 }
 
 void FillSupplierList(benchmark::State& state) {

@@ -34,7 +34,9 @@ QtProgram::QtProgram(int& argc, char** argv, std::string version)
 
 QtProgram::~QtProgram() = default;
 
-Desktop& QtProgram::TheDesktop() { return parts_->desktop; }
+Desktop& QtProgram::TheDesktop() {
+  return parts_->desktop;
+}
 
 void QtProgram::ShowSplash() {
   parts_->splash = std::make_unique<Splash>(parts_->version);
@@ -48,6 +50,8 @@ void QtProgram::BringSplashToFront() {
   QTimer::singleShot(kSplashMilliseconds, parts_->splash.get(), [this] { parts_->splash->close(); });
 }
 
-int QtProgram::Run() { return parts_->desktop.Run(); }
+int QtProgram::Run() {
+  return parts_->desktop.Run();
+}
 
 }  // namespace tarvolinex

@@ -1,0 +1,63 @@
+// The drawn window on a large database: from a key press until everything has been painted.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QTest>
+
+#include "LargeDatabase.h"
+#include "core/MainWindow.h"
+#include "platform/Desktop.h"
+#include "qt/QtDesktop.h"
+#include "ui/main/FrmMain.h"
+
+namespace tarvolinex {
+namespace {
+
+struct DrawnWindow {
+  DrawnWindow() {
+    UseDesktop(&desktop);
+    form.Load();
+    desktop.Show(form);
+    QApplication::processEvents();
+  }
+  QWidget* Widget(const char* name) { return desktop.WidgetOf(form)->findChild<QWidget*>(name); }
+  LargeDatabase database;
+  QtDesktop desktop;
+  FrmMain form;
+};
+
+DrawnWindow* drawn = nullptr;
+
+void KeystrokeUntilPainted(benchmark::State& state) {
+  QWidget* box = drawn->Widget("TxtProCalc_0");
+  box->setFocus();
+  int i = 0;
+  for (auto _ : state) {
+    if (++i % 6 == 0) QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(box, static_cast<Qt::Key>(Qt::Key_1 + i % 9));
+    QApplication::processEvents();
+  }
+}
+BENCHMARK(KeystrokeUntilPainted)->Unit(benchmark::kMillisecond);
+
+void SelectUntilPainted(benchmark::State& state) {
+  QWidget* list = drawn->Widget("LvwSuppliers");
+  for (auto _ : state) {
+    QTest::keyClick(list, Qt::Key_Down);
+    QApplication::processEvents();
+  }
+}
+BENCHMARK(SelectUntilPainted)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace tarvolinex
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  tarvolinex::DrawnWindow window;
+  tarvolinex::drawn = &window;
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
