@@ -96,60 +96,6 @@ void CheckBox::SetValue(bool value) {
   Fire(Click);
 }
 
-void ComboBox::Clear() {
-  items_.clear();
-  listIndex_ = -1;
-  Paint(Aspect::Items);
-}
-
-void ComboBox::Add(std::string text, int data) {
-  items_.push_back({std::move(text), data});
-  Paint(Aspect::Items);
-}
-
-void ComboBox::SetListIndex(int index) {
-  if (index < -1 || index >= static_cast<int>(items_.size())) index = -1;
-  if (listIndex_ == index) return;
-  listIndex_ = index;
-  Paint(Aspect::Selection);
-  Fire(Click);
-}
-
-void ComboBox::Choose(int index) {
-  if (!locked_ && Enabled()) SetListIndex(index);
-}
-
-int ComboBox::ItemData() const {
-  return listIndex_ < 0 ? -1 : items_[static_cast<std::size_t>(listIndex_)].data;
-}
-
-void ComboBox::SetLocked(bool locked) {
-  if (std::exchange(locked_, locked) != locked) Paint(Aspect::State);
-}
-
-void ListBox::Clear() {
-  items_.clear();
-  listIndex_ = -1;
-  Paint(Aspect::Items);
-}
-
-void ListBox::Add(std::string text, int data) {
-  items_.push_back({std::move(text), data});
-  Paint(Aspect::Items);
-}
-
-void ListBox::SetListIndex(int index) {
-  if (index < -1 || index >= static_cast<int>(items_.size())) index = -1;
-  if (listIndex_ == index) return;
-  listIndex_ = index;
-  Paint(Aspect::Selection);
-  if (index >= 0) Fire(Click);
-}
-
-int ListBox::ItemData() const {
-  return listIndex_ < 0 ? -1 : items_[static_cast<std::size_t>(listIndex_)].data;
-}
-
 void UpDown::StepBy(bool up) {
   if (!Enabled() || (Buddy && Buddy->Locked())) return;
   Fire(up ? UpClick : DownClick);
