@@ -73,7 +73,8 @@ class Translator {
     if (!columnPending_) return;
     columnPending_ = false;
     const auto last = out_.find_last_not_of(' ');
-    out_.insert(last + 1, std::string(" COLLATE ") + kCaseBlindOrder);
+    static const std::string order = std::string(" COLLATE ").append(kCaseBlindOrder);
+    out_.insert(last + 1, order);
   }
 
   std::string_view text_;
