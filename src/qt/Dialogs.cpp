@@ -73,7 +73,6 @@ Answer AskMessage(QWidget* parent, const std::string& text, const std::string& t
       break;
     case BoxButtons::YesNo:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-      box.setEscapeButton(QMessageBox::No);
       break;
   }
   switch (Ask(box)) {

@@ -83,6 +83,12 @@ TEST_F(Binding, TheCursorStaysWhereTheUserTypes) {
   QTest::keyClicks(&line, "o");
   EXPECT_EQ(name.Text(), "Brown");
   EXPECT_EQ(line.cursorPosition(), 3);
+  name.Change = [&] {
+    if (!name.Text().ends_with('!')) name.SetText(name.Text() + "!");
+  };
+  QTest::keyClick(&line, Qt::Key_Backspace);
+  EXPECT_EQ(line.text(), "Brwn!");
+  EXPECT_EQ(line.cursorPosition(), 2);
 }
 
 TEST_F(Binding, LimitsAndLocksHoldForTheUserOnly) {
