@@ -15,8 +15,10 @@ void ResetGlobals() {
   ShownQuoteMode = 0;
   ShownQuoteBox = -1;
   LoadedSupplierFields.clear();
+  RemovedSupplier = {};
   TheStore = std::make_unique<Store>();
   DatabaseUnpacked = false;
+  CopiedDatabase.clear();
   CurrentSupplierId = CurrentSupplierIndex = CurrentContactId = 0;
   SupplierChanged = FormLinksChanged = LoadingSupplier = ContactChanged = ContactListStale = false;
 }

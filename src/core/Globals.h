@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/Quote.h"
 #include "core/Records.h"
@@ -42,6 +43,7 @@ struct Store {
   Recordset SupplierRecords, FormRecords, FormLinkRecords, ContactRecords;
 };
 inline std::unique_ptr<Store> TheStore = std::make_unique<Store>();
+inline std::string CopiedDatabase;     // data folder and day of the last daily copy
 inline bool DatabaseUnpacked = false;  // this run has put a fresh database in place
 
 // State of the main window that the modules below it share.
@@ -50,6 +52,12 @@ inline int CurrentSupplierIndex = 0;  // row of the supplier list
 inline bool SupplierChanged = false;
 // The shown supplier's fields as they were loaded; while they still read the same there is nothing to store.
 inline std::string LoadedSupplierFields;
+// The supplier that was removed last, as the statements that put it back; empty = none.
+struct RemovedRows {
+  std::string name;
+  std::vector<std::string> statements;
+};
+inline RemovedRows RemovedSupplier;
 inline bool FormLinksChanged = false;
 inline bool LoadingSupplier = false;  // what changes meanwhile is no edit
 inline int CurrentContactId = 0;      // 0 for none or a new contact

@@ -27,18 +27,18 @@ void SetWords(const ControlArray<Label>& labels, const std::array<Words, N>& wor
 constexpr std::array<Words, kQuoteBoxes> kBoxWords = {{
     {"Capital &Cost (£)", "ALAIS=<CAPEQUIP> &Cost (£)"},
     {"&Number of Payments"},
-    {"&Deposit", "ALAIS=&<DEPOSIT>"},
-    {"&Residual Payment", "ALAIS=&<RESIDUAL> Payment"},
+    {"Deposit", "ALAIS=<DEPOSIT>"},
+    {"Residual Payment", "ALAIS=<RESIDUAL> Payment"},
     {"Net Monthly &Payment (£)"},
     {"&Yield (%)"},
-    {"&Maintenance (£)", "ALAIS=&<MAINT> (£)"},
-    {"C&ommission (£)"},
+    {"Maintenance (£)", "ALAIS=<MAINT> (£)"},
+    {"Co&mmission (£)"},
     {"Comm&ission (%)"},
 }};
 
 constexpr std::array<Words, kQuoteLists> kListWords = {{
     {"Payment Inter&val"},
-    {"&Term"},
+    {"Te&rm"},
     {"Deposit as", "ALAIS=<DEPOSIT> as"},
     {"Residual as", "ALAIS=<RESIDUAL> as"},
 }};
@@ -70,11 +70,11 @@ constexpr std::array<BoundField, kSupplierFields> kSupplierFieldTags = {{
     {{"Add&ress"}, "RS=SUPPLIER;FIELDNAME=Address1;NODEF=0"},
     {{""}, "RS=SUPPLIER;FIELDNAME=Address2;NODEF=0"},
     {{"To&wn"}, "RS=SUPPLIER;FIELDNAME=Town;NODEF=0"},
-    {{"Count&y"}, "RS=SUPPLIER;FIELDNAME=County;NODEF=0"},
-    {{"Post Co&de"}, "RS=SUPPLIER;FIELDNAME=PostCode;NODEF=0"},
-    {{"Head Office &Tel"}, "RS=SUPPLIER;FIELDNAME=tel;NODEF=0"},
+    {{"&County"}, "RS=SUPPLIER;FIELDNAME=County;NODEF=0"},
+    {{"&Post Code"}, "RS=SUPPLIER;FIELDNAME=PostCode;NODEF=0"},
+    {{"Head Office Te&l"}, "RS=SUPPLIER;FIELDNAME=tel;NODEF=0"},
     {{"Head Office Fa&x"}, "RS=SUPPLIER;FIELDNAME=fax;NODEF=0"},
-    {{"Head Office Emai&l"}, "RS=SUPPLIER;FIELDNAME=email;NODEF=0"},
+    {{"Head Office E&mail"}, "RS=SUPPLIER;FIELDNAME=email;NODEF=0"},
     {{"We&b Address"}, "RS=SUPPLIER;FIELDNAME=www;NODEF=0"},
     {{"Equipment T&ype", "ALAIS=<CAPEQUIP> T&ype"}, "RS=SUPPLIER;FIELDNAME=equipment;NODEF=0"},
 }};
@@ -83,7 +83,7 @@ constexpr std::array<BoundField, 6> kContactFieldTags = {{
     {{"F&irst Name"}, "RS=CONTACT;FIELDNAME=FirstName"},
     {{"S&urname"}, "RS=CONTACT;FIELDNAME=Surname"},
     {{"&Job Title"}, "RS=CONTACT;FIELDNAME=JobTitle"},
-    {{"Te&l"}, "RS=CONTACT;FIELDNAME=Tel"},
+    {{"Tel"}, "RS=CONTACT;FIELDNAME=Tel"},
     {{"Fax"}, "RS=CONTACT;FIELDNAME=Fax"},
     {{"Email"}, "RS=CONTACT;FIELDNAME=Email"},
 }};
@@ -137,7 +137,7 @@ QuotePanel::QuotePanel(Window& window)
       UpDNew(window, "UpDNew", kQuoteBoxes),
       LblUnit(window, "LblUnit", kQuoteBoxes),
       CboProCalc(window, "CboProCalc", kQuoteLists),
-      ChkPremium(window, "ChkPremium", -1, "Apply pr&emium"),
+      ChkPremium(window, "ChkPremium", -1, "&Apply premium"),
       ckCapLock(window, "ckCapLock", -1, "Loc&k"),
       LblPremium(window, "LblPremium", -1, "Additional Rate Premium"),
       LblInterval(window, "LblInterval", -1, "Monthly"),
@@ -230,7 +230,7 @@ SendPanel::SendPanel(Window& window)
   lvSendContacts.CheckBoxes = true;
   lvSendContacts.Columns() = {{"Contact", "", 2600}, {"Email", "", 3800}, {"Last Sent", "", 2400}};
   for (const char* type : {".exe", ".zip"}) cmboFileType.Add(type);
-  constexpr std::array<const char*, 4> kCaptions = {"&Send", "&Browse", "&Create", "Check &All"};
+  constexpr std::array<const char*, 4> kCaptions = {"Se&nd", "&Browse", "&Create", "Check &All"};
   for (int i = 0; i < 4; ++i) CmdCalcGo(i).SetCaption(kCaptions[static_cast<std::size_t>(i)]);
 }
 
@@ -239,12 +239,13 @@ MainMenus::MainMenus(Window& window)
       MnuOpen(window, "MnuOpen", "MnuFile", "Open <SUPPLIER> Database...", "Ctrl+O"),
       MnuCreate(window, "MnuCreate", "MnuFile", "Create New <SUPPLIER> Database..."),
       MnuExit(window, "MnuExit", "MnuFile", "E&xit", "Ctrl+Q"),
-      MnuEdit(window, "MnuEdit", "", "&Edit"),
+      MnuEdit(window, "MnuEdit", "", "Edi&t"),
       MnuAdd(window, "MnuAdd", "MnuEdit", "&Add New <SUPPLIER>", "Ctrl+N"),
       MnuRemove(window, "MnuRemove", "MnuEdit", "R&emove <SUPPLIER>"),
       MnuSaveDefault(window, "MnuSaveDefault", "MnuEdit", "Save <SUPPLIER> as default"),
       MnuRefresh(window, "MnuRefresh", "MnuEdit", "&Refresh <SUPPLIER> List", "F5"),
       MnuSearch(window, "MnuSearch", "MnuEdit", "&Search For Contact...", "Ctrl+F"),
+      MnuUndoRemove(window, "MnuUndoRemove", "MnuEdit", "&Undo Remove <SUPPLIER>"),
       MnuOptions(window, "MnuOptions", "", "&Options"),
       MnuPreferences(window, "MnuPreferences", "MnuOptions", "Options and Preferences..."),
       MnuDetails(window, "MnuDetails", "MnuOptions", "Your Details..."),
@@ -258,6 +259,8 @@ MainWindow::MainWindow()
     : Window("FrmMain", "Tarvolinex"),
       menus(*this),
       Toolbar1(*this, "Toolbar1"),
+      LblFilter(*this, "LblFilter", -1, "Fi&lter"),
+      TxtFilter(*this, "TxtFilter"),
       LvwSuppliers(*this, "LvwSuppliers"),
       LblCompany(*this, "LblCompany"),
       TabMain(*this, "TabMain"),
@@ -291,6 +294,7 @@ MainWindow::MainWindow()
     TabMain.Add(tab);
   }
   TxtStatus.SetLocked(true);
+  TxtFilter.SetToolTip("Show only suppliers whose name, town or post code holds this text");
 }
 
 MainWindow::~MainWindow() {

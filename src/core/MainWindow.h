@@ -106,7 +106,7 @@ struct SendPanel {
 struct MainMenus {
   explicit MainMenus(Window& window);
   Menu MnuFile, MnuOpen, MnuCreate, MnuExit;
-  Menu MnuEdit, MnuAdd, MnuRemove, MnuSaveDefault, MnuRefresh, MnuSearch;
+  Menu MnuEdit, MnuAdd, MnuRemove, MnuSaveDefault, MnuRefresh, MnuSearch, MnuUndoRemove;
   Menu MnuOptions, MnuPreferences, MnuDetails, MnuPreview;
   Menu MnuHelp, MnuHelpPage, MnuUpgrades, MnuAbout;
 };
@@ -122,6 +122,8 @@ class MainWindow : public Window {
 
   MainMenus menus;
   Toolbar Toolbar1;
+  Label LblFilter;
+  TextBox TxtFilter;  // hides rows of the list below it
   ListView LvwSuppliers;
   Label LblCompany;
   TabStrip TabMain;

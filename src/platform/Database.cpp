@@ -4,6 +4,7 @@
 
 #include <array>
 #include <charconv>
+#include <filesystem>
 
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
@@ -194,6 +195,25 @@ void Connection::Execute(std::string_view statement) {
   if (!errors_.empty()) throw RuntimeError(kDatabase, errors_.front() + ": " + std::string(statement));
 }
 
+void Connection::CopyTo(std::string_view path) {
+  if (!database_) throw RuntimeError(kDatabase, "No database is open");
+  const std::string beside = NativePath(path) + ".tmp";
+  std::error_code ignored;
+  std::filesystem::remove(beside, ignored);
+  sqlite3* copy = nullptr;
+  int result = sqlite3_open(beside.c_str(), &copy);
+  if (sqlite3_backup* backup = sqlite3_backup_init(copy, "main", database_, "main")) {
+    sqlite3_backup_step(backup, -1);
+    result = sqlite3_backup_finish(backup);
+  }
+  sqlite3_close(copy);
+  std::error_code failed;
+  if (result == SQLITE_OK) std::filesystem::rename(beside, NativePath(path), failed);
+  if (result == SQLITE_OK && !failed) return;
+  std::filesystem::remove(beside, ignored);
+  throw RuntimeError(kDatabase, "The database cannot be copied to " + std::string(path));
+}
+
 void Connection::Begin() {
   if (depth_++ == 0) Execute("BEGIN IMMEDIATE");
 }
@@ -215,7 +235,7 @@ void Recordset::Open(std::string_view statement, Connection& connection) {
   columns_.clear();
   for (int i = 0; i < sqlite3_column_count(rows_); ++i) {
     const char* declared = sqlite3_column_decltype(rows_, i);
-    const auto [type, size] = DeclaredType(declared ? declared : "INT");
+    const auto [type, size] = DeclaredType(declared ? declared : "TEXT");
     columns_.push_back({sqlite3_column_name(rows_, i), type, size});
   }
   Step(rows_);
@@ -256,7 +276,11 @@ void Recordset::MoveFirst() {
 
 void Recordset::MoveNext() {
   if (EndOfFile()) throw RuntimeError(kNoCurrentRecord, "There is no next record: " + statement_);
-  Step(current_);
+  if (current_ == found_) {
+    current_ = nullptr;
+  } else {
+    Step(current_);
+  }
 }
 
 void Recordset::Find(std::string_view criterion) {
@@ -276,6 +300,12 @@ void Recordset::Find(std::string_view criterion) {
   sqlite3_reset(found_);
   sqlite3_bind_int64(found_, 1, id);
   Step(found_);
+  foundRow_.clear();
+  if (!current_) return;
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    foundRow_.push_back(ColumnValue(found_, static_cast<int>(i), columns_[i].type));
+  }
+  sqlite3_reset(found_);  // other programs can write while the row is shown
 }
 
 int Recordset::ColumnIndex(std::string_view name) const {
@@ -305,7 +335,8 @@ Value Recordset::Field(std::string_view column) const {
 
 Value Recordset::Field(int column) const {
   if (EndOfFile()) throw RuntimeError(kNoCurrentRecord, "No current record: " + statement_);
-  return ColumnValue(current_, column, columns_.at(static_cast<std::size_t>(column)).type);
+  const auto index = static_cast<std::size_t>(column);
+  return current_ == found_ ? foundRow_.at(index) : ColumnValue(current_, column, columns_.at(index).type);
 }
 
 }  // namespace tarvolinex

@@ -53,11 +53,15 @@ class Connection {
   void Execute(std::string_view statement);
   const std::vector<std::string>& Errors() const { return errors_; }
 
+  // Copies the database, as it is between two statements, to a new file, whole or not at all. Throws RuntimeError.
+  void CopyTo(std::string_view path);
+
   // Statements between Begin and Commit are stored together or not at all. They do not nest: the innermost pair of
   // nested ones does nothing.
   void Begin();
   void Commit();
   void Rollback();
+  bool InTransaction() const { return depth_ > 0; }
 
  private:
   friend class Recordset;
@@ -88,6 +92,8 @@ class Recordset {
   // is none. After a row was found, MoveNext goes to the end.
   void Find(std::string_view criterion);
 
+  int ColumnCount() const { return static_cast<int>(columns_.size()); }
+  const std::string& ColumnName(int column) const { return columns_.at(static_cast<std::size_t>(column)).name; }
   // -1 when there is no such column. Names are case-blind.
   int ColumnIndex(std::string_view name) const;
   // Throw RuntimeError 3265 for a column that the set lacks.
@@ -111,6 +117,7 @@ class Recordset {
   sqlite3_stmt* rows_ = nullptr;
   sqlite3_stmt* found_ = nullptr;
   mutable sqlite3_stmt* current_ = nullptr;  // the one of the two that stands on a row
+  std::vector<Value> foundRow_;              // its values, when Find stands on it
   mutable bool firstDue_ = false;            // MoveFirst has still to read its row
 };
 

@@ -67,7 +67,25 @@ void ListView::PaintItems() {
 
 void ListView::EndFill() {
   filling_ = false;
+  Filter();
   PaintItems();
+}
+
+void ListView::SetFilter(std::function<bool(const Row&)> filter) {
+  filter_ = std::move(filter);
+  Filter();
+  PaintItems();
+}
+
+void ListView::Filter() {
+  for (Row& row : rows_) row.hidden = filter_ && !filter_(row);
+}
+
+std::string ListView::RowLine(int row) const {
+  if (row < 0 || row >= Count()) return {};
+  std::string line = At(row).text;
+  for (const std::string& cell : At(row).cells) line += "\t" + cell;
+  return line;
 }
 
 void ListView::Clear() {

@@ -74,6 +74,7 @@ class ListView : public Control {
     std::vector<std::string> cells;  // the others
     std::string toolTip;
     bool checked = false;
+    bool hidden = false;  // by the filter
   };
 
   std::vector<Column>& Columns() { return columns_; }
@@ -94,6 +95,11 @@ class ListView : public Control {
   // cell 0 is the second column. Cells that the row does not have yet are added empty.
   void SetCell(int row, int cell, std::string_view text);
   void SetChecked(int row, bool checked);
+
+  // Rows that the filter refuses are kept but not shown; nullptr shows all. Asked again after every fill.
+  void SetFilter(std::function<bool(const Row&)> filter);
+  // The row as one line, cells separated by tabs; empty for a row that is not there.
+  std::string RowLine(int row) const;
 
   int Selected() const { return selected_; }  // -1 = none
   // By program: fires nothing.
@@ -116,6 +122,8 @@ class ListView : public Control {
 
  private:
   void PaintItems();
+  void Filter();
+  std::function<bool(const Row&)> filter_;
   std::vector<Column> columns_;
   std::vector<Row> rows_;
   int selected_ = -1;

@@ -124,8 +124,11 @@ class Window {
   std::function<bool()> MayClose;         // the user closes the window; false keeps it open
   std::function<void(int, int)> Resized;  // inner width and height in twips
   std::function<void(Key)> KeyUp;         // a key released anywhere in the window, after its control
-  Event PaintCaption, PaintClose;         // set by the binder
-  Event PaintGone;                        // set by the binder: the window is being destroyed, its controls have gone
+  // Inner size in twips that the window is first shown with, and then its last size; 0 = as designed.
+  int StartWidth = 0, StartHeight = 0;
+
+  Event PaintCaption, PaintClose;  // set by the binder
+  Event PaintGone;                 // set by the binder: the window is being destroyed, its controls have gone
 
  private:
   friend class Control;

@@ -51,10 +51,10 @@ class Selection : public QObject {
   }
 
   // While the model is reset its rows come and go without the user.
-  void Reset(auto& model, int row) {
+  void Reset(auto& model, auto selectedLine) {
     const bool was = std::exchange(painting_, true);
     model.Reset();
-    Paint(row);
+    Paint(selectedLine());
     painting_ = was;
   }
 
@@ -120,10 +120,10 @@ void SetListPainter(ListView& list, QTreeView& view, RowsModel& model, Selection
       case Aspect::Row:
         return model.RowChanged(row);
       case Aspect::Selection:
-        return selection.Paint(list.Selected());
+        return selection.Paint(model.LineOf(list.Selected()));
       case Aspect::Items:
       case Aspect::Text:
-        selection.Reset(model, list.Selected());
+        selection.Reset(model, [&] { return model.LineOf(list.Selected()); });
         return PaintColumns(list, view, shown);
       case Aspect::State:
         return PaintView(list, view);
@@ -173,7 +173,7 @@ bool BindListBox(ListBox& box, QWidget& widget, QObject& owner) {
   box.Painter = [&box, view, model, selection](Aspect aspect, int) {
     if (aspect == Aspect::Focus) return view->setFocus();
     if (aspect == Aspect::State) return PaintView(box, *view);
-    if (aspect == Aspect::Items) return selection->Reset(*model, box.ListIndex());
+    if (aspect == Aspect::Items) return selection->Reset(*model, [&] { return box.ListIndex(); });
     selection->Paint(box.ListIndex());
   };
   box.Painter(Aspect::State, -1);
@@ -198,20 +198,27 @@ bool BindListView(ListView& list, QWidget& widget, QObject& owner) {
   SetListPainter(list, *view, *model, *selection);
   list.Painter(Aspect::State, -1);
   list.Painter(Aspect::Items, -1);
-  selection->OnUser([&list, &owner, selection](int row) {
-    if (row < 0) return selection->Paint(list.Selected());  // a row that was clicked away stays
-    DeliverLater(owner, [&list, row] { list.ClickRow(row); });
+  selection->OnUser([&list, &owner, selection, model](int line) {
+    if (line < 0) return selection->Paint(model->LineOf(list.Selected()));  // a row that was clicked away stays
+    DeliverLater(owner, [&list, row = model->RowAt(line)] { list.ClickRow(row); });
   });
   // A click on the row that is selected already.
-  QObject::connect(view, &QTreeView::pressed, &owner, [&list, view](const QModelIndex& index) {
-    view->setProperty("again", index.row() == list.Selected());
+  QObject::connect(view, &QTreeView::pressed, &owner, [&list, view, model](const QModelIndex& index) {
+    view->setProperty("again", model->RowAt(index.row()) == list.Selected());
   });
-  QObject::connect(view, &QTreeView::clicked, &owner, [&list, &owner, view](const QModelIndex& index) {
+  QObject::connect(view, &QTreeView::clicked, &owner, [&list, &owner, view, model](const QModelIndex& index) {
     if (!view->property("again").toBool()) return;
-    DeliverLater(owner, [&list, row = index.row()] { list.ClickRow(row); });
+    DeliverLater(owner, [&list, row = model->RowAt(index.row())] { list.ClickRow(row); });
   });
-  QObject::connect(view, &QTreeView::doubleClicked, &owner, [&list, &owner](const QModelIndex& index) {
-    DeliverLater(owner, [&list, row = index.row()] { list.DoubleClickRow(row); });
+  QObject::connect(view, &QTreeView::doubleClicked, &owner, [&list, &owner, model](const QModelIndex& index) {
+    DeliverLater(owner, [&list, row = model->RowAt(index.row())] { list.DoubleClickRow(row); });
+  });
+  // The user's own widths are the control's, so that the window can remember them.
+  QObject::connect(view->header(), &QHeaderView::sectionResized, &owner, [&list](int column, int, int pixels) {
+    auto& columns = list.Columns();
+    if (pixels > 0 && column < static_cast<int>(columns.size())) {
+      columns[static_cast<std::size_t>(column)].width = ToTwips(pixels);
+    }
   });
   QObject::connect(view->header(), &QHeaderView::sectionClicked, &owner, [&list](int column) {
     Deliver([&] { list.ClickColumn(column); });

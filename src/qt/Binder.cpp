@@ -1,8 +1,10 @@
 #include "qt/Binder.h"
 
 #include <QAbstractItemView>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMainWindow>
@@ -12,6 +14,7 @@
 
 #include "qt/BindControls.h"
 #include "qt/EventBoundary.h"
+#include "qt/ListModels.h"
 #include "qt/Look.h"
 
 namespace tarvolinex {
@@ -208,7 +211,12 @@ bool Binder::FilterKeyPress(Control& control, const QKeyEvent& event) {
   }
   if (auto* list = dynamic_cast<ListView*>(&control); list && list->CheckBoxes && event.key() == Qt::Key_Space) {
     const auto* view = qobject_cast<const QAbstractItemView*>(WidgetOf(control));
-    Deliver([&] { list->ToggleCheck(view ? view->currentIndex().row() : -1); });
+    const auto* model = view ? dynamic_cast<const RowsModel*>(view->model()) : nullptr;
+    Deliver([&] { list->ToggleCheck(model ? model->RowAt(view->currentIndex().row()) : -1); });
+    return true;
+  }
+  if (const auto* list = dynamic_cast<ListView*>(&control); list && event.matches(QKeySequence::Copy)) {
+    QGuiApplication::clipboard()->setText(Shown(list->RowLine(list->Selected())));
     return true;
   }
   if (key != Key::Up && key != Key::Down) return false;

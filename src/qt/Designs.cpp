@@ -6,6 +6,7 @@
 #include <QScrollArea>
 
 #include "platform/RuntimeError.h"
+#include "ui_FRmCreateDB.h"
 #include "ui_FrmAbout.h"
 #include "ui_FrmLeaseOrgDetails.h"
 #include "ui_FrmMain.h"
@@ -33,6 +34,7 @@ struct NamedDesign {
 };
 
 constexpr NamedDesign kDesigns[] = {
+    {"FRmCreateDB", Make<Ui::FRmCreateDB, QDialog>},
     {"FrmAbout", Make<Ui::FrmAbout, QDialog>},
     {"FrmLeaseOrgDetails", Make<Ui::FrmLeaseOrgDetails, QDialog>},
     {"FrmMain", Make<Ui::FrmMain, QMainWindow>},

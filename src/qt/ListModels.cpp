@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QSize>
+#include <algorithm>
 
 #include "qt/EventBoundary.h"
 #include "qt/Look.h"
@@ -19,13 +20,26 @@ QSize RowSize() {
 
 void RowsModel::Reset() {
   beginResetModel();
-  rows_ = list_.Count();
+  shown_.clear();
+  for (int row = 0; row < list_.Count(); ++row) {
+    if (!list_.At(row).hidden) shown_.push_back(row);
+  }
   columns_ = static_cast<int>(list_.Columns().size());
   endResetModel();
 }
 
+int RowsModel::RowAt(int line) const {
+  return line >= 0 && line < static_cast<int>(shown_.size()) ? shown_[static_cast<std::size_t>(line)] : -1;
+}
+
+int RowsModel::LineOf(int row) const {
+  const auto found = std::lower_bound(shown_.begin(), shown_.end(), row);
+  return found != shown_.end() && *found == row ? static_cast<int>(found - shown_.begin()) : -1;
+}
+
 void RowsModel::RowChanged(int row) {
-  if (row >= 0 && row < rows_ && columns_ > 0) emit dataChanged(index(row, 0), index(row, columns_ - 1));
+  const int line = LineOf(row);
+  if (line >= 0 && columns_ > 0) emit dataChanged(index(line, 0), index(line, columns_ - 1));
 }
 
 const ListView::Column* RowsModel::ColumnAt(int column) const {
@@ -35,8 +49,9 @@ const ListView::Column* RowsModel::ColumnAt(int column) const {
 }
 
 QVariant RowsModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= list_.Count()) return {};
-  const ListView::Row& row = list_.At(index.row());
+  const int at = RowAt(index.row());
+  if (!index.isValid() || at < 0 || at >= list_.Count()) return {};
+  const ListView::Row& row = list_.At(at);
   const int column = index.column();
   if (role == Qt::DisplayRole) {
     if (column == 0) return Shown(row.text);
@@ -70,9 +85,10 @@ Qt::ItemFlags RowsModel::flags(const QModelIndex& index) const {
 }
 
 bool RowsModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-  if (role != Qt::CheckStateRole || index.row() >= list_.Count()) return false;
-  if ((value.toInt() == Qt::Checked) == list_.At(index.row()).checked) return false;
-  Deliver([&] { list_.ToggleCheck(index.row()); });
+  const int at = RowAt(index.row());
+  if (role != Qt::CheckStateRole || at < 0 || at >= list_.Count()) return false;
+  if ((value.toInt() == Qt::Checked) == list_.At(at).checked) return false;
+  Deliver([&] { list_.ToggleCheck(at); });
   return true;
 }
 

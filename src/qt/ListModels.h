@@ -19,7 +19,14 @@ class RowsModel : public QAbstractTableModel {
   void Reset();
   void RowChanged(int row);
 
-  int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
+  // Rows that the control hides have no line in the views: the control's row of a line, and the line of a row (-1 for a
+  // hidden one).
+  int RowAt(int line) const;
+  int LineOf(int row) const;
+
+  int rowCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : static_cast<int>(shown_.size());
+  }
   int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : columns_; }
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
@@ -31,7 +38,8 @@ class RowsModel : public QAbstractTableModel {
   const ListView::Column* ColumnAt(int column) const;
 
   ListView& list_;
-  int rows_ = 0, columns_ = 0;
+  std::vector<int> shown_;  // rows of the control, by line
+  int columns_ = 0;
 };
 
 // The items of a combo box or a list box, which outlives the model.

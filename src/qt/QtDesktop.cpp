@@ -4,6 +4,8 @@
 #include <QClipboard>
 #include <QEventLoop>
 #include <QIcon>
+#include <QMainWindow>
+#include <QMenuBar>
 #include <QScreen>
 #include <QWidget>
 #include <algorithm>
@@ -159,6 +161,11 @@ QtDesktop::Drawn& QtDesktop::Draw(Window& window) {
   Drawn& drawn = drawn_[&window];
   drawn.widget = std::move(widget);
   drawn.binder = std::make_unique<Binder>(window, *drawn.widget);
+  if (window.StartWidth > 0) {
+    const auto* main = qobject_cast<QMainWindow*>(drawn.widget.get());
+    const int bars = main ? main->menuBar()->sizeHint().height() : 0;
+    drawn.widget->resize(ToPixels(window.StartWidth), ToPixels(window.StartHeight) + bars);
+  }
   window.PaintClose = [this, &window] { OnClosed(window); };
   window.PaintGone = [this, &window] {
     drawn_.at(&window).binder->Abandon();

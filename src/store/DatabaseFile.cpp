@@ -59,6 +59,8 @@ void UseFreshDatabase() {
 }  // namespace
 
 void ConnectDatabase() {
+  RemovedSupplier = {};  // belongs to the database that is left
+  if (MainFormExists()) MainForm().menus.MnuUndoRemove.SetEnabled(false);
   try {
     for (Recordset* set :
          {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords, &TheStore->ContactRecords}) {

@@ -6,6 +6,7 @@
 #include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "store/DailyCopy.h"
 
 namespace tarvolinex {
 
@@ -33,6 +34,7 @@ void OpenRecordset(std::string_view statement, Recordset& recordSet) {
 }
 
 void ExecuteStatement(std::string_view statement) {
+  if (!TheStore->connection.InTransaction()) KeepDailyCopy();
   Report([&] { TheStore->connection.Execute(statement); });
 }
 
@@ -73,6 +75,7 @@ std::string EscapeQuotes(std::string_view text) {
 }
 
 Transaction::Transaction() {
+  if (!TheStore->connection.InTransaction()) KeepDailyCopy();
   Report([] { TheStore->connection.Begin(); });
 }
 

@@ -41,6 +41,7 @@ inline constexpr std::string_view kUpdateContact =
 inline constexpr std::string_view kInsertContact =
     "INSERT INTO CONTACTS(firstname, surname, jobtitle, tel, fax, email, Supplierid) VALUES "
     "('<FIRSTNAME>','<SURNAME>', '<JOBTITLE>', '<tel>', '<fax>','<EMAIL>',<Supplierid>)";
+inline constexpr std::string_view kRestoreContact = "INSERT INTO contacts (<FIELDS>) VALUES(<VALUES>)";
 inline constexpr std::string_view kDeleteContact = "DELETE FROM contacts WHERE ID=<ID>";
 inline constexpr std::string_view kDeleteContacts = "DELETE FROM contacts WHERE supplierid=<supplierID>";
 inline constexpr std::string_view kDateSent = "UPDATE contacts SET DateLastSent='<DATESENT>' WHERE ID=<ID>";

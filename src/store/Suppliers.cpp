@@ -215,30 +215,4 @@ void NewSupplier() {
   SetStatus(false, "", -1);
 }
 
-void RemoveSupplier() {
-  ListView& list = MainForm().LvwSuppliers;
-  if (list.Count() < 2) {
-    TheDesktop().MessageBox("You can not delete the last supplier.", ReplaceAliases("<SUPPLIER> &  Delete"),
-                            BoxButtons::Ok, BoxIcon::Information);
-    return;
-  }
-  const std::string name = list.Selected() < 0 ? std::string() : list.At(list.Selected()).text;
-  const std::string question =
-      ReplaceAliases("Are you sure you want to delete this <SUPPLIER>:") + "\n" + name + "\nContinue?";
-  const auto answer =
-      TheDesktop().MessageBox(question, ReplaceAliases("Remove <SUPPLIER>"), BoxButtons::YesNo, BoxIcon::Question);
-  if (answer != Answer::Yes) return;
-  SetStatus(false, ReplaceAliases("Removing <SUPPLIER>"), 20);
-  Transaction transaction;
-  ExecuteStatement(FillStatement(statements::kDeleteSupplier, "<ID>", CurrentSupplierId));
-  ExecuteStatement(FillStatement(statements::kDeleteFormLinks, "<ID>", CurrentSupplierId));
-  ExecuteStatement(FillStatement(statements::kDeleteContacts, "<supplierID>", CurrentSupplierId));
-  transaction.Commit();
-  SupplierChanged = false;
-  // The contacts are gone with the supplier; what was typed for one of them has no owner any more.
-  ContactChanged = false;
-  LoadSupplierList(false);
-  SetStatus(false, "", -1);
-}
-
 }  // namespace tarvolinex

@@ -36,6 +36,10 @@ void NewSupplier();
 // Deletes the shown supplier with its links and contacts, after a question. The last one stays.
 void RemoveSupplier();
 
+// Puts the supplier that was removed last in this run back, with its contacts and links, and selects it. Nothing when
+// none was removed from this database.
+void UndoRemoveSupplier();
+
 // The number in a row's key, "ID12".
 int IdOfKey(std::string_view key);
 

@@ -7,6 +7,7 @@
 #include "store/DatabaseFile.h"
 #include "store/Forms.h"
 #include "store/Suppliers.h"
+#include "ui/main/FRmCreateDB.h"
 #include "ui/main/FrmAbout.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 #include "ui/main/FrmMain.h"
@@ -26,6 +27,12 @@ void FrmMain::WireMenus() {
   menus.MnuSaveDefault.Click = [this] { SaveAsDefault(); };
   menus.MnuRefresh.Click = [this] { RefreshSupplierList(); };
   menus.MnuSearch.Click = [this] { ShowContactSearch(); };
+  menus.MnuUndoRemove.Click = [this] {
+    SavePendingChanges();
+    UndoRemoveSupplier();
+    LvwSuppliers_ItemClick();
+  };
+  menus.MnuCreate.Click = [this] { CreateNewDatabase(); };
   menus.MnuDetails.Click = [this] { ShowOrganisationDetails(); };
   menus.MnuHelpPage.Click = [] { ShowHelpPage(0); };
   menus.MnuAbout.Click = [this] { ShowAbout(); };
@@ -59,6 +66,12 @@ void FrmMain::SaveAsDefault() {
   // The shown ticks become the default's, whether or not the user has just changed them.
   FormLinksChanged = true;
   SaveSupplierFormLinks(0);
+}
+
+void FrmMain::CreateNewDatabase() {
+  SavePendingChanges();
+  FRmCreateDB create;
+  TheDesktop().ShowModal(create);
 }
 
 void FrmMain::ShowAbout() {

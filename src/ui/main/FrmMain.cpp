@@ -38,6 +38,7 @@ constexpr MenuTag kMenuTags[] = {
     {&MainMenus::MnuRemove, "ALAIS=R&emove <SUPPLIER>"},
     {&MainMenus::MnuSaveDefault, "ALAIS=Save <SUPPLIER> as Default"},
     {&MainMenus::MnuRefresh, "ALAIS=&Refresh <SUPPLIER> List"},
+    {&MainMenus::MnuUndoRemove, "ALAIS=&Undo Remove <SUPPLIER>"},
     {&MainMenus::MnuPreferences, "ALAIS=<CALCNAME> Options and Preferences..."},
     {&MainMenus::MnuPreview, "ALAIS=&Preview <CALCNAME>"},
 };
@@ -71,6 +72,7 @@ void FrmMain::Load() {
     SetImageForButtonAndDrop();
   });
   LoadStep([&] { LoadIniFileValues(); });
+  LoadStep([&] { LoadAppearance(); });
   for (const auto& [menu, tag] : kMenuTags) (menus.*menu).SetTag(tag);
   LoadStep([&] { ApplyCaptions(*this); });
   bool opened = false, askUser = false;
@@ -88,6 +90,7 @@ void FrmMain::Unload() {
     SavePendingChanges();
     SaveContact();
   }
+  SaveAppearance();
   for (Recordset* set :
        {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords, &TheStore->ContactRecords}) {
     set->Close();

@@ -47,6 +47,9 @@ class FrmMain : public MainWindow {
   void Form_KeyUp(Key key);
   void RefreshSupplierList();
   void SaveAsDefault();
+  void CreateNewDatabase();
+  void LoadAppearance();
+  void SaveAppearance();
   void ShowAbout();
   void ShowOrganisationDetails();
   void ShowContactSearch();
@@ -65,7 +68,9 @@ class FrmMain : public MainWindow {
   void TxtSupplier_Change(int field);
   void TxtSupplier_LostFocus(int field);
   void LvwSuppliers_ColumnClick(int column);
+  void TxtFilter_Change();
   void LvwForms_ItemCheck();
+  void LvwForms_DblClick();
 
   void LstContacts_Click();
   void TxtContact_Change();

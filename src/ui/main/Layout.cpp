@@ -12,6 +12,7 @@ constexpr int kGap = 50;         // between the list and the tab set
 constexpr int kRightEdge = 150;  // clear of the window's right edge
 constexpr int kToolbarHeight = 780;
 constexpr int kCompanyTop = 800, kCompanyHeight = 450;
+constexpr int kFilterLabel = 750, kFilterTop = 860, kFilterHeight = 375;
 constexpr int kTop = 1300;         // of the list and the tab set
 constexpr int kAroundTabs = 1850;  // what the window's height has beyond the tab set's
 constexpr int kStatusHeight = 375, kProgressWidth = 2400;
@@ -29,13 +30,19 @@ int FrmMain::SmallestHeight() {
 void FrmMain::Arrange(int width, int height) {
   width = std::max(width, SmallestWidth());
   height = std::max(height, SmallestHeight());
+  StartWidth = width;
+  StartHeight = height;
   const int tabLeft = width - kRightEdge - kTabWidth;
   const int tabHeight = height - kAroundTabs;
   const int statusTop = height - kStatusHeight - kGap;
   Toolbar1.SetPosition({0, 0, width, kToolbarHeight});
   LblCompany.SetPosition({tabLeft, kCompanyTop, kTabWidth, kCompanyHeight});
+  const int listWidth = width - kTabWidth - kGap - kRightEdge;
   TabMain.SetPosition({tabLeft, kTop, kTabWidth, tabHeight});
-  LvwSuppliers.SetPosition({0, kTop, width - kTabWidth - kGap - kRightEdge, tabHeight});
+  LvwSuppliers.SetPosition({0, kTop, listWidth, tabHeight});
+  LblFilter.SetPosition({kRightEdge, kFilterTop, kFilterLabel, kFilterHeight});
+  TxtFilter.SetPosition(
+      {kRightEdge + kFilterLabel, kFilterTop, std::min(listWidth - kFilterLabel - kRightEdge, 4500), kFilterHeight});
   TxtStatus.SetPosition({kRightEdge, statusTop, width - 3 * kRightEdge - kProgressWidth, kStatusHeight});
   ProgressBar1.SetPosition({width - kRightEdge - kProgressWidth, statusTop, kProgressWidth, kStatusHeight});
 }

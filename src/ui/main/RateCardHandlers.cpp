@@ -2,6 +2,13 @@
 #include "calc/InputRules.h"
 #include "calc/RateCard.h"
 #include "core/Globals.h"
+#include "core/Launcher.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "publish/FolderFiles.h"
+#include "store/Forms.h"
+#include "store/Suppliers.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -43,6 +50,7 @@ void FrmMain::WireRateCard() {
     };
   }
   rateCard.LvwForms.ItemCheck = [this](int) { LvwForms_ItemCheck(); };
+  rateCard.LvwForms.DblClick = [this] { LvwForms_DblClick(); };
 }
 
 void FrmMain::txtRangeTo_Change(int box) {
@@ -54,6 +62,21 @@ void FrmMain::txtRangeTo_LostFocus(int box) {
   TextBox& field = rateCard.txtRangeTo(box);
   field.SetText(FormatNumberInput(kInputAmount, field.Text(), kLargestAmount));
   RepairThresholdOrder(box);
+}
+
+// A copy of the form's page is opened, so that nothing the reader does there touches the form itself.
+void FrmMain::LvwForms_DblClick() {
+  const int row = rateCard.LvwForms.Selected();
+  if (row < 0) return;
+  const std::string copy = AppFolder + "\\temp.html";
+  try {
+    DeleteFileIfPresent(copy);
+    CopyFile(FormPagePath(IdOfKey(rateCard.LvwForms.At(row).key)), copy);
+  } catch (const RuntimeError&) {
+    TheDesktop().MessageBox("File Not Found", "", BoxButtons::Ok, BoxIcon::None);
+    return;
+  }
+  LaunchDocument(copy);
 }
 
 void FrmMain::LvwForms_ItemCheck() {

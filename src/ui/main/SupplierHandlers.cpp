@@ -14,6 +14,7 @@ namespace tarvolinex {
 void FrmMain::WireSuppliers() {
   LvwSuppliers.ItemClick = [this] { LvwSuppliers_ItemClick(); };
   LvwSuppliers.ColumnClick = [this](int column) { LvwSuppliers_ColumnClick(column); };
+  TxtFilter.Change = [this] { TxtFilter_Change(); };
   LvwSuppliers.KeyUp = [this](Key key) {
     if (key == Key::Delete) SupplierCommand(1);
   };
@@ -41,6 +42,16 @@ void FrmMain::LvwSuppliers_ColumnClick(int column) {
   LvwSuppliers.Sort();
   CurrentSupplierIndex = LvwSuppliers.Selected();
   SetStatus(false, "", -1);
+}
+
+void FrmMain::TxtFilter_Change() {
+  const std::string wanted = FoldCase(Trim(TxtFilter.Text()));
+  if (wanted.empty()) return LvwSuppliers.SetFilter(nullptr);
+  LvwSuppliers.SetFilter([wanted](const ListView::Row& row) {
+    constexpr std::size_t kTown = 3, kPostCode = 5;
+    const auto holds = [&](const std::string& text) { return FoldCase(text).find(wanted) != std::string::npos; };
+    return row.key == "ID0" || holds(row.text) || holds(row.cells.at(kTown)) || holds(row.cells.at(kPostCode));
+  });
 }
 
 void FrmMain::SupplierCommand(int action) {
@@ -73,7 +84,7 @@ void FrmMain::TxtSupplier_Change(int field) {
   const bool changedBefore = SupplierChanged;
   SupplierChanged = true;
   const std::string& name = supplier.TxtSupplier(kSupplierName).Text();
-  LblCompany.SetCaption("*" + name + "*");
+  LblCompany.SetCaption("*" + ReplaceAll(name, "&", "&&") + "*");
   if (field != kSupplierName) return;
   EnableCommands(Trim(name).empty());
   if (changedBefore) LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? "<NEW>" : name);

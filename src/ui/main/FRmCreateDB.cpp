@@ -1,0 +1,83 @@
+#include "ui/main/FRmCreateDB.h"
+
+#include "core/Globals.h"
+#include "core/Launcher.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "store/DatabaseFile.h"
+
+namespace tarvolinex {
+
+namespace {
+constexpr const char* kDrive = "c:\\";
+constexpr int kLongestPath = 260;
+}  // namespace
+
+std::string BrowseForFolder(const std::string& title, const std::string& startFolder) {
+  const std::string chosen = TheDesktop().ChooseFolder(title.empty() ? "Select A Directory" : title,
+                                                       FolderExists(startFolder) ? startFolder : std::string());
+  return std::string(FirstCharacters(chosen, kLongestPath));
+}
+
+FRmCreateDB::FRmCreateDB()
+    : Window("FRmCreateDB", "Create New Database"),
+      FraFolder(*this, "FraFolder", -1, "Folder for new database"),
+      TxtFolder(*this, "TxtFolder"),
+      CmdBrowse(*this, "CmdBrowse", -1, "&Browse"),
+      cmdaction(*this, "cmdaction", 3) {
+  TxtFolder.SetText(kDrive);
+  CmdBrowse.Click = [this] { CmdBrowse_Click(); };
+  constexpr const char* kCaptions[] = {"&Create", "C&ancel", "&Help"};
+  for (int i = 0; i < 3; ++i) cmdaction(i).SetCaption(kCaptions[i]);
+  cmdaction(0).Click = [this] { Create(); };
+  cmdaction(1).Click = [this] { Close(); };
+  cmdaction(2).Click = [] { ShowHelpPage(0); };
+  KeyUp = [this](Key key) {
+    if (key == Key::Return) cmdaction(0).Press();
+    if (key == Key::Escape) cmdaction(1).Press();
+  };
+}
+
+void FRmCreateDB::CmdBrowse_Click() {
+  const std::string folder = BrowseForFolder("Create New Database - Location", kDrive);
+  if (!folder.empty()) TxtFolder.SetText(folder);
+}
+
+bool FRmCreateDB::HaveFolder(const std::string& folder) {
+  if (FolderExists(folder)) return true;
+  const auto answer = TheDesktop().MessageBox("folder does not exist, Create?", "Create Database", BoxButtons::YesNo,
+                                              BoxIcon::Question);
+  if (answer != Answer::Yes) return false;
+  MakeFolder(folder);
+  return true;
+}
+
+void FRmCreateDB::Create() {
+  const BusyWhile busy;
+  std::string folder(Trim(TxtFolder.Text()));
+  if (folder.empty() || (folder.back() != '\\' && folder.back() != '/')) folder += '\\';
+  const std::string before = DataFolder;
+  try {
+    if (!HaveFolder(folder)) return;
+    if (FileExists(folder + "tarvolinex.mdb")) {
+      return ShowError("A database already exists in this folder:\n\n" + folder + "\n\nPlease select another folder");
+    }
+    CopyFile(AppFolder + "\\database.bak", folder + "database.zip");
+  } catch (const RuntimeError& failure) {
+    return ShowError(failure.Description());
+  }
+  DataFolder = folder;
+  bool askUser = false;
+  if (!OpenDatabase(askUser)) {
+    DataFolder = before;
+    return ShowError("Failed to create database in this folder:\n\n" + folder + "\n\nPlease select another folder");
+  }
+  TheDesktop().MessageBox("New Database successfully created", "Database Creation", BoxButtons::Ok,
+                          BoxIcon::Information);
+  Close();
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,154 @@
+// Contacts and the contact search on the sample database.
+#include "store/Contacts.h"
+#include "support/Fixture.h"
+#include "ui/main/FrmSearch.h"
+
+namespace tarvolinex {
+
+class ContactPanelTest : public SampleTest {
+ protected:
+  ContactPanelTest() {
+    Choose("Saxonholt Dental Systems Ltd");
+    TheStore->connection.Execute("DELETE FROM contacts WHERE Supplierid=3");
+    TheStore->connection.Execute(
+        "INSERT INTO contacts(ID,Supplierid,firstname,surname,email) VALUES(101,3,'Ann','Young','ann@x.example'),"
+        "(102,3,'Bob','Adams',NULL)");
+    form->menus.MnuRefresh.Choose();
+    Choose("Saxonholt Dental Systems Ltd");
+  }
+  TextBox& Field(int field) { return form->supplier.TxtContact(field); }
+  CommandButton& Button(int button) { return form->supplier.CmdContact(button); }
+  std::string Names() {
+    std::string names;
+    for (const auto& item : form->supplier.LstContacts.Items()) names += item.text + ";";
+    return names;
+  }
+};
+
+TEST_F(ContactPanelTest, ListsAreInSurnameOrderAndSendToNeedsAnAddress) {
+  EXPECT_EQ(Names(), "Bob Adams;Ann Young;");
+  ASSERT_EQ(form->send.lvSendContacts.Count(), 1);
+  EXPECT_EQ(form->send.lvSendContacts.At(0).key, "ID101");
+  EXPECT_EQ(Field(1).Text(), "Adams");
+  EXPECT_EQ(CurrentContactId, 102);
+  form->supplier.LstContacts.SetListIndex(1);
+  EXPECT_EQ(Field(0).Text(), "Ann");
+  EXPECT_EQ(Button(0).Caption(), "Add &Contact");
+  EXPECT_FALSE(ContactChanged);
+}
+
+TEST_F(ContactPanelTest, AContactIsAddedWithItsApostrophes) {
+  Button(0).Press();
+  EXPECT_EQ(Button(0).Caption(), "Save &Contact");
+  EXPECT_EQ(CurrentContactId, 0);
+  EXPECT_EQ(form->ActiveControl(), &Field(0));
+  Type(Field(0), "Pat");
+  Type(Field(1), "O'Brien <EMAIL>");
+  Type(Field(5), "pat@x.example");
+  Button(0).Press();
+  EXPECT_EQ(Names(), "Bob Adams;Pat O`Brien <EMAIL>;Ann Young;");
+  EXPECT_EQ(Ask("SELECT Supplierid FROM contacts WHERE firstname='Pat'"), "3");
+  EXPECT_EQ(Field(1).Text(), "Adams");  // the first in surname order is shown
+  EXPECT_EQ(Button(0).Caption(), "Add C&ontact");
+}
+
+TEST_F(ContactPanelTest, AnEditIsSavedWhenAnotherIsShown) {
+  Type(Field(2), "Manager");
+  EXPECT_EQ(Button(0).Caption(), "Save &Contact");
+  form->supplier.LstContacts.SetListIndex(1);
+  EXPECT_EQ(Ask("SELECT jobtitle FROM contacts WHERE ID=102"), "Manager");
+  Type(Field(2), "Buyer");
+  SupplierChanged = false;
+  Choose("Millrace Laundry Systems Ltd");
+  EXPECT_EQ(Ask("SELECT jobtitle FROM contacts WHERE ID=101"), "Buyer");
+}
+
+TEST_F(ContactPanelTest, ANewContactStaysWithItsSupplier) {
+  form->Toolbar1.Press("SAVE");
+  Button(0).Press();
+  Type(Field(1), "Late");
+  Choose("Millrace Laundry Systems Ltd");
+  EXPECT_EQ(Ask("SELECT Supplierid FROM contacts WHERE surname='Late'"), "3");
+}
+
+TEST_F(ContactPanelTest, ANamelessContactIsNeverStored) {
+  Button(0).Press();
+  Type(Field(5), "x@x.example");
+  Button(0).Press();
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=3"), "2");
+}
+
+TEST_F(ContactPanelTest, RemovingNeedsASelectedContact) {
+  form->supplier.LstContacts.SetListIndex(-1);
+  Button(1).Press();
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=3"), "2");
+  form->supplier.LstContacts.SetListIndex(0);
+  Button(1).Press();
+  EXPECT_EQ(Names(), "Ann Young;");
+  Button(1).Press();
+  EXPECT_EQ(Names(), "");
+  EXPECT_FALSE(Button(1).Enabled());
+  EXPECT_EQ(Field(0).Text(), "");
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(ContactPanelTest, AContactOfANewSupplierSavesTheSupplierFirst) {
+  form->Toolbar1.Press("SAVE");
+  form->menus.MnuAdd.Choose();
+  Type(form->supplier.TxtSupplier(kSupplierName), "Zebra Ltd");
+  Field(0).SetFocus();
+  EXPECT_EQ(CurrentSupplierId, 13);
+  EXPECT_EQ(Button(0).Caption(), "Save &Contact");
+  Type(Field(0), "Zoe");
+  Button(0).Press();
+  EXPECT_EQ(Ask("SELECT Supplierid FROM contacts WHERE firstname='Zoe'"), "13");
+}
+
+TEST_F(ContactPanelTest, TheSendTabRefillsStaleLists) {
+  Type(Field(5), "bob@x.example");
+  form->TabMain.Choose(kTabSend);
+  EXPECT_EQ(form->send.lvSendContacts.Count(), 2);
+  EXPECT_FALSE(ContactListStale);
+  form->send.lvSendContacts.DoubleClickRow(1);
+  EXPECT_TRUE(form->send.lvSendContacts.At(1).checked);
+  SetDateLastSent("05 March 2003 14:07:09", 101);
+  ListContacts();
+  EXPECT_EQ(form->send.lvSendContacts.At(1).cells[1], "05 March 2003 14:07:09");
+}
+
+TEST_F(ContactPanelTest, TheSearchFindsOneAfterTheOther) {
+  TheStore->connection.Execute(
+      "INSERT INTO contacts(ID,Supplierid,firstname,surname) VALUES(103,10,'Anne','O`Young'),(104,10,'Anna','Young')");
+  FrmSearch search;
+  EXPECT_FALSE(search.CmdFind.Enabled());
+  search.TxtSearch(0).SetText(" ");
+  search.CmdFind.Press();
+  EXPECT_TRUE(desktop.boxes.empty());
+  search.TxtSearch(0).SetText("aNN");
+  search.TxtSearch(1).SetText("young");
+  search.CmdFind.Press();
+  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(CurrentContactId, 101);
+  EXPECT_EQ(form->TabMain.Selected(), kTabDetails);
+  EXPECT_EQ(search.CmdFind.Caption(), "&Find Next");
+  search.TxtSearch(1).KeyUp(Key::Return);
+  EXPECT_EQ(CurrentContactId, 104);
+  search.CmdFind.Press();
+  EXPECT_EQ(desktop.boxes.at(0).text, "No more contacts found");
+  EXPECT_EQ(search.CmdFind.Caption(), "&Find First");
+  search.TxtSearch(1).SetFocus();
+  search.TxtSearch(1).Type("O'Y");
+  search.CmdFind.Press();
+  EXPECT_EQ(CurrentContactId, 103);
+  search.TxtSearch(1).SetText("nobody");
+  search.CmdFind.Press();
+  EXPECT_EQ(desktop.boxes.at(1).title, "Contract Search");
+}
+
+TEST_F(ContactPanelTest, AContactThatIsGoneIsReported) {
+  TheStore->connection.Execute("DELETE FROM contacts WHERE ID=101");
+  form->supplier.LstContacts.SetListIndex(1);
+  EXPECT_EQ(desktop.boxes.at(0).text, "Contact Not Found");
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,249 @@
+// The supplier list and fields on the sample database.
+#include "platform/RuntimeError.h"
+#include "store/Suppliers.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+class SupplierPanelTest : public SampleTest {
+ protected:
+  TextBox& Field(int field) { return form->supplier.TxtSupplier(field); }
+  std::string Name(int id) { return Ask("SELECT CompanyName FROM suppliers WHERE ID=" + std::to_string(id)); }
+  std::string Count(const std::string& what) { return Ask("SELECT COUNT(*) FROM " + what); }
+  // As the user adds a supplier, with nothing pending.
+  void Add(const std::string& name) {
+    form->Toolbar1.Press("SAVE");
+    form->menus.MnuAdd.Choose();
+    ASSERT_EQ(CurrentSupplierId, 0);
+    Type(Field(kSupplierName), name);
+  }
+};
+
+TEST_F(SupplierPanelTest, SelectingAnotherStoresTheEditsWithoutAsking) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(3), "Sláinte's Town");
+  Type(form->rateCard.TxtRangeYield(0), "7.5x");
+  Choose("Millrace Laundry Systems Ltd");
+  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Sláinte`s Town");
+  EXPECT_EQ(Ask("SELECT Yield0 FROM suppliers WHERE ID=3"), "7.5");
+  EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Find("ID3")).cells[3], "Sláinte`s Town");
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(SupplierPanelTest, TheQuoteFollowsAStoredRateCard) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Box(kBoxCapitalCost), "1000000");
+  Type(form->rateCard.TxtRangeYield(0), "20");
+  form->TabMain.Choose(kTabDetails);
+  EXPECT_EQ(Box(kBoxYield).Text(), "20.00");
+}
+
+TEST_F(SupplierPanelTest, TheNameShowsEverywhereWhileItIsTyped) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(kSupplierName), "Smith & Sons");
+  EXPECT_EQ(form->LblCompany.Caption(), "*Smith && Sons*");
+  EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).text, "Smith & Sons");
+}
+
+TEST_F(SupplierPanelTest, WithoutANameEveryCommandIsBlocked) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(kSupplierName), "");
+  EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).text, "<NEW>");
+  EXPECT_FALSE(form->LvwSuppliers.Enabled());
+  for (const auto& tab : form->TabMain.Tabs()) EXPECT_FALSE(tab.enabled);
+  for (const auto& button : form->Toolbar1.Buttons()) EXPECT_FALSE(button.enabled);
+  for (Menu* menu : {&form->menus.MnuFile, &form->menus.MnuEdit, &form->menus.MnuOptions, &form->menus.MnuHelp}) {
+    EXPECT_FALSE(menu->Enabled());
+  }
+  Field(3).SetFocus();
+  EXPECT_EQ(desktop.boxes.at(0).text, "You must enter a Dealer name");
+  EXPECT_EQ(form->ActiveControl(), &Field(kSupplierName));
+  Field(kSupplierName).Type("Back");
+  EXPECT_TRUE(form->LvwSuppliers.Enabled() && form->menus.MnuHelp.Enabled());
+}
+
+TEST_F(SupplierPanelTest, AddingWithPendingEditsOnlySavesThemFirst) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(3), "Elsewhere");
+  form->menus.MnuAdd.Choose();
+  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Elsewhere");
+  form->menus.MnuAdd.Choose();
+  EXPECT_EQ(CurrentSupplierId, 0);
+  EXPECT_EQ(form->TabMain.Selected(), kTabDetails);
+  EXPECT_EQ(form->ActiveControl(), &Field(kSupplierName));
+  EXPECT_FALSE(form->menus.MnuEdit.Enabled());
+  EXPECT_TRUE(form->TabMain.Tabs()[kTabDetails].enabled && form->Toolbar1.Buttons()[1].enabled);
+}
+
+TEST_F(SupplierPanelTest, ANewSupplierIsSeededStoredAndSelected) {
+  Add("Aardvark Ltd");
+  EXPECT_NE(form->rateCard.TxtRangeYield(0).Text(), "");
+  form->rateCard.LvwForms.SetChecked(0, false);
+  form->rateCard.LvwForms.ToggleCheck(0);
+  const std::string defaults = Count("SupplierFormLink WHERE SupplierId=0");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Name(13), "Aardvark Ltd");
+  EXPECT_EQ(CurrentSupplierId, 13);
+  EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).key, "ID13");
+  EXPECT_EQ(form->LvwSuppliers.Find("ID0"), -1);
+  EXPECT_NE(Count("SupplierFormLink WHERE SupplierId=13"), "0");
+  EXPECT_EQ(Count("SupplierFormLink WHERE SupplierId=0"), defaults);
+}
+
+TEST_F(SupplierPanelTest, EscapeDropsANamelessNewSupplier) {
+  Add("");
+  form->KeyUp(Key::Escape);
+  EXPECT_EQ(form->LvwSuppliers.Find("ID0"), -1);
+  EXPECT_EQ(form->LvwSuppliers.Selected(), 0);
+  EXPECT_TRUE(form->menus.MnuFile.Enabled());
+  EXPECT_EQ(Count("suppliers"), "12");
+  form->KeyUp(Key::Escape);
+  EXPECT_EQ(Count("suppliers"), "12");
+}
+
+TEST_F(SupplierPanelTest, TheMenusRemoveUndoesWhatTheToolbarsRemoves) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(kSupplierName), "Wrong");
+  form->menus.MnuRemove.Choose();
+  EXPECT_EQ(Field(kSupplierName).Text(), "Saxonholt Dental Systems Ltd");
+  EXPECT_TRUE(desktop.boxes.empty());
+  Type(Field(3), "Kept Town");
+  desktop.answers = {Answer::Yes};
+  form->Toolbar1.Press("REMSUPP");
+  EXPECT_EQ(desktop.boxes.at(0).text,
+            "Are you sure you want to delete this Dealer:\nSaxonholt Dental Systems Ltd\nContinue?");
+  EXPECT_EQ(desktop.boxes.at(0).title, "Remove Dealer");
+  EXPECT_EQ(Count("suppliers WHERE ID=3") + Count("contacts WHERE Supplierid=3") +
+                Count("SupplierFormLink WHERE SupplierId=3"),
+            "000");
+  EXPECT_EQ(CurrentSupplierId, IdOfKey(form->LvwSuppliers.At(0).key));
+}
+
+TEST_F(SupplierPanelTest, TheLastRemovalCanBeTakenBack) {
+  Choose("Saxonholt Dental Systems Ltd");
+  const std::string contacts = Count("contacts WHERE Supplierid=3"),
+                    links = Count("SupplierFormLink WHERE SupplierId=3");
+  const std::string card =
+      Ask("SELECT Yield0||','||Com4||','||RangeEquipFROM2||','||ResidualOption FROM suppliers WHERE ID=3");
+  EXPECT_FALSE(form->menus.MnuUndoRemove.Enabled());
+  desktop.answers = {Answer::Yes};
+  form->Toolbar1.Press("REMSUPP");
+  ASSERT_TRUE(form->menus.MnuUndoRemove.Enabled());
+  form->menus.MnuUndoRemove.Choose();
+  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(Count("contacts WHERE Supplierid=3"), contacts);
+  EXPECT_EQ(Count("SupplierFormLink WHERE SupplierId=3"), links);
+  EXPECT_EQ(Ask("SELECT Yield0||','||Com4||','||RangeEquipFROM2||','||ResidualOption FROM suppliers WHERE ID=3"), card);
+  EXPECT_FALSE(form->menus.MnuUndoRemove.Enabled());
+}
+
+TEST_F(SupplierPanelTest, TheLastSupplierStays) {
+  TheStore->connection.Execute("DELETE FROM suppliers WHERE ID<>3");
+  form->menus.MnuRefresh.Choose();
+  form->Toolbar1.Press("REMSUPP");
+  EXPECT_EQ(desktop.boxes.at(0).text, "You can not delete the last supplier.");
+  EXPECT_EQ(desktop.boxes.at(0).title, "Dealer &  Delete");
+  EXPECT_EQ(Count("suppliers"), "1");
+}
+
+TEST_F(SupplierPanelTest, TheDefaultSupplierTakesTheRatesAndTheTicksOnly) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(form->rateCard.TxtRangeYield(4), "33");
+  for (int row = 0; row < 4; ++row) form->rateCard.LvwForms.SetChecked(row, row == 2);
+  desktop.answers = {Answer::Ok};
+  form->menus.MnuSaveDefault.Choose();
+  EXPECT_EQ(desktop.boxes.at(0).title, "Save as Default Dealer");
+  EXPECT_EQ(Count("DefaultSupplier"), "1");
+  EXPECT_EQ(Ask("SELECT Yield4 FROM DefaultSupplier"), "33");
+  EXPECT_EQ(Ask("SELECT CompanyName FROM DefaultSupplier"), "");
+  EXPECT_EQ(Count("SupplierFormLink WHERE SupplierId=0"), "1");
+  Add("Next");
+  EXPECT_EQ(form->rateCard.TxtRangeYield(4).Text(), "33.00");
+}
+
+TEST_F(SupplierPanelTest, SortingTwiceByAColumnReversesIt) {
+  constexpr int kTown = 4;
+  Choose("Saxonholt Dental Systems Ltd");
+  form->LvwSuppliers.ClickColumn(kTown);
+  EXPECT_EQ(form->LvwSuppliers.At(0).cells[3], "Birmingham");
+  form->LvwSuppliers.ClickColumn(kTown);
+  EXPECT_EQ(form->LvwSuppliers.At(11).cells[3], "Birmingham");
+  EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).key, "ID3");
+  Type(Field(3), "Ayr");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Find("ID3")).cells[3], "Ayr");
+}
+
+TEST_F(SupplierPanelTest, TheFilterHidesRowsByNameTownOrPostCode) {
+  const auto shown = [&] {
+    const auto& rows = form->LvwSuppliers.Rows();
+    return std::count_if(rows.begin(), rows.end(), [](const auto& row) { return !row.hidden; });
+  };
+  form->TxtFilter.SetText("LEEDS");
+  EXPECT_EQ(shown(), 1);
+  form->TxtFilter.SetText("ls10");
+  EXPECT_EQ(shown(), 1);
+  form->TxtFilter.SetText("systems");
+  EXPECT_EQ(shown(), 2);
+  form->menus.MnuRefresh.Choose();
+  EXPECT_EQ(shown(), 2);
+  form->TxtFilter.SetText("");
+  EXPECT_EQ(shown(), 12);
+  EXPECT_EQ(form->LvwSuppliers.RowLine(0).substr(0, 44), "Aldermoor Print Finishing Ltd\t0113 496 0210\t");
+}
+
+TEST_F(SupplierPanelTest, ClosingSavesUnlessAnErrorWasShown) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(3), "Saved");
+  form->Close();
+  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Saved");
+  form->Reopen();
+  Choose("Millrace Laundry Systems Ltd");
+  Type(Field(3), "Lost");
+  ErrorShown = true;
+  form->Close();
+  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=10"), "Leicester");
+}
+
+TEST_F(SupplierPanelTest, AFailedSaveEndsTheProgramAndChangesNothing) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(3), "Half");
+  FormLinksChanged = true;
+  TheStore->connection.Execute("DROP TABLE SupplierFormLink");
+  EXPECT_THROW(form->Toolbar1.Press("SAVE"), ProgramEnded);
+  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Reading");
+  EXPECT_EQ(desktop.boxes.at(0).text.substr(0, 25), "Database update failed.\n\n");
+}
+
+TEST_F(SupplierPanelTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
+  const std::string pattern = DataFolder + "\\Backup\\*.mdb";
+  using std::chrono::hours;
+  desktop.now = std::chrono::system_clock::from_time_t(1800000000);
+  Choose("Saxonholt Dental Systems Ltd");
+  for (int day = 0; day < 7; ++day) {
+    desktop.now += hours(24);
+    Type(Field(3), "Town " + std::to_string(day));
+    form->Toolbar1.Press("SAVE");
+    form->Toolbar1.Press("SAVE");
+  }
+  const auto copies = ListFiles(pattern);
+  EXPECT_EQ(copies.size(), 5U);
+  Connection copy;
+  copy.Open("dbq=" + DataFolder + "\\Backup\\" + copies.back());
+  Recordset town;
+  town.Open("SELECT Town FROM suppliers WHERE ID=3", copy);
+  EXPECT_EQ(ValueText(town.Field(0)), "Town 5");
+}
+
+TEST_F(SupplierPanelTest, AFormIsOpenedAsACopyOfItsPage) {
+  form->rateCard.LvwForms.DoubleClickRow(0);
+  EXPECT_EQ(desktop.launched.at(0).substr(0, 5 + AppFolder.size()), "open " + AppFolder);
+  const std::string key = form->rateCard.LvwForms.At(0).key;
+  EXPECT_EQ(ReadFile(AppFolder + "\\temp.html"), ReadFile(DataFolder + "\\forms\\" + key.substr(2) + ".html"));
+  DeleteFile(DataFolder + "\\forms\\" + key.substr(2) + ".html");
+  form->rateCard.LvwForms.DoubleClickRow(0);
+  EXPECT_EQ(desktop.boxes.at(0).text, "File Not Found");
+}
+
+}  // namespace tarvolinex
