@@ -7,6 +7,7 @@
 #include "store/Suppliers.h"
 #include "support/ScriptedDesktop.h"
 #include "ui/main/FrmMain.h"
+#include "ui/main/FrmSearch.h"
 
 namespace tarvolinex {
 namespace {
@@ -38,6 +39,42 @@ void SelectSupplier(benchmark::State& state) {
   for (auto _ : state) form.LvwSuppliers.ClickRow(row = (row + 4999) % kSuppliers);
 }
 BENCHMARK(SelectSupplier)->Unit(benchmark::kMillisecond);
+
+void SaveSupplierFields(benchmark::State& state) {
+  FrmMain& form = Form();
+  form.LvwSuppliers.ClickRow(17);
+  int i = 0;
+  for (auto _ : state) {
+    form.supplier.TxtSupplier(3).Type("Town " + std::to_string(++i));
+    form.Toolbar1.Press("SAVE");
+  }
+}
+BENCHMARK(SaveSupplierFields)->Unit(benchmark::kMillisecond);
+
+void AddAndRemoveSupplier(benchmark::State& state) {
+  FrmMain& form = Form();
+  auto& desktop = static_cast<ScriptedDesktop&>(TheDesktop());
+  for (auto _ : state) {
+    form.Toolbar1.Press("SAVE");
+    form.menus.MnuAdd.Choose();
+    form.supplier.TxtSupplier(kSupplierName).Type("Zebra");
+    form.Toolbar1.Press("SAVE");
+    desktop.answers = {Answer::Yes};
+    form.Toolbar1.Press("REMSUPP");
+  }
+}
+BENCHMARK(AddAndRemoveSupplier)->Unit(benchmark::kMillisecond);
+
+void SearchContact(benchmark::State& state) {
+  Form();
+  FrmSearch search;
+  int i = 0;
+  for (auto _ : state) {
+    search.TxtSearch(1).SetText("Sur" + std::to_string(40000 + ++i % 10000));
+    search.CmdFind.Press();
+  }
+}
+BENCHMARK(SearchContact)->Unit(benchmark::kMillisecond);
 
 void Keystroke(benchmark::State& state) {
   FrmMain& form = Form();

@@ -148,7 +148,8 @@ void Connection::Open(std::string_view connectionString) {
   if (!FileExists(path)) {
     throw RuntimeError(kFileNotFound, "The database file does not exist or is no file: " + path);
   }
-  const int result = sqlite3_open_v2(NativePath(path).c_str(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+  const int result =
+      sqlite3_open_v2(NativePath(path).c_str(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   // Opening reads nothing; asking for the schema does.
   const int read = result != SQLITE_OK
                        ? result
@@ -238,7 +239,23 @@ void Recordset::Open(std::string_view statement, Connection& connection) {
     const auto [type, size] = DeclaredType(declared ? declared : "TEXT");
     columns_.push_back({sqlite3_column_name(rows_, i), type, size});
   }
-  Step(rows_);
+  firstDue_ = true;
+}
+
+void Recordset::ReadRows(const std::vector<std::string>& columns, const RowReader& read) {
+  std::string list;
+  for (const std::string& column : columns) {
+    const int index = ColumnIndex(column);
+    list += list.empty() ? "" : ",";
+    list += index < 0 ? "NULL" : ColumnName(index);
+  }
+  Recordset narrow;
+  narrow.Open("SELECT " + list + " FROM (" + statement_ + ")", *connection_);
+  std::vector<Value> values(columns.size());
+  for (; !narrow.EndOfFile(); narrow.MoveNext()) {
+    for (std::size_t i = 0; i < values.size(); ++i) values[i] = narrow.Field(static_cast<int>(i));
+    read(values);
+  }
 }
 
 void Recordset::Close() {

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -79,7 +80,8 @@ class Recordset {
   Recordset(const Recordset&) = delete;
   Recordset& operator=(const Recordset&) = delete;
 
-  // Stands on the first row. Throws RuntimeError. The connection must stay open until Close.
+  // Stands on the first row, which is read when it is first asked for. Throws RuntimeError. The connection must stay
+  // open until Close.
   void Open(std::string_view statement, Connection& connection);
   void Close();
   bool IsOpen() const { return rows_ != nullptr; }
@@ -91,6 +93,12 @@ class Recordset {
   // criterion: "ID=" and a whole number. Stands on the row with that ID, of the whole set, or at the end when there
   // is none. After a row was found, MoveNext goes to the end.
   void Find(std::string_view criterion);
+
+  // Gives the named columns of every row in the set's order: for a long set faster than moving through it, because only
+  // these columns are read. A column that the set lacks is Null. Where the set stands does not change.
+  // The reader may move the values away.
+  using RowReader = std::function<void(std::vector<Value>& values)>;
+  void ReadRows(const std::vector<std::string>& columns, const RowReader& read);
 
   int ColumnCount() const { return static_cast<int>(columns_.size()); }
   const std::string& ColumnName(int column) const { return columns_.at(static_cast<std::size_t>(column)).name; }

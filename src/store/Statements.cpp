@@ -25,9 +25,10 @@ void Report(Action action) {
 
 }  // namespace
 
-void OpenRecordset(std::string_view statement, Recordset& recordSet) {
+void OpenRecordset(std::string_view statement, Recordset& recordSet, bool readFirst) {
   try {
     recordSet.Open(statement, TheStore->connection);
+    if (readFirst) static_cast<void>(recordSet.EndOfFile());
   } catch (const RuntimeError&) {
     ShowError("Database Error", true);
   }

@@ -51,7 +51,8 @@ inline constexpr std::string_view kFindContacts =
 }  // namespace statements
 
 // Closes the record set and opens it on the statement. A failure is the fatal report "Database Error".
-void OpenRecordset(std::string_view statement, Recordset& recordSet);
+// readFirst false: for whoever does not look at the rows one by one; a failure to read then shows itself later.
+void OpenRecordset(std::string_view statement, Recordset& recordSet, bool readFirst = true);
 
 // One action statement. A failure is a fatal report: "Database update failed." with the first error of the connection.
 void ExecuteStatement(std::string_view statement);

@@ -20,41 +20,43 @@ namespace tarvolinex {
 
 namespace {
 
-constexpr const char* kCellColumns[] = {"tel", "Address1", "Address2", "Town", "County", "PostCode"};
+// What a row of the list shows, in the order of its columns.
+const std::vector<std::string> kListColumns = {"ID",       "CompanyName", "tel",    "Address1",
+                                               "Address2", "Town",        "County", "PostCode"};
+constexpr std::size_t kFirstCell = 2;
 
 ListView::Row RowFor(std::string key, std::string name) {
   ListView::Row row;
   row.key = std::move(key);
   row.toolTip = "Double click to view <" + name + "> calculator";
   row.text = name.empty() ? "<NEW>" : std::move(name);
-  row.cells.resize(std::size(kCellColumns));
+  row.cells.resize(kListColumns.size() - kFirstCell);
   return row;
 }
 
 void FillSupplierList(bool selectNewest) {
   ListView& list = MainForm().LvwSuppliers;
   Recordset& records = TheStore->SupplierRecords;
-  OpenRecordset(statements::kSuppliers, records);
+  OpenRecordset(statements::kSuppliers, records, false);
   list.BeginFill();
   list.Clear();
-  const int id = records.ColumnIndex("ID"), name = records.ColumnIndex("CompanyName");
-  int cells[std::size(kCellColumns)];
-  for (std::size_t i = 0; i < std::size(cells); ++i) cells[i] = records.ColumnIndex(kCellColumns[i]);
-  const auto text = [&](int column) {
-    return column < 0 ? std::string() : std::string(Trim(ValueText(records.Field(column))));
-  };
   double highest = 0;
   int newest = 0;
-  for (; !records.EndOfFile(); records.MoveNext()) {
-    const double number = ValueNumber(records.Field(id));
-    ListView::Row row = RowFor("ID" + text(id), text(name));
-    for (std::size_t i = 0; i < std::size(cells); ++i) row.cells[i] = text(cells[i]);
+  records.ReadRows(kListColumns, [&](std::vector<Value>& values) {
+    const auto text = [&](std::size_t column) {
+      auto* stored = std::get_if<std::string>(&values[column]);
+      if (!stored) return ValueText(values[column]);
+      return Trim(*stored).size() == stored->size() ? std::move(*stored) : std::string(Trim(*stored));
+    };
+    ListView::Row row = RowFor("ID" + text(0), text(1));
+    for (std::size_t i = kFirstCell; i < values.size(); ++i) row.cells[i - kFirstCell] = text(i);
     list.Add(std::move(row));
+    const double number = ValueNumber(values[0]);
     if (selectNewest && number > highest) {
       highest = number;
       newest = list.Count() - 1;
     }
-  }
+  });
   list.Select(newest);
   if (list.SortColumn >= 0) {
     list.Sort();
