@@ -7,6 +7,7 @@ import { fileURLToPath } from 'node:url';
 
 const root = join(dirname(fileURLToPath(import.meta.url)), '..', '..', '..');
 const installed = join(root, 'installed');
+export const helpFolder = join(installed, 'Help');
 export const program = process.env.TARVOLINEX || join(root, 'build', 'app', 'tarvolinex');
 const scratch = mkdtempSync(join(tmpdir(), 'calculator-'));
 const appFolder = ['--app-folder', mkdtempSync(join(scratch, 'app-'))];
