@@ -6,8 +6,7 @@ import { test } from 'node:test';
 import vm from 'node:vm';
 import { newFolder, preferences, record, runProgram, scriptOf, supplier } from './support/folder.mjs';
 
-vm.runInThisContext(scriptOf('engine'));
-const { LeaseEngine } = globalThis;
+const LeaseEngine = vm.runInThisContext(`${scriptOf('engine')}; LeaseEngine`);
 const SEED = 20240517;
 const QUOTES = 24000;
 const CARDS = 12;

@@ -11,9 +11,8 @@ let browser;
 before(async () => { browser = await launch(); });
 after(() => browser.close());
 
-vm.runInThisContext(scriptOf('engine'));
-vm.runInThisContext(scriptOf('forms'));
-const { LeaseEngine, LeaseForms } = globalThis;
+const LeaseEngine = vm.runInThisContext(`${scriptOf('engine')}; LeaseEngine`);
+const LeaseForms = vm.runInThisContext(`${scriptOf('forms')}; LeaseForms`);
 
 function composed(text, changes = {}, write = (value) => value) {
   const quote = Object.assign(LeaseEngine.newQuote(), { capitalCost: 100000000, numberOfPayments: 36 }, changes.quote);
