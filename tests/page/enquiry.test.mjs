@@ -104,6 +104,9 @@ test('a form opens filled, is copied and saved whole, and goes back to the calcu
   await frame.locator('input[value=" Back "]').click();
   assert.equal(await textOf(page, 'figure').then((text) => text.length > 3), true);
   assert.equal(await page.evaluate(() => document.activeElement.textContent), 'Lease proposal');
+  await page.click('text=Quotation summary');
+  await frame.locator('img[src="logo.GIF"]').waitFor();
+  await page.click('#form-back');
   await page.click('text=How leasing works');
   await frame.locator('h1').waitFor();
   assert.equal(await page.isVisible('#keep'), false);
