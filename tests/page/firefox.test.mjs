@@ -26,6 +26,16 @@ test('Firefox prices, opens a form and remembers, from a folder on disk', { skip
       look();
     })`);
     assert.match(shown, /\u00a320000\.00/);
+    // A browser that keeps its clipboard shut still offers the text.
+    await run(`Object.defineProperty(navigator, 'clipboard', { value: undefined }); document.execCommand = () => false;`);
+    await run(`document.getElementById('copy').click()`);
+    const offered = await run(`new Promise((done) => {
+      const look = () => {
+        if (document.getElementById('keep-done').textContent) done(document.getElementById('keep-text').value); else setTimeout(look, 20);
+      };
+      look();
+    })`);
+    assert.match(offered, /^To: lease@harrowgate\.example[^]*\nSupplier Name=Peakmoor Fitness Equipment Ltd\r?\n/);
     await run(`document.getElementById('form-back').click()`);
     await reload();
     assert.equal(await text('figure'), figure);
