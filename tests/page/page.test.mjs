@@ -237,6 +237,18 @@ for (const [palette, prefs] of [['delivered', {}], ['loud', loud]]) {
   }
 }
 
+test('the longest words and amounts fit a telephone and one printed page', () => {
+  const word = 'W'.repeat(25);
+  const prefs = { AliasDeposit: word, AliasResidual: word, AliasMaint: word, AliasCapEquip: word, AliasVat: word, AliasCalcName: word,
+    CurrencySymbol: 'CHFX', MaxCapitalCost: 99999999, OrgCompanyName: 'M'.repeat(30), OrgEmail: `${'m'.repeat(46)}@x.y` };
+  const card = { CompanyName: 'M'.repeat(50), AdditionalPremiumMsg: word };
+  return withPage(publish({ prefs, card }), { viewport: { width: 360, height: 740 } }, async (page) => {
+    for (const [id, text] of [['cost', '99999999'], ['deposit', '1000000'], ['residual', '20'], ['maintenance', '99999']]) await page.fill(`#${id}`, text);
+    assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), 360);
+    assert.equal((await page.pdf({ format: 'A4' })).toString('latin1').match(/\/Type\s*\/Page\b/g).length, 1);
+  });
+});
+
 test('pale colours turn dark with the desktop, strong ones stay', async () => {
   const pageColour = (page) => page.evaluate(() => getComputedStyle(document.documentElement).backgroundColor);
   await withPage(publish(), { colorScheme: 'dark' }, async (page) => {
