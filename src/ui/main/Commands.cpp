@@ -36,6 +36,9 @@ void FrmMain::WireMenus() {
   menus.MnuDetails.Click = [this] { ShowOrganisationDetails(); };
   menus.MnuHelpPage.Click = [] { ShowHelpPage(0); };
   menus.MnuAbout.Click = [this] { ShowAbout(); };
+  // Commands that this version does not have yet.
+  for (Menu* menu : {&menus.MnuPreferences, &menus.MnuPreview, &menus.MnuUpgrades}) menu->SetEnabled(false);
+  for (int i = 0; i < 4; ++i) send.CmdCalcGo(i).SetEnabled(false);
 }
 
 void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
