@@ -24,7 +24,6 @@ class ScriptedDesktop : public Desktop {
   std::deque<int> launchResults;       // without any: 33
   std::vector<std::string> shown;      // window names
   std::function<void(Window&)> modal;  // plays the user in a modal window
-  std::vector<std::string> statusTexts;
   std::chrono::system_clock::time_point now{};
   bool busy = false;
 
