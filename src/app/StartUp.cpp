@@ -5,8 +5,10 @@
 #include "core/Reports.h"
 #include "core/Settings.h"
 #include "platform/Desktop.h"
+#include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "publish/Preferences.h"
+#include "publish/Template.h"
 #include "store/DatabaseFile.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 
@@ -16,9 +18,11 @@ void PrepareRun(const ProgramOptions& options) {
   ChooseAppFolder(options.appFolder);
   ChosenDataFolder = options.dataFolder;
   DataFolder = RememberedDataFolder();
-  FillAppFolder();
+  const bool newTemplate = FillAppFolder();
   LoadWebSettings();
   LoadCalculatorPreferences();
+  // A new app folder can publish from the start.
+  if (newTemplate && !FileExists(AppFolder + "\\calc.html")) MakePages(CalculatorPreferences);
 }
 
 namespace {

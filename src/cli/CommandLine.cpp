@@ -54,6 +54,27 @@ holds. A file that does not exist is made; the names of the fields tell which re
 Prints CSV with the columns ID, CompanyName, Tel, Town, PostCode, in the order of the names.
 )",
      RunSuppliers},
+    {"preferences", "change the organisation's preferences",
+     R"(usage: tarvolinex preferences write
+
+Reads a JSON object from standard input, with field names as "record show" prints them, changes those fields of the app
+folder's General.dat, and makes the calculator's pages anew. Fields that are not named keep their values.
+)",
+     RunPreferences},
+    {"publish", "build a supplier's calculator folder",
+     R"(usage: tarvolinex publish --supplier ID
+
+Builds the folder "calculator" of the app folder for the supplier and prints its path. calc.html in it is the
+calculator. A linked form whose page is missing is a warning; the rest is published.
+)",
+     RunPublish},
+    {"live", "fill an enquiry page for a supplier",
+     R"(usage: tarvolinex live --supplier ID PAGE.html
+
+Writes the page with its markers filled, and with the form that e-mails the answers, beside it as PAGE_live.html, and
+prints that path. The figures are those of an empty quote over 12 months.
+)",
+     RunLive},
 };
 
 const Command* FindCommand(const std::string& name) {

@@ -28,6 +28,9 @@ class Arguments {
   std::vector<std::pair<std::string, std::string>> options_;
 };
 
+int RunLive(const std::vector<std::string>& arguments);
+int RunPreferences(const std::vector<std::string>& arguments);
+int RunPublish(const std::vector<std::string>& arguments);
 int RunQuote(const std::vector<std::string>& arguments);
 int RunRecord(const std::vector<std::string>& arguments);
 int RunSuppliers(const std::vector<std::string>& arguments);

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "calc/Payment.h"
-#include "calc/RateCard.h"
+#include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/Csv.h"
@@ -12,8 +12,6 @@
 #include "core/Globals.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "store/DatabaseFile.h"
-#include "store/Statements.h"
 
 namespace tarvolinex {
 
@@ -53,25 +51,15 @@ class Results {
   std::unique_ptr<WholeFile> file_;
 };
 
-bool IsId(const std::string& text) {
-  return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-}
-
 void LoadSupplierOf(const std::string& source) {
   if (source.empty()) return;
-  if (!IsId(source) || FileExists(source)) {
+  if (!IsSupplierId(source) || FileExists(source)) {
     if (FileExists(source) && FileLength(source) >= kCalculatorPreferencesSize) {
       throw RuntimeError(kItemNotFound, source + " is a preferences record, not a supplier's");
     }
     return ReadRecord(source, SupplierCalcSettings);
   }
-  if (!OpenDatabaseForCommand())
-    throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + source);
-  Recordset& records = TheStore->SupplierRecords;
-  OpenRecordset(statements::kSuppliers, records);
-  records.Find("ID=" + source);
-  if (records.EndOfFile()) throw RuntimeError(kItemNotFound, "There is no supplier with the ID " + source);
-  SupplierCalcSettings = ReadSupplierSettings(records);
+  ChooseSupplier(source);
 }
 
 void PriceRows(std::istream& input, const std::string& name, Results& results) {

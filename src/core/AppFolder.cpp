@@ -33,8 +33,10 @@ std::string DeliveredFolder() {
   return FolderExists(beside) ? beside : program + "/../share/tarvolinex";
 }
 
-void FillAppFolder() {
+bool FillAppFolder() {
+  const bool hadTemplate = FileExists(AppFolder + "\\CalcTemplate.html");
   const std::string delivered = DeliveredFolder();
+  if (!FolderExists(CalculatorFolder())) MakeFolder(CalculatorFolder());
   for (const char* name : kNeededFiles) {
     CopyIfMissing(delivered + "\\" + name, AppFolder + "\\" + name);
   }
@@ -44,10 +46,11 @@ void FillAppFolder() {
   }
   // A package beside a database would be unpacked over it.
   for (const std::string& folder : {DataFolder, AppFolder}) {
-    if (FileExists(folder + "\\Tarvolinex.mdb")) return;
+    if (FileExists(folder + "\\Tarvolinex.mdb")) return !hadTemplate;
   }
   CopyIfMissing(delivered + "\\General.dat", AppFolder + "\\General.dat");
   CopyIfMissing(delivered + "\\Database.zip", AppFolder + "\\Database.zip");
+  return !hadTemplate;
 }
 
 }  // namespace tarvolinex

@@ -75,4 +75,8 @@ std::string FormatJsonObject(const JsonObject& object) {
   return out + "\n}\n";
 }
 
+std::string JsonAsciiText(std::string_view text) {
+  return nlohmann::json(text).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
+}
+
 }  // namespace tarvolinex

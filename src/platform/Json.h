@@ -23,4 +23,7 @@ JsonObject ParseJsonObject(std::string_view text);
 // One member a line, in order, ending with a line feed.
 std::string FormatJsonObject(const JsonObject& object);
 
+// A text as a JSON string in ASCII, quotes included.
+std::string JsonAsciiText(std::string_view text);
+
 }  // namespace tarvolinex

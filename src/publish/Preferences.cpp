@@ -6,6 +6,7 @@
 #include "core/Reports.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "publish/Template.h"
 
 namespace tarvolinex {
 
@@ -24,12 +25,13 @@ void LoadCalculatorPreferences() {
   }
 }
 
-void SaveCalculatorPreferences() {
+void SaveCalculatorPreferences(const CalculatorPreferencesRecord& prefs) {
   try {
-    WriteRecord(PreferencesPath(), CalculatorPreferences);
+    WriteRecord(PreferencesPath(), prefs);
   } catch (const RuntimeError&) {
     ShowError("General Calculator Preferences Save Failed", true);
   }
+  MakePages(prefs);
   if (MainFormExists()) ApplyCaptions(MainForm());
 }
 

@@ -1,8 +1,7 @@
 #include "store/DailyCopy.h"
 
-#include <ctime>
-
 #include "core/Globals.h"
+#include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
@@ -14,10 +13,7 @@ namespace {
 constexpr std::size_t kCopiesKept = 5;
 
 std::string Today() {
-  const std::time_t now = std::chrono::system_clock::to_time_t(TheDesktop().Now());
-  char date[16];
-  const std::size_t length = std::strftime(date, sizeof date, "%Y-%m-%d", std::localtime(&now));
-  return {date, length};
+  return IsoDate(TheDesktop().Now());
 }
 
 }  // namespace

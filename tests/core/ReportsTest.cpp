@@ -41,7 +41,7 @@ TEST_F(ReportsTest, BrokenPreferencesEndTheProgramAndMissingOnesDoNot) {
   EXPECT_THROW(LoadCalculatorPreferences(), ProgramEnded);
   EXPECT_EQ(desktop.boxes.at(0).text, "General Calculator Preferences Load Failed");
   AppFolder = folder.Path() + "/none";
-  EXPECT_THROW(SaveCalculatorPreferences(), ProgramEnded);
+  EXPECT_THROW(SaveCalculatorPreferences(CalculatorPreferences), ProgramEnded);
   EXPECT_EQ(desktop.boxes.at(1).text, "General Calculator Preferences Save Failed");
 }
 

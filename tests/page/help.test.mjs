@@ -5,7 +5,7 @@ import { join } from 'node:path';
 import { after, before, test } from 'node:test';
 import axe from 'axe-core';
 import { addressOf, launch, openPage } from './support/browser.mjs';
-import { helpFolder, scriptOf } from './support/folder.mjs';
+import { helpFolder, sourceOf } from './support/folder.mjs';
 
 let browser;
 before(async () => { browser = await launch(); });
@@ -32,7 +32,7 @@ test('the pages have no dead link, and axe finds nothing in them', async () => {
 });
 
 test('every marker that a page can carry is explained, and no other', () => {
-  const known = [...scriptOf('forms').matchAll(/\['((?:Supplier|Calculator) [^']+)',/g)].map((match) => match[1]).sort();
+  const known = [...sourceOf('forms').matchAll(/\['((?:Supplier|Calculator) [^']+)',/g)].map((match) => match[1]).sort();
   const told = [...readFileSync(join(helpFolder, 'options_Forms.HTM'), 'latin1').matchAll(/scope="row"><code>\|([^|]+)\|/g)].map((match) => match[1]).sort();
   assert.equal(known.length, 19);
   assert.deepEqual(told, known);

@@ -4,6 +4,7 @@
 #include "core/Launcher.h"
 #include "core/Reports.h"
 #include "platform/Desktop.h"
+#include "publish/CalculatorFolder.h"
 #include "store/DatabaseFile.h"
 #include "store/Forms.h"
 #include "store/Suppliers.h"
@@ -36,8 +37,12 @@ void FrmMain::WireMenus() {
   menus.MnuDetails.Click = [this] { ShowOrganisationDetails(); };
   menus.MnuHelpPage.Click = [] { ShowHelpPage(0); };
   menus.MnuAbout.Click = [this] { ShowAbout(); };
+  menus.MnuPreview.Click = [] {
+    SavePendingChanges();
+    PreviewCalculator();
+  };
   // Commands that this version does not have yet.
-  for (Menu* menu : {&menus.MnuPreferences, &menus.MnuPreview, &menus.MnuUpgrades}) menu->SetEnabled(false);
+  for (Menu* menu : {&menus.MnuPreferences, &menus.MnuUpgrades}) menu->SetEnabled(false);
   for (int i = 0; i < 4; ++i) send.CmdCalcGo(i).SetEnabled(false);
 }
 
@@ -47,6 +52,7 @@ void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
   if (key == "REMSUPP") SupplierCommand(1);
   if (key == "SEARCH") ShowContactSearch();
   if (key == "REFRESH") RefreshSupplierList();
+  if (key == "PREVIEW") PreviewCalculator();
   if (key == "HELP") ShowHelpPage(0);
 }
 

@@ -100,7 +100,7 @@ void FrmLeaseOrgDetails::cmdaction_Click(int button) {
   if (button == 0) {
     if (!Checked()) return;
     BuildCalcOptions();
-    SaveCalculatorPreferences();
+    SaveCalculatorPreferences(CalculatorPreferences);
   }
   Close();
 }

@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "publish/FolderFiles.h"
+#include "publish/LivePage.h"
 #include "store/Forms.h"
 #include "store/Suppliers.h"
 #include "ui/main/FrmMain.h"
@@ -76,7 +77,7 @@ void FrmMain::LvwForms_DblClick() {
     TheDesktop().MessageBox("File Not Found", "", BoxButtons::Ok, BoxIcon::None);
     return;
   }
-  LaunchDocument(copy);
+  PreviewFormPage(copy);
 }
 
 void FrmMain::LvwForms_ItemCheck() {

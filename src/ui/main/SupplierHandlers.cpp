@@ -5,6 +5,7 @@
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "platform/Text.h"
+#include "publish/CalculatorFolder.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 #include "ui/main/FrmMain.h"
@@ -14,6 +15,10 @@ namespace tarvolinex {
 void FrmMain::WireSuppliers() {
   LvwSuppliers.ItemClick = [this] { LvwSuppliers_ItemClick(); };
   LvwSuppliers.ColumnClick = [this](int column) { LvwSuppliers_ColumnClick(column); };
+  LvwSuppliers.DblClick = [] {
+    SavePendingChanges();
+    PreviewCalculator();
+  };
   TxtFilter.Change = [this] { TxtFilter_Change(); };
   LvwSuppliers.KeyUp = [this](Key key) {
     if (key == Key::Delete) SupplierCommand(1);

@@ -1,6 +1,6 @@
-// Published calculator folders for the tests: the records come from the program, the rest is put together here.
+// Calculator folders for the tests, as the program publishes them.
 import { execFileSync } from 'node:child_process';
-import { copyFileSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { cpSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
@@ -16,8 +16,11 @@ process.on('exit', () => rmSync(scratch, { recursive: true, force: true }));
 export const newFolder = () => mkdtempSync(join(scratch, 'folder-'));
 export const runProgram = (args, input) =>
   execFileSync(program, [...appFolder, ...args], { input, encoding: 'utf8', maxBuffer: 1 << 28, stdio: ['pipe', 'pipe', 'inherit'] });
-export const template = () => readFileSync(join(installed, 'CalcTemplate.html'), 'latin1');
-export const scriptOf = (id) => new RegExp(`<script id="${id}">([^]*?)</script>`).exec(template())[1];
+// A script of the page, as it is delivered or as it is written.
+const delivered = join(dirname(program), 'delivered');
+export const scriptOf = (id, folder = delivered) =>
+  new RegExp(`<script id="${id}">([^]*?)</script>`).exec(readFileSync(join(folder, 'CalcTemplate.html'), 'latin1'))[1];
+export const sourceOf = (id) => scriptOf(id, installed);
 
 export const preferences = {
   ...JSON.parse(readFileSync(join(installed, 'General.json'), 'utf8')),
@@ -44,39 +47,38 @@ export function record(fields) {
   return readFileSync(file);
 }
 
-const colourToHtml = (colour) =>
-  '#' + [0, 8, 16].map((bit) => ((colour >> bit) & 255).toString(16).padStart(2, '0').toUpperCase()).join('');
-
-export function fillTemplate(text, prefs, isTestPage) {
-  const values = [
-    [/\|ColourBackGround\|/gi, colourToHtml(prefs.PageBackColour)], [/\|CALCULATORNAME\|/gi, prefs.AliasCalcName],
-    [/\|LEASEORGEMAIL\|/gi, prefs.OrgEmail], [/\|PICBACKGROUND\|/g, prefs.ShowBackground ? 'Background=background.JPG' : ''],
-    [/\|HEADERPIC\|/g, prefs.ShowHeaderLogo ? '<img src=logo.GIF><br>' : '<BR>'],
-    [/\|CLASSID\|/gi, isTestPage ? 'A71C5E08-3D42-11D7-8C19-0004AC6E2F51' : '4B2D91E0-7C3A-4F15-9E62-1A8C5D0F37B4'],
-    [/\|CUSTREF\|/gi, '104233'], [/\|ASPTAGS\|/gi, '&ver=1.0.25'],
-  ];
-  const filled = values.reduce((page, [token, value]) => page.replace(token, () => value), text.split('\n').join('\r\n'));
-  return '\r\n' + filled + '\r\n';
-}
-
+// calcdata.txt with records that the program would not write.
 export function calcData(general, settings, pages) {
   const data = { general: general.toString('base64'), supplier: settings.toString('base64'), forms: pages };
   const escaped = JSON.stringify(data).replace(/[<>&\u007f-\uffff]/g, (c) => '\\u' + c.charCodeAt(0).toString(16).padStart(4, '0'));
   return `window.calcData=${escaped};`;
 }
 
+// An app folder with the sample database, made once and copied for each calculator.
+const sample = mkdtempSync(join(scratch, 'sample-'));
+runIn(sample, ['suppliers']);
+function runIn(folder, args, input) {
+  return execFileSync(program, ['--app-folder', folder, ...args], { input, encoding: 'utf8', stdio: ['pipe', 'pipe', 'inherit'] });
+}
+
+const literal = (value) => (typeof value === 'string' ? `'${value.replaceAll("'", "''")}'` : Number(value));
+const insertion = (table, row) =>
+  `INSERT INTO ${table} (${Object.keys(row).join()}) VALUES (${Object.values(row).map(literal).join()});`;
+
 // A folder as the program publishes it. `except` names files to leave out; the fields given replace the usual ones.
 export function publish({ prefs = {}, card = {}, pages = forms, except = [] } = {}) {
-  const folder = newFolder();
-  const general = { ...preferences, ...prefs };
-  const files = {
-    'general.dat': record(general), 'Supplier.dat': record({ ...supplier, ...card }),
-    'calc.html': Buffer.from(fillTemplate(template(), general, false), 'latin1'),
-    'calc_test.html': Buffer.from(fillTemplate(template(), general, true), 'latin1'),
-  };
-  files['calcdata.txt'] = calcData(files['general.dat'], files['Supplier.dat'], pages);
-  for (const page of pages) files[page.file] = Buffer.from(page.text, 'latin1');
-  for (const [name, content] of Object.entries(files)) if (!except.includes(name)) writeFileSync(join(folder, name), content);
-  for (const name of ['logo.GIF', 'background.JPG']) copyFileSync(join(installed, 'database', 'logo', name), join(folder, name));
-  return folder;
+  const folder = mkdtempSync(join(scratch, 'app-'));
+  cpSync(sample, folder, { recursive: true });
+  runIn(folder, ['preferences', 'write'], JSON.stringify({ ...preferences, ...prefs }));
+  const row = { ...supplier, ...card };
+  const statements = ['suppliers', 'Forms', 'SupplierFormLink'].map((table) => `DELETE FROM ${table};`).concat(insertion('suppliers', row));
+  pages.forEach((page, i) => {
+    const form = { ID: i + 1, Description: page.name, LinkName: page.name, Available: true };
+    statements.push(insertion('Forms', form), `INSERT INTO SupplierFormLink VALUES (${form.ID}, ${row.ID});`);
+    writeFileSync(join(folder, 'Forms', `${form.ID}.HTML`), page.text, 'latin1');
+  });
+  execFileSync('sqlite3', [join(folder, 'Tarvolinex.mdb')], { input: statements.join('\n') });
+  const calculator = runIn(folder, ['publish', '--supplier', String(row.ID)]).trim();
+  for (const name of except) rmSync(join(calculator, name));
+  return calculator;
 }

@@ -1,0 +1,26 @@
+#include "cli/ChosenSupplier.h"
+
+#include "calc/RateCard.h"
+#include "core/Globals.h"
+#include "platform/RuntimeError.h"
+#include "store/DatabaseFile.h"
+#include "store/Statements.h"
+
+namespace tarvolinex {
+
+bool IsSupplierId(const std::string& text) {
+  constexpr std::size_t kMostDigits = 9;
+  return !text.empty() && text.size() <= kMostDigits && text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+void ChooseSupplier(const std::string& id) {
+  if (!OpenDatabaseForCommand()) throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + id);
+  Recordset& records = TheStore->SupplierRecords;
+  OpenRecordset(statements::kSuppliers, records);
+  records.Find("ID=" + id);
+  if (records.EndOfFile()) throw RuntimeError(kItemNotFound, "There is no supplier with the ID " + id);
+  SupplierCalcSettings = ReadSupplierSettings(records);
+  CurrentSupplierId = std::stoi(id);
+}
+
+}  // namespace tarvolinex

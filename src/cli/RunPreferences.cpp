@@ -1,0 +1,21 @@
+#include <iostream>
+#include <iterator>
+
+#include "cli/CommandLine.h"
+#include "cli/Commands.h"
+#include "cli/RecordJson.h"
+#include "core/Globals.h"
+#include "publish/Preferences.h"
+
+namespace tarvolinex {
+
+int RunPreferences(const std::vector<std::string>& arguments) {
+  const Arguments parsed(arguments, {}, {}, 1);
+  if (parsed.Words() != std::vector<std::string>{"write"}) throw UsageError{"expected \"write\""};
+  const std::string text{std::istreambuf_iterator<char>(std::cin), {}};
+  ChangeRecord(CalculatorPreferences, ParseJsonObject(text));
+  SaveCalculatorPreferences(CalculatorPreferences);
+  return ErrorShown ? kFailed : kDone;
+}
+
+}  // namespace tarvolinex

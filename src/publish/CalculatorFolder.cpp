@@ -1,0 +1,148 @@
+#include "publish/CalculatorFolder.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "core/Globals.h"
+#include "core/Launcher.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "publish/CalculatorData.h"
+#include "publish/FolderFiles.h"
+#include "publish/PageText.h"
+#include "publish/Template.h"
+#include "store/Forms.h"
+#include "store/Statements.h"
+
+namespace tarvolinex {
+
+namespace {
+
+struct LinkedForm {
+  int id;
+  std::string linkName, description;
+};
+
+void SaveSupplierCalcSettings() {
+  try {
+    WriteRecord(CalculatorFolder() + "Supplier.dat", SupplierCalcSettings);
+  } catch (const RuntimeError&) {
+    ShowError("Supplier Preferences Save Failed", true);
+  }
+}
+
+std::vector<LinkedForm> LinkedForms(int supplierId) {
+  Recordset rows;
+  OpenRecordset(FillStatement(statements::kLinkedForms, "<ID>", supplierId), rows);
+  std::vector<LinkedForm> forms;
+  for (; !rows.EndOfFile(); rows.MoveNext()) {
+    forms.push_back({static_cast<int>(ValueNumber(rows.Field("ID"))),
+                     std::string(Trim(ValueText(rows.Field("linkname")))), ValueText(rows.Field("Description"))});
+  }
+  return forms;
+}
+
+// Names are kept to what the systems that calculators travel to can store.
+bool CanNameFile(const std::string& linkName) {
+  constexpr std::size_t kLongestName = 255, kNumberAndEnding = 10;  // characters; "!9999.html"
+  const bool forbidden = std::any_of(linkName.begin(), linkName.end(), [](char c) {
+    return static_cast<unsigned char>(c) < ' ' || std::string_view("/\\:*?\"<>|").find(c) != std::string_view::npos;
+  });
+  return !forbidden && linkName.size() + kNumberAndEnding <= kLongestName;
+}
+
+// The name under which a form joins the folder: those that are there already count.
+std::string TargetName(const std::string& linkName) {
+  constexpr const char* kEnding = ".html";
+  const std::string name = linkName + kEnding;
+  const auto before = ListFiles(CalculatorFolder() + ReplaceAll(name, kEnding, std::string("*") + kEnding));
+  return ReplaceAllNoCase(name, kEnding, "!" + std::to_string(before.size()) + kEnding);
+}
+
+void CopyPicture(const std::string& name) {
+  if (name.empty()) return;
+  DeleteFileIfPresent(CalculatorFolder() + name);
+  CopyFileOrStop(DataFolder + "\\logo\\" + name, CalculatorFolder() + name);
+}
+
+// Copies the forms' pages. Returns those that are there; `warning` names the last that could not be published.
+std::vector<PublishedForm> CopyForms(const std::vector<LinkedForm>& forms, std::string& warning) {
+  std::vector<PublishedForm> published;
+  for (const LinkedForm& form : forms) {
+    const std::string source = FormPagePath(form.id);
+    if (!CanNameFile(form.linkName)) {
+      warning = "Warning: Form <" + form.description + "> cannot be published, because no file can be called\r\n\"" +
+                form.linkName + "\".\r\n\r\nPlease give the form another name and try again";
+    } else if (!FileExists(source)) {
+      warning = "Warning: Form <" + form.description + "> was not found please check and try again";
+    } else {
+      const std::string target = TargetName(form.linkName);
+      CopyFile(source, CalculatorFolder() + target);
+      if (FileLength(source) > 0) {
+        published.push_back({form.linkName, target, ReadPageText(source)});
+      } else {
+        warning = "Warning: Form <" + form.description + "> is empty please check and try again";
+      }
+    }
+  }
+  return published;
+}
+
+// Returns the warning to show, empty for none.
+std::string FillCalculatorFolder() {
+  const std::string folder = CalculatorFolder();
+  SaveSupplierCalcSettings();
+  const auto forms = LinkedForms(CurrentSupplierId);
+  for (const char* old : {"*.html", "background.*", "logo.*"}) DeleteFileIfPresent(folder + old);
+  CopyFileOrStop(AppFolder + "\\calc.html", folder + "calc.html");
+  CopyFileOrStop(AppFolder + "\\calc_test.html", folder + "calc_test.html");
+  CopyPicture(LogoFileName());
+  CopyFileOrStop(AppFolder + "\\general.dat", folder + "general.dat");
+  CopyPicture(BackgroundFileName());
+  std::string warning;
+  const auto published = CopyForms(forms, warning);
+  WriteFile(folder + "calcdata.txt",
+            CalculatorData(TheDesktop().Now(), ReadFile(folder + "general.dat"), ReadFile(folder + "Supplier.dat"),
+                           published));
+  return warning;
+}
+
+}  // namespace
+
+void BuildCalculatorFolder() {
+  SetStatus(true, "Saving Settings", -1);
+  std::string warning;
+  try {
+    warning = FillCalculatorFolder();
+  } catch (const RuntimeError&) {
+    ShowError("Failed setting up calculator", true);
+  }
+  SetStatus(false, "", -1);
+  if (!warning.empty()) TheDesktop().MessageBox(warning, "Warning", BoxButtons::Ok, BoxIcon::Critical);
+}
+
+void PreviewCalculator() {
+  BuildCalculatorFolder();
+  DeleteFileIfPresent(CalculatorFolder() + "LastCalc.dat");
+  LaunchDocument(CalculatorFolder() + "calc_test.html");
+}
+
+void CopyInstallIcon(const CalculatorPreferencesRecord& prefs) {
+  const std::string name = prefs.IconName.Trimmed();
+  if (name.empty()) {
+    TheDesktop().MessageBox("Warning: No icon has been selected", "Instalation Icon", BoxButtons::Ok,
+                            BoxIcon::Exclamation);
+    return;
+  }
+  try {
+    CopyFile(DataFolder + "\\icons\\" + name + ".ico", CalculatorFolder() + "calc.ico");
+  } catch (const RuntimeError&) {
+    ShowError("Icon Copy Failed", true);
+  }
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,21 @@
+// The published calculator: a folder of plain files, built anew for every preview and every send.
+#pragma once
+
+#include "core/Records.h"
+
+namespace tarvolinex {
+
+// Builds `CalculatorFolder` for the current supplier (`CurrentSupplierId`, `SupplierCalcSettings`): both records, both
+// pages, logo, background, the linked form pages, and "calcdata.txt". A linked form whose page is missing, or whose
+// link name no file can have, is left out and named in a warning. A failure is a fatal report ("Failed setting up
+// calculator").
+void BuildCalculatorFolder();
+
+// Builds the folder and opens its test page.
+void PreviewCalculator();
+
+// Copies the install icon that the preferences choose to the folder's "calc.ico"; warns when none is chosen. A failure
+// is a fatal report.
+void CopyInstallIcon(const CalculatorPreferencesRecord& prefs);
+
+}  // namespace tarvolinex
