@@ -13,10 +13,10 @@ void ChooseAppFolder(std::string_view chosen);
 // The folder of the files delivered with the program.
 std::string DeliveredFolder();
 
-// Makes the calculator folder and copies what the app folder lacks and the program cannot do without (template, set-up list, self-extractor,
-// installer, instruction texts, help). Nothing that exists is overwritten. Where neither `DataFolder` nor the app
-// folder holds a database, the database package comes too, and with it the delivered preferences when there are none.
-// Returns true when the page template was among what it lacked.
+// Makes the calculator folder and copies what the app folder lacks and the program cannot do without (template, set-up
+// list, self-extractor, installer, instruction texts, help). Nothing that exists is overwritten. Where neither
+// `DataFolder` nor the app folder holds a database, the database package comes too, and with it the delivered
+// preferences when there are none. Returns true when the page template was among what it lacked.
 bool FillAppFolder();
 
 }  // namespace tarvolinex

@@ -105,9 +105,8 @@ std::string FillCalculatorFolder() {
   CopyPicture(BackgroundFileName());
   std::string warning;
   const auto published = CopyForms(forms, warning);
-  WriteFile(folder + "calcdata.txt",
-            CalculatorData(TheDesktop().Now(), ReadFile(folder + "general.dat"), ReadFile(folder + "Supplier.dat"),
-                           published));
+  WriteFile(folder + "calcdata.txt", CalculatorData(TheDesktop().Now(), ReadFile(folder + "general.dat"),
+                                                    ReadFile(folder + "Supplier.dat"), published));
   return warning;
 }
 

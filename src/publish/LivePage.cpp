@@ -146,10 +146,9 @@ void InsertResponseForm(std::string& text) {
                            R"html(?subject=Lease Calculator Response" ENCTYPE="text/plain">)html";
   const std::string opened = ReplaceAllNoCase(text, kStart, EncodeForPage(open, charset));
   const bool hadStart = opened != text;
-  const std::string close = BuildHiddenFields() +
-                            "\r\n<INPUT type=\"submit\" name=\"Tarvolinx Response\" Value=\"Email Form\">" +
-                            (hadStart ? "" : "<FORM>") +
-                            R"html(<INPUT TYPE="BUTTON" VALUE=" Back " ONCLICK="history.back(-1)"></FORM>)html";
+  const std::string close =
+      BuildHiddenFields() + "\r\n<INPUT type=\"submit\" name=\"Tarvolinx Response\" Value=\"Email Form\">" +
+      (hadStart ? "" : "<FORM>") + R"html(<INPUT TYPE="BUTTON" VALUE=" Back " ONCLICK="history.back(-1)"></FORM>)html";
   text = ReplaceAllNoCase(opened, kEnd, EncodeForPage(close, charset));
 }
 

@@ -17,8 +17,8 @@ std::string BackgroundFileName();
 std::string ColourToHtml(Colour colour);
 
 // The template's text with every token between vertical bars replaced, in this order, each over the whole text:
-// ColourBackGround, CALCULATORNAME, LEASEORGEMAIL (case-blind), PICBACKGROUND, HEADERPIC (as written), CLASSID, CUSTREF,
-// ASPTAGS (case-blind). Values go in as they stand: the template takes care where they can do no harm.
+// ColourBackGround, CALCULATORNAME, LEASEORGEMAIL (case-blind), PICBACKGROUND, HEADERPIC (as written), CLASSID,
+// CUSTREF, ASPTAGS (case-blind). Values go in as they stand: the template takes care where they can do no harm.
 std::string FillPlaceholders(std::string_view text, const CalculatorPreferencesRecord& prefs, bool isTestPage);
 
 // Writes output base + ".Html" and output base + test suffix + ".Html", each whole or not at all. Returns false after a

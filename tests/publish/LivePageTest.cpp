@@ -1,0 +1,127 @@
+#include "publish/LivePage.h"
+
+#include "platform/RuntimeError.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+class LivePageTest : public ProgramTest {
+ protected:
+  LivePageTest() {
+    CalculatorPreferences.CurrencySymbol = "$";
+    CalculatorPreferences.AliasSupplier = "Dealer";
+    CalculatorPreferences.OrgEmail = "lease@example.com";
+    SupplierCalcSettings.CompanyName = "O'Neill Ltd";
+    SupplierCalcSettings.Town = "Ashford";
+    Quote.CapitalCost = *Currency::FromText("10000");
+    Quote.DepositValue = *Currency::FromText("1000");
+    Quote.Payment = *Currency::FromText("287.415");
+    Quote.NumberOfPayments = 36;
+  }
+  // What a page with this content becomes, without the line ends around it.
+  std::string Live(const std::string& content) {
+    const std::string path = CreateLivePage(folder.File("Quote.html", content), "");
+    const std::string page = ReadFile(path);
+    EXPECT_EQ(page.substr(0, 2) + page.substr(page.size() - 2), "\r\n\r\n");
+    return page.substr(2, page.size() - 4);
+  }
+};
+
+TEST_F(LivePageTest, APageWithoutMarkersGetsNothingButTheLineEndsAroundIt) {
+  EXPECT_EQ(Live("one\r\n\r\n|two| \x93\xE9\x94"), "one\r\n\r\n|two| \x93\xE9\x94");
+}
+
+TEST_F(LivePageTest, CalculatorMarkers) {
+  EXPECT_EQ(Live("|calculator CAPITAL cost|/|Calculator Regular Payment|"), "$10000.00/$287.42");
+  EXPECT_EQ(Live("|Calculator Deposit|"), "$1000.00 (10.00%)");
+  EXPECT_EQ(Live("|Calculator Residual|"),
+            "\xA3"
+            "0.00 (0.00%)");
+  EXPECT_EQ(Live("|Calculator Additional Rate Text| |Calculator Additional Rate Yes/No|"), "Additional Rate NO");
+  EXPECT_EQ(Live("|Calculator Maintenance|"), "$0.00");
+  Quote.AdvancedPayments = 3;
+  Quote.ApplyPremium = true;
+  SupplierCalcSettings.AdditionalPremiumMsg = "Don't know?";
+  EXPECT_EQ(Live("|Calculator Deposit|"),
+            "3 Advanced Payments (\xA3"
+            "1000.00, 10.00%)");
+  EXPECT_EQ(Live("|Calculator Additional Rate Text| |Calculator Additional Rate Yes/No|"), "Don`t know? YES");
+}
+
+TEST_F(LivePageTest, TheTermSaysItsYearsWhenTheyAreWhole) {
+  struct Case {
+    int payments, advanced;
+    bool quarterly;
+    const char* text;
+  };
+  for (const Case& c : {Case{36, 0, false, "36 Months (3 Years)"}, Case{12, 0, false, "12 Months (1 Year)"},
+                        Case{36, 3, false, "39 Months (3 Years)"}, Case{30, 0, false, "30 Months"},
+                        Case{8, 0, true, "8 Quarters (2 Years)"}, Case{0, 0, true, "0 Quarters"}}) {
+    Quote.NumberOfPayments = static_cast<std::int16_t>(c.payments);
+    Quote.AdvancedPayments = static_cast<std::int16_t>(c.advanced);
+    Quote.Quarterly = c.quarterly;
+    EXPECT_EQ(Live("|Calculator Term|"), c.text);
+  }
+}
+
+TEST_F(LivePageTest, TheResponseFormCarriesEveryValueToTheOrganisation) {
+  EXPECT_EQ(Live("a<formstart>b"),
+            "a<FORM name=\"FrmData\" method=\"POST\" ACTION=\"mailto:lease@example.com?subject=Lease Calculator "
+            "Response\" ENCTYPE=\"text/plain\">b");
+  EXPECT_EQ(Live("<FORMSTART>|Supplier Company Name|<FormEnd>"),
+            "<FORM name=\"FrmData\" method=\"POST\" ACTION=\"mailto:lease@example.com?subject=Lease Calculator "
+            "Response\" ENCTYPE=\"text/plain\">O`Neill Ltd\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer Name\" VALUE=\"O'Neill Ltd\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer Address 1\" VALUE=\"\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer Address 2\" VALUE=\"\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer Town \" VALUE=\"Ashford\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer County\" VALUE=\"\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer Postcode\" VALUE=\"\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer Tel\" VALUE=\"\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer Fax\" VALUE=\"\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer Email\" VALUE=\"\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Dealer WWW\" VALUE=\"\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Calculator Capital Cost\" VALUE=\"$10000.00\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Calculator Regular Payment\" VALUE=\"$287.42\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Calculator Payment Period\" VALUE=\"Monthly\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Calculator Residual\" VALUE=\"\xA3"
+            "0.00 (0.00%)\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Calculator Term\" VALUE=\"36 Months (3 Years)\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Calculator Deposit\" VALUE=\"$1000.00 (10.00%)\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Calculator Additional Rate Yes/No\" VALUE=\"NO\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Calculator Additional Rate Text\" VALUE=\"Additional Rate\">\r\n"
+            "<INPUT TYPE=HIDDEN Name=\"Calculator Maintenance\" VALUE=\"$0.00\">\r\n"
+            "<INPUT type=\"submit\" name=\"Tarvolinx Response\" Value=\"Email Form\">"
+            "<INPUT TYPE=\"BUTTON\" VALUE=\" Back \" ONCLICK=\"history.back(-1)\"></FORM>");
+  const std::string own = Live("<form action=x><FORMEND>");
+  EXPECT_NE(own.find("Value=\"Email Form\"><FORM><INPUT TYPE=\"BUTTON\""), std::string::npos);
+}
+
+TEST_F(LivePageTest, TheLogoComesFromThePictureFolderOrTheAppFolder) {
+  EXPECT_EQ(Live("|headerpic||HEADERPIC|"), "|headerpic|<BR>");
+  CalculatorPreferences.ShowHeaderLogo = true;
+  folder.File("logo.gif", "g");
+  EXPECT_EQ(Live("|HEADERPIC|"), "<img src=\"logo.gif\"><br>");
+  folder.File("pictures #1/logo.png", "p");
+  const std::string page = folder.File("a.html", "|HEADERPIC|");
+  EXPECT_EQ(ReadFile(CreateLivePage(page, folder.Path() + "\\pictures #1")),
+            "\r\n<img src=\"" + folder.Path() + "/pictures %231/logo.png\"><br>\r\n");
+}
+
+TEST_F(LivePageTest, EveryEndingInThePathIsReplacedAndAPageIsNeverWrittenOver) {
+  const std::string page = folder.File("my.html pages/Form.HTML", "x");
+  std::filesystem::create_directories(folder.Path() + "/my_live.html pages");
+  EXPECT_EQ(CreateLivePage(page, ""), folder.Path() + "/my_live.html pages/Form_live.html");
+  for (const std::string& bad : {folder.File("page.htm", "x"), folder.Path() + "/none.html"}) {
+    EXPECT_THROW(CreateLivePage(bad, ""), ProgramEnded);
+    EXPECT_EQ(desktop.boxes.back().text, "HTML file creation failed");
+  }
+  EXPECT_EQ(ReadFile(folder.Path() + "/page.htm"), "x");
+}
+
+TEST_F(LivePageTest, APageInUtf16BecomesOneInUtf8) {
+  const std::string path = CreateLivePage(folder.File("u.html", std::string("\xFF\xFE|\0X\0|\0\xE9\0", 10)), "");
+  EXPECT_EQ(ReadFile(path), "\xEF\xBB\xBF\r\n|X|é\r\n");
+}
+
+}  // namespace tarvolinex

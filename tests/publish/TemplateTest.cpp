@@ -1,0 +1,98 @@
+#include "publish/Template.h"
+
+#include "publish/Preferences.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+class TemplateTest : public ProgramTest {
+ protected:
+  TemplateTest() {
+    CustomerReference = "104233";
+    prefs.AliasCalcName = " Lease Tool ";
+    prefs.OrgEmail = "lease@example.com";
+    prefs.PageBackColour = 0x4080FF;
+  }
+  std::string Fill(const std::string& text, bool isTestPage = false) {
+    return FillPlaceholders(text, prefs, isTestPage);
+  }
+  std::string Page(const std::string& name) { return ReadFile(folder.Path() + "/" + name); }
+  CalculatorPreferencesRecord prefs;
+};
+
+TEST_F(TemplateTest, ColoursHaveRedFirstAndSixDigits) {
+  EXPECT_EQ(ColourToHtml(0x4080FF), "#FF8040");
+  EXPECT_EQ(ColourToHtml(0xFF), "#FF0000");
+  EXPECT_EQ(ColourToHtml(0), "#000000");
+}
+
+TEST_F(TemplateTest, TokensAreFilledEverywhereAndTheTwoPictureTokensOnlyAsWritten) {
+  folder.File("logo/logo.jpg", "j");
+  folder.File("logo/LOGO.gif", "g");
+  folder.File("logo/Background.png", "b");
+  EXPECT_EQ(Fill("|colourbackground| |CalculatorName|,|CALCULATORNAME| |leaseorgemail|"),
+            "#FF8040 Lease Tool,Lease Tool lease@example.com");
+  EXPECT_EQ(Fill("<|HEADERPIC||headerpic||PICBACKGROUND||picbackground|>"), "<<BR>|headerpic||picbackground|>");
+  prefs.ShowHeaderLogo = prefs.ShowBackground = true;
+  EXPECT_EQ(Fill("|HEADERPIC| |PICBACKGROUND|"), "<img src=LOGO.gif><br> Background=Background.png");
+  EXPECT_EQ(Fill("|ClassId| |CustRef| |asptags| |OTHER|"),
+            "4B2D91E0-7C3A-4F15-9E62-1A8C5D0F37B4 104233 &ver=" TARVOLINEX_VERSION " |OTHER|");
+  EXPECT_EQ(Fill("|CLASSID|", true), "A71C5E08-3D42-11D7-8C19-0004AC6E2F51");
+}
+
+TEST_F(TemplateTest, WithoutPicturesTheNamesAreEmpty) {
+  prefs.ShowHeaderLogo = prefs.ShowBackground = true;
+  EXPECT_EQ(Fill("|HEADERPIC| |PICBACKGROUND|"), "<img src=><br> Background=");
+}
+
+TEST_F(TemplateTest, ValuesAreWrittenInThePagesCharacterSet) {
+  prefs.AliasCalcName = "Größe €";
+  const std::string utf8 = "<meta charset=\"utf-8\">",
+                    latin2 = "<meta http-equiv=a content='text/html; charset=ISO-8859-2'>";
+  EXPECT_EQ(Fill(utf8 + "|CALCULATORNAME|"), utf8 + "Größe €");
+  EXPECT_EQ(Fill("|CALCULATORNAME|"),
+            "Gr\xF6\xDF"
+            "e \x80");
+  EXPECT_EQ(Fill(latin2 + "|CALCULATORNAME|"), latin2 +
+                                                   "Gr\xF6\xDF"
+                                                   "e &#8364;");
+}
+
+TEST_F(TemplateTest, SavingWritesTheRecordAndBothPagesLineByLine) {
+  folder.File("CalcTemplate.html", "a|CLASSID|\nb\xE9\r\nc\rd");
+  SaveCalculatorPreferences(prefs);
+  EXPECT_EQ(Page("General.dat").size(), 824U);
+  EXPECT_EQ(Page("calc.html"), "\r\na4B2D91E0-7C3A-4F15-9E62-1A8C5D0F37B4\r\nb\xE9\r\nc\r\nd\r\n");
+  EXPECT_EQ(Page("calc_test.html"), "\r\naA71C5E08-3D42-11D7-8C19-0004AC6E2F51\r\nb\xE9\r\nc\r\nd\r\n");
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(TemplateTest, WithoutATemplateTheRecordIsSavedAndThePagesStay) {
+  folder.File("Calc.Html", "old");
+  SaveCalculatorPreferences(prefs);
+  EXPECT_EQ(Page("General.dat").size(), 824U);
+  EXPECT_EQ(Page("Calc.Html"), "old");
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(TemplateTest, ATemplateThatIsNoTextLeavesTheOldPages) {
+  folder.File("CalcTemplate.html", std::string("MZ\0\0", 4));
+  folder.File("Calc.Html", "old");
+  SaveCalculatorPreferences(prefs);
+  EXPECT_EQ(desktop.boxes.at(0).text, "HTML creation failed");
+  EXPECT_EQ(Page("Calc.Html"), "old");
+}
+
+TEST_F(TemplateTest, ALargeTemplateIsFilledToTheEnd) {
+  constexpr std::size_t kMegabyte = 1 << 20;
+  std::string text;
+  for (int i = 0; i < 8; ++i) text += std::string(kMegabyte - 1, 'x') + "\n";
+  folder.File("CalcTemplate.html", text + "|CUSTREF|");
+  SaveCalculatorPreferences(prefs);
+  EXPECT_TRUE(desktop.boxes.empty());
+  const std::string page = Page("Calc.Html");
+  EXPECT_EQ(page.size(), 8 * (kMegabyte + 1) + std::string("\r\n104233\r\n").size());
+  EXPECT_EQ(page.substr(page.size() - 8), "104233\r\n");
+}
+
+}  // namespace tarvolinex
