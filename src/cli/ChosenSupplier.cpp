@@ -13,6 +13,12 @@ bool IsSupplierId(const std::string& text) {
   return !text.empty() && text.size() <= kMostDigits && text.find_first_not_of("0123456789") == std::string::npos;
 }
 
+std::string SupplierIdOf(const Arguments& arguments) {
+  const std::string id = arguments.Value("--supplier");
+  if (!IsSupplierId(id)) throw UsageError{"--supplier ID is needed; \"tarvolinex suppliers\" lists them"};
+  return id;
+}
+
 void ChooseSupplier(const std::string& id) {
   if (!OpenDatabaseForCommand()) throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + id);
   Recordset& records = TheStore->SupplierRecords;

@@ -3,10 +3,15 @@
 
 #include <string>
 
+#include "cli/Commands.h"
+
 namespace tarvolinex {
 
 // A whole number without a sign.
 bool IsSupplierId(const std::string& text);
+
+// The value of "--supplier". Throws UsageError when it is missing or no ID.
+std::string SupplierIdOf(const Arguments& arguments);
 
 // Opens the database and reads the supplier into `SupplierCalcSettings` and `CurrentSupplierId`. Throws RuntimeError
 // when there is no database, or no such supplier in it.

@@ -68,6 +68,28 @@ Builds the folder "calculator" of the app folder for the supplier and prints its
 calculator. A linked form whose page is missing is a warning; the rest is published.
 )",
      RunPublish},
+    {"package", "pack a supplier's calculator into one file",
+     R"(usage: tarvolinex package --supplier ID --output FILE.exe|FILE.zip
+
+Builds the supplier's calculator folder and packs it: a name that ends in ".zip" gives a plain archive, any other a
+Windows program that installs the calculator. Prints the file's path. A file that exists is replaced only with --yes.
+)",
+     RunPackage},
+    {"send", "e-mail a supplier's calculator to its contacts",
+     R"(usage: tarvolinex send --supplier ID --contact ID ... --as exe|zip|link --subject TEXT --message TEXT
+                       [--instructions]
+
+Builds and packs the supplier's calculator and sends one message to the contacts, in the way that Mail.INI of the app
+folder says; without it through the local sendmail, or into the folder "Outbox". The day of sending is noted with each
+contact.
+
+  --contact ID     a contact of the supplier with an e-mail address; once for each
+  --as exe         with an install program attached, which many mail providers reject
+  --as zip         with a zip file attached
+  --as link        with a link to the install program, which is uploaded to the web server first
+  --instructions   adds the text that explains to the reader what to do
+)",
+     RunSend},
     {"live", "fill an enquiry page for a supplier",
      R"(usage: tarvolinex live --supplier ID PAGE.html
 

@@ -29,10 +29,12 @@ class Arguments {
 };
 
 int RunLive(const std::vector<std::string>& arguments);
+int RunPackage(const std::vector<std::string>& arguments);
 int RunPreferences(const std::vector<std::string>& arguments);
 int RunPublish(const std::vector<std::string>& arguments);
 int RunQuote(const std::vector<std::string>& arguments);
 int RunRecord(const std::vector<std::string>& arguments);
+int RunSend(const std::vector<std::string>& arguments);
 int RunSuppliers(const std::vector<std::string>& arguments);
 
 }  // namespace tarvolinex

@@ -14,8 +14,7 @@ namespace tarvolinex {
 
 int RunLive(const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier"}, {}, 1);
-  const std::string id = parsed.Value("--supplier");
-  if (!IsSupplierId(id)) throw UsageError{"--supplier ID is needed; \"tarvolinex suppliers\" lists them"};
+  const std::string id = SupplierIdOf(parsed);
   if (parsed.Words().empty()) throw UsageError{"PAGE.html is needed"};
   const std::string& page = parsed.Words().front();
   if (!EndsWithNoCase(page, ".html")) throw UsageError{page + " does not end in \".html\""};

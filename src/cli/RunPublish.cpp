@@ -11,8 +11,7 @@ namespace tarvolinex {
 
 int RunPublish(const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier"}, {}, 0);
-  const std::string id = parsed.Value("--supplier");
-  if (!IsSupplierId(id)) throw UsageError{"--supplier ID is needed; \"tarvolinex suppliers\" lists them"};
+  const std::string id = SupplierIdOf(parsed);
   ChooseSupplier(id);
   BuildCalculatorFolder();
   std::cout << NativePath(CalculatorFolder()) << '\n';

@@ -21,6 +21,9 @@ void ResetGlobals() {
   CopiedDatabase.clear();
   CurrentSupplierId = CurrentSupplierIndex = CurrentContactId = 0;
   SupplierChanged = FormLinksChanged = LoadingSupplier = ContactChanged = ContactListStale = false;
+  SendType = 0;
+  SendConfirmed = IncludeInstructions = Working = StopRequested = false;
+  Instructions = {};
 }
 
 }  // namespace tarvolinex

@@ -1,6 +1,7 @@
 // The values that live for the whole run. Every one of them is declared here and nowhere else.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -63,6 +64,16 @@ inline bool LoadingSupplier = false;  // what changes meanwhile is no edit
 inline int CurrentContactId = 0;      // 0 for none or a new contact
 inline bool ContactChanged = false;
 inline bool ContactListStale = false;  // a contact has been saved since the lists were filled
+
+// How the calculator is sent; each send's dialog sets them anew.
+inline int SendType = 0;  // 0 install file attached, 1 zip attached, 2 download link
+inline bool SendConfirmed = false;
+inline bool IncludeInstructions = false;
+inline std::array<std::string, 3> Instructions;  // what each way explains to its readers, with aliases
+
+// While a calculator is packed and sent, and the user's wish to stop that.
+inline bool Working = false;
+inline bool StopRequested = false;
 
 // Puts every one of them back to its value at the start of a run.
 void ResetGlobals();

@@ -250,6 +250,7 @@ MainMenus::MainMenus(Window& window)
       MnuPreferences(window, "MnuPreferences", "MnuOptions", "Options and Preferences..."),
       MnuDetails(window, "MnuDetails", "MnuOptions", "Your Details..."),
       MnuPreview(window, "MnuPreview", "MnuOptions", "View <CALCNAME>"),
+      MnuMail(window, "MnuMail", "MnuOptions", "&E-mail Settings..."),
       MnuHelp(window, "MnuHelp", "", "&Help"),
       MnuHelpPage(window, "MnuHelpPage", "MnuHelp", "&Help", "F1"),
       MnuUpgrades(window, "MnuUpgrades", "MnuHelp", "&Check for Tarvolinex upgrades..."),

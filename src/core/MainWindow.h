@@ -91,6 +91,10 @@ struct SupplierPanel {
   ControlArray<CommandButton> CmdContact;  // add or save, remove
 };
 
+// Indexes of SendPanel::CmdCalcGo, and the captions of the last.
+enum SendButton { kGoSend = 0, kGoBrowse = 1, kGoCreate = 2, kGoCheckAll = 3 };
+inline constexpr const char *kCheckAll = "Check &All", *kUncheckAll = "Uncheck &All";
+
 struct SendPanel {
   explicit SendPanel(Window& window);
   ControlArray<OptionButton> OpCalcCreate;  // send by e-mail, create an install file
@@ -107,7 +111,7 @@ struct MainMenus {
   explicit MainMenus(Window& window);
   Menu MnuFile, MnuOpen, MnuCreate, MnuExit;
   Menu MnuEdit, MnuAdd, MnuRemove, MnuSaveDefault, MnuRefresh, MnuSearch, MnuUndoRemove;
-  Menu MnuOptions, MnuPreferences, MnuDetails, MnuPreview;
+  Menu MnuOptions, MnuPreferences, MnuDetails, MnuPreview, MnuMail;
   Menu MnuHelp, MnuHelpPage, MnuUpgrades, MnuAbout;
 };
 

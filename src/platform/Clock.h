@@ -2,11 +2,18 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 
 namespace tarvolinex {
 
 // The local day as YYYY-MM-DD.
 std::string IsoDate(std::chrono::system_clock::time_point when);
+
+// "05 March 2003 14:07:09", local time.
+std::string LongDateTime(std::chrono::system_clock::time_point when);
+
+// Whole seconds between 1 January 1999 00:00 and the moment, both as the clock on the wall shows them.
+std::int64_t LocalSecondsSince1999(std::chrono::system_clock::time_point when);
 
 }  // namespace tarvolinex

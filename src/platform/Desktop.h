@@ -40,6 +40,9 @@ class Desktop {
   virtual std::string ChooseFolder(const std::string& title, const std::string& startFolder) = 0;
   virtual std::optional<Colour> ChooseColour(Colour initial) = 0;
 
+  // Something worth knowing that needs no answer; where messages are lines of text, it is one of them.
+  virtual void Note(const std::string&) {}
+
   virtual void SetBusyPointer(bool busy) = 0;
   // Lets pending events run: painting, clicks, timer ticks.
   virtual void DoEvents() = 0;

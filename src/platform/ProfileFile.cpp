@@ -74,6 +74,16 @@ bool IsQuoted(std::string_view value) {
 
 }  // namespace
 
+std::vector<std::string> GetProfileSections(std::string_view path) {
+  std::vector<std::string> names;
+  if (!FileExists(path)) return names;
+  const std::string bytes = ReadFile(path);
+  for (auto line = NextLine(bytes, 0); line; line = NextLine(bytes, line->next)) {
+    if (const auto name = SectionName(line->text)) names.push_back(FromWindows1252(*name));
+  }
+  return names;
+}
+
 std::string GetProfileString(std::string_view path, std::string_view section, std::string_view key,
                              std::string_view defaultValue, int buffer) {
   std::string value(Blankless(defaultValue));

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvolinex {
 
@@ -14,6 +15,9 @@ inline constexpr int kProfileBuffer = 255;
 // missing. Lines that make no sense are passed over. A file that cannot be read throws RuntimeError.
 std::string GetProfileString(std::string_view path, std::string_view section, std::string_view key,
                              std::string_view defaultValue, int buffer = kProfileBuffer);
+
+// The names of the file's sections in their order; none when there is no such file.
+std::vector<std::string> GetProfileSections(std::string_view path);
 
 // Replaces or adds the one key and leaves every other byte as it is. A line break in the value ends it.
 // Throws RuntimeError when the file cannot be written.

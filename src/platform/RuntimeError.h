@@ -21,6 +21,13 @@ enum ErrorNumber {
   kDatabase = 3100,
   kBadArchive = 3200,
   kBadPicture = 481,
+  // Mail and web services.
+  kMailFailed = 32002,
+  kMailLoginRefused = 32003,
+  kMailAttachmentMissing = 32011,
+  kMailRecipientRefused = 32014,
+  kMailSignedOnAlready = 32050,
+  kNotConnected = 35754,
 };
 
 // A failed operation of a platform service. The procedure that owns the report catches it and calls ShowError.

@@ -31,4 +31,8 @@ int TerminalDesktop::OpenWith(const std::string& file) {
   return ShellExecute("open", file, "", "", kShowNormal);
 }
 
+void TerminalDesktop::Note(const std::string& text) {
+  std::cerr << text << '\n';
+}
+
 }  // namespace tarvolinex

@@ -18,6 +18,7 @@ class TerminalDesktop : public Desktop {
   std::string SaveFile(const FileDialog&) override { return {}; }
   std::string ChooseFolder(const std::string&, const std::string&) override { return {}; }
   std::optional<Colour> ChooseColour(Colour) override { return {}; }
+  void Note(const std::string& text) override;
   void SetBusyPointer(bool) override {}
   void DoEvents() override {}
   // Nothing is opened: the path goes to standard error.

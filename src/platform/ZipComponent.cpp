@@ -2,10 +2,13 @@
 
 #include <zip.h>
 
+#include <filesystem>
 #include <memory>
+#include <set>
 
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/SelfExtractor.h"
 #include "platform/Text.h"
 
 namespace tarvolinex {
@@ -73,16 +76,39 @@ void ExtractEntry(zip_t* archive, zip_uint64_t index, const std::string& target,
   file.Commit();
 }
 
-bool Excluded(const std::string& name, const std::string& patterns, const std::string& folder) {
+void Exclude(std::set<std::string>& names, const std::string& folder, std::string_view pattern) {
+  for (const std::string& match : ListFiles(folder + "\\" + std::string(pattern))) names.insert(match);
+}
+
+std::set<std::string> ExcludedNames(const std::string& patterns, const std::string& folder) {
+  std::set<std::string> names;
   for (std::string_view pattern : Split(patterns, '\n')) {
     if (!pattern.empty() && pattern.back() == '\r') pattern.remove_suffix(1);
-    if (pattern.empty()) continue;
-    for (const std::string& match : ListFiles(folder + "\\" + std::string(pattern))) {
-      if (match == name) return true;
-    }
+    if (!pattern.empty()) Exclude(names, folder, pattern);
   }
-  return false;
+  return names;
 }
+
+void ShowPercent(zip_t*, double part, void* progress) {
+  constexpr double kWhole = 100;
+  (*static_cast<const std::function<void(int)>*>(progress))(static_cast<int>(part * kWhole));
+}
+
+// Removes the archive that is packed beside the target, whatever becomes of it.
+class Beside {
+ public:
+  explicit Beside(const std::string& target) : path_(target + ".tmp") {}
+  ~Beside() {
+    std::error_code ignored;
+    std::filesystem::remove(NativePath(path_), ignored);
+  }
+  Beside(const Beside&) = delete;
+  Beside& operator=(const Beside&) = delete;
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
 
 }  // namespace
 
@@ -101,39 +127,57 @@ void ZipComponent::Unzip() const {
 
 int ZipComponent::Zip() {
   error_.clear();
+  const Beside beside(ZipFileName);
+  try {
+    const int code = Pack(beside.Path());
+    if (code == 0) Finish(beside.Path());
+    return code;
+  } catch (const RuntimeError& failure) {
+    error_ = failure.Description();
+    return ZIP_ER_WRITE;
+  }
+}
+
+bool ZipComponent::IsPlain() const {
+  return EndsWithNoCase(ZipFileName, ".zip");
+}
+
+int ZipComponent::Pack(const std::string& archivePath) {
   const std::string folder = FolderOf(FilesToProcess);
-  const std::string beside = NativePath(ZipFileName) + ".tmp";
+  std::set<std::string> excluded = ExcludedNames(FilesToExclude, folder);
+  if (IsPlain()) {
+    for (const char* program : {"setup.exe", "CalcInstall.CAB"}) Exclude(excluded, folder, program);
+  }
   int code = 0;
-  Archive archive(zip_open(beside.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code));
+  Archive archive(zip_open(NativePath(archivePath).c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code));
   if (!archive) {
-    error_ = ErrorText(code);
+    error_ = "Writing " + ZipFileName + ": " + ErrorText(code);
     return code;
   }
   for (const std::string& name : ListFiles(FilesToProcess)) {
-    if (Excluded(name, FilesToExclude, folder)) continue;
+    if (excluded.count(name) > 0) continue;
     zip_source_t* source = zip_source_file(archive.get(), NativePath(folder + "\\" + name).c_str(), 0, -1);
     const zip_int64_t entry = source ? zip_file_add(archive.get(), name.c_str(), source, ZIP_FL_ENC_UTF_8) : -1;
     if (entry < 0) {
       zip_source_free(source);
-      error_ = name + ": " + zip_strerror(archive.get());
+      error_ = "Packing " + name + ": " + zip_strerror(archive.get());
       return ZIP_ER_INTERNAL;
     }
     zip_set_file_compression(archive.get(), static_cast<zip_uint64_t>(entry), ZIP_CM_DEFLATE,
                              static_cast<zip_uint32_t>(CompressionLevel));
   }
+  if (Progress) zip_register_progress_callback_with_state(archive.get(), 0.01, ShowPercent, nullptr, &Progress);
   if (zip_close(archive.get()) != 0) {
-    error_ = zip_strerror(archive.get());
+    error_ = "Writing " + ZipFileName + ": " + zip_strerror(archive.get());
     return ZIP_ER_WRITE;
   }
   static_cast<void>(archive.release());
-  try {
-    WriteFile(ZipFileName, ReadFile(beside));
-    DeleteFile(beside);
-  } catch (const RuntimeError& failure) {
-    error_ = failure.Description();
-    return ZIP_ER_WRITE;
-  }
   return 0;
+}
+
+void ZipComponent::Finish(const std::string& archivePath) const {
+  if (IsPlain()) return CopyFile(archivePath, ZipFileName);
+  WriteSelfExtractor({SfxTitle, SfxDefaultFolder, SfxCommand}, SfxModule, SfxIcon, archivePath, ZipFileName);
 }
 
 }  // namespace tarvolinex

@@ -112,6 +112,12 @@ std::string FillCalculatorFolder() {
 
 }  // namespace
 
+std::vector<int> LinkedFormIds(int supplierId) {
+  std::vector<int> ids;
+  for (const LinkedForm& form : LinkedForms(supplierId)) ids.push_back(form.id);
+  return ids;
+}
+
 void BuildCalculatorFolder() {
   SetStatus(true, "Saving Settings", -1);
   std::string warning;

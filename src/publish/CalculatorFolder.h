@@ -1,6 +1,8 @@
 // The published calculator: a folder of plain files, built anew for every preview and every send.
 #pragma once
 
+#include <vector>
+
 #include "core/Records.h"
 
 namespace tarvolinex {
@@ -10,6 +12,9 @@ namespace tarvolinex {
 // link name no file can have, is left out and named in a warning. A failure is a fatal report ("Failed setting up
 // calculator").
 void BuildCalculatorFolder();
+
+// The forms linked to a supplier, in the order in which they are published.
+std::vector<int> LinkedFormIds(int supplierId);
 
 // Builds the folder and opens its test page.
 void PreviewCalculator();

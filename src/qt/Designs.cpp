@@ -9,8 +9,10 @@
 #include "ui_FRmCreateDB.h"
 #include "ui_FrmAbout.h"
 #include "ui_FrmLeaseOrgDetails.h"
+#include "ui_FrmMailSettings.h"
 #include "ui_FrmMain.h"
 #include "ui_FrmSearch.h"
+#include "ui_frmSendCalc.h"
 
 // The resources of a static library are not found before they have been asked for, outside of any namespace.
 static void LoadPictures() {
@@ -37,8 +39,10 @@ constexpr NamedDesign kDesigns[] = {
     {"FRmCreateDB", Make<Ui::FRmCreateDB, QDialog>},
     {"FrmAbout", Make<Ui::FrmAbout, QDialog>},
     {"FrmLeaseOrgDetails", Make<Ui::FrmLeaseOrgDetails, QDialog>},
+    {"FrmMailSettings", Make<Ui::FrmMailSettings, QDialog>},
     {"FrmMain", Make<Ui::FrmMain, QMainWindow>},
     {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
+    {"frmSendCalc", Make<Ui::frmSendCalc, QDialog>},
 };
 
 // What a design file cannot say: a scroll area lets the page behind it show, and Return presses no button by itself,

@@ -28,6 +28,15 @@ bool IsAddress(const QString& text) {
   return scheme.match(text).hasMatch();
 }
 
+// As browsers read an address: backslashes before the query are slashes, blanks are escaped.
+QUrl AddressOf(QString text) {
+  const qsizetype query = text.indexOf('?');
+  for (qsizetype i = 0; i < (query < 0 ? text.size() : query); ++i) {
+    if (text[i] == '\\') text[i] = '/';
+  }
+  return QUrl(text, QUrl::TolerantMode);
+}
+
 bool IsName(const QString& text) {
   return !text.contains('/') && !text.contains('\\') && !text.contains(':');
 }
@@ -48,7 +57,7 @@ bool Start(const QString& program, const QStringList& arguments, const std::stri
 
 int OpenDocument(const std::string& file, const std::string& parameters, const std::string& folder) {
   const QString text = Shown(file);
-  if (IsAddress(text)) return Result(QDesktopServices::openUrl(QUrl(text, QUrl::TolerantMode)));
+  if (IsAddress(text)) return Result(QDesktopServices::openUrl(AddressOf(text)));
   const QStringList arguments = QProcess::splitCommand(Shown(parameters));
   const QFileInfo info(Shown(NativePath(file)));
   if (!info.exists()) {

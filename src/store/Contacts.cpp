@@ -39,6 +39,8 @@ void FillContactLists() {
     sendTo.Add({"ID" + FieldText(records, "id"), name, {email, FieldText(records, "datelastsent")}, name});
   }
   sendTo.EndFill();
+  // No tick is left that could be taken away.
+  MainForm().send.CmdCalcGo(kGoCheckAll).SetCaption(kCheckAll);
 }
 
 std::string ContactStatement() {

@@ -1,6 +1,5 @@
 #include "publish/CalculatorFolder.h"
 
-#include "core/AppFolder.h"
 #include "platform/RuntimeError.h"
 #include "publish/CalculatorData.h"
 #include "publish/Template.h"
@@ -13,11 +12,12 @@ namespace tarvolinex {
 class CalculatorFolderTest : public SampleTest {
  protected:
   CalculatorFolderTest() {
-    FillAppFolder();
+    std::filesystem::create_directory(folder.Path() + "/calculator");
     for (const char* page : {"calc.html", "calc_test.html", "general.dat"}) folder.File(page, page);
     for (const auto& file : ListFiles(folder.Path() + "/logo/*.*")) DeleteFile(folder.Path() + "/logo/" + file);
     ExecuteStatement("DELETE FROM SupplierFormLink");
     ExecuteStatement("DELETE FROM Forms");
+    desktop.boxes.clear();
   }
   void Link(int id, const std::string& linkName, const std::string& page) {
     ExecuteStatement("INSERT INTO Forms (ID,Description,LinkName,available) VALUES(" + std::to_string(id) + ",'Form " +

@@ -24,6 +24,7 @@ class ScriptedDesktop : public Desktop {
   std::deque<int> launchResults;       // without any: 33
   std::vector<std::string> shown;      // window names
   std::function<void(Window&)> modal;  // plays the user in a modal window
+  std::function<void()> events;        // what happens meanwhile
   std::chrono::system_clock::time_point now{};
   bool busy = false;
 
@@ -44,7 +45,9 @@ class ScriptedDesktop : public Desktop {
   std::string ChooseFolder(const std::string&, const std::string&) override { return Next(); }
   std::optional<Colour> ChooseColour(Colour) override { return {}; }
   void SetBusyPointer(bool on) override { busy = on; }
-  void DoEvents() override {}
+  void DoEvents() override {
+    if (events) events();
+  }
   int ShellExecute(const std::string& verb, const std::string& file, const std::string& parameters,
                    const std::string& folder, int) override {
     launched.push_back(verb + " " + file + "|" + parameters + "|" + folder);

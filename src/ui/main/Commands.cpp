@@ -41,9 +41,8 @@ void FrmMain::WireMenus() {
     SavePendingChanges();
     PreviewCalculator();
   };
-  // Commands that this version does not have yet.
-  for (Menu* menu : {&menus.MnuPreferences, &menus.MnuUpgrades}) menu->SetEnabled(false);
-  for (int i = 0; i < 4; ++i) send.CmdCalcGo(i).SetEnabled(false);
+  // A command that this version does not have yet.
+  menus.MnuPreferences.SetEnabled(false);
 }
 
 void FrmMain::Toolbar1_ButtonClick(const std::string& key) {

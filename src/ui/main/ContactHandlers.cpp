@@ -24,7 +24,6 @@ void FrmMain::WireContacts() {
   for (int i = 0; i < 2; ++i) {
     supplier.CmdContact(i).Click = [this, i] { CmdContact_Click(i); };
   }
-  send.lvSendContacts.DblClick = [this] { send.lvSendContacts.ToggleCheck(send.lvSendContacts.Selected()); };
 }
 
 void FrmMain::LstContacts_Click() {

@@ -5,6 +5,7 @@
 #include "core/Globals.h"
 #include "core/Reports.h"
 #include "core/Settings.h"
+#include "distribute/Email.h"
 #include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -52,6 +53,7 @@ FrmMain::FrmMain() {
   WireRateCard();
   WireSuppliers();
   WireContacts();
+  WireSend();
 }
 
 void FrmMain::WireShell() {
@@ -78,6 +80,7 @@ void FrmMain::Load() {
   bool opened = false, askUser = false;
   LoadStep([&] { opened = OpenDatabase(askUser); });
   if (!opened) throw ProgramEnded{1};
+  for (int type = 0; type < 3; ++type) LoadStep([&] { GetInstructions(type); });
   LoadStep([&] { SetDefaults(); });
   loading = false;
 }
@@ -118,6 +121,10 @@ void FrmMain::Timer1_Tick() {
 }
 
 void FrmMain::Form_KeyUp(Key key) {
+  if (Working) {
+    if (key == Key::Escape) StopRequested = true;
+    return;
+  }
   if (key != Key::Escape || !Trim(supplier.TxtSupplier(kSupplierName).Text()).empty()) return;
   SupplierChanged = true;
   SupplierCommand(1);

@@ -40,6 +40,7 @@ class FrmMain : public MainWindow {
   void WireRateCard();
   void WireSuppliers();
   void WireContacts();
+  void WireSend();
 
   void Toolbar1_ButtonClick(const std::string& key);
   void TabMain_Click();
@@ -77,6 +78,13 @@ class FrmMain : public MainWindow {
   void TxtContact_GotFocus();
   void CmdContact_Click(int button);
   void RemoveContact();
+
+  void OpCalcCreate_Click();
+  void CheckAllContacts();
+  void BrowseForInstallFile();
+  void CreateInstallFile();
+  void cmboFileType_Click();
+  void TxtCalcCreate_Change();
 
   std::string loadedName_;  // the shown supplier's list text, put back when edits are undone
 };

@@ -1,0 +1,158 @@
+#include "distribute/InstallPackage.h"
+
+#include <vector>
+
+#include "core/Globals.h"
+#include "core/MainWindow.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "platform/ZipComponent.h"
+#include "publish/CalculatorFolder.h"
+#include "publish/PageText.h"
+#include "publish/Template.h"
+#include "store/Forms.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr const char* kLineEnd = "\r\n";
+
+// The entries that follow those of the template.
+class Entries {
+ public:
+  void Add(const std::string& name, const std::string& rest) {
+    text_ += "File" + std::to_string(++number_) + "=" + ToWindows1252(name) + ",$(AppPath),,," + rest + ",0.0.0.0" +
+             kLineEnd;
+  }
+  const std::string& Text() const { return text_; }
+
+ private:
+  static constexpr int kOfTheTemplate = 6;
+  int number_ = kOfTheTemplate;
+  std::string text_;
+};
+
+std::string FirstFile(const std::string& pattern) {
+  const auto names = ListFiles(CalculatorFolder() + pattern);
+  return names.empty() ? std::string() : names.front();
+}
+
+std::string SetupEntries() {
+  Entries entries;
+  for (const std::string& picture : {FirstFile("logo.*"), FirstFile("background.*")}) {
+    if (!picture.empty()) entries.Add(picture, "3/4/3000 6:35:34 PM,6000");
+  }
+  for (const std::string& name : ListFiles(CalculatorFolder() + "*.html")) {
+    const std::string capitals = UpperCase(name);
+    if (capitals == "CALC.HTML" || capitals == "CALC_TEST.HTML") continue;
+    entries.Add(capitals, "3/24/3000 12:00:00 PM," + std::to_string(FileLength(CalculatorFolder() + name)));
+  }
+  return entries.Text();
+}
+
+void WriteSetupList() {
+  const std::string text = ReplaceAllNoCase(ReadPage(AppFolder + "\\Setup.lst"), "|TITLE|",
+                                            ToWindows1252(CalculatorPreferences.AliasCalcName.Padded()));
+  WriteFile(CalculatorFolder() + "Setup.lst", text + kLineEnd + SetupEntries());
+}
+
+std::string Exclusions(bool byLink) {
+  // The test page never travels.
+  std::string masks = "*test*.*";
+  const auto leaveOut = [&](const char* mask) { masks += std::string(kLineEnd) + mask; };
+  if (!CalculatorPreferences.ShowHeaderLogo) leaveOut("logo.*");
+  if (!CalculatorPreferences.ShowBackground) leaveOut("background.*");
+  if (byLink) {
+    leaveOut("CalcInstall.CAB");
+    leaveOut("setup.exe");
+  }
+  return masks;
+}
+
+std::string IconPath() {
+  const std::string path = DataFolder + "\\icons\\" + CalculatorPreferences.IconName.Trimmed() + ".ico";
+  return FileExists(path) ? path : std::string();
+}
+
+bool Pack(const std::string& target, bool byLink) {
+  ZipComponent zip;
+  zip.ZipFileName = target;
+  zip.FilesToExclude = Exclusions(byLink);
+  zip.FilesToProcess = CalculatorFolder() + "*.*";
+  zip.SfxDefaultFolder = "%t";
+  zip.SfxIcon = IconPath();
+  zip.SfxModule = AppFolder + "\\Xcdsfx32.bin";
+  zip.SfxCommand = "%t\\setup.exe";
+  zip.SfxTitle = CalculatorPreferences.AliasCalcName.Padded() + " Self-Extractor";
+  zip.Progress = [](int percent) { SetStatus(false, "Creating Install file", percent); };
+  if (zip.Zip() == 0) return true;
+  ShowError("Install file creation failed.\n\n" + zip.ErrorDescription());
+  return false;
+}
+
+// Empty when the user keeps the file that stands there.
+std::string Target(bool chosenName) {
+  if (!chosenName) return InstallFilePath();
+  std::string target(Trim(MainForm().send.TxtCalcCreate.Text()));
+  if (FileNameOf(target).empty() || FolderExists(target)) {
+    throw RuntimeError(kBadFileName, "\"" + target + "\" is no file name");
+  }
+  if (FileExists(target) && TheDesktop().MessageBox("A file of this name already exists.\n\nOverwrite?", "File exists",
+                                                    BoxButtons::YesNo, BoxIcon::Exclamation) != Answer::Yes) {
+    target.clear();
+  }
+  return target;
+}
+
+}  // namespace
+
+std::string InstallFilePath() {
+  return AppFolder + "\\CalcInstall" + (SendType == kSendZip ? ".zip" : ".exe");
+}
+
+std::int64_t LargestMessage(int sendType) {
+  constexpr std::int64_t kTextAndHeaders = 16 * 1024;
+  if (sendType == kSendLink) return kTextAndHeaders;
+  std::int64_t bytes = 0;
+  const auto count = [&](const std::string& path) { bytes += FileExists(path) ? FileLength(path) : 0; };
+  for (const char* name : {"calc.html", "General.dat", "Setup.lst"}) count(AppFolder + "\\" + name);
+  for (const std::string& picture : {LogoFileName(), BackgroundFileName()}) {
+    if (!picture.empty()) count(DataFolder + "\\logo\\" + picture);
+  }
+  // Each form travels as a page and, longer by its escapes, in the data of the calculator page.
+  constexpr int kAsPageAndData = 4;
+  for (int i = 0; i < kAsPageAndData; ++i) {
+    for (const int form : LinkedFormIds(CurrentSupplierId)) count(FormPagePath(form));
+  }
+  if (sendType == kSendProgram) {
+    count(AppFolder + "\\Xcdsfx32.bin");
+    count(CalculatorFolder() + "setup.exe");
+  }
+  return kTextAndHeaders + bytes * 138 / 100;  // base64 with its line ends
+}
+
+bool BuildDistFiles(bool chosenName) {
+  std::string target;
+  try {
+    target = Target(chosenName);
+  } catch (const RuntimeError&) {
+    ShowError("Invalid File Name");
+    return false;
+  }
+  if (target.empty()) return false;
+  SetStatus(false, "Creating Install file", 0);
+  try {
+    WriteSetupList();
+    // What was asked of the last send does not decide what a file that is made by hand holds.
+    return Pack(target, !chosenName && SendType == kSendLink);
+  } catch (const RuntimeError&) {
+    ShowError("Install File Creation Failed");
+    return false;
+  }
+}
+
+}  // namespace tarvolinex

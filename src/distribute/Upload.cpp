@@ -1,0 +1,96 @@
+#include "distribute/Upload.h"
+
+#include <cstdio>
+
+#include "core/Globals.h"
+#include "core/Reports.h"
+#include "distribute/LongWork.h"
+#include "platform/Clock.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/HttpRequest.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "publish/FolderFiles.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr const char* kTransferring = "Transfering to Tarvolinex Server";
+
+std::string RequestBody(const std::string& path) {
+  return "--AaB03x\r\nContent-Disposition: attachment; name=\"FILE1\"; filename=\"" + ToWindows1252(NativePath(path)) +
+         "\"\r\nContent-Type: text/plain\r\n\r\n" + ReadFile(path) + "\r\n--AaB03x--";
+}
+
+// What the server wants the user to read; empty for nothing.
+std::string StatusText(const std::string& answer) {
+  constexpr std::string_view kOpen = "<STATUS>", kClose = "</STATUS>";
+  const auto open = answer.find(kOpen);
+  if (open == std::string::npos) return {};
+  const auto start = open + kOpen.size(), close = answer.find(kClose, start);
+  return close == std::string::npos ? std::string() : answer.substr(start, close - start);
+}
+
+bool Accepted(const std::string& answer) {
+  const std::string folded = FoldCase(answer);
+  return folded.find("success") != std::string::npos && folded.find("error") == std::string::npos;
+}
+
+}  // namespace
+
+std::string UploadIdentifier(std::chrono::system_clock::time_point now) {
+  const auto reference = static_cast<long long>(LeadingNumber(CustomerReference));
+  char digits[32];
+  std::snprintf(digits, sizeof digits, "%06lld", reference);
+  return digits + std::to_string(LocalSecondsSince1999(now));
+}
+
+bool UploadFile(const std::string& path, const std::string& host) {
+  try {
+    const std::string body = RequestBody(path);
+    HttpRequest request;
+    request.Progress = ShowProgress(kTransferring);
+    request.Open("POST", "http://" + host + "/download/upload.asp");
+    request.SetRequestHeader("Content-Type", "multipart/form-data, boundary=AaB03x");
+    TheDesktop().DoEvents();
+    request.Send(body);
+    TheDesktop().DoEvents();
+    const std::string answer = FromWindows1252(request.ResponseText());
+    const std::string status = StatusText(answer);
+    if (!status.empty()) TheDesktop().MessageBox(status, "File Upload", BoxButtons::Ok, BoxIcon::Information);
+    return Accepted(answer);
+  } catch (const RuntimeError& failure) {
+    ShowError("File Upload failed");
+    ShowDetail(failure.Description());
+    return false;
+  }
+}
+
+std::optional<std::string> TransferInstallFile() {
+  SetStatus(true, kTransferring, -1);
+  const std::string identifier = UploadIdentifier(TheDesktop().Now());
+  const std::string copy = AppFolder + "\\CalcInstall_" + identifier + ".exe";
+  try {
+    CopyFile(AppFolder + "\\CalcInstall.exe", copy);
+  } catch (const RuntimeError& failure) {
+    ShowError("File Upload failed");
+    ShowDetail(failure.Description());
+    return std::nullopt;
+  }
+  if (!UploadFile(copy, WebServer)) {
+    DeleteFileIfPresent(copy);
+    return std::nullopt;
+  }
+  DeleteFileIfPresent(AppFolder + "\\CalcInstall_*");
+  SetStatus(true, "Transfering Complete", -1);
+  return identifier;
+}
+
+std::string VersionCheckAddress() {
+  return "http://" + WebServer + "\\checkversion.asp?ref=" + CustomerReference +
+         "&org=" + CalculatorPreferences.OrgCompanyName.Trimmed() + "&ver=" TARVOLINEX_VERSION;
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,64 @@
+#include "platform/HttpRequest.h"
+
+#include "platform/CurlTransfer.h"
+#include "platform/RuntimeError.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr std::size_t kLongestAnswer = 1 << 20;  // bytes
+
+std::size_t Keep(char* data, std::size_t size, std::size_t count, void* text) {
+  std::string& answer = *static_cast<std::string*>(text);
+  if (answer.size() + size * count > kLongestAnswer) return 0;
+  answer.append(data, size * count);
+  return size * count;
+}
+
+}  // namespace
+
+void HttpRequest::Open(std::string method, std::string address) {
+  method_ = std::move(method);
+  address_ = std::move(address);
+  headers_.clear();
+  response_.clear();
+  status_ = 0;
+}
+
+void HttpRequest::SetRequestHeader(const std::string& name, const std::string& value) {
+  headers_.push_back(name + ": " + value);
+}
+
+void HttpRequest::Send(std::string_view body) {
+  const CurlHandle handle = NewCurlHandle();
+  CURL* curl = handle.get();
+  CurlList headers;
+  // The body follows at once; not every server answers the question whether it may.
+  Append(headers, "Expect:");
+  for (const std::string& header : headers_) Append(headers, header);
+  curl_easy_setopt(curl, CURLOPT_URL, address_.c_str());
+  curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
+  curl_easy_setopt(curl, CURLOPT_POST, 1L);
+  curl_easy_setopt(curl, CURLOPT_CUSTOMREQUEST, method_.c_str());
+  curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+  curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers.get());
+  curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, &Keep);
+  curl_easy_setopt(curl, CURLOPT_WRITEDATA, &response_);
+  CurlUpload upload{body};
+  SetUpload(curl, upload);
+  std::string error;
+  const CURLcode result = RunTransfer(curl, upload, Progress, Patience, error);
+  if (result != CURLE_OK) {
+    throw RuntimeError(NotReached(curl, result) ? kNotConnected : kDeviceError, address_ + ": " + error);
+  }
+  long status = 0;
+  curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status);
+  status_ = static_cast<int>(status);
+  constexpr int kFirstError = 400;
+  if (status_ >= kFirstError) {
+    throw RuntimeError(kDeviceError, address_ + ": the server answered " + std::to_string(status_));
+  }
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,90 @@
+#include "platform/MailProfiles.h"
+
+#include <array>
+
+#include "platform/Files.h"
+#include "platform/ProfileFile.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr const char *kProfiles = "PROFILES", *kDefault = "DefaultProfile";
+constexpr int kBuffer = 1024;
+constexpr std::array<const char*, 3> kTransports = {"smtp", "sendmail", "outbox"};
+constexpr std::array<const char*, 3> kSecurities = {"starttls", "tls", "none"};
+
+template <typename Kind>
+Kind Named(const std::array<const char*, 3>& names, const std::string& word, const std::string& where) {
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (EqualNoCase(names[i], word)) return static_cast<Kind>(i);
+  }
+  throw RuntimeError(kMailLoginRefused,
+                     where + ": \"" + word + "\" is none of " + names[0] + ", " + names[1] + ", " + names[2]);
+}
+
+}  // namespace
+
+std::string DefaultMailProfileName(const std::string& iniPath) {
+  return std::string(Trim(GetProfileString(iniPath, kProfiles, kDefault, "", kBuffer)));
+}
+
+std::vector<std::string> MailProfileNames(const std::string& iniPath) {
+  std::vector<std::string> names;
+  for (const std::string& section : GetProfileSections(iniPath)) {
+    if (IsMailProfileName(section)) names.push_back(section);
+  }
+  return names;
+}
+
+bool IsMailProfileName(const std::string& name) {
+  return !Trim(name).empty() && !EqualNoCase(name, kProfiles) && name.find_first_of("[]\r\n") == std::string::npos;
+}
+
+void ForgetDefaultMailProfile(const std::string& iniPath) {
+  if (FileExists(iniPath)) WriteProfileString(iniPath, kProfiles, kDefault, "");
+}
+
+MailProfile LoadMailProfile(const std::string& iniPath, const std::string& name) {
+  const auto read = [&](const char* key, const char* otherwise = "") {
+    return std::string(Trim(GetProfileString(iniPath, name, key, otherwise, kBuffer)));
+  };
+  const std::string where = iniPath + ", [" + name + "]";
+  if (read("Transport").empty()) throw RuntimeError(kMailLoginRefused, where + " names no Transport");
+  MailProfile profile;
+  profile.name = name;
+  profile.transport = Named<MailTransport>(kTransports, read("Transport"), where + " Transport");
+  profile.security = Named<MailSecurity>(kSecurities, read("Security", "starttls"), where + " Security");
+  profile.server = read("Server");
+  profile.user = read("User");
+  profile.passwordCommand = read("PasswordCommand");
+  profile.from = read("From");
+  profile.folder = read("Folder");
+  profile.caFile = read("CaFile");
+  return profile;
+}
+
+void SaveMailProfile(const std::string& iniPath, const MailProfile& profile) {
+  const auto write = [&](const char* key, const std::string& value) {
+    WriteProfileString(iniPath, profile.name, key, value);
+  };
+  write("Transport", kTransports.at(static_cast<std::size_t>(profile.transport)));
+  write("Server", profile.server);
+  write("Security", kSecurities.at(static_cast<std::size_t>(profile.security)));
+  write("User", profile.user);
+  write("PasswordCommand", profile.passwordCommand);
+  write("From", profile.from);
+  write("Folder", profile.folder);
+  if (!profile.caFile.empty()) write("CaFile", profile.caFile);
+  WriteProfileString(iniPath, kProfiles, kDefault, profile.name);
+}
+
+MailProfile BuiltInMailProfile() {
+  MailProfile profile;
+  profile.transport = FileExists(kLocalSendmail) ? MailTransport::Sendmail : MailTransport::Outbox;
+  return profile;
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,193 @@
+#include "distribute/Email.h"
+
+#include "distribute/InstallPackage.h"
+#include "platform/Clock.h"
+#include "support/Fixture.h"
+#include "support/LoopbackServer.h"
+#include "ui/main/FrmMailSettings.h"
+#include "ui/main/frmSendCalc.h"
+
+namespace tarvolinex {
+
+class EmailTest : public SampleTest {
+ protected:
+  EmailTest() {
+    Deliver();
+    for (int type = 0; type < 3; ++type) GetInstructions(type);
+    CalculatorPreferences.AliasCalcName = "Lease Tool";
+    folder.File("Mail.INI", "[PROFILES]\nDefaultProfile=out\n[out]\nTransport=outbox\n");
+    form->TabMain.Choose(kTabSend);
+    form->send.TxtEmail(0).SetText("Your calculator");
+    form->send.TxtEmail(1).SetText("Hello\r\nthere");
+    desktop.modal = [this](Window& window) {
+      auto& choice = dynamic_cast<frmSendCalc&>(window);
+      names = choice.TxtEmails.Text();
+      choice.OpFileType(way).SetValue(true);
+      choice.cmdaction(confirm ? 0 : 1).Press();
+    };
+  }
+  void Send() {
+    desktop.boxes.clear();
+    form->send.CmdCalcGo(0).Press();
+  }
+  void TickAll() { form->send.CmdCalcGo(3).Press(); }
+  std::string LastBox() { return desktop.boxes.empty() ? "(none)" : desktop.boxes.back().text; }
+  std::size_t OutboxFiles() { return ListFiles(AppFolder + "\\Outbox\\*.eml").size(); }
+  std::string Dates() { return Ask("SELECT group_concat(DateLastSent, '|') FROM contacts"); }
+  int way = kSendZip;
+  bool confirm = true;
+  std::string names;
+};
+
+TEST_F(EmailTest, NothingIsDoneBeforeEverythingIsThere) {
+  Send();
+  EXPECT_EQ(LastBox(), "You must select at least one contact to email");
+  TickAll();
+  form->send.TxtEmail(0).SetText("");
+  Send();
+  EXPECT_EQ(LastBox(), "You must enter a Subject for your email");
+  form->send.TxtEmail(0).SetText("s");
+  form->send.TxtEmail(1).SetText("");
+  Send();
+  EXPECT_EQ(LastBox(), "Your email has no message, continue?");
+  confirm = false;
+  form->send.TxtEmail(1).SetText("m");
+  Send();
+  EXPECT_EQ(LastBox(), "(none)");
+  EXPECT_EQ(names, "Helen Ackroyd\r\nGareth Evans");
+  EXPECT_EQ(OutboxFiles() + ListFiles(CalculatorFolder() + "*.html").size(), 0U);
+  EXPECT_EQ(ReadFile(AppFolder + "\\General.INI").find("LASTSUBJECT"), std::string::npos);
+}
+
+TEST_F(EmailTest, OneMessageGoesToAllTickedContactsAndTheDayIsNoted) {
+  TickAll();
+  Send();
+  EXPECT_EQ(LastBox(),
+            "Lease Tool has been sent successfully by Tarvolinex.\n\r\nPlease check your email application to verify");
+  EXPECT_EQ(desktop.boxes.back().title, "Email");
+  EXPECT_EQ(OutboxFiles(), 1U);
+  const std::string date = LongDateTime(desktop.now);
+  EXPECT_EQ(Dates(), date + "|" + date);
+  EXPECT_EQ(form->send.lvSendContacts.At(0).cells.at(1), date);
+  EXPECT_NE(ReadFile(AppFolder + "\\General.INI").find("LASTMSG=Hello|+|there\r\n"), std::string::npos);
+  EXPECT_TRUE(form->menus.MnuFile.Enabled() && form->send.CmdCalcGo(0).Enabled());
+  EXPECT_EQ(form->TxtStatus.Text(), "");
+  EXPECT_EQ(form->send.CmdCalcGo(3).Caption(), "Check &All");
+}
+
+TEST_F(EmailTest, TheBodyOfEachWay) {
+  WebServer = "www.example.com";
+  SendType = kSendLink;
+  EXPECT_EQ(addEmailInstructions("Hi", "0001"), "Hi\r\n\r\nhttp://www.example.com/download/Get.asp?ID=0001\r\n\r\n");
+  IncludeInstructions = true;
+  Instructions[kSendLink] = "About the <CALCNAME>.";
+  EXPECT_EQ(addEmailInstructions("Hi", "0001"),
+            "Hi\r\n\r\n\r\n\r\nhttp://www.example.com/download/Get.asp?ID=0001\r\n\r\nAbout the Lease Tool.");
+  SendType = kSendZip;
+  Instructions[kSendZip] = "Unpack it.";
+  EXPECT_EQ(addEmailInstructions("Hi", ""), "Hi\r\n\r\nUnpack it.");
+  IncludeInstructions = false;
+  EXPECT_EQ(addEmailInstructions("Hi", ""), "Hi");
+}
+
+TEST_F(EmailTest, WithoutAServerNobodyIsMarkedAndTheWindowIsFreeAgain) {
+  folder.File("Mail.INI", "[PROFILES]\nDefaultProfile=w\n[w]\nTransport=smtp\nSecurity=none\nServer=127.0.0.1:1\n");
+  TickAll();
+  Send();
+  ASSERT_EQ(desktop.boxes.size(), 2U);
+  EXPECT_EQ(desktop.boxes[0].text,
+            "Failed to connect to remote host.\r\n\r\nPlease check your Internet connection and try again");
+  EXPECT_EQ(desktop.boxes[1].text, "Sending email failed");
+  EXPECT_EQ(Dates(), "");
+  EXPECT_TRUE(form->menus.MnuFile.Enabled() && form->send.CmdCalcGo(0).Enabled() &&
+              form->send.FraCalCreate(0).Enabled());
+}
+
+TEST_F(EmailTest, AContactWithABadAddressOrAMissingProfileEndsTheSend) {
+  form->supplier.TxtContact(5).Type("no address");
+  form->supplier.CmdContact(0).Press();
+  TickAll();
+  Send();
+  EXPECT_EQ(LastBox(), "Sending email failed");
+  EXPECT_EQ(form->TxtStatus.Text(), "\"no address\" is no e-mail address");
+  folder.File("Mail.INI", "[PROFILES]\nDefaultProfile=gone\n");
+  Send();
+  EXPECT_EQ(LastBox(), "Sending email failed");
+  EXPECT_EQ(OutboxFiles(), 0U);
+}
+
+TEST_F(EmailTest, ALinkIsSentOnlyAfterTheUpload) {
+  way = kSendLink;
+  {
+    const LoopbackServer server("http", folder.Path(), {"500"});
+    WebServer = server.Host();
+    TickAll();
+    Send();
+    EXPECT_EQ(LastBox(), "File Upload failed");
+    EXPECT_EQ(OutboxFiles(), 0U);
+    EXPECT_EQ(Dates(), "");
+  }
+  const LoopbackServer server("http", folder.Path(), {"SUCCESS"});
+  WebServer = server.Host();
+  Send();
+  ASSERT_EQ(OutboxFiles(), 1U);
+  const std::string mail = ReadFile(AppFolder + "\\Outbox\\" + ListFiles(AppFolder + "\\Outbox\\*.eml")[0]);
+  EXPECT_NE(mail.find("/download/Get.asp?ID=3D" + CustomerReference), std::string::npos) << mail;
+  EXPECT_EQ(mail.find("attachment"), std::string::npos);
+}
+
+TEST_F(EmailTest, TheWindowWaitsWhileItSends) {
+  way = kSendLink;
+  const LoopbackServer server("http", folder.Path(), {"SUCCESS"});
+  WebServer = server.Host();
+  TickAll();
+  bool blocked = true, closes = false, looked = false;
+  desktop.events = [&] {
+    if (!Working) return;
+    looked = true;
+    blocked = blocked && !form->menus.MnuFile.Enabled() && !form->send.CmdCalcGo(2).Enabled();
+    closes = closes || form->MayClose();
+    StopRequested = false;
+  };
+  Send();
+  EXPECT_TRUE(looked && blocked);
+  EXPECT_FALSE(closes);
+  EXPECT_TRUE(form->MayClose());
+}
+
+TEST_F(EmailTest, MissingInstructionsAreReportedAndEmpty) {
+  std::filesystem::remove(folder.Path() + "/inst1.txt");
+  GetInstructions(1);
+  EXPECT_EQ(LastBox(), "Instruction File load failed");
+  EXPECT_EQ(Instructions[1], "");
+  EXPECT_EQ(Instructions[0].substr(0, 24), "The <CALCNAME> is attach");
+}
+
+TEST_F(EmailTest, TheSettingsWindowKeepsAProfileAndTriesIt) {
+  std::filesystem::remove(folder.Path() + "/Mail.INI");
+  const LoopbackServer server("smtp", folder.Path());
+  FrmMailSettings settings;
+  EXPECT_FALSE(settings.TxtServer.Enabled());
+  settings.CboProfile.Choose(1);
+  settings.cmdaction(0).Press();
+  EXPECT_FALSE(settings.Closed());
+  settings.TxtName.Type("work");
+  settings.TxtServer.Type(server.Host());
+  settings.CboSecurity.Choose(2);
+  settings.CmdTest.Press();
+  EXPECT_EQ(LastBox(), "The test message to leases@example.com went to the mail server " + server.Host() + ".");
+  EXPECT_TRUE(FileExists(folder.Path() + "/message.json"));
+  settings.TxtServer.Type("127.0.0.1:1");
+  settings.CmdTest.Press();
+  EXPECT_EQ(LastBox().substr(0, 30), "The test message was not sent.");
+  settings.cmdaction(0).Press();
+  EXPECT_TRUE(settings.Closed());
+  EXPECT_EQ(GetDefaultMailProfile(), "work");
+  FrmMailSettings again;
+  EXPECT_EQ(again.TxtServer.Text(), "127.0.0.1:1");
+  again.CboProfile.Choose(0);
+  again.cmdaction(0).Press();
+  EXPECT_EQ(GetDefaultMailProfile(), "");
+}
+
+}  // namespace tarvolinex

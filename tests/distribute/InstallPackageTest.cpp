@@ -1,0 +1,147 @@
+#include "distribute/InstallPackage.h"
+
+#include "publish/CalculatorFolder.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+class InstallPackageTest : public SampleTest {
+ protected:
+  InstallPackageTest() {
+    CalculatorPreferences.AliasCalcName = "Lease Tool";
+    Deliver();
+    BuildCalculatorFolder();
+  }
+  // Lines that the program adds to the set-up list.
+  std::string Added() {
+    const std::string list = ReadFile(CalculatorFolder() + "Setup.lst");
+    const auto at = list.find("File7=");
+    return at == std::string::npos ? "" : list.substr(at);
+  }
+  void RemoveFromFolder(const std::string& pattern) {
+    for (const auto& name : ListFiles(CalculatorFolder() + pattern)) DeleteFile(CalculatorFolder() + name);
+  }
+  // Names in the archive, as another program reads them.
+  std::string Listed(const std::string& archive) {
+    const std::string names = folder.Path() + "/names.txt";
+    const std::string read =
+        "/usr/bin/python3 -W error -c \"import sys, zipfile; z = zipfile.ZipFile(sys.argv[1]); "
+        "assert z.testzip() is None; print(' '.join(sorted(z.namelist())))\" '";
+    EXPECT_EQ(std::system((read + NativePath(archive) + "' > " + names).c_str()), 0);
+    return ReadFile(names);
+  }
+  std::string BoxPath(const std::string& path) {
+    form->send.TxtCalcCreate.SetText(path);
+    return path;
+  }
+};
+
+TEST_F(InstallPackageTest, TheSetUpListHoldsTheTitleAndEveryFileOfTheFolder) {
+  RemoveFromFolder("*!*.html");
+  folder.File("calculator/Größe!0.html", std::string(2345, 'x'));
+  ASSERT_TRUE(BuildDistFiles(false));
+  EXPECT_EQ(Added(),
+            "File7=logo.GIF,$(AppPath),,,3/4/3000 6:35:34 PM,6000,0.0.0.0\r\n"
+            "File8=background.JPG,$(AppPath),,,3/4/3000 6:35:34 PM,6000,0.0.0.0\r\n"
+            "File9=GR\xD6\xDF"
+            "E!0.HTML,$(AppPath),,,3/24/3000 12:00:00 PM,2345,0.0.0.0\r\n");
+  const std::string list = ReadFile(CalculatorFolder() + "Setup.lst");
+  EXPECT_EQ(list.substr(0, 2), "\r\n");
+  EXPECT_NE(list.find("Title=Lease Tool               \r\n"), std::string::npos) << list;
+  RemoveFromFolder("logo.*");
+  RemoveFromFolder("background.*");
+  ASSERT_TRUE(BuildDistFiles(false));
+  EXPECT_EQ(Added().substr(0, 6 + 5),
+            "File7=GR\xD6\xDF"
+            "E");
+}
+
+TEST_F(InstallPackageTest, WhatTravelsDependsOnTheWayAndOnThePreferences) {
+  RemoveFromFolder("*!*.html");
+  folder.File("calculator/CalcInstall.CAB", "cab");
+  const std::string data = " Setup.lst Supplier.dat", pages = " calc.html calcdata.txt general.dat";
+  CalculatorPreferences.ShowHeaderLogo = CalculatorPreferences.ShowBackground = true;
+  SendType = kSendProgram;
+  ASSERT_TRUE(BuildDistFiles(false));
+  EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.exe"),
+            "CalcInstall.CAB Setup.lst Supplier.dat background.JPG calc.html "
+            "calcdata.txt general.dat logo.GIF setup.exe\n");
+  CalculatorPreferences.ShowHeaderLogo = false;
+  SendType = kSendZip;
+  ASSERT_TRUE(BuildDistFiles(false));
+  EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.zip"),
+            "Setup.lst Supplier.dat background.JPG calc.html calcdata.txt general.dat\n");
+  CalculatorPreferences.ShowBackground = false;
+  SendType = kSendLink;
+  ASSERT_TRUE(BuildDistFiles(false));
+  EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.exe"), "Setup.lst Supplier.dat calc.html calcdata.txt general.dat\n");
+  // A file made by hand after a link was sent is whole.
+  ASSERT_TRUE((BoxPath(folder.Path() + "/mine.exe"), BuildDistFiles(true)));
+  EXPECT_NE(Listed(folder.Path() + "/mine.exe").find("setup.exe"), std::string::npos);
+}
+
+TEST_F(InstallPackageTest, AnExistingFileIsReplacedOnlyWhenTheUserAgrees) {
+  BoxPath(folder.File("report.EXE", "old"));
+  EXPECT_FALSE(BuildDistFiles(true));
+  EXPECT_EQ(desktop.boxes.back().text, "A file of this name already exists.\n\nOverwrite?");
+  EXPECT_EQ(ReadFile(folder.Path() + "/report.EXE"), "old");
+  EXPECT_EQ(form->TxtStatus.Text(), "");
+  EXPECT_FALSE(FileExists(CalculatorFolder() + "Setup.lst"));
+  desktop.answers = {Answer::Yes};
+  EXPECT_TRUE(BuildDistFiles(true));
+  EXPECT_EQ(ReadFile(folder.Path() + "/report.EXE").substr(0, 2), "MZ");
+}
+
+TEST_F(InstallPackageTest, AFailureIsReportedAndLeavesNoHalfFile) {
+  struct Case {
+    std::string path, message;
+  };
+  for (const Case& c : {Case{"", "Invalid File Name"}, Case{folder.Path(), "Invalid File Name"},
+                        Case{folder.Path() + "/none/x.zip", "Install file creation failed.\n\n"},
+                        Case{folder.Path() + "/none/x.exe", "Install file creation failed.\n\n"}}) {
+    BoxPath(c.path);
+    EXPECT_FALSE(BuildDistFiles(true));
+    EXPECT_EQ(desktop.boxes.back().text.substr(0, c.message.size()), c.message);
+  }
+  BoxPath(folder.Path() + "/x.exe");
+  std::filesystem::remove(folder.Path() + "/Xcdsfx32.bin");
+  EXPECT_FALSE(BuildDistFiles(true));
+  EXPECT_NE(desktop.boxes.back().text.find("Xcdsfx32.bin"), std::string::npos);
+  std::filesystem::remove(folder.Path() + "/Setup.lst");
+  EXPECT_FALSE(BuildDistFiles(true));
+  EXPECT_EQ(desktop.boxes.back().text, "Install File Creation Failed");
+  EXPECT_TRUE(ListFiles(AppFolder + "\\x.*").empty());
+}
+
+TEST_F(InstallPackageTest, TheFileTypeFollowsThePathAndThePathTheType) {
+  SendPanel& panel = form->send;
+  BoxPath("report.EXE");
+  EXPECT_EQ(panel.cmboFileType.ListIndex(), 0);
+  panel.cmboFileType.Choose(1);
+  EXPECT_EQ(panel.TxtCalcCreate.Text(), "report.Zip");
+  panel.cmboFileType.Choose(0);
+  EXPECT_EQ(panel.TxtCalcCreate.Text(), "report.Exe");
+  BoxPath(" a.zip ");
+  EXPECT_EQ(panel.cmboFileType.ListIndex(), 1);
+}
+
+TEST_F(InstallPackageTest, TheSendTabMakesOneAndRemembersItsPath) {
+  SendPanel& panel = form->send;
+  form->TabMain.Choose(kTabSend);
+  EXPECT_TRUE(panel.FraCalCreate(0).Visible());
+  panel.OpCalcCreate(1).SetValue(true);
+  EXPECT_FALSE(panel.FraCalCreate(0).Visible());
+  EXPECT_TRUE(panel.FraCalCreate(1).Visible());
+  desktop.files = {folder.Path() + "/made.zip"};
+  panel.CmdCalcGo(1).Press();
+  EXPECT_EQ(panel.TxtCalcCreate.Text(), folder.Path() + "/made.zip");
+  panel.TxtCalcCreate.SetFocus();
+  panel.TxtCalcCreate.KeyUp(Key::Return);
+  EXPECT_EQ(desktop.boxes.back().text, "Calculator install file created succesfully");
+  EXPECT_TRUE(FileExists(folder.Path() + "/made.zip"));
+  EXPECT_NE(ReadFile(folder.Path() + "/General.INI").find("LASTINSTALLFILE=" + folder.Path() + "/made.zip"),
+            std::string::npos);
+  EXPECT_TRUE(form->menus.MnuFile.Enabled());
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,127 @@
+#!/usr/bin/python3
+"""A mail or web server on loopback for the tests: server.py smtp|http FOLDER BEHAVIOUR...
+
+Prints its port. What it receives goes into FOLDER: a message as its parsed parts, a request as its bytes.
+"""
+import asyncio
+import email
+import email.policy
+import http.server
+import json
+import os
+import ssl
+import sys
+import time
+
+folder = sys.argv[2]
+behaviour = sys.argv[3:]
+
+
+def store(name, data):
+    with open(os.path.join(folder, name + ".part"), "wb") as file:
+        file.write(data)
+    os.rename(os.path.join(folder, name + ".part"), os.path.join(folder, name))
+
+
+def announce(port):
+    print(port, flush=True)
+
+
+class Mailbox:
+    """Takes messages; parsed by the standard library, which is nobody's part of the program."""
+
+    async def handle_MAIL(self, server, session, envelope, address, options):
+        if "refuse" in behaviour:
+            return "550 no mail today"
+        envelope.mail_from = address
+        return "250 OK"
+
+    async def handle_RCPT(self, server, session, envelope, address, options):
+        if "refuse-second" in behaviour and envelope.rcpt_tos:
+            return "550 no such user"
+        envelope.rcpt_tos.append(address)
+        return "250 OK"
+
+    async def handle_DATA(self, server, session, envelope):
+        if "drop" in behaviour:
+            server.transport.abort()
+            return "451 gone"
+        if "later" in behaviour:
+            return "451 try again later"
+        message = email.message_from_bytes(envelope.original_content, policy=email.policy.default)
+        parts = list(message.walk())
+        attached = [part for part in parts if part.get_filename()]
+        text = next(part for part in parts if part.get_content_type() == "text/plain" and not part.get_filename())
+        store("attachment", attached[0].get_content() if attached else b"")
+        store("message.json", json.dumps({
+            "sender": envelope.mail_from, "recipients": ",".join(envelope.rcpt_tos), "user": getattr(session, "user", ""),
+            "tls": session.ssl is not None, "from": str(message["From"]), "to": str(message["To"]),
+            "subject": str(message["Subject"]), "headers": ",".join(sorted(message.keys())),
+            "text": text.get_content(), "attachment": attached[0].get_filename() if attached else "",
+            "defects": ",".join(str(defect) for part in parts for defect in part.defects),
+            "longest": max(len(line) for line in envelope.original_content.split(b"\r\n")),
+        }, ensure_ascii=False).encode())
+        return "250 taken"
+
+
+def smtp():
+    from aiosmtpd.smtp import SMTP, AuthResult, LoginPassword
+
+    def log_in(server, session, envelope, mechanism, data):
+        right = isinstance(data, LoginPassword) and (data.login, data.password) == (b"ann", b"right word")
+        session.user = data.login.decode() if right else ""
+        return AuthResult(success=right, handled=False)
+
+    context = None
+    if "tls" in behaviour:
+        context = ssl.create_default_context(ssl.Purpose.CLIENT_AUTH)
+        context.load_cert_chain(os.path.join(folder, "cert.pem"), os.path.join(folder, "key.pem"))
+    needs_login = "tls" in behaviour
+
+    def factory():
+        return SMTP(Mailbox(), tls_context=context, require_starttls=needs_login, auth_required=needs_login,
+                    authenticator=log_in, enable_SMTPUTF8=False, data_size_limit=1 << 28)
+
+    loop = asyncio.new_event_loop()
+    asyncio.set_event_loop(loop)
+    server = loop.run_until_complete(loop.create_server(asyncio.Protocol if "silent" in behaviour else factory, "127.0.0.1", 0))
+    announce(server.sockets[0].getsockname()[1])
+    loop.run_forever()
+
+
+class Upload(http.server.BaseHTTPRequestHandler):
+    def do_POST(self):
+        if "drop" in behaviour:
+            self.connection.close()
+            return
+        length, body = int(self.headers["Content-Length"]), b""
+        while len(body) < length:
+            piece = self.rfile.read(min(65536, length - len(body)))
+            if not piece:
+                return
+            body += piece
+            if "slow" in behaviour:
+                time.sleep(0.05)
+        if "silent" in behaviour:
+            time.sleep(60)
+        head = f"{self.command} {self.path}\n" + "".join(f"{k}: {v}\n" for k, v in self.headers.items())
+        store("body", body)
+        store("head", head.encode())
+        status = next((int(word) for word in behaviour if word.isdigit()), 200)
+        answer = " ".join(word for word in behaviour if not word.isdigit() and word not in ("slow", "silent")).encode()
+        self.send_response(status)
+        self.send_header("Content-Length", str(len(answer)))
+        self.end_headers()
+        self.wfile.write(answer)
+
+    def log_message(self, *_):
+        pass
+
+
+def web():
+    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Upload)
+    announce(server.server_address[1])
+    server.serve_forever()
+
+
+smtp() if sys.argv[1] == "smtp" else web()
