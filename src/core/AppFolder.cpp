@@ -8,7 +8,7 @@ namespace tarvolinex {
 namespace {
 
 constexpr const char* kNeededFiles[] = {
-    "CalcTemplate.html", "Setup.lst", "Xcdsfx32.bin", "setup.exe", "inst0.txt", "inst1.txt", "inst2.txt",
+    "CalcTemplate.html", "Setup.lst", "Xcdsfx32.bin", "calculator\\setup.exe", "inst0.txt", "inst1.txt", "inst2.txt",
 };
 constexpr const char* kHelpFiles = "\\Help\\*.*";
 

@@ -1,0 +1,132 @@
+"""A Windows of the tests' own (Wine, without a display), the programs under test and install files for them."""
+import io
+import os
+import pathlib
+import shutil
+import struct
+import subprocess
+import tempfile
+import time
+import unittest
+import zipfile
+
+HERE = pathlib.Path(__file__).resolve().parent
+BUILD = pathlib.Path(os.environ.get('BUILD', HERE.parent.parent / 'build'))
+MODULE = BUILD / 'windows/Xcdsfx32.bin'
+SETUP = BUILD / 'windows/setup.exe'
+PACK = BUILD / 'tests/pack'
+LIST = HERE.parent.parent / 'installed/Setup.lst'
+ICON = HERE.parent.parent / 'installed/database/icons/CHART.ICO'
+COMPILER = 'x86_64-w64-mingw32-g++'
+
+root = pathlib.Path(tempfile.mkdtemp(prefix='tarvolinex-wine-'))
+environment = dict(
+    os.environ, WINEPREFIX=str(root / 'prefix'), HOME=str(root / 'home'), WINEDEBUG='-all', LC_ALL='C.UTF-8',
+    WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe=', SEEN=f'Z:{root}/seen'.replace('/', '\\'))
+for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'XDG_DESKTOP_DIR'):
+    environment.pop(name, None)
+
+
+def start():
+    (root / 'home').mkdir()
+    run('wineboot', '--init')
+    run('reg', 'add', 'HKCU\\Software\\Wine\\Drivers', '/v', 'Graphics', '/d', 'null')  # windows that nobody sees
+    for source, target, more in (('helper', 'helper.exe', ['-municode']), ('plant', 'plant.dll', ['-shared'])):
+        subprocess.run([COMPILER, '-static', '-s', '-O1', str(HERE / f'{source}.cpp'), '-o', str(root / target), *more],
+                       check=True)
+    # As long as one program runs, the services need not start anew for each of the others.
+    (root / 'kept').touch()
+    global keeper
+    keeper = hold(root / 'kept')
+
+
+def stop():
+    release(keeper)
+    subprocess.run(['wineserver', '-k', '-w'], env=environment, check=False)
+    shutil.rmtree(root, ignore_errors=True)
+
+
+def run(program, *arguments, **variables):
+    return subprocess.run(['wine', str(program), *arguments], env=dict(environment, **variables), capture_output=True, encoding='utf-8',
+                          errors='replace', timeout=60)
+
+
+def hold(path):
+    """Keeps the file open, shared with nobody."""
+    process = subprocess.Popen(['wine', str(root / 'helper.exe'), 'hold', windows(path)], env=environment,
+                               stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+    assert process.stdout.readline().strip() == b'held'
+    return process
+
+
+def release(process):
+    process.stdin.close()
+    process.stdout.close()
+    process.wait()
+
+
+def windows(path):
+    return 'Z:' + str(path).replace('/', '\\')
+
+
+def user(*below):
+    """A path in the user's folder of that Windows."""
+    home = next(p for p in (root / 'prefix/drive_c/users').iterdir() if p.name != 'Public')
+    return home.joinpath(*below)
+
+
+def temporary_files():
+    return sorted(p.name for p in user('AppData/Local/Temp').glob('tarvolinex*'))
+
+
+def wait_until(condition, seconds=15):
+    end = time.monotonic() + seconds
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError('it did not come to be in time')
+        time.sleep(0.05)
+
+
+def archive(files):
+    """A zip of (name or ZipInfo, bytes) pairs."""
+    out = io.BytesIO()
+    with zipfile.ZipFile(out, 'w', zipfile.ZIP_DEFLATED) as packed:
+        for name, data in files:
+            packed.writestr(name, data)
+    return out.getvalue()
+
+
+def packed(folder, files, name='CalcInstall.exe', command='%t\\setup.exe', title='Preisbuch'):
+    """An install file in the folder, made by the packer of the program, of an archive's bytes or of pairs."""
+    (folder / 'in.zip').write_bytes(files if isinstance(files, bytes) else archive(files))
+    target = folder / name
+    subprocess.run([PACK, title, command, MODULE, ICON, folder / 'in.zip', target], check=True)
+    (folder / 'in.zip').unlink()
+    return target
+
+
+def damaged_at(path, mark, offset, data):
+    """Writes over the bytes `offset` behind the last place of the mark."""
+    content = bytearray(path.read_bytes())
+    at = content.rindex(mark) + offset
+    content[at:at + len(data)] = data
+    path.write_bytes(content)
+
+
+def u32(number):
+    return struct.pack('<I', number)
+
+
+class WindowsTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(dir=root))
+        (root / 'seen').unlink(missing_ok=True)
+
+    def tearDown(self):
+        self.assertEqual(temporary_files(), [], 'something stayed in the temporary folder')
+        shutil.rmtree(self.folder)
+
+    def assert_refused(self, result, *words):
+        self.assertEqual(result.returncode, 1, result.stderr)
+        for word in words:
+            self.assertIn(word, result.stderr)

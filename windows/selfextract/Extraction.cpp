@@ -1,0 +1,109 @@
+#include "selfextract/Extraction.h"
+
+#include <windows.h>
+
+#include "selfextract/Archive.h"
+#include "selfextract/Container.h"
+#include "selfextract/ProgressWindow.h"
+#include "system/Failure.h"
+#include "system/Process.h"
+#include "system/Text.h"
+
+namespace tarvolinex::windows {
+
+namespace {
+
+constexpr unsigned long kStopped = 2;
+
+void Test(const Archive& archive, ProgressWindow& progress) {
+  progress.Say(L"Checking the files...");
+  for (const Entry& entry : archive.Entries()) {
+    archive.Unpack(entry, [&](std::string_view bytes) { progress.Advance(bytes.size()); });
+  }
+}
+
+// Each file is written beside and takes its name when it is whole, so a link of that name is replaced, not followed.
+void Write(const Archive& archive, const std::wstring& folder, ProgressWindow& progress) {
+  const std::wstring beside = folder + L"\\~unpacking.tmp";
+  Delete(beside);
+  for (const Entry& entry : archive.Entries()) {
+    progress.Say(L"Unpacking " + entry.name);
+    OutputFile file(beside);
+    archive.Unpack(entry, [&](std::string_view bytes) {
+      file.Write(bytes);
+      progress.Advance(bytes.size());
+    });
+    file.Close();
+    Move(beside, folder + L"\\" + entry.name, true);
+  }
+}
+
+// A folder of its own that goes when the started program has ended.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() : path_(MakeTemporaryFolder()) {}
+  ~TemporaryFolder() {
+    // A virus scanner may hold a file for a moment.
+    for (int tries = 0; tries < 50 && !RemoveFolder(path_); ++tries) Sleep(100);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  const std::wstring& Path() const { return path_; }
+
+ private:
+  std::wstring path_;
+};
+
+std::wstring FullPath(const std::wstring& path) {
+  wchar_t full[32768];
+  const DWORD length = GetFullPathNameW(path.c_str(), 32768, full, nullptr);
+  if (length == 0 || length >= 32768) ThrowLastError(L"Finding the folder", path);
+  return std::wstring(full, length);
+}
+
+}  // namespace
+
+void ReadOptions(const std::vector<std::wstring>& arguments, Options& options) {
+  bool in_folder = false;
+  for (const std::wstring& argument : arguments) {
+    if (SameName(argument, L"/S")) {
+      options.silent = true;
+      in_folder = false;
+    } else if (StartsWithName(argument, L"/D=") && argument.size() > 3) {
+      options.folder = argument.substr(3);
+      in_folder = true;
+    } else if (in_folder && argument[0] != L'/') {
+      options.folder += L" " + argument;
+    } else {
+      throw Failure{L"\"" + argument + L"\" is not understood. Known are /S (silent) and /D=FOLDER (unpack there)."};
+    }
+  }
+}
+
+unsigned long UnpackAndStart(const InputFile& file, const Options& options) {
+  const Container container = ReadContainer(file);
+  const Archive archive(file, container);
+  const bool starts = options.folder.empty() && !container.command.empty();
+  if (starts && !archive.Holds(container.command)) {
+    throw Failure{L"\"" + container.command + L"\" is missing in " + file.Path() + L"."};
+  }
+  ProgressWindow progress(container.title, options.silent, 2 * archive.UnpackedSize());
+  try {
+    Test(archive, progress);
+    if (!options.folder.empty()) {
+      const std::wstring folder = FullPath(options.folder);
+      MakeFolder(folder);
+      Write(archive, folder, progress);
+      return 0;
+    }
+    const TemporaryFolder folder;
+    Write(archive, folder.Path(), progress);
+    progress.Close();
+    if (!starts) return 0;
+    return Run(folder.Path() + L"\\" + container.command, options.silent ? L"/S" : L"", true);
+  } catch (const Stopped&) {
+    return kStopped;
+  }
+}
+
+}  // namespace tarvolinex::windows

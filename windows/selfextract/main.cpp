@@ -1,0 +1,21 @@
+#include <windows.h>
+
+#include "selfextract/Container.h"
+#include "selfextract/Extraction.h"
+#include "system/Failure.h"
+#include "system/Process.h"
+
+using namespace tarvolinex::windows;
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
+  GuardLibraries();
+  Options options;
+  try {
+    ReadOptions(Arguments(), options);
+    const InputFile file(ProgramPath());
+    return static_cast<int>(UnpackAndStart(file, options));
+  } catch (const Failure& failure) {
+    ReportFailure(NameOf(ProgramPath()), failure, options.silent);
+    return 1;
+  }
+}
