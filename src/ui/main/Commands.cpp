@@ -5,6 +5,7 @@
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "publish/CalculatorFolder.h"
+#include "store/Contacts.h"
 #include "store/DatabaseFile.h"
 #include "store/Forms.h"
 #include "store/Suppliers.h"
@@ -19,10 +20,14 @@ namespace tarvolinex {
 void FrmMain::WireMenus() {
   menus.MnuOpen.Click = [] {
     SavePendingChanges();
+    SaveContact();  // it belongs to the database that is left
     bool askUser = true;
     OpenDatabase(askUser);
   };
-  menus.MnuExit.Click = [this] { Close(); };
+  menus.MnuExit.Click = [this] {
+    SavePendingChanges();
+    Close();
+  };
   menus.MnuAdd.Click = [this] { SupplierCommand(0); };
   menus.MnuRemove.Click = [this] { SupplierCommand(1); };
   menus.MnuSaveDefault.Click = [this] { SaveAsDefault(); };
@@ -47,6 +52,8 @@ void FrmMain::WireMenus() {
 }
 
 void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
+  // While a new supplier has no name only Remove is free, and abandons it.
+  if (CurrentSupplierId == 0 && Nameless()) return SupplierCommand(kUndo);
   SavePendingChanges();
   if (key == "ADDNEW") SupplierCommand(0);
   if (key == "REMSUPP") SupplierCommand(1);
@@ -79,6 +86,7 @@ void FrmMain::SaveAsDefault() {
 
 void FrmMain::CreateNewDatabase() {
   SavePendingChanges();
+  SaveContact();
   FRmCreateDB create;
   TheDesktop().ShowModal(create);
 }

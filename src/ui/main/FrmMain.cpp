@@ -83,9 +83,8 @@ void FrmMain::Load() {
 }
 
 void FrmMain::Unload() {
-  // A supplier without a name is never stored: closing drops it, or the emptied name.
-  const bool named = !Trim(supplier.TxtSupplier(kSupplierName).Text()).empty();
-  if (!ErrorShown && named) {
+  // Closing drops a supplier without a name, or the emptied name.
+  if (!ErrorShown && !Nameless()) {
     LeaveField();
     SavePendingChanges();
     SaveContact();
@@ -118,9 +117,13 @@ void FrmMain::Timer1_Tick() {
 }
 
 void FrmMain::Form_KeyUp(Key key) {
-  if (key != Key::Escape || !Trim(supplier.TxtSupplier(kSupplierName).Text()).empty()) return;
+  if (key != Key::Escape || !Nameless()) return;
   SupplierChanged = true;
   SupplierCommand(1);
+}
+
+bool FrmMain::Nameless() const {
+  return Trim(supplier.TxtSupplier(kSupplierName).Text()).empty();
 }
 
 }  // namespace tarvolinex

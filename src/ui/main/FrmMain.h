@@ -23,8 +23,9 @@ class FrmMain : public MainWindow {
   static int SmallestHeight();
   void Arrange(int width, int height);
 
-  // 0 adds a supplier, 1 removes the shown one, any other value undoes its edits. With pending edits 0 saves them and
-  // 1 undoes them.
+  // 0 adds a supplier, 1 removes the shown one, any other value (kUndo) undoes its edits. With pending edits 0 saves
+  // them and 1 undoes them.
+  static constexpr int kUndo = 2;
   void SupplierCommand(int action);
 
   // The selection handler of the supplier list.
@@ -45,6 +46,8 @@ class FrmMain : public MainWindow {
   void TabMain_Click();
   void Timer1_Tick();
   void Form_KeyUp(Key key);
+  // The shown supplier's name is empty: it is not stored like that.
+  bool Nameless() const;
   void RefreshSupplierList();
   void SaveAsDefault();
   void CreateNewDatabase();
