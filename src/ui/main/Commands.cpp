@@ -8,6 +8,7 @@
 #include "store/Contacts.h"
 #include "store/DatabaseFile.h"
 #include "store/Forms.h"
+#include "store/Statements.h"
 #include "store/Suppliers.h"
 #include "ui/main/FRmCreateDB.h"
 #include "ui/main/FrmAbout.h"
@@ -78,10 +79,12 @@ void FrmMain::SaveAsDefault() {
                                               BoxIcon::Information);
   if (answer != Answer::Ok) return;
   SavePendingChanges();
+  Transaction transaction;
   SaveSupplier(false);
   // The shown ticks become the default's, whether or not the user has just changed them.
   FormLinksChanged = true;
   SaveSupplierFormLinks(0);
+  transaction.Commit();
 }
 
 void FrmMain::CreateNewDatabase() {

@@ -61,6 +61,7 @@ void FrmMain::WireShell() {
   KeyUp = [this](Key key) { Form_KeyUp(key); };
   Resized = [this](int width, int height) { Arrange(width, height); };
   Unloading = [this] { Unload(); };
+  for (int i = 0; i < 2; ++i) send.OpCalcCreate(i).Click = [this, i] { ShowSendFrame(i); };
 }
 
 void FrmMain::Load() {
@@ -69,6 +70,7 @@ void FrmMain::Load() {
   ErrorShown = false;
   LoadStep([&] {
     TabMain.SelectTab(kTabQuote);
+    send.OpCalcCreate(0).SetValue(true);
     SetImageForButtonAndDrop();
   });
   LoadStep([&] { LoadIniFileValues(); });
@@ -96,6 +98,11 @@ void FrmMain::Unload() {
   }
   TheDesktop().DoEvents();
   TheDesktop().DoEvents();
+}
+
+void FrmMain::ShowSendFrame(int mode) {
+  for (int i = 0; i < 2; ++i) send.FraCalCreate(i).SetVisible(false);
+  send.FraCalCreate(mode).SetVisible(true);
 }
 
 void FrmMain::SetImageForButtonAndDrop() {

@@ -45,6 +45,8 @@ class FrmMain : public MainWindow {
   void Toolbar1_ButtonClick(const std::string& key);
   void TabMain_Click();
   void Timer1_Tick();
+  // 0 the e-mail, 1 the install file.
+  void ShowSendFrame(int mode);
   void Form_KeyUp(Key key);
   // The shown supplier's name is empty: it is not stored like that.
   bool Nameless() const;
