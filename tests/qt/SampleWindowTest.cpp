@@ -126,7 +126,9 @@ TEST_F(SampleWindow, AnEmptyNameCannotBeLeftAndBlocksEveryCommand) {
   AnswerWith(QMessageBox::Ok);
   Click(Find("TxtSupplier_3"), Find("TxtSupplier_3").rect().center());
   EXPECT_EQ(said, std::vector<std::string>{"You must enter a Dealer name"});
-  EXPECT_TRUE(QTest::qWaitFor([&] { return Find("TxtSupplier_0").hasFocus(); }));
+  Settle();
+  EXPECT_EQ(Root().focusWidget()->objectName(), "TxtSupplier_0");
+  EXPECT_EQ(form.ActiveControl()->WidgetName(), "TxtSupplier_0");
   EXPECT_FALSE(List().isEnabled());
   ClickTab(kTabQuote);
   EXPECT_EQ(form.TabMain.Selected(), kTabDetails);

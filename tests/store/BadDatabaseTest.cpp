@@ -21,9 +21,7 @@ class AnotherUser {
   ~AnotherUser() { Become(0); }
 
  private:
-  void Become(uid_t user) {
-    if (getuid() == 0) EXPECT_EQ(seteuid(user), 0);
-  }
+  void Become(uid_t user) { EXPECT_TRUE(getuid() != 0 || seteuid(user) == 0); }
 };
 
 // While it lives no file grows beyond the size.
@@ -80,8 +78,8 @@ TEST_F(BadDatabaseTest, ATruncatedFileIsReportedAndNotTouched) {
     const std::string cut = whole.substr(0, length);
     WriteFile(path, cut);
     const bool started = StartAgain();
-    if (length <= 4096) EXPECT_FALSE(started) << length;
-    if (!started) EXPECT_NE(Said(), "") << length;
+    EXPECT_FALSE(started && length <= 4096) << length;
+    EXPECT_TRUE(started || Said() != "") << length;
     for (const auto& box : desktop.boxes) {
       EXPECT_TRUE(box.text == "Database Error" || box.text == "Error Getting Dealer List" ||
                   box.text == "Listing Contacts Failed" || box.text.starts_with("3100 The database "))
