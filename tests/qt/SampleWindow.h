@@ -13,7 +13,6 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "qt/ListModels.h"
 #include "qt/QtDesktop.h"
 #include "support/Fixture.h"
 
