@@ -40,6 +40,7 @@ int RunWindow(int argc, char** argv, const ProgramOptions& options) {
     const FolderLock lock(AppFolder);
     status = RunForm(program, options);
   } catch (const RuntimeError& failure) {
+    std::cerr << "tarvolinex: " << failure.Description() << '\n';
     TheDesktop().MessageBox(failure.Description(), "Tarvolinex", BoxButtons::Ok, BoxIcon::Critical);
   }
   TheStore.reset();

@@ -238,7 +238,7 @@ MainMenus::MainMenus(Window& window)
     : MnuFile(window, "MnuFile", "", "&File"),
       MnuOpen(window, "MnuOpen", "MnuFile", "Open <SUPPLIER> Database...", "Ctrl+O"),
       MnuCreate(window, "MnuCreate", "MnuFile", "Create New <SUPPLIER> Database..."),
-      MnuExit(window, "MnuExit", "MnuFile", "E&xit", "Ctrl+Q"),
+      MnuExit(window, "MnuExit", "MnuFile", "Exit", "Ctrl+Q"),
       MnuEdit(window, "MnuEdit", "", "Edi&t"),
       MnuAdd(window, "MnuAdd", "MnuEdit", "&Add New <SUPPLIER>", "Ctrl+N"),
       MnuRemove(window, "MnuRemove", "MnuEdit", "R&emove <SUPPLIER>"),

@@ -150,6 +150,7 @@ void Connection::Open(std::string_view connectionString) {
   }
   const int result =
       sqlite3_open_v2(NativePath(path).c_str(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+  sqlite3_busy_timeout(database_, kBusyMilliseconds);
   // Opening reads nothing; asking for the schema does.
   const int read = result != SQLITE_OK
                        ? result
@@ -159,7 +160,6 @@ void Connection::Open(std::string_view connectionString) {
     Close();
     throw RuntimeError(kDatabase, "The database " + path + " cannot be opened: " + why);
   }
-  sqlite3_busy_timeout(database_, kBusyMilliseconds);
   sqlite3_exec(database_, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
   sqlite3_create_collation(database_, kCaseBlindOrder, SQLITE_UTF8, nullptr, CompareCaseBlind);
   sqlite3_create_function(database_, "like", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, Like, nullptr, nullptr);
@@ -194,6 +194,10 @@ void Connection::Execute(std::string_view statement) {
   if (result != SQLITE_DONE) errors_.emplace_back(sqlite3_errmsg(database_));
   sqlite3_finalize(prepared);
   if (!errors_.empty()) throw RuntimeError(kDatabase, errors_.front() + ": " + std::string(statement));
+}
+
+int Connection::LastInsertedId() const {
+  return database_ ? static_cast<int>(sqlite3_last_insert_rowid(database_)) : 0;
 }
 
 void Connection::CopyTo(std::string_view path) {
@@ -242,7 +246,7 @@ void Recordset::Open(std::string_view statement, Connection& connection) {
   firstDue_ = true;
 }
 
-void Recordset::ReadRows(const std::vector<std::string>& columns, const RowReader& read) {
+void Recordset::ReadRows(const std::vector<std::string>& columns, const RowReader& read) const {
   std::string list;
   for (const std::string& column : columns) {
     const int index = ColumnIndex(column);
@@ -250,11 +254,15 @@ void Recordset::ReadRows(const std::vector<std::string>& columns, const RowReade
     list += index < 0 ? "NULL" : ColumnName(index);
   }
   Recordset narrow;
-  narrow.Open("SELECT " + list + " FROM (" + statement_ + ")", *connection_);
-  std::vector<Value> values(columns.size());
-  for (; !narrow.EndOfFile(); narrow.MoveNext()) {
-    for (std::size_t i = 0; i < values.size(); ++i) values[i] = narrow.Field(static_cast<int>(i));
-    read(values);
+  narrow.Open("SELECT " + list + " FROM (" + statement_ + ") ORDER BY ID", *connection_);
+  std::vector<std::string_view> texts(columns.size());
+  for (narrow.Step(narrow.rows_); narrow.current_; narrow.Step(narrow.rows_)) {
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      const auto column = static_cast<int>(i);
+      const auto* bytes = sqlite3_column_text(narrow.rows_, column);
+      texts[i] = bytes ? ViewOf(bytes, sqlite3_column_bytes(narrow.rows_, column)) : std::string_view();
+    }
+    read(texts);
   }
 }
 

@@ -53,6 +53,8 @@ class Connection {
   // One action statement, whole or not at all. Throws RuntimeError when it fails; Errors then describes why.
   void Execute(std::string_view statement);
   const std::vector<std::string>& Errors() const { return errors_; }
+  // The ID that the last INSERT of this connection was given; 0 before the first one.
+  int LastInsertedId() const;
 
   // Copies the database, as it is between two statements, to a new file, whole or not at all. Throws RuntimeError.
   void CopyTo(std::string_view path);
@@ -94,11 +96,11 @@ class Recordset {
   // is none. After a row was found, MoveNext goes to the end.
   void Find(std::string_view criterion);
 
-  // Gives the named columns of every row in the set's order: for a long set faster than moving through it, because only
-  // these columns are read. A column that the set lacks is Null. Where the set stands does not change.
-  // The reader may move the values away.
-  using RowReader = std::function<void(std::vector<Value>& values)>;
-  void ReadRows(const std::vector<std::string>& columns, const RowReader& read);
+  // Gives the named columns of every row as texts, ordered by ID: for a long set much faster than moving through it,
+  // because only these columns are read and nothing is sorted. A column that the set lacks, and Null, are empty. The
+  // texts live until the reader returns. Where the set stands does not change.
+  using RowReader = std::function<void(const std::vector<std::string_view>& texts)>;
+  void ReadRows(const std::vector<std::string>& columns, const RowReader& read) const;
 
   int ColumnCount() const { return static_cast<int>(columns_.size()); }
   const std::string& ColumnName(int column) const { return columns_.at(static_cast<std::size_t>(column)).name; }

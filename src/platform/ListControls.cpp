@@ -94,6 +94,13 @@ void ListView::Clear() {
   PaintItems();
 }
 
+std::vector<ListView::Row> ListView::TakeRows() {
+  std::vector<Row> rows = std::exchange(rows_, {});
+  rows_.reserve(rows.size());
+  Clear();
+  return rows;
+}
+
 void ListView::Add(Row row) {
   rows_.push_back(std::move(row));
   PaintItems();

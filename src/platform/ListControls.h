@@ -87,6 +87,8 @@ class ListView : public Control {
   void BeginFill() { filling_ = true; }
   void EndFill();
   void Clear();
+  // As Clear, and gives the rows away, so that whoever fills the list anew can use their memory again.
+  std::vector<Row> TakeRows();
   void Add(Row row);
   void Remove(int row);
   // -1 when no row has the key.

@@ -179,6 +179,16 @@ bool BindListBox(ListBox& box, QWidget& widget, QObject& owner) {
   box.Painter(Aspect::State, -1);
   box.Painter(Aspect::Items, -1);
   selection->OnUser([&box, &owner](int row) { DeliverLater(owner, [&box, row] { box.SetListIndex(row); }); });
+  // A click on the item that is selected already.
+  QObject::connect(view, &QListView::pressed, &owner, [&box, view](const QModelIndex& index) {
+    view->setProperty("again", index.row() == box.ListIndex());
+  });
+  QObject::connect(view, &QListView::clicked, &owner, [&box, &owner, view] {
+    if (!view->property("again").toBool()) return;
+    DeliverLater(owner, [&box] {
+      if (box.Click) box.Click();
+    });
+  });
   QObject::connect(view, &QListView::doubleClicked, &owner, [&box, &owner] {
     DeliverLater(owner, [&box] {
       if (box.DblClick) box.DblClick();

@@ -100,6 +100,8 @@ void SaveContact() {
   if (Trim(panel.TxtContact(0).Text() + panel.TxtContact(1).Text()).empty()) return SetStatus(false, "", -1);
   try {
     ExecuteStatement(ContactStatement());
+    // Typing on after a save is no second new contact.
+    if (CurrentContactId == 0) CurrentContactId = TheStore->connection.LastInsertedId();
     ContactListStale = true;
     ContactChanged = false;
   } catch (const RuntimeError&) {

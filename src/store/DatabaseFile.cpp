@@ -59,7 +59,9 @@ void UseFreshDatabase() {
 }  // namespace
 
 void ConnectDatabase() {
-  RemovedSupplier = {};  // belongs to the database that is left
+  // These belong to the database that is left.
+  RemovedSupplier = {};
+  SupplierChanged = FormLinksChanged = ContactChanged = false;
   if (MainFormExists()) MainForm().menus.MnuUndoRemove.SetEnabled(false);
   try {
     for (Recordset* set :

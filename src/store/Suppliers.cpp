@@ -1,6 +1,8 @@
 #include "store/Suppliers.h"
 
+#include <algorithm>
 #include <charconv>
+#include <numeric>
 
 #include "calc/InputRules.h"
 #include "calc/RateCard.h"
@@ -25,38 +27,44 @@ const std::vector<std::string> kListColumns = {"ID",       "CompanyName", "tel",
                                                "Address2", "Town",        "County", "PostCode"};
 constexpr std::size_t kFirstCell = 2;
 
-ListView::Row RowFor(std::string key, std::string name) {
-  ListView::Row row;
-  row.key = std::move(key);
-  row.toolTip = "Double click to view <" + name + "> calculator";
-  row.text = name.empty() ? "<NEW>" : std::move(name);
+void NameRow(ListView::Row& row, std::string_view name) {
+  row.text = name.empty() ? "<NEW>" : name;
+  row.toolTip = "Double click to view <";
+  row.toolTip.append(name).append("> calculator");
   row.cells.resize(kListColumns.size() - kFirstCell);
-  return row;
 }
 
+// Into rows that exist already, whose texts have their memory: most fills change little. Gives the folded names.
+std::vector<std::string> ReadSuppliers(const Recordset& records, std::vector<ListView::Row>& rows) {
+  std::vector<std::string> names;
+  names.reserve(rows.size());
+  records.ReadRows(kListColumns, [&](const std::vector<std::string_view>& texts) {
+    if (names.size() == rows.size()) rows.emplace_back();
+    ListView::Row& row = rows[names.size()];
+    row.key.assign("ID").append(texts[0]);
+    NameRow(row, Trim(texts[1]));
+    for (std::size_t i = kFirstCell; i < texts.size(); ++i) row.cells[i - kFirstCell] = Trim(texts[i]);
+    names.push_back(FoldCase(texts[1]));
+  });
+  rows.resize(names.size());
+  return names;
+}
+
+// In the order of the names. The newest supplier is the one with the highest ID: it was read last.
 void FillSupplierList(bool selectNewest) {
   ListView& list = MainForm().LvwSuppliers;
-  Recordset& records = TheStore->SupplierRecords;
-  OpenRecordset(statements::kSuppliers, records, false);
+  OpenRecordset(statements::kSuppliers, TheStore->SupplierRecords, false);
   list.BeginFill();
-  list.Clear();
-  double highest = 0;
+  std::vector<ListView::Row> rows = list.TakeRows();
+  const std::vector<std::string> names = ReadSuppliers(TheStore->SupplierRecords, rows);
+  std::vector<std::size_t> order(names.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return names[a] < names[b]; });
   int newest = 0;
-  records.ReadRows(kListColumns, [&](std::vector<Value>& values) {
-    const auto text = [&](std::size_t column) {
-      auto* stored = std::get_if<std::string>(&values[column]);
-      if (!stored) return ValueText(values[column]);
-      return Trim(*stored).size() == stored->size() ? std::move(*stored) : std::string(Trim(*stored));
-    };
-    ListView::Row row = RowFor("ID" + text(0), text(1));
-    for (std::size_t i = kFirstCell; i < values.size(); ++i) row.cells[i - kFirstCell] = text(i);
-    list.Add(std::move(row));
-    const double number = ValueNumber(values[0]);
-    if (selectNewest && number > highest) {
-      highest = number;
-      newest = list.Count() - 1;
-    }
-  });
+  for (const std::size_t supplier : order) {
+    if (selectNewest && supplier + 1 == names.size()) newest = list.Count();
+    list.Add(std::move(rows[supplier]));
+  }
   list.Select(newest);
   if (list.SortColumn >= 0) {
     list.Sort();
@@ -202,7 +210,10 @@ void NewSupplier() {
   MainWindow& form = MainForm();
   CurrentSupplierId = 0;
   SetStatus(false, "Loading Defaults", 20);
-  form.LvwSuppliers.Add(RowFor("ID0", ""));
+  ListView::Row row;
+  row.key = "ID0";
+  NameRow(row, "");
+  form.LvwSuppliers.Add(std::move(row));
   form.LvwSuppliers.Select(form.LvwSuppliers.Count() - 1);
   CurrentSupplierIndex = form.LvwSuppliers.Selected();
   LoadDefaultSupplier();

@@ -1,5 +1,9 @@
 #include "app/StartUp.h"
 
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include "platform/RuntimeError.h"
 #include "support/Fixture.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
@@ -74,6 +78,30 @@ TEST_F(StartUpTest, AStepOfTheWindowsLoadThatFailsIsPassedOver) {
   FrmMain form;
   StartWindow(options, form, splash);
   EXPECT_EQ(form.LvwSuppliers.Count(), 12);
+}
+
+TEST_F(StartUpTest, ASecondProgramOnTheFolderIsRefused) {
+  const FolderLock first(options.appFolder);
+  int pipes[2];
+  ASSERT_EQ(pipe(pipes), 0);
+  const pid_t second = fork();
+  if (second == 0) {
+    dup2(pipes[1], STDERR_FILENO);
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    execl(PROGRAM, PROGRAM, "--app-folder", options.appFolder.c_str(), nullptr);
+    _exit(127);
+  }
+  close(pipes[1]);
+  const std::string expected = "tarvolinex: Another running Tarvolinex uses the folder " + options.appFolder + "\n";
+  std::string said;
+  for (char c = 0; said.find(expected) == std::string::npos && read(pipes[0], &c, 1) == 1;) said += c;
+  EXPECT_NE(said.find(expected), std::string::npos) << said;
+  kill(second, SIGKILL);  // its box waits for an answer
+  int status = 0;
+  waitpid(second, &status, 0);
+  close(pipes[0]);
+  const std::filesystem::directory_iterator files(options.appFolder);
+  EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "it wrote beside the lock";
 }
 
 }  // namespace tarvolinex

@@ -41,6 +41,9 @@ TEST_F(SuppliersTest, ASupplierThatIsGoneIsReported) {
   Choose("Saxonholt Dental Systems Ltd");
   EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
   EXPECT_EQ(form->LvwSuppliers.Count(), 11);
+  // What is shown is the selected supplier, so that typing goes on in it.
+  EXPECT_EQ(CurrentSupplierId, 1);
+  EXPECT_EQ(form->supplier.TxtSupplier(kSupplierName).Text(), "Aldermoor Print Finishing Ltd");
 }
 
 TEST_F(SuppliersTest, FormsWithoutAPageAreNotOffered) {
@@ -49,6 +52,23 @@ TEST_F(SuppliersTest, FormsWithoutAPageAreNotOffered) {
   form->menus.MnuRefresh.Choose();
   EXPECT_EQ(form->rateCard.LvwForms.Count(), 3);
   EXPECT_EQ(form->rateCard.LvwForms.Find("ID2"), -1);
+}
+
+TEST_F(SuppliersTest, TheListIsInTheOrderOfTheNames) {
+  ExecuteRaw("UPDATE suppliers SET CompanyName='' WHERE ID=3");
+  ExecuteRaw("UPDATE suppliers SET CompanyName='ÉCLAIR' WHERE ID=4");
+  ExecuteRaw("UPDATE suppliers SET CompanyName='éclair' WHERE ID=2");
+  ExecuteRaw("UPDATE suppliers SET CompanyName=NULL WHERE ID=5");
+  ExecuteRaw("UPDATE suppliers SET CompanyName='aldermoor PRINT', Town=NULL WHERE ID=6");
+  form->menus.MnuRefresh.Choose();
+  const ListView& list = form->LvwSuppliers;
+  ASSERT_EQ(list.Count(), 12);
+  EXPECT_EQ(list.At(0).key + list.At(1).key + list.At(2).key + list.At(3).key, "ID3ID5ID6ID1");
+  EXPECT_EQ(list.At(0).text, "<NEW>");
+  EXPECT_EQ(list.At(0).toolTip, "Double click to view <> calculator");
+  EXPECT_EQ(list.At(2).cells[3], "");
+  EXPECT_EQ(list.At(3).toolTip, "Double click to view <Aldermoor Print Finishing Ltd> calculator");
+  EXPECT_EQ(list.At(10).key + list.At(11).key, "ID2ID4");  // the same to the order: by ID
 }
 
 }  // namespace tarvolinex

@@ -1,4 +1,5 @@
 // Contacts and the contact search on the sample database.
+#include "platform/ZipComponent.h"
 #include "store/Contacts.h"
 #include "support/Fixture.h"
 #include "ui/main/FrmSearch.h"
@@ -69,6 +70,37 @@ TEST_F(ContactPanelTest, ANewContactStaysWithItsSupplier) {
   Type(Field(1), "Late");
   Choose("Millrace Laundry Systems Ltd");
   EXPECT_EQ(Ask("SELECT Supplierid FROM contacts WHERE surname='Late'"), "3");
+}
+
+TEST_F(ContactPanelTest, TypingOnAfterASaveIsNoSecondContact) {
+  Button(0).Press();
+  Type(Field(1), "Late");
+  form->TabMain.Choose(kTabSettings);
+  form->TabMain.Choose(kTabDetails);
+  Type(Field(5), "late@x.example");
+  form->TabMain.Choose(kTabQuote);
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE surname='Late'"), "1");
+  EXPECT_EQ(Ask("SELECT email FROM contacts WHERE surname='Late'"), "late@x.example");
+}
+
+TEST_F(ContactPanelTest, AContactStaysInTheDatabaseInWhichItWasTyped) {
+  TemporaryFolder other;
+  ZipComponent zip;
+  zip.ZipFileName = DELIVERED_FOLDER "/Database.zip";
+  zip.UnzipToFolder = other.Path();
+  zip.Unzip();
+  const std::string first = DataFolder, id = "SELECT jobtitle FROM contacts WHERE ID=";
+  Choose("Millrace Laundry Systems Ltd");
+  form->Toolbar1.Press("SAVE");  // the supplier has no edits of its own
+  const std::string statement = id + std::to_string(CurrentContactId), before = Ask(statement);
+  Type(Field(2), "Archivist");
+  desktop.files = {other.Path() + "/Tarvolinex.mdb"};
+  form->menus.MnuOpen.Choose();
+  EXPECT_EQ(DataFolder, other.Path());
+  EXPECT_EQ(Ask(statement), before);
+  desktop.files = {first + "/Tarvolinex.mdb"};
+  form->menus.MnuOpen.Choose();
+  EXPECT_EQ(Ask(statement), "Archivist");
 }
 
 TEST_F(ContactPanelTest, ANamelessContactIsNeverStored) {
@@ -143,6 +175,23 @@ TEST_F(ContactPanelTest, TheSearchFindsOneAfterTheOther) {
   search.TxtSearch(1).SetText("nobody");
   search.CmdFind.Press();
   EXPECT_EQ(desktop.boxes.at(1).title, "Contract Search");
+}
+
+TEST_F(ContactPanelTest, OthersCanWriteWhileAMatchIsShown) {
+  TheStore->connection.Execute("INSERT INTO contacts(Supplierid,firstname,surname) VALUES(10,'Anna','Young')");
+  FrmSearch search;
+  search.TxtSearch(1).SetText("You");
+  search.CmdFind.Press();
+  EXPECT_EQ(search.CmdFind.Caption(), "&Find Next");
+  Connection other;
+  other.Open("dbq=" + DataFolder + "/Tarvolinex.mdb");
+  EXPECT_NO_THROW(other.Execute("BEGIN EXCLUSIVE"));
+  EXPECT_NO_THROW(other.Execute("ROLLBACK"));
+  search.CmdFind.Press();
+  EXPECT_EQ(CurrentSupplierId, 10);
+  search.TxtSearch(0).SetText("O'");  // never left: it is no statement's end all the same
+  search.CmdFind.Press();
+  EXPECT_EQ(desktop.boxes.at(0).text, "No Contacts Found");
 }
 
 TEST_F(ContactPanelTest, AContactThatIsGoneIsReported) {

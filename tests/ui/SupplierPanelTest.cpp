@@ -102,6 +102,26 @@ TEST_F(SupplierPanelTest, EscapeDropsANamelessNewSupplier) {
   EXPECT_EQ(Count("suppliers"), "12");
 }
 
+TEST_F(SupplierPanelTest, RemoveAbandonsANamelessNewSupplier) {
+  Add("");
+  form->Toolbar1.Press("REMSUPP");
+  EXPECT_EQ(Count("suppliers"), "12");
+  EXPECT_EQ(form->LvwSuppliers.Find("ID0"), -1);
+  EXPECT_EQ(CurrentSupplierId, 1);
+  EXPECT_TRUE(form->LvwSuppliers.Enabled());
+}
+
+TEST_F(SupplierPanelTest, AnEmptiedNameIsNeverStored) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(kSupplierName), " ");
+  for (int button = 0; button < 2; ++button) form->supplier.CmdContact(button).Press();
+  form->supplier.TxtContact(0).SetFocus();
+  EXPECT_EQ(form->ActiveControl(), &Field(kSupplierName));
+  form->Close();
+  EXPECT_EQ(Name(3), "Saxonholt Dental Systems Ltd");
+  EXPECT_NE(Count("contacts WHERE Supplierid=3"), "0");
+}
+
 TEST_F(SupplierPanelTest, TheMenusRemoveUndoesWhatTheToolbarsRemoves) {
   Choose("Saxonholt Dental Systems Ltd");
   Type(Field(kSupplierName), "Wrong");
@@ -204,6 +224,15 @@ TEST_F(SupplierPanelTest, ClosingSavesUnlessAnErrorWasShown) {
   ErrorShown = true;
   form->Close();
   EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=10"), "Leicester");
+}
+
+TEST_F(SupplierPanelTest, ExitSavesEvenAfterAnError) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(3), "Saved");
+  ErrorShown = true;
+  form->menus.MnuExit.Choose();
+  EXPECT_TRUE(form->Closed());
+  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Saved");
 }
 
 TEST_F(SupplierPanelTest, AFailedSaveEndsTheProgramAndChangesNothing) {

@@ -5,8 +5,10 @@
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "publish/CalculatorFolder.h"
+#include "store/Contacts.h"
 #include "store/DatabaseFile.h"
 #include "store/Forms.h"
+#include "store/Statements.h"
 #include "store/Suppliers.h"
 #include "ui/main/FRmCreateDB.h"
 #include "ui/main/FrmAbout.h"
@@ -19,10 +21,14 @@ namespace tarvolinex {
 void FrmMain::WireMenus() {
   menus.MnuOpen.Click = [] {
     SavePendingChanges();
+    SaveContact();  // it belongs to the database that is left
     bool askUser = true;
     OpenDatabase(askUser);
   };
-  menus.MnuExit.Click = [this] { Close(); };
+  menus.MnuExit.Click = [this] {
+    SavePendingChanges();
+    Close();
+  };
   menus.MnuAdd.Click = [this] { SupplierCommand(0); };
   menus.MnuRemove.Click = [this] { SupplierCommand(1); };
   menus.MnuSaveDefault.Click = [this] { SaveAsDefault(); };
@@ -46,6 +52,8 @@ void FrmMain::WireMenus() {
 }
 
 void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
+  // While a new supplier has no name only Remove is free, and abandons it.
+  if (CurrentSupplierId == 0 && Nameless()) return SupplierCommand(kUndo);
   SavePendingChanges();
   if (key == "ADDNEW") SupplierCommand(0);
   if (key == "REMSUPP") SupplierCommand(1);
@@ -70,14 +78,17 @@ void FrmMain::SaveAsDefault() {
                                               BoxIcon::Information);
   if (answer != Answer::Ok) return;
   SavePendingChanges();
+  Transaction transaction;
   SaveSupplier(false);
   // The shown ticks become the default's, whether or not the user has just changed them.
   FormLinksChanged = true;
   SaveSupplierFormLinks(0);
+  transaction.Commit();
 }
 
 void FrmMain::CreateNewDatabase() {
   SavePendingChanges();
+  SaveContact();
   FRmCreateDB create;
   TheDesktop().ShowModal(create);
 }

@@ -40,12 +40,13 @@ void FrmMain::TxtContact_Change() {
 
 void FrmMain::TxtContact_GotFocus() {
   const int row = LvwSuppliers.Selected();
-  if (row < 0 || LvwSuppliers.At(row).key != "ID0") return;
+  if (row < 0 || LvwSuppliers.At(row).key != "ID0" || Nameless()) return;
   SavePendingChanges();
   if (supplier.LstContacts.Items().empty()) supplier.CmdContact(0).SetCaption(kSaveContact);
 }
 
 void FrmMain::CmdContact_Click(int button) {
+  if (Nameless()) return supplier.TxtSupplier(kSupplierName).SetFocus();
   const bool saves = supplier.CmdContact(0).Caption() == kSaveContact;
   SavePendingChanges();
   if (button == 1) return RemoveContact();

@@ -63,6 +63,7 @@ void FrmMain::WireShell() {
   KeyUp = [this](Key key) { Form_KeyUp(key); };
   Resized = [this](int width, int height) { Arrange(width, height); };
   Unloading = [this] { Unload(); };
+  for (int i = 0; i < 2; ++i) send.OpCalcCreate(i).Click = [this, i] { ShowSendFrame(i); };
 }
 
 void FrmMain::Load() {
@@ -71,6 +72,7 @@ void FrmMain::Load() {
   ErrorShown = false;
   LoadStep([&] {
     TabMain.SelectTab(kTabQuote);
+    send.OpCalcCreate(0).SetValue(true);
     SetImageForButtonAndDrop();
   });
   LoadStep([&] { LoadIniFileValues(); });
@@ -86,9 +88,8 @@ void FrmMain::Load() {
 }
 
 void FrmMain::Unload() {
-  // A supplier without a name is never stored: closing drops it, or the emptied name.
-  const bool named = !Trim(supplier.TxtSupplier(kSupplierName).Text()).empty();
-  if (!ErrorShown && named) {
+  // Closing drops a supplier without a name, or the emptied name.
+  if (!ErrorShown && !Nameless()) {
     LeaveField();
     SavePendingChanges();
     SaveContact();
@@ -100,6 +101,11 @@ void FrmMain::Unload() {
   }
   TheDesktop().DoEvents();
   TheDesktop().DoEvents();
+}
+
+void FrmMain::ShowSendFrame(int mode) {
+  for (int i = 0; i < 2; ++i) send.FraCalCreate(i).SetVisible(false);
+  send.FraCalCreate(mode).SetVisible(true);
 }
 
 void FrmMain::SetImageForButtonAndDrop() {
@@ -125,9 +131,13 @@ void FrmMain::Form_KeyUp(Key key) {
     if (key == Key::Escape) StopRequested = true;
     return;
   }
-  if (key != Key::Escape || !Trim(supplier.TxtSupplier(kSupplierName).Text()).empty()) return;
+  if (key != Key::Escape || !Nameless()) return;
   SupplierChanged = true;
   SupplierCommand(1);
+}
+
+bool FrmMain::Nameless() const {
+  return Trim(supplier.TxtSupplier(kSupplierName).Text()).empty();
 }
 
 }  // namespace tarvolinex

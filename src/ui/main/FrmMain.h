@@ -23,8 +23,9 @@ class FrmMain : public MainWindow {
   static int SmallestHeight();
   void Arrange(int width, int height);
 
-  // 0 adds a supplier, 1 removes the shown one, any other value undoes its edits. With pending edits 0 saves them and
-  // 1 undoes them.
+  // 0 adds a supplier, 1 removes the shown one, any other value (kUndo) undoes its edits. With pending edits 0 saves
+  // them and 1 undoes them.
+  static constexpr int kUndo = 2;
   void SupplierCommand(int action);
 
   // The selection handler of the supplier list.
@@ -45,7 +46,11 @@ class FrmMain : public MainWindow {
   void Toolbar1_ButtonClick(const std::string& key);
   void TabMain_Click();
   void Timer1_Tick();
+  // 0 the e-mail, 1 the install file.
+  void ShowSendFrame(int mode);
   void Form_KeyUp(Key key);
+  // The shown supplier's name is empty: it is not stored like that.
+  bool Nameless() const;
   void RefreshSupplierList();
   void SaveAsDefault();
   void CreateNewDatabase();
@@ -79,7 +84,6 @@ class FrmMain : public MainWindow {
   void CmdContact_Click(int button);
   void RemoveContact();
 
-  void OpCalcCreate_Click();
   void CheckAllContacts();
   void BrowseForInstallFile();
   void CreateInstallFile();

@@ -48,10 +48,17 @@ void FrmSearch::CmdFind_Click() {
 
 void FrmSearch::SubDoContactSearch() {
   SetStatus(false, "Searching", 50);
-  OpenRecordset(FillStatement(statements::kFindContacts, {{"<FIRSTNAME>", std::string(Trim(TxtSearch(0).Text()))},
-                                                          {"<SURNAME>", std::string(Trim(TxtSearch(1).Text()))}}),
-                matches_);
-  if (matches_.EndOfFile()) {
+  const auto wanted = [this](int box) { return EscapeQuotes(Trim(TxtSearch(box).Text())); };
+  Recordset found;
+  OpenRecordset(FillStatement(statements::kFindContacts, {{"<FIRSTNAME>", wanted(0)}, {"<SURNAME>", wanted(1)}}),
+                found);
+  matches_.clear();
+  current_ = 0;
+  for (; !found.EndOfFile(); found.MoveNext()) {
+    matches_.push_back(
+        {static_cast<int>(ValueNumber(found.Field("Supplierid"))), static_cast<int>(ValueNumber(found.Field("id")))});
+  }
+  if (matches_.empty()) {
     SetStatus(false, "", -1);
     TheDesktop().MessageBox("No Contacts Found", "Contract Search", BoxButtons::Ok, BoxIcon::Information);
     return;
@@ -63,8 +70,7 @@ void FrmSearch::SubDoContactSearch() {
 }
 
 void FrmSearch::FindNext() {
-  if (!matches_.EndOfFile()) matches_.MoveNext();
-  if (!matches_.EndOfFile()) return SetSupplierListView();
+  if (++current_ < matches_.size()) return SetSupplierListView();
   TheDesktop().MessageBox("No more contacts found", "Search", BoxButtons::Ok, BoxIcon::Information);
   searching_ = false;
   CmdFind.SetCaption("&Find First");
@@ -72,16 +78,15 @@ void FrmSearch::FindNext() {
 
 void FrmSearch::SetSupplierListView() {
   MainWindow& form = MainForm();
-  const std::string key = "ID" + ValueText(matches_.Field("Supplierid"));
-  const int contact = static_cast<int>(ValueNumber(matches_.Field("id")));
+  const Match match = matches_[current_];
   form.TabMain.SelectTab(kTabDetails);
-  const int row = form.LvwSuppliers.Find(key);
+  const int row = form.LvwSuppliers.Find("ID" + std::to_string(match.supplier));
   if (row < 0) return;
   form.LvwSuppliers.Select(row);
   if (form.LvwSuppliers.ItemClick) form.LvwSuppliers.ItemClick();
   const auto& names = form.supplier.LstContacts.Items();
   for (std::size_t i = 0; i < names.size(); ++i) {
-    if (names[i].data == contact) form.supplier.LstContacts.SetListIndex(static_cast<int>(i));
+    if (names[i].data == match.contact) form.supplier.LstContacts.SetListIndex(static_cast<int>(i));
   }
 }
 

@@ -1,8 +1,9 @@
 // Finds a contact by name and goes to its supplier.
 #pragma once
 
+#include <vector>
+
 #include "platform/Controls.h"
-#include "platform/Database.h"
 
 namespace tarvolinex {
 
@@ -22,7 +23,12 @@ class FrmSearch : public Window {
   void SetSupplierListView();
   void EndSearch();
 
-  Recordset matches_;
+  struct Match {
+    int supplier, contact;  // their IDs
+  };
+  // Read to their end at once: while the dialog stands on one of them, other programs can write to the database.
+  std::vector<Match> matches_;
+  std::size_t current_ = 0;  // the match that is shown
   bool searching_ = false;
 };
 

@@ -25,8 +25,6 @@ enum { kEntryProgram = 0, kEntryZip = 1 };
 }  // namespace
 
 void FrmMain::WireSend() {
-  for (int i = 0; i < 2; ++i) send.OpCalcCreate(i).Click = [this] { OpCalcCreate_Click(); };
-  send.OpCalcCreate(0).SetValue(true);
   send.lvSendContacts.DblClick = [this] { send.lvSendContacts.ToggleCheck(send.lvSendContacts.Selected()); };
   send.CmdCalcGo(kGoSend).Click = [] {
     SavePendingChanges();
@@ -53,11 +51,6 @@ void FrmMain::WireSend() {
     StopRequested = true;
     return !Working;
   };
-}
-
-void FrmMain::OpCalcCreate_Click() {
-  for (int i = 0; i < 2; ++i) send.FraCalCreate(i).SetVisible(false);
-  send.FraCalCreate(send.OpCalcCreate(0).Value() ? 0 : 1).SetVisible(true);
 }
 
 void FrmMain::CheckAllContacts() {

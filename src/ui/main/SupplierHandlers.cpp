@@ -35,6 +35,10 @@ void FrmMain::LvwSuppliers_ItemClick() {
   if (!SupplierChanged) LoadingSupplier = true;
   LoadSupplier();
   CurrentSupplierIndex = LvwSuppliers.Selected();
+  // A supplier that is gone has been reported and the list filled anew: the fields follow it.
+  if (CurrentSupplierIndex >= 0 && IdOfKey(LvwSuppliers.At(CurrentSupplierIndex).key) != CurrentSupplierId) {
+    LoadSupplier();
+  }
   loadedName_ = CurrentSupplierIndex < 0 ? std::string() : LvwSuppliers.At(CurrentSupplierIndex).text;
   if (!loading) RecalculateQuote();
   LoadingSupplier = false;

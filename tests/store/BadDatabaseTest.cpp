@@ -1,0 +1,203 @@
+// Databases that are damaged, held by another program, read-only or on a full disk: said, and left as they were.
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <thread>
+
+#include "platform/RuntimeError.h"
+#include "support/Fixture.h"
+#include "ui/main/FRmCreateDB.h"
+
+namespace tarvolinex {
+
+namespace {
+
+// File permissions do not bind the superuser; while it lives the test is somebody else.
+class AnotherUser {
+ public:
+  AnotherUser() { Become(65534); }
+  ~AnotherUser() { Become(0); }
+
+ private:
+  void Become(uid_t user) { EXPECT_TRUE(getuid() != 0 || seteuid(user) == 0); }
+};
+
+// While it lives no file grows beyond the size.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit = {bytes, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, signal_);
+  }
+
+ private:
+  void (*signal_)(int);
+  rlimit before_ = {};
+};
+
+class BadDatabaseTest : public SampleTest {
+ protected:
+  // The program is started again; false when it ended.
+  bool StartAgain() {
+    form.reset();
+    TheStore = std::make_unique<Store>();
+    desktop.boxes.clear();
+    form = std::make_unique<FrmMain>();
+    try {
+      form->Load();
+    } catch (const ProgramEnded&) {
+      return false;
+    }
+    return true;
+  }
+  void SaveTown(const std::string& town) {
+    Choose("Saxonholt Dental Systems Ltd");
+    Type(form->supplier.TxtSupplier(3), town);
+    form->Toolbar1.Press("SAVE");
+  }
+  std::string Town() { return Ask("SELECT Town FROM suppliers WHERE ID=3"); }
+  std::string Said() { return desktop.boxes.empty() ? "" : desktop.boxes.front().text; }
+
+  const std::string path = folder.Path() + "/Tarvolinex.mdb";
+};
+
+}  // namespace
+
+TEST_F(BadDatabaseTest, ATruncatedFileIsReportedAndNotTouched) {
+  form->Close();
+  const std::string whole = ReadFile(path);
+  for (const std::size_t length : {std::size_t{0}, std::size_t{50}, std::size_t{100}, std::size_t{1000},
+                                   std::size_t{4096}, whole.size() / 2, whole.size() - 4097, whole.size() - 1}) {
+    const std::string cut = whole.substr(0, length);
+    WriteFile(path, cut);
+    const bool started = StartAgain();
+    EXPECT_FALSE(started && length <= 4096) << length;
+    EXPECT_TRUE(started || Said() != "") << length;
+    for (const auto& box : desktop.boxes) {
+      EXPECT_TRUE(box.text == "Database Error" || box.text == "Error Getting Dealer List" ||
+                  box.text == "Listing Contacts Failed" || box.text.starts_with("3100 The database "))
+          << length << ": " << box.text;
+    }
+    if (started) form->Close();
+    EXPECT_EQ(ReadFile(path), cut) << length;
+  }
+}
+
+TEST_F(BadDatabaseTest, ALockThatPassesIsWaitedForAndOneThatStaysIsReported) {
+  Connection other;
+  other.Open("dbq=" + path);
+  other.Execute("BEGIN IMMEDIATE");
+  std::thread release([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    other.Execute("ROLLBACK");
+  });
+  SaveTown("Later");
+  release.join();
+  EXPECT_EQ(Town(), "Later");
+
+  other.Execute("BEGIN IMMEDIATE");
+  EXPECT_THROW(SaveTown("Never"), ProgramEnded);
+  EXPECT_EQ(Said(), "Database update failed.\n\ndatabase is locked");
+  other.Execute("ROLLBACK");
+  EXPECT_EQ(Town(), "Later");
+
+  other.Execute("BEGIN EXCLUSIVE");
+  EXPECT_FALSE(StartAgain());
+  EXPECT_EQ(Said(), "3100 The database " + DataFolder + "\\Tarvolinex.mdb cannot be opened: database is locked");
+  other.Execute("ROLLBACK");
+  EXPECT_TRUE(StartAgain());
+}
+
+TEST_F(BadDatabaseTest, AReadOnlyFileOrFolderIsShownAndASaveReported) {
+  form->Close();
+  const std::string before = ReadFile(path);
+  const auto refuse = [&] {
+    const AnotherUser user;
+    ASSERT_TRUE(StartAgain());
+    EXPECT_EQ(form->LvwSuppliers.Count(), 12);
+    EXPECT_EQ(Said(), "");
+    EXPECT_THROW(SaveTown("Never"), ProgramEnded);
+    EXPECT_EQ(Said(), "Database update failed.\n\nattempt to write a readonly database");
+    EXPECT_EQ(Town(), "Reading");
+  };
+  chmod(path.c_str(), 0444);
+  chmod(folder.Path().c_str(), 0777);
+  refuse();
+  chmod(path.c_str(), 0666);
+  chmod(folder.Path().c_str(), 0555);
+  refuse();
+  EXPECT_EQ(ReadFile(path), before);
+  chmod(folder.Path().c_str(), 0755);
+}
+
+TEST_F(BadDatabaseTest, OnAFullDiskTheStepThatFailsLeavesNothing) {
+  const std::string counts =
+      "SELECT (SELECT COUNT(*) FROM suppliers)||' '||(SELECT COUNT(*) FROM SupplierFormLink)||' '||"
+      "(SELECT COUNT(*) FROM contacts)";
+  TheStore->connection.Execute("PRAGMA max_page_count = 1");  // no more than there are
+  std::string before;
+  const auto add = [&] {
+    before = Ask(counts);
+    form->Toolbar1.Press("SAVE");
+    form->menus.MnuAdd.Choose();
+    for (const int field : {0, 1, 2, 3, 4, 7, 8, 9}) Type(form->supplier.TxtSupplier(field), std::string(50, 'x'));
+    form->Toolbar1.Press("SAVE");
+  };
+  int steps = 0;
+  EXPECT_THROW(
+      {
+        while (++steps < 1000) add();
+      },
+      ProgramEnded);
+  EXPECT_EQ(Said(), "Database update failed.\n\ndatabase or disk is full");
+  EXPECT_EQ(Ask(counts), before);
+  EXPECT_EQ(Ask("PRAGMA integrity_check"), "ok");
+}
+
+TEST_F(BadDatabaseTest, AFileThatCannotGrowIsLeftAsItWas) {
+  SaveTown("Before");
+  const std::string before = ReadFile(path);
+  {
+    const FullDisk full(1024);
+    EXPECT_THROW(SaveTown("Never"), ProgramEnded);
+  }
+  EXPECT_EQ(Said().substr(0, 25), "Database update failed.\n\n");
+  ASSERT_TRUE(StartAgain());
+  EXPECT_EQ(Town(), "Before");
+  EXPECT_EQ(ReadFile(path), before);
+}
+
+TEST_F(BadDatabaseTest, ANewDatabaseOnAFullDiskCanBeTriedAgain) {
+  const std::string first = DataFolder, target = folder.Path() + "/new";
+  const auto package = static_cast<rlim_t>(ReadFile(AppFolder + "\\Database.Bak").size());
+  std::filesystem::create_directory(target);
+  FRmCreateDB create;
+  create.TxtFolder.SetText(target);
+  {
+    const FullDisk full(package / 2);  // not even the package fits
+    create.cmdaction(0).Press();
+  }
+  EXPECT_NE(Said(), "");
+  EXPECT_TRUE(ListFiles(target + "\\*.*").empty());
+  {
+    const FullDisk full(package);  // the database in it does not
+    create.cmdaction(0).Press();
+  }
+  EXPECT_EQ(desktop.boxes.back().text,
+            "Failed to create database in this folder:\n\n" + target + "\\\n\nPlease select another folder");
+  EXPECT_FALSE(create.Closed() || FileExists(target + "\\Tarvolinex.mdb"));
+  EXPECT_EQ(DataFolder, first);
+  EXPECT_EQ(Town(), "Reading");
+  create.cmdaction(0).Press();
+  EXPECT_TRUE(create.Closed());
+  EXPECT_EQ(DataFolder, target);
+}
+
+}  // namespace tarvolinex
