@@ -29,11 +29,15 @@ for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'XDG_DESKTOP_DIR'):
 
 def start():
     (root / 'home').mkdir()
+    compilers = [subprocess.Popen([COMPILER, '-static', '-s', '-O1', HERE / f'{source}.cpp', '-o', root / target, *more])
+                 for source, target, more in (('helper', 'helper.exe', ['-municode']), ('plant', 'plant.dll', ['-shared']))]
     run('wineboot', '--init')
     run('reg', 'add', 'HKCU\\Software\\Wine\\Drivers', '/v', 'Graphics', '/d', 'null')  # windows that nobody sees
-    for source, target, more in (('helper', 'helper.exe', ['-municode']), ('plant', 'plant.dll', ['-shared'])):
-        subprocess.run([COMPILER, '-static', '-s', '-O1', str(HERE / f'{source}.cpp'), '-o', str(root / target), *more],
-                       check=True)
+    assert all(compiler.wait() == 0 for compiler in compilers)
+    global temporary
+    told = run('cmd', '/c', 'echo', '%TEMP%').stdout.strip()
+    temporary = root / 'prefix/drive_c' / told[3:].replace('\\', '/')
+    assert temporary.is_dir(), told
     # As long as one program runs, the services need not start anew for each of the others.
     (root / 'kept').touch()
     global keeper
@@ -76,7 +80,8 @@ def user(*below):
 
 
 def temporary_files():
-    return sorted(p.name for p in user('AppData/Local/Temp').glob('tarvolinex*'))
+    """What the programs left in the user's temporary folder."""
+    return sorted(p.name for p in temporary.glob('tarvolinex*'))
 
 
 def wait_until(condition, seconds=15):
