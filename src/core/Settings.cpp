@@ -64,11 +64,12 @@ std::string RememberedDataFolder() {
 void LoadIniFileValues() {
   MainWindow& form = MainForm();
   try {
+    // Before the path, which chooses its own type: a remembered ".zip" stays one.
+    form.send.cmboFileType.SetListIndex(0);
     form.send.TxtCalcCreate.SetText(OptionOr("LASTINSTALLFILE", "C:\\CalcInstall.exe"));
     DataFolder = RememberedDataFolder();
     form.send.TxtEmail(0).SetText(OptionOr("LASTSUBJECT", ""));
     form.send.TxtEmail(1).SetText(ReplaceAll(OptionOr("LASTMSG", ""), "|+|", "\r\n"));
-    form.send.cmboFileType.SetListIndex(0);
   } catch (const RuntimeError&) {
     ShowError("Initialisation File Loading Error");
   }

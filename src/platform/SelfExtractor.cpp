@@ -11,7 +11,7 @@ namespace tarvolinex {
 namespace {
 
 constexpr std::string_view kMarker{"TARVOLINEX-SFX1\0", 16};
-constexpr std::size_t kIconFileSize = 766, kIconHeaderSize = 22, kIconSize = kIconFileSize - kIconHeaderSize;
+constexpr std::size_t kIconSize = 744, kIconFolderEntry = 16, kIconFolder = 6;
 constexpr std::uint32_t kIconResource = 3;
 constexpr std::uint32_t kEndMark = 0x06054b50, kEntryMark = 0x02014b50;
 constexpr std::size_t kEndSize = 22, kEntrySize = 46, kSectionSize = 40;
@@ -105,13 +105,21 @@ class Module {
   std::uint64_t headers_ = 0, sections_ = 0;
 };
 
+// The icon's picture of 32 by 32 dots in 16 colours; other pictures may stand beside it.
 std::string IconPicture(std::string_view path) {
   const Bytes icon(path, "icon");
-  const bool fits = icon.Size() == kIconFileSize && icon.Number(0, 4) == 0x10000 && icon.Number(4, 4) == 0x20200001 &&
-                    icon.Number(18, 4) == kIconHeaderSize && icon.Number(22, 4) == 40 && icon.Number(26, 4) == 32 &&
-                    icon.Number(30, 4) == 64 && icon.Number(36, 2) == 4 && icon.Number(38, 4) == 0;
-  icon.Demand(fits, "it is not one picture of 32 by 32 dots in 16 colours", kBadPicture);
-  return icon.All().substr(kIconHeaderSize);
+  const std::uint32_t pictures = icon.Number(0, 4) == 0x10000 ? icon.Number(4, 2) : 0;
+  for (std::uint32_t i = 0; i < pictures; ++i) {
+    const std::uint64_t entry = kIconFolder + std::uint64_t{i} * kIconFolderEntry;
+    if (icon.Number(entry, 2) != 0x2020 || icon.Number(entry + 8, 4) != kIconSize) continue;
+    const std::uint32_t at = icon.Number(entry + 12, 4);
+    if (icon.Number(at, 4) == 40 && icon.Number(at + 4, 4) == 32 && icon.Number(at + 8, 4) == 64 &&
+        icon.Number(at + 14, 2) == 4 && icon.Number(at + 16, 4) == 0 && icon.Size() - at >= kIconSize) {
+      return icon.All().substr(at, kIconSize);
+    }
+  }
+  icon.Demand(false, "it holds no picture of 32 by 32 dots in 16 colours", kBadPicture);
+  return {};
 }
 
 // The archive as it reads when `shift` bytes stand before it.

@@ -34,7 +34,7 @@ TEST_F(SettingsTest, OptionsFillTheWindow) {
   EXPECT_EQ(DataFolder, AppFolder);
   EXPECT_EQ(form->send.TxtEmail(0).Text(), "Hello");
   EXPECT_EQ(form->send.TxtEmail(1).Text(), "a\r\n\r\nb");
-  EXPECT_EQ(form->send.cmboFileType.ListIndex(), 0);
+  EXPECT_EQ(form->send.cmboFileType.ListIndex(), 1);
 }
 
 TEST_F(SettingsTest, ABlankKeyIsEmptyWhateverTheDefault) {

@@ -2,6 +2,7 @@
 
 #include "distribute/InstallPackage.h"
 #include "platform/Clock.h"
+#include "publish/Preferences.h"
 #include "support/Fixture.h"
 #include "support/LoopbackServer.h"
 #include "ui/main/FrmMailSettings.h"
@@ -12,7 +13,7 @@ namespace tarvolinex {
 class EmailTest : public SampleTest {
  protected:
   EmailTest() {
-    Deliver();
+    SaveCalculatorPreferences(CalculatorPreferences);
     for (int type = 0; type < 3; ++type) GetInstructions(type);
     CalculatorPreferences.AliasCalcName = "Lease Tool";
     folder.File("Mail.INI", "[PROFILES]\nDefaultProfile=out\n[out]\nTransport=outbox\n");

@@ -1,6 +1,7 @@
 #include "distribute/InstallPackage.h"
 
 #include "publish/CalculatorFolder.h"
+#include "publish/Preferences.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -9,7 +10,7 @@ class InstallPackageTest : public SampleTest {
  protected:
   InstallPackageTest() {
     CalculatorPreferences.AliasCalcName = "Lease Tool";
-    Deliver();
+    SaveCalculatorPreferences(CalculatorPreferences);
     BuildCalculatorFolder();
   }
   // Lines that the program adds to the set-up list.

@@ -12,7 +12,6 @@ namespace tarvolinex {
 class CalculatorFolderTest : public SampleTest {
  protected:
   CalculatorFolderTest() {
-    std::filesystem::create_directory(folder.Path() + "/calculator");
     for (const char* page : {"calc.html", "calc_test.html", "general.dat"}) folder.File(page, page);
     for (const auto& file : ListFiles(folder.Path() + "/logo/*.*")) DeleteFile(folder.Path() + "/logo/" + file);
     ExecuteStatement("DELETE FROM SupplierFormLink");
@@ -41,7 +40,7 @@ TEST_F(CalculatorFolderTest, HoldsPagesRecordsAndDataAndLeavesOtherFilesAlone) {
   folder.File("calculator/logo.bmp", "another supplier's");
   BuildCalculatorFolder();
   EXPECT_EQ(Names(), (std::vector<std::string>{"calc.html", "calc.ico", "calc_test.html", "calcdata.txt", "general.dat",
-                                               "Supplier.dat"}));
+                                               "setup.exe", "Supplier.dat"}));
   EXPECT_EQ(InFolder("Supplier.dat"), RecordBytes(SupplierCalcSettings));
   EXPECT_TRUE(desktop.boxes.empty());
   EXPECT_EQ(form->TxtStatus.Text(), "");

@@ -24,7 +24,7 @@ class SampleWindow : public testing::Test {
     ResetGlobals();
     UseDesktop(&desktop);
     AppFolder = DataFolder = folder.Path();
-    std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+    DeliverInto(folder.Path());
     CalculatorPreferences.AliasSupplier = "Dealer";
     CalculatorPreferences.OrgEmail = "leases@example.com";
     form.Load();

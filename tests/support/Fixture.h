@@ -10,7 +10,7 @@
 
 #include "core/Globals.h"
 #include "platform/Files.h"
-#include "publish/Preferences.h"
+#include "support/Delivered.h"
 #include "support/ScriptedDesktop.h"
 #include "ui/main/FrmMain.h"
 
@@ -76,17 +76,10 @@ class WindowTest : public ProgramTest {
 class SampleTest : public WindowTest {
  protected:
   SampleTest() {
-    std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+    DeliverInto(folder.Path());
     CalculatorPreferences.OrgEmail = "leases@example.com";
     CalculatorPreferences.OrgCompanyName = "Example Leasing";
     form->Load();
-  }
-  // Every file delivered with the program, and the pages made of them.
-  void Deliver() {
-    const auto options = std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing;
-    std::filesystem::copy(DELIVERED_FOLDER, folder.Path(), options);
-    std::filesystem::remove(folder.Path() + "/Database.zip");
-    SaveCalculatorPreferences(CalculatorPreferences);
   }
   void Choose(const std::string& name) {
     for (int row = 0; row < form->LvwSuppliers.Count(); ++row) {

@@ -141,7 +141,12 @@ class Refuses(WindowsTest):
                 install = packed(self.folder, pages(), command=command)
                 self.assert_refused(run(install, '/S'), '%t' if command != '%t\\setup.exe /x' else '')
                 self.assertFalse((wine.root / 'seen').exists())
-        self.assert_refused(run(packed(self.folder, [('calc.html', PAGE)]), '/S'), '"setup.exe" is missing')
+        self.assert_refused(run(packed(self.folder, [('other.html', PAGE)]), '/S'), '"setup.exe" is missing')
+
+    def test_a_calculator_without_its_installer_stays_where_it_can_be_opened(self):
+        install = packed(self.folder, [('calc.html', PAGE)], title='Preis: Buch            Self-Extractor')
+        self.assertEqual(run(install, '/S').returncode, 0)
+        self.assertEqual((wine.user('AppData/Local', 'Preis_ Buch') / 'calc.html').read_bytes(), PAGE)
 
 
 class LoadsNothingPlanted(WindowsTest):

@@ -7,6 +7,7 @@
 #include "selfextract/ProgressWindow.h"
 #include "system/Failure.h"
 #include "system/Process.h"
+#include "system/Shell.h"
 #include "system/Text.h"
 
 namespace tarvolinex::windows {
@@ -14,6 +15,7 @@ namespace tarvolinex::windows {
 namespace {
 
 constexpr unsigned long kStopped = 2;
+constexpr wchar_t kPage[] = L"calc.html";
 
 void Test(const Archive& archive, ProgressWindow& progress) {
   progress.Say(L"Checking the files...");
@@ -54,6 +56,21 @@ class TemporaryFolder {
   std::wstring path_;
 };
 
+// The title of the windows without the words that name this program.
+std::wstring CalculatorName(const std::wstring& title) {
+  const std::size_t end = title.rfind(L" Self-Extractor");
+  return Squeezed(title.substr(0, end));
+}
+
+// A calculator that was fetched by a link comes without its installer: it stays in a folder of the user's and is opened
+// there.
+void Keep(const Archive& archive, const std::wstring& folder, const Options& options, ProgressWindow& progress) {
+  MakeFolder(folder);
+  Write(archive, folder, progress);
+  progress.Close();
+  if (!options.silent) OpenFile(folder + L"\\" + kPage);
+}
+
 std::wstring FullPath(const std::wstring& path) {
   wchar_t full[32768];
   const DWORD length = GetFullPathNameW(path.c_str(), 32768, full, nullptr);
@@ -84,7 +101,8 @@ unsigned long UnpackAndStart(const InputFile& file, const Options& options) {
   const Container container = ReadContainer(file);
   const Archive archive(file, container);
   const bool starts = options.folder.empty() && !container.command.empty();
-  if (starts && !archive.Holds(container.command)) {
+  const bool installs = archive.Holds(container.command);
+  if (starts && !installs && !archive.Holds(kPage)) {
     throw Failure{L"\"" + container.command + L"\" is missing in " + file.Path() + L"."};
   }
   ProgressWindow progress(container.title, options.silent, 2 * archive.UnpackedSize());
@@ -94,6 +112,10 @@ unsigned long UnpackAndStart(const InputFile& file, const Options& options) {
       const std::wstring folder = FullPath(options.folder);
       MakeFolder(folder);
       Write(archive, folder, progress);
+      return 0;
+    }
+    if (starts && !installs) {
+      Keep(archive, LocalDataFolder() + L"\\" + FolderNameFor(CalculatorName(container.title)), options, progress);
       return 0;
     }
     const TemporaryFolder folder;

@@ -7,21 +7,13 @@
 
 #include "system/Failure.h"
 #include "system/Files.h"
+#include "system/Shell.h"
 
 namespace tarvolinex::windows {
 
 namespace {
 
 constexpr wchar_t kApps[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\";
-
-std::wstring KnownFolder(const KNOWNFOLDERID& folder, const wchar_t* name) {
-  wchar_t* path = nullptr;
-  const HRESULT result = SHGetKnownFolderPath(folder, KF_FLAG_CREATE, nullptr, &path);
-  const std::wstring found = SUCCEEDED(result) ? path : L"";
-  CoTaskMemFree(path);
-  if (found.empty()) ThrowError(L"Finding", name, static_cast<unsigned long>(result));
-  return found;
-}
 
 template <typename Interface>
 class Held {
@@ -61,9 +53,6 @@ class Key {
 
 }  // namespace
 
-std::wstring LocalDataFolder() {
-  return KnownFolder(FOLDERID_LocalAppData, L"the folder of local application data");
-}
 std::wstring DesktopFolder() {
   return KnownFolder(FOLDERID_Desktop, L"the desktop's folder");
 }
@@ -99,17 +88,6 @@ void Register(const InstalledApp& app) {
 
 void Unregister(const std::wstring& key) {
   RegDeleteKeyW(HKEY_CURRENT_USER, (kApps + key).c_str());
-}
-
-void OpenFile(const std::wstring& path) {
-  SHELLEXECUTEINFOW open = {};
-  open.cbSize = sizeof open;
-  open.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
-  open.lpFile = path.c_str();
-  const std::wstring folder = FolderOf(path);
-  open.lpDirectory = folder.c_str();
-  open.nShow = SW_SHOWNORMAL;
-  if (!ShellExecuteExW(&open)) ThrowLastError(L"Opening", path);
 }
 
 }  // namespace tarvolinex::windows

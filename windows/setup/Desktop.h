@@ -5,7 +5,6 @@
 
 namespace tarvolinex::windows {
 
-std::wstring LocalDataFolder();
 std::wstring DesktopFolder();
 std::wstring StartMenuFolder();
 
@@ -25,8 +24,5 @@ struct InstalledApp {
 };
 void Register(const InstalledApp& app);  // for this user; an older entry is replaced
 void Unregister(const std::wstring& key);
-
-// Opens a file with the program that the user has for it.
-void OpenFile(const std::wstring& path);
 
 }  // namespace tarvolinex::windows

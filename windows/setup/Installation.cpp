@@ -7,6 +7,7 @@
 #include "setup/Replacement.h"
 #include "system/Failure.h"
 #include "system/Files.h"
+#include "system/Shell.h"
 #include "system/Text.h"
 
 namespace tarvolinex::windows {

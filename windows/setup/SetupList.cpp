@@ -10,16 +10,18 @@ namespace tarvolinex::windows {
 
 namespace {
 
-constexpr std::size_t kLongestTitle = 60;
-
 // "File7" and its like.
 bool IsFileKey(const std::wstring& key) {
   return key.size() > 4 && StartsWithName(key, L"File") &&
          std::all_of(key.begin() + 4, key.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
 }
 
+// Without the calculator's own files there is none; pictures and form pages may have been left out on the way.
 bool IsOptional(const std::wstring& name) {
-  return SameName(name, L"calc.ico") || StartsWithName(name, L"logo.") || StartsWithName(name, L"background.");
+  for (const wchar_t* needed : {L"calc.html", L"calcdata.txt", L"general.dat", L"Supplier.dat", L"setup.exe"}) {
+    if (SameName(name, needed)) return false;
+  }
+  return true;
 }
 
 void AddFile(const std::wstring& path, const std::wstring& entry, SetupList& list) {
@@ -53,15 +55,6 @@ SetupList ReadSetupList(const std::wstring& path) {
   if (list.title.empty()) throw Failure{path + L" names no title. Nothing was installed."};
   if (list.files.empty()) throw Failure{path + L" names no files. Nothing was installed."};
   return list;
-}
-
-std::wstring FolderNameFor(const std::wstring& title) {
-  std::wstring name = title.substr(0, kLongestTitle);
-  for (wchar_t& c : name) {
-    if (!IsPlainName(std::wstring(1, c) + L"x")) c = L'_';
-  }
-  while (!name.empty() && (name.back() == L'.' || name.back() == L' ')) name.pop_back();
-  return IsPlainName(name) ? name : L"_" + name;
 }
 
 }  // namespace tarvolinex::windows

@@ -8,7 +8,7 @@ namespace tarvolinex::windows {
 
 struct ListedFile {
   std::wstring name;
-  bool optional = false;  // may be missing: the icon, the logo and the background, which a calculator can do without
+  bool optional = false;  // may be missing: the icon, pictures and form pages, which a calculator can do without
 };
 
 struct SetupList {
@@ -18,8 +18,5 @@ struct SetupList {
 
 // Reads a list. Failures: a title that is empty, a name that is no plain file name or comes twice, no files at all.
 SetupList ReadSetupList(const std::wstring& path);
-
-// The title as the name of a folder or a shortcut: what Windows does not take is replaced by "_".
-std::wstring FolderNameFor(const std::wstring& title);
 
 }  // namespace tarvolinex::windows

@@ -9,6 +9,7 @@
 #include "system/Failure.h"
 #include "system/Files.h"
 #include "system/Process.h"
+#include "system/Shell.h"
 #include "system/Text.h"
 
 namespace tarvolinex::windows {

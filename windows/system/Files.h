@@ -12,6 +12,9 @@ namespace tarvolinex::windows {
 // keeps for a device (with or without an extension), no end that Windows would drop (a dot or a blank).
 bool IsPlainName(const std::wstring& name);
 
+// A title as the name of a folder or a shortcut: what Windows does not take is replaced by "_".
+std::wstring FolderNameFor(const std::wstring& title);
+
 class InputFile {
  public:
   explicit InputFile(const std::wstring& path);

@@ -5,6 +5,7 @@ namespace tarvolinex::windows {
 
 namespace {
 
+constexpr std::size_t kLongestTitle = 60;
 constexpr std::size_t kLongestName = 200;  // leaves room for the folder
 
 bool IsDeviceName(const std::wstring& name) {
@@ -26,6 +27,15 @@ bool IsPlainName(const std::wstring& name) {
     if (c < L' ' || std::wstring_view(L"<>:\"/\\|?*").find(c) != std::wstring_view::npos) return false;
   }
   return !IsDeviceName(name);
+}
+
+std::wstring FolderNameFor(const std::wstring& title) {
+  std::wstring name = title.substr(0, kLongestTitle);
+  for (wchar_t& c : name) {
+    if (!IsPlainName(std::wstring(1, c) + L"x")) c = L'_';
+  }
+  while (!name.empty() && (name.back() == L'.' || name.back() == L' ')) name.pop_back();
+  return IsPlainName(name) ? name : L"_" + name;
 }
 
 }  // namespace tarvolinex::windows
