@@ -51,6 +51,16 @@ void SelectUntilPainted(benchmark::State& state) {
 }
 BENCHMARK(SelectUntilPainted)->Unit(benchmark::kMillisecond);
 
+class PaintCount : public QObject {
+ public:
+  using QObject::QObject;
+  int painted = 0;
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++painted;
+    return false;
+  }
+};
+
 // A stroke across the icon editor: the pointer is reported eight cells further each time.
 void StrokeUntilPainted(benchmark::State& state) {
   FrmIconEdit editor;
@@ -58,13 +68,16 @@ void StrokeUntilPainted(benchmark::State& state) {
   drawn->desktop.Show(editor);
   QApplication::processEvents();
   auto* grid = drawn->desktop.WidgetOf(editor)->findChild<PixelGridView*>("Picture3");
+  PaintCount count;
+  grid->installEventFilter(&count);
   QTest::mousePress(grid, Qt::LeftButton, {}, grid->MiddleOf(0, 0).toPoint());
   int i = 0;
   for (auto _ : state) {
     ++i;
-    if (i % 128 == 0) editor.Picture2(i / 128 % 16).Press();  // so that cells do change
+    editor.Picture2(i % 16).Press();  // so that cells do change
+    const int before = count.painted;
     QTest::mouseMove(grid, grid->MiddleOf(i * 8 % 32, i / 4 % 32).toPoint());
-    QApplication::processEvents();
+    while (count.painted == before) QApplication::processEvents();
   }
   QTest::mouseRelease(grid, Qt::LeftButton, {}, grid->MiddleOf(0, 0).toPoint());
 }

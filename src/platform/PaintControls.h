@@ -54,7 +54,10 @@ class PixelGrid : public Control {
   std::function<std::string(int x, int y)> Describe;
 
  private:
-  std::size_t Index(int x, int y) const { return static_cast<std::size_t>(y * columns_ + x); }
+  std::size_t Index(int x, int y) const {
+    const int index = y * columns_ + x;
+    return static_cast<std::size_t>(index);
+  }
 
   int columns_, rows_;
   bool lines_;

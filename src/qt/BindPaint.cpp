@@ -31,6 +31,8 @@ void PaintSwatch(const ColourBox& box, ColourSwatch& swatch) {
   swatch.setAutoExclusive(false);
   swatch.setChecked(box.Marked());
   swatch.setAutoExclusive(true);
+  // Tab stops at the chosen one, and the arrow keys go on from there.
+  swatch.setFocusPolicy(box.Marked() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void PaintColour(const ColourBox& box, QLabel& label) {

@@ -1,6 +1,7 @@
 #include "qt/PixelGridView.h"
 
 #include <QAccessibleWidget>
+#include <QCoreApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
@@ -20,6 +21,11 @@ MouseButton ButtonOf(Qt::MouseButton button) {
 
 int FlooredDivision(int a, int b) {
   return a >= 0 ? a / b : (a + 1) / b - 1;
+}
+
+// The toolkit keeps only the last of several movements that wait; a curve that is drawn fast would become its chord.
+void ReportEveryMovement(bool every) {
+  QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, !every);
 }
 
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
@@ -155,6 +161,7 @@ void PixelGridView::mousePressEvent(QMouseEvent* event) {
   const QPoint cell(FlooredDivision(units.x(), PixelGrid::kUnits), FlooredDivision(units.y(), PixelGrid::kUnits));
   if (grid_ && QRect(0, 0, grid_->Columns(), grid_->Rows()).contains(cell)) cursor_ = cell;
   ShowCursor(false);
+  ReportEveryMovement(true);
   emit Pressed(ButtonOf(event->button()), units.x(), units.y());
 }
 
@@ -164,6 +171,7 @@ void PixelGridView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void PixelGridView::mouseReleaseEvent(QMouseEvent* event) {
+  ReportEveryMovement(event->buttons() != Qt::NoButton);
   emit Released(ButtonOf(event->button()));
 }
 
@@ -245,6 +253,7 @@ void PixelGridView::focusOutEvent(QFocusEvent* event) {
   QWidget::focusOutEvent(event);
   ReleaseSpace();
   ShowCursor(false);
+  ReportEveryMovement(false);
 }
 
 }  // namespace tarvolinex

@@ -127,7 +127,9 @@ TEST_F(IconWindow, EveryToolHasItsKey) {
 TEST_F(IconWindow, ThePaletteIsAGroupOfOptions) {
   auto& swatch = *Root().findChild<ColourSwatch*>("Picture2_12");
   EXPECT_TRUE(swatch.isChecked());
-  swatch.setFocus();
+  Grid().setFocus();
+  QTest::keyClick(&Grid(), Qt::Key_Tab);
+  EXPECT_TRUE(swatch.hasFocus());
   QTest::keyClick(&swatch, Qt::Key_Right);
   EXPECT_TRUE(editor_.Picture2(13).Marked());
   EXPECT_FALSE(swatch.isChecked());

@@ -221,6 +221,9 @@ TEST_F(IconEditorTest, ANewIconAsksForItsNameAtEverySave) {
   EXPECT_EQ(ListFiles(DataFolder + "/icons/*"), std::vector<std::string>({"BLUE STAR.ICO", "D BLUE STAR.ICO"}));
   EXPECT_EQ(Stored("BLUE STAR.ICO"), first);
   EXPECT_EQ(LoadIcon(DataFolder + "/icons/D BLUE STAR.ICO").At(4, 4), kWhite);
+  desktop.files = {"ééééééééé ééééééé"};  // two bytes each
+  editor.MnuSaveAs.Choose();
+  EXPECT_TRUE(FileExists(DataFolder + "/icons/ÉÉÉÉÉÉÉ ÉÉÉÉÉÉÉ.ICO"));
 }
 
 TEST_F(IconEditorTest, AStoredIconIsSavedUnderItsName) {
@@ -233,6 +236,10 @@ TEST_F(IconEditorTest, AStoredIconIsSavedUnderItsName) {
   EXPECT_EQ(editor.Caption(), "Icon Editor - BLUE.ICO");
   EXPECT_EQ(Pixel(5, 6), kBlue);
   EXPECT_TRUE(editor.MayClose());
+  editor.MnuUndo.Choose();  // to what was there before, and back
+  EXPECT_EQ(editor.Image(), IconImage());
+  editor.MnuUndo.Choose();
+  EXPECT_EQ(Pixel(5, 6), kBlue);
   Click(7, 7);
   desktop.files = {"copy"};
   editor.MnuSaveAs.Choose();
@@ -330,6 +337,7 @@ TEST_F(IconEditorTest, TheEditorOpensOnAnIconAndTellsWhatWasSaved) {
   };
   EditIcon("BLUE.ICO", [this](const std::string& name) { refreshed.push_back(name); });
   EXPECT_EQ(refreshed, std::vector<std::string>({"BLUE"}));
+  EXPECT_NE(desktop.launched.at(0).find("main.HTM"), std::string::npos);
 }
 
 }  // namespace

@@ -101,13 +101,11 @@ std::string IconBytes(const IconImage& image) {
 IconImage LoadIcon(std::string_view path) {
   const Picture picture = LoadPicture(path, kIconSide, kIconSide);
   IconImage image;
-  for (int y = 0; y < kIconSide; ++y) {
-    for (int x = 0; x < kIconSide; ++x) {
-      const std::uint32_t pixel = picture.pixels[static_cast<std::size_t>(y * kIconSide + x)];  // AARRGGBB
-      constexpr std::uint32_t kHalf = 0x80000000;
-      if (pixel < kHalf) continue;
-      image.Set(x, y, (pixel & 0xFF) << 16 | (pixel & 0xFF00) | (pixel >> 16 & 0xFF));
-    }
+  for (int i = 0; i < kIconSide * kIconSide; ++i) {
+    const std::uint32_t pixel = picture.pixels[static_cast<std::size_t>(i)];  // AARRGGBB
+    constexpr std::uint32_t kHalf = 0x80000000;
+    if (pixel < kHalf) continue;
+    image.Set(i % kIconSide, i / kIconSide, (pixel & 0xFF) << 16 | (pixel & 0xFF00) | (pixel >> 16 & 0xFF));
   }
   return image;
 }

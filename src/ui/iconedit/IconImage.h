@@ -47,7 +47,10 @@ class IconImage {
   bool operator==(const IconImage&) const = default;
 
  private:
-  static constexpr std::size_t Index(int x, int y) { return static_cast<std::size_t>(y * kIconSide + x); }
+  static constexpr std::size_t Index(int x, int y) {
+    const int index = y * kIconSide + x;
+    return static_cast<std::size_t>(index);
+  }
   // Makes each pixel (x, y) of the new picture from the pixel that `source(x, y)` names in the old one.
   template <typename Source>
   void Rearrange(Source source);
