@@ -116,8 +116,12 @@ TEST_F(IconWindow, EveryToolHasItsKey) {
       {{Qt::Key_Up, Qt::ControlModifier}, "1,31 "},
       {{Qt::Key_Right, Qt::ControlModifier}, "2,31 "}};
   for (const auto& [key, cells] : moves) {
+    const std::string before = Red();
     Key(key.first, key.second);
     EXPECT_EQ(Red(), cells);
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Red(), before);
+    Key(Qt::Key_Z, Qt::ControlModifier);
   }
   const Colour lines = editor_.Picture3.LineColour();
   Key(Qt::Key_G);
@@ -145,15 +149,14 @@ TEST_F(IconWindow, ThePaletteIsAGroupOfOptions) {
 }
 
 TEST_F(IconWindow, TheToolbarShowsTheToolAndNamesItsButtons) {
+  const auto buttons = Root().findChild<QToolBar*>("Toolbar1")->findChildren<QToolButton*>();
   QStringList down;
-  for (QToolButton* button : Root().findChild<QToolBar*>("Toolbar1")->findChildren<QToolButton*>()) {
+  for (QToolButton* button : buttons) {
     if (button->objectName().startsWith("qt_")) continue;
-    EXPECT_FALSE(button->icon().pixmap(24, 24).isNull()) << button->text().toStdString();
-    EXPECT_FALSE(button->text().isEmpty());
-    if (button->text().startsWith("Change")) button->click();
-    if (button->text().startsWith("Change")) button->click();  // twice is once
+    EXPECT_FALSE(button->text().isEmpty() || button->icon().pixmap(24, 24).isNull());
+    for (int i = 0; i < 2 && button->text().startsWith("Change"); ++i) button->click();  // twice is once
   }
-  for (QToolButton* button : Root().findChild<QToolBar*>("Toolbar1")->findChildren<QToolButton*>()) {
+  for (const QToolButton* button : buttons) {
     if (button->isChecked()) down << button->text();
   }
   EXPECT_EQ(down, QStringList("Change Color (C)"));

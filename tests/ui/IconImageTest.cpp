@@ -23,6 +23,16 @@ IconImage Drawn(const std::vector<std::string>& rows, int left = 0, int top = 0)
   return image;
 }
 
+struct Point {
+  int x, y;
+  Colour colour;
+};
+
+IconImage With(IconImage image, const std::vector<Point>& points) {
+  for (const Point& point : points) image.Set(point.x, point.y, point.colour);
+  return image;
+}
+
 const std::vector<std::string> kShape = {"RB.",  //
                                          "R..",  //
                                          "WWB"};
@@ -42,20 +52,8 @@ TEST(IconImage, TransformationsMoveEveryPixelAndComeBack) {
       {"right", [](IconImage& i) { i.Shift(1, 0); }, Drawn(kShape, 1, 0), 32},
       {"down", [](IconImage& i) { i.Shift(0, 1); }, Drawn(kShape, 0, 1), 32},
       {"left", [](IconImage& i) { i.Shift(-1, 0); },
-       [] {
-         IconImage image = Drawn({"B.", "..", "WB"});
-         for (const auto& [y, colour] : {std::pair{0, kRed}, {1, kRed}, {2, kWhite}}) image.Set(31, y, colour);
-         return image;
-       }(),
-       32},
-      {"up", [](IconImage& i) { i.Shift(0, -1); },
-       [] {
-         IconImage image = Drawn({"R..", "WWB"});
-         image.Set(0, 31, kRed);
-         image.Set(1, 31, kBlue);
-         return image;
-       }(),
-       32},
+       With(Drawn({"B.", "..", "WB"}), {{31, 0, kRed}, {31, 1, kRed}, {31, 2, kWhite}}), 32},
+      {"up", [](IconImage& i) { i.Shift(0, -1); }, With(Drawn({"R..", "WWB"}), {{0, 31, kRed}, {1, 31, kBlue}}), 32},
   };
   for (const Transformation& t : transformations) {
     const IconImage start = Drawn(kShape);
@@ -90,21 +88,6 @@ TEST(IconImage, LinesHaveNoGaps) {
   EXPECT_EQ(text({0, 0}, {2, 5}), "0,0 0,1 1,2 1,3 2,4 2,5 ");
   EXPECT_EQ(text({30, 1}, {34, 1}), "30,1 31,1 ");  // leaves the picture
   EXPECT_EQ(text({-2, 29}, {1, 32}), "0,31 ");      // crosses a corner of it
-}
-
-TEST(IconImage, EveryLineTouchesItsNextCell) {
-  for (int x = -5; x < 37; x += 3) {
-    for (int y = -5; y < 37; y += 3) {
-      const auto cells = CellsOfLine({7, 20}, {x, y});
-      for (std::size_t i = 1; i < cells.size(); ++i) {
-        EXPECT_LE(std::abs(cells[i].x - cells[i - 1].x), 1);
-        EXPECT_LE(std::abs(cells[i].y - cells[i - 1].y), 1);
-      }
-      EXPECT_EQ(cells.front(), (IconCell{7, 20}));
-      if (x < 0 || x >= kIconSide || y < 0 || y >= kIconSide) continue;
-      EXPECT_EQ(cells.back(), (IconCell{x, y}));
-    }
-  }
 }
 
 }  // namespace
