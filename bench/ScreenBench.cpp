@@ -7,7 +7,9 @@
 #include "LargeDatabase.h"
 #include "core/MainWindow.h"
 #include "platform/Desktop.h"
+#include "qt/PixelGridView.h"
 #include "qt/QtDesktop.h"
+#include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -48,6 +50,38 @@ void SelectUntilPainted(benchmark::State& state) {
   }
 }
 BENCHMARK(SelectUntilPainted)->Unit(benchmark::kMillisecond);
+
+class PaintCount : public QObject {
+ public:
+  using QObject::QObject;
+  int painted = 0;
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++painted;
+    return false;
+  }
+};
+
+// A stroke across the icon editor: the pointer is reported eight cells further each time.
+void StrokeUntilPainted(benchmark::State& state) {
+  FrmIconEdit editor;
+  editor.SetLoadPic("");
+  drawn->desktop.Show(editor);
+  QApplication::processEvents();
+  auto* grid = drawn->desktop.WidgetOf(editor)->findChild<PixelGridView*>("Picture3");
+  PaintCount count;
+  grid->installEventFilter(&count);
+  QTest::mousePress(grid, Qt::LeftButton, {}, grid->MiddleOf(0, 0).toPoint());
+  int i = 0;
+  for (auto _ : state) {
+    ++i;
+    editor.Picture2(i % 16).Press();  // so that cells do change
+    const int before = count.painted;
+    QTest::mouseMove(grid, grid->MiddleOf(i * 8 % 32, i / 4 % 32).toPoint());
+    while (count.painted == before) QApplication::processEvents();
+  }
+  QTest::mouseRelease(grid, Qt::LeftButton, {}, grid->MiddleOf(0, 0).toPoint());
+}
+BENCHMARK(StrokeUntilPainted)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvolinex

@@ -139,6 +139,11 @@ void Toolbar::SetButtonEnabled(int button, bool enabled) {
   Paint(Aspect::Row, button);
 }
 
+void Toolbar::SetButtonDown(int button, bool down) {
+  buttons_.at(static_cast<std::size_t>(button)).down = down;
+  Paint(Aspect::Row, button);
+}
+
 void Toolbar::Press(std::string_view key) {
   const auto button = std::find_if(buttons_.begin(), buttons_.end(), [&](const Button& b) { return b.key == key; });
   if (button == buttons_.end() || !button->enabled || !Enabled()) return;

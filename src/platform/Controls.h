@@ -160,12 +160,16 @@ class Toolbar : public Control {
     std::string caption, key, tag, toolTip;
     std::string image;  // key of its picture in the image list
     bool enabled = true;
+    std::string shortcut = {};  // such as "Ctrl+F"; empty = none
+    bool stays = false;         // stays down to show a choice; `down` says whether it is
+    bool down = false;
   };
   const std::vector<Button>& Buttons() const { return buttons_; }
   void Add(Button button);
   void SetButtonToolTip(int button, std::string toolTip);
   void SetButtonImage(int button, std::string image);
   void SetButtonEnabled(int button, bool enabled);
+  void SetButtonDown(int button, bool down);
   // The user's click: the field with the focus is left first; nothing when the button is disabled.
   void Press(std::string_view key);
 

@@ -11,7 +11,7 @@
 namespace tarvolinex {
 
 enum class BoxIcon { None, Critical, Question, Exclamation, Information };
-enum class BoxButtons { Ok, OkCancel, YesNo };
+enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class Answer { Ok, Cancel, Yes, No };
 
 struct FileDialog {
@@ -29,7 +29,8 @@ class Desktop {
  public:
   virtual ~Desktop() = default;
 
-  // Waits for the answer. Closing the box is Ok, Cancel or No, whichever the buttons offer.
+  // Waits for the answer. Closing the box is Ok, Cancel or No, whichever the buttons offer; Cancel of
+  // Yes, No and Cancel.
   virtual Answer MessageBox(const std::string& text, const std::string& title, BoxButtons buttons, BoxIcon icon) = 0;
   // nullopt when cancelled.
   virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,

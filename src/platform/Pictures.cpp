@@ -7,10 +7,17 @@
 
 namespace tarvolinex {
 
-Picture LoadPicture(std::string_view path) {
+namespace {
+
+std::unique_ptr<QImageReader> Open(std::string_view path) {
   if (!FileExists(path)) throw RuntimeError(kFileNotFound, "The picture " + std::string(path) + " does not exist");
-  QImageReader reader(QString::fromStdString(NativePath(path)));
-  reader.setDecideFormatFromContent(true);
+  auto reader = std::make_unique<QImageReader>(QString::fromStdString(NativePath(path)));
+  reader->setDecideFormatFromContent(true);
+  return reader;
+}
+
+// The reader's present picture.
+Picture Read(QImageReader& reader, std::string_view path) {
   const QSize size = reader.size();
   constexpr qint64 kLargest = 64'000'000;
   if (qint64{size.width()} * size.height() > kLargest) {
@@ -28,6 +35,23 @@ Picture LoadPicture(std::string_view path) {
     picture.pixels.insert(picture.pixels.end(), line, line + image.width());
   }
   return picture;
+}
+
+}  // namespace
+
+Picture LoadPicture(std::string_view path) {
+  return Read(*Open(path), path);
+}
+
+Picture LoadPicture(std::string_view path, int width, int height) {
+  const auto reader = Open(path);
+  const int count = std::max(reader->imageCount(), 1);
+  for (int i = 0; i < count; ++i) {
+    if (i > 0 && !reader->jumpToImage(i)) break;
+    if (Picture picture = Read(*reader, path); picture.width == width && picture.height == height) return picture;
+  }
+  throw RuntimeError(kBadPicture, "The picture " + std::string(path) + " holds none of " + std::to_string(width) +
+                                      " by " + std::to_string(height) + " pixels");
 }
 
 }  // namespace tarvolinex

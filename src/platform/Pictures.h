@@ -18,4 +18,8 @@ struct Picture {
 // it is no picture that can be read, or is larger than 64 million pixels.
 Picture LoadPicture(std::string_view path);
 
+// The first picture of exactly that size in pixels, of a file that may hold several (an ICO file). Throws like
+// LoadPicture, and 481 when none has that size.
+Picture LoadPicture(std::string_view path, int width, int height);
+
 }  // namespace tarvolinex

@@ -12,6 +12,8 @@ Answer TerminalDesktop::MessageBox(const std::string& text, const std::string& t
   switch (buttons) {
     case BoxButtons::YesNo:
       return yesToAll_ ? Answer::Yes : Answer::No;
+    case BoxButtons::YesNoCancel:
+      return yesToAll_ ? Answer::Yes : Answer::Cancel;
     case BoxButtons::OkCancel:
       return yesToAll_ ? Answer::Ok : Answer::Cancel;
     case BoxButtons::Ok:

@@ -24,9 +24,11 @@ constexpr int kToolbarPicture = 24;
 
 void PaintToolbarButton(const Toolbar& toolbar, QAction& action, int button) {
   const Toolbar::Button& state = toolbar.Buttons()[static_cast<std::size_t>(button)];
-  action.setText(Shown(state.caption).replace("&", "&&"));
+  action.setText(Shown(state.caption.empty() ? state.toolTip : state.caption).replace("&", "&&"));
   action.setToolTip(PlainToolTip(state.toolTip.empty() ? state.caption : state.toolTip));
   action.setEnabled(state.enabled);
+  action.setCheckable(state.stays);
+  action.setChecked(state.down);
   const QString picture = ":/pictures/" + Shown(state.image) + ".svg";
   if (action.data() != picture) {
     action.setIcon(state.image.empty() ? QIcon() : QIcon(picture));
@@ -40,7 +42,9 @@ void MakeToolbarButtons(Toolbar& toolbar, QToolBar& bar, QObject& owner) {
     auto* action = new QAction(&bar);
     PaintToolbarButton(toolbar, *action, i);
     bar.addAction(action);
-    const std::string key = toolbar.Buttons()[static_cast<std::size_t>(i)].key;
+    const Toolbar::Button& button = toolbar.Buttons()[static_cast<std::size_t>(i)];
+    if (!button.shortcut.empty()) action->setShortcut(QKeySequence(Shown(button.shortcut)));
+    const std::string key = button.key;
     action->setObjectName(Shown(key));
     QObject::connect(action, &QAction::triggered, &owner, [&toolbar, key] { Deliver([&] { toolbar.Press(key); }); });
   }
@@ -99,7 +103,9 @@ QAction* AddCommand(Menu& menu, QWidget& container, QObject& owner) {
 bool BindToolbar(Toolbar& toolbar, QWidget& widget, QObject& owner) {
   auto* bar = qobject_cast<QToolBar*>(&widget);
   if (!bar) return false;
-  bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  const bool anyCaption = std::any_of(toolbar.Buttons().begin(), toolbar.Buttons().end(),
+                                      [](const Toolbar::Button& button) { return !button.caption.empty(); });
+  bar->setToolButtonStyle(anyCaption ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
   bar->setIconSize(QSize(kToolbarPicture, kToolbarPicture));
   bar->setMovable(false);
   toolbar.Painter = [&toolbar, bar, &owner](Aspect aspect, int button) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Controls.h"
+#include "platform/PaintControls.h"
 
 class QMenuBar;
 class QObject;
@@ -24,6 +25,10 @@ bool BindCheckBox(CheckBox& box, QWidget& widget, QObject& owner);
 bool BindUpDown(UpDown& upDown, QWidget& widget, QObject& owner);
 bool BindProgressBar(ProgressBar& bar, QWidget& widget);
 bool BindPictureBox(PictureBox& box, QWidget& widget);
+
+bool BindPixelGrid(PixelGrid& grid, QWidget& widget, QObject& owner);
+// Drawn by a swatch that can be chosen, or by a label that only shows the colour.
+bool BindColourBox(ColourBox& box, QWidget& widget, QObject& owner);
 
 bool BindComboBox(ComboBox& box, QWidget& widget, QObject& owner);
 bool BindListBox(ListBox& box, QWidget& widget, QObject& owner);

@@ -123,6 +123,8 @@ bool Binder::BindWidget(Control& control, QWidget& widget) {
   if (auto* upDown = dynamic_cast<UpDown*>(&control)) return BindUpDown(*upDown, widget, *this);
   if (auto* bar = dynamic_cast<ProgressBar*>(&control)) return BindProgressBar(*bar, widget);
   if (auto* picture = dynamic_cast<PictureBox*>(&control)) return BindPictureBox(*picture, widget);
+  if (auto* grid = dynamic_cast<PixelGrid*>(&control)) return BindPixelGrid(*grid, widget, *this);
+  if (auto* colour = dynamic_cast<ColourBox*>(&control)) return BindColourBox(*colour, widget, *this);
   if (auto* toolbar = dynamic_cast<Toolbar*>(&control)) return BindToolbar(*toolbar, widget, *this);
   if (auto* tabs = dynamic_cast<TabStrip*>(&control)) return BindTabStrip(*tabs, widget, *this);
   return false;

@@ -8,6 +8,7 @@
 #include "platform/RuntimeError.h"
 #include "ui_FRmCreateDB.h"
 #include "ui_FrmAbout.h"
+#include "ui_FrmIconEdit.h"
 #include "ui_FrmLeaseOrgDetails.h"
 #include "ui_FrmMailSettings.h"
 #include "ui_FrmMain.h"
@@ -36,8 +37,9 @@ struct NamedDesign {
 };
 
 constexpr NamedDesign kDesigns[] = {
-    {"FRmCreateDB", Make<Ui::FRmCreateDB, QDialog>},
+    {"FRmCreateDB", Make<Ui::FRmCreateDB, QDialog>},  //
     {"FrmAbout", Make<Ui::FrmAbout, QDialog>},
+    {"FrmIconEdit", Make<Ui::FrmIconEdit, QDialog>},
     {"FrmLeaseOrgDetails", Make<Ui::FrmLeaseOrgDetails, QDialog>},
     {"FrmMailSettings", Make<Ui::FrmMailSettings, QDialog>},
     {"FrmMain", Make<Ui::FrmMain, QMainWindow>},

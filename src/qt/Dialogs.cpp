@@ -74,6 +74,9 @@ Answer AskMessage(QWidget* parent, const std::string& text, const std::string& t
     case BoxButtons::YesNo:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
       break;
+    case BoxButtons::YesNoCancel:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      break;
   }
   switch (Ask(box)) {
     case QMessageBox::Cancel:

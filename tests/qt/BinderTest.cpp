@@ -18,6 +18,7 @@
 #include "ShownWindow.h"
 #include "qt/Designs.h"
 #include "qt/UpDownButtons.h"
+#include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FrmAbout.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 #include "ui/main/FrmSearch.h"
@@ -34,7 +35,8 @@ TEST_F(Binding, EveryControlHasItsWidgetAndEveryWidgetItsControl) {
   FrmAbout about;
   FrmLeaseOrgDetails details;
   FrmSearch search;
-  for (Window* window : {static_cast<Window*>(&about), static_cast<Window*>(&details), static_cast<Window*>(&search)}) {
+  FrmIconEdit editor;
+  for (Window* window : std::initializer_list<Window*>{&about, &details, &search, &editor}) {
     const auto root = MakeDesign(window->Name());
     EXPECT_EQ(Binder(*window, *root).Mismatches(), Names()) << window->Name();
   }

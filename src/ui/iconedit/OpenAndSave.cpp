@@ -1,0 +1,113 @@
+// The editor's icons as files.
+#include "core/Globals.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "ui/iconedit/FrmIconEdit.h"
+#include "ui/iconedit/IconFile.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr int kLongestName = 15;  // characters
+
+std::string_view LastCharacters(std::string_view text, int n) {
+  int characters = 0;
+  std::size_t start = text.size();
+  while (start > 0 && characters < n) {
+    --start;
+    const bool continues = (static_cast<unsigned char>(text[start]) & 0xC0) == 0x80;
+    if (!continues) ++characters;
+  }
+  return text.substr(start);
+}
+
+}  // namespace
+
+void FrmIconEdit::SetLoadPic(const std::string& iconName) {
+  const BusyWhile busy;
+  Before();
+  image_ = {};
+  name_ = iconName;
+  if (!iconName.empty()) {
+    try {
+      image_ = LoadIcon(DataFolder + "\\Icons\\" + iconName);
+    } catch (const RuntimeError&) {
+      name_.clear();
+      TheDesktop().MessageBox("Invalid or unsupported file format.", "", BoxButtons::Ok, BoxIcon::Critical);
+    }
+  }
+  SetCaption(name_.empty() ? "Icon Editor <new Icon>" : "Icon Editor - " + name_);
+  After();
+  modified_ = false;
+}
+
+void FrmIconEdit::Open() {
+  const std::string file = TheDesktop().OpenFile({"", DataFolder + "\\icons", "", "Icons (*.ico)|*.ico"});
+  if (file.empty()) return;
+  IconImage loaded;
+  try {
+    if (FileLength(file) != kIconFileLength) throw RuntimeError(kBadPicture, file + " has another length");
+    loaded = LoadIcon(file);
+  } catch (const RuntimeError&) {
+    TheDesktop().MessageBox("Ivalid or unsupported file format.", "", BoxButtons::Ok, BoxIcon::Critical);
+    return;
+  }
+  Apply([&](IconImage& image) { image = loaded; });
+}
+
+void FrmIconEdit::SavePic(const std::string& iconName) {
+  EndStroke();
+  const std::string name = IconBaseName(iconName);
+  if (!IsIconName(name)) return;
+  {
+    const BusyWhile busy;
+    try {
+      const std::string folder = DataFolder + "\\icons";
+      if (!FolderExists(folder)) MakeFolder(folder);
+      WriteFile(IconPath(name), IconBytes(image_));
+    } catch (const RuntimeError&) {
+      // The old file stays; the list that is filled next shows what there is.
+    }
+    modified_ = false;
+  }
+  SetCaption("Icon Editor - " + name + ".ICO");
+  if (RefreshIconList) RefreshIconList(name);
+}
+
+void FrmIconEdit::Save() {
+  if (name_.empty()) {
+    SaveAs();
+  } else {
+    SavePic(name_);
+  }
+}
+
+void FrmIconEdit::SaveAs() {
+  const auto answer = TheDesktop().InputBox("Enter new Icon Name", "Save as...", "");
+  const std::string name(Trim(LastCharacters(answer.value_or(""), kLongestName)));
+  if (name.empty()) return;
+  if (IsIconName(IconBaseName(name))) return SavePic(name);
+  TheDesktop().MessageBox(
+      "\"" + name + "\" cannot be the name of an icon.\r\n\r\nPlease use none of \\ / : * ? \" < > |", "Save as...",
+      BoxButtons::Ok, BoxIcon::Exclamation);
+}
+
+bool FrmIconEdit::MayLeave() {
+  EndStroke();
+  if (!modified_) return true;
+  switch (TheDesktop().MessageBox("Save icon?", "", BoxButtons::YesNoCancel, BoxIcon::Question)) {
+    case Answer::Yes:
+      SaveAs();
+      return !modified_;
+    case Answer::No:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace tarvolinex
