@@ -23,7 +23,7 @@ constexpr std::array<const char*, 10> kCaptions = {
     "Pass&word command",
     "&From",
     "Fo&lder",
-    "The password itself is never stored: the command prints it when a message is sent, for example\r\n"
+    "The password itself is never stored: the command prints it when a message is sent, for example "
     "\"secret-tool lookup mail lease\". Server is HOST or HOST:PORT. From and Folder may stay empty."};
 constexpr const char* kTitle = "E-mail Settings";
 

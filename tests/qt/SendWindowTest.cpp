@@ -1,0 +1,88 @@
+// A calculator goes out through the real window.
+#include <QCheckBox>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <random>
+
+#include "SampleWindow.h"
+#include "publish/Preferences.h"
+#include "support/LoopbackServer.h"
+
+namespace tarvolinex {
+namespace {
+
+// Counts how often a widget is painted.
+class PaintCounter : public QObject {
+ public:
+  int count = 0;
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count;
+    return false;
+  }
+};
+
+class SendWindow : public SampleWindow {
+ protected:
+  SendWindow() {
+    CalculatorPreferences.AliasCalcName = "Lease Tool";
+    SaveCalculatorPreferences(CalculatorPreferences);
+    ClickTab(kTabSend);
+    Type("TxtEmail_0", "Your calculator");
+    auto& message = Find<QPlainTextEdit>("TxtEmail_1");
+    Click(*message.viewport(), message.viewport()->rect().center());
+    QTest::keyClicks(&message, "Hello");
+    Click(Find<QPushButton>("CmdCalcGo_3"));
+  }
+  // Presses Send, and in the dialog the way with that number.
+  void Send(int way) {
+    WhenWaiting<QDialog>([way](QDialog& dialog) {
+      Click(*dialog.findChild<QRadioButton*>("OpFileType_" + QString::number(way)), {10, 10});
+      Click(*dialog.findChild<QPushButton*>("cmdaction_0"));
+    });
+    Click(Find<QPushButton>("CmdCalcGo_0"));
+  }
+};
+
+TEST_F(SendWindow, TickedContactsGetTheMessageThatWasTyped) {
+  const LoopbackServer server("smtp", folder.Path());
+  folder.File("Mail.INI", "[PROFILES]\nDefaultProfile=w\n[w]\nTransport=smtp\nSecurity=none\nServer=" + server.Host());
+  AnswerWith(QMessageBox::Ok);
+  Send(1);
+  ASSERT_EQ(said.size(), 1U);
+  EXPECT_EQ(said[0].substr(0, 48), "Lease Tool has been sent successfully by Tarvoli");
+  const std::string message = ReadFile(folder.Path() + "/message.json");
+  EXPECT_NE(message.find(R"("subject": "Your calculator")"), std::string::npos) << message;
+  EXPECT_NE(message.find(R"("attachment": "CalcInstall.zip")"), std::string::npos);
+  EXPECT_EQ(ReadFile(folder.Path() + "/attachment"), ReadFile(AppFolder + "\\CalcInstall.zip"));
+  EXPECT_NE(Ask("SELECT DateLastSent FROM contacts WHERE ID=2"), "");
+}
+
+TEST_F(SendWindow, AnUploadLetsTheWindowLiveAndEscapeStopsIt) {
+  const LoopbackServer server("http", folder.Path(), {"slow", "SUCCESS"});
+  WebServer = server.Host();
+  std::string noise(8 << 20, '\0');
+  std::minstd_rand random(1);
+  for (char& c : noise) c = static_cast<char>(random() >> 8);
+  folder.File("calculator/noise.bin", noise);
+  QProgressBar& bar = Find<QProgressBar>("ProgressBar1");
+  PaintCounter painted;
+  bar.installEventFilter(&painted);
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, &bar, [&] {
+    const bool sending = Find("TxtStatus").text().startsWith("Transfering") && bar.value() > 4;
+    if (sending && !StopRequested) QTest::keyClick(&Root(), Qt::Key_Escape);
+  });
+  watch.start(20);
+  AnswerWith(QMessageBox::Ok);
+  Send(2);
+  ASSERT_EQ(said, std::vector<std::string>{"File Upload failed"});
+  EXPECT_GT(painted.count, 3);
+  EXPECT_TRUE(Find<QPushButton>("CmdCalcGo_0").isEnabled());
+  EXPECT_FALSE(FileExists(folder.Path() + "/body"));
+  EXPECT_TRUE(ListFiles(AppFolder + "\\CalcInstall_*").empty());
+}
+
+}  // namespace
+}  // namespace tarvolinex
