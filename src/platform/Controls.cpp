@@ -68,6 +68,11 @@ void CaptionedControl::SetCaption(std::string_view caption) {
   Paint(Aspect::Text);
 }
 
+void CommandButton::SetImage(std::string key) {
+  image_ = std::move(key);
+  Paint(Aspect::State);
+}
+
 void CommandButton::Press() {
   if (!Enabled()) return;
   Owner().LeaveField();

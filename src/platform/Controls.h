@@ -64,9 +64,14 @@ class CommandButton : public CaptionedControl {
  public:
   using CaptionedControl::CaptionedControl;
   std::string_view TypeName() const override { return "COMMANDBUTTON"; }
+  const std::string& Image() const { return image_; }  // key of its picture in the image list; empty = none
+  void SetImage(std::string key);
   // The user's click: the field with the focus is left first; nothing when disabled.
   void Press();
   Event Click;
+
+ private:
+  std::string image_;
 };
 
 class OptionButton : public CaptionedControl {
@@ -126,7 +131,8 @@ class PictureBox : public Control {
  public:
   using Control::Control;
   std::string_view TypeName() const override { return "PICTUREBOX"; }
-  const std::string& Picture() const { return picture_; }  // path of the picture; empty = none
+  // Path of the picture; empty = none: the box shows its background colour, or what its design gave it.
+  const std::string& Picture() const { return picture_; }
   void SetPicture(std::string path);
 
  private:

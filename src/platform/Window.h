@@ -54,7 +54,7 @@ class Control {
   void SetBackColour(Colour colour);
 
   // Position inside the parent in twips (1/15 of a pixel at 100 %). Only controls that follow the window's edges
-  // carry one; a width of 0 means that the window's design decides.
+  // carry one; a width of 0 means that the window's design decides, a height of 0 that it decides all but the width.
   struct Place {
     int left = 0, top = 0, width = 0, height = 0;
     bool operator==(const Place&) const = default;

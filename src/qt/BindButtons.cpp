@@ -42,13 +42,24 @@ void PaintLabel(const Label& label, QLabel& widget) {
   widget.setAutoFillBackground(coloured);
 }
 
+void PaintBackground(const PictureBox& box, QLabel& widget) {
+  const bool coloured = box.BackColour() != kSystemWindow;
+  QPalette palette;
+  if (coloured) palette.setColor(QPalette::Window, ToQColor(box.BackColour()));
+  widget.setPalette(palette);
+  widget.setAutoFillBackground(coloured);
+}
+
 // A picture larger than its box is shrunk to fit, a smaller one is shown as it is.
 void PaintPicture(const PictureBox& box, QLabel& widget) {
+  constexpr const char* kPainted = "painted";  // the picture that the widget shows is not its design's
   PaintShared(box, widget);
+  PaintBackground(box, widget);
   if (box.Picture().empty()) {
-    // A design may have given the widget a picture of its own.
+    if (widget.property(kPainted).toBool()) widget.clear();
     return;
   }
+  widget.setProperty(kPainted, true);
   QPixmap picture(box.Picture().starts_with(':') ? Shown(box.Picture()) : Shown(NativePath(box.Picture())));
   const QSize room = widget.contentsRect().size();
   if (picture.width() > room.width() || picture.height() > room.height()) {
@@ -76,6 +87,9 @@ bool BindFrame(Frame& frame, QWidget& widget) {
     PaintShared(frame, *box);
     box->setTitle(WithAccessKey(frame.Caption()));
     box->setAccessibleName(WithoutAccessKey(frame.Caption()));
+    // A box without a label of its own, which the design says belongs to the frame's caption.
+    auto* captioned = box->findChild<QWidget*>(box->property("captions").toString());
+    if (captioned) captioned->setAccessibleName(WithoutAccessKey(frame.Caption()));
   };
   frame.Painter(Aspect::State, -1);
   return true;
@@ -88,6 +102,7 @@ bool BindCommandButton(CommandButton& button, QWidget& widget, QObject& owner) {
     if (aspect == Aspect::Focus) return push->setFocus();
     PaintShared(button, *push);
     PaintCaption(button, *push);
+    if (!button.Image().empty()) push->setIcon(QIcon(":/pictures/" + Shown(button.Image()) + ".svg"));
   };
   button.Painter(Aspect::State, -1);
   QObject::connect(push, &QPushButton::clicked, &owner, [&button] { Deliver([&] { button.Press(); }); });

@@ -12,6 +12,7 @@
 #include "ui_FrmLeaseOrgDetails.h"
 #include "ui_FrmMailSettings.h"
 #include "ui_FrmMain.h"
+#include "ui_FrmOptions.h"
 #include "ui_FrmSearch.h"
 #include "ui_frmSendCalc.h"
 
@@ -43,6 +44,7 @@ constexpr NamedDesign kDesigns[] = {
     {"FrmLeaseOrgDetails", Make<Ui::FrmLeaseOrgDetails, QDialog>},
     {"FrmMailSettings", Make<Ui::FrmMailSettings, QDialog>},
     {"FrmMain", Make<Ui::FrmMain, QMainWindow>},
+    {"FrmOptions", Make<Ui::FrmOptions, QDialog>},
     {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
     {"frmSendCalc", Make<Ui::frmSendCalc, QDialog>},
 };

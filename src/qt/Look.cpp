@@ -91,7 +91,9 @@ void PaintShared(const Control& control, QWidget& widget) {
   if (widget.isHidden() == control.Visible()) widget.setVisible(control.Visible());
   if (const QString tip = PlainToolTip(control.ToolTip()); tip != widget.toolTip()) widget.setToolTip(tip);
   const Control::Place& place = control.Position();
-  if (place.width > 0) {
+  if (place.width > 0 && place.height == 0) {
+    widget.setFixedWidth(ToPixels(place.width));
+  } else if (place.width > 0) {
     widget.setGeometry(ToPixels(place.left), ToPixels(place.top), ToPixels(place.width), ToPixels(place.height));
   }
 }
