@@ -62,6 +62,10 @@ void TextBox::SetMaxLength(int characters) {
   if (std::exchange(maxLength_, characters) != characters) Paint(Aspect::State);
 }
 
+void Label::SetForeColour(Colour colour) {
+  if (std::exchange(foreColour_, colour) != colour) Paint(Aspect::State);
+}
+
 void CaptionedControl::SetCaption(std::string_view caption) {
   if (caption_ == caption) return;
   caption_ = caption;

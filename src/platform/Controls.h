@@ -52,6 +52,14 @@ class Label : public CaptionedControl {
  public:
   using CaptionedControl::CaptionedControl;
   std::string_view TypeName() const override { return "LABEL"; }
+  // kSystemWindowText = as the window's other texts.
+  Colour ForeColour() const { return foreColour_; }
+  void SetForeColour(Colour colour);
+  Event Click;      // of a label that its design draws as a link
+  Event MouseMove;  // the pointer comes over it
+
+ private:
+  Colour foreColour_ = kSystemWindowText;
 };
 
 class Frame : public CaptionedControl {

@@ -15,8 +15,9 @@ class Window;
 using Event = std::function<void()>;
 using Colour = std::uint32_t;  // 00BBGGRR, red in the low byte
 
-// The two system colours that inputs use; a painter maps them to the desktop's palette.
+// The system colours in use; a painter maps them to the desktop's palette.
 inline constexpr Colour kSystemWindow = 0x80000005;      // background of an unlocked input
+inline constexpr Colour kSystemWindowText = 0x80000008;  // text on a window
 inline constexpr Colour kSystemButtonFace = 0x8000000F;  // background of a locked input
 
 // What of a control has changed; lets a painter update one row instead of the whole list.
@@ -119,6 +120,7 @@ class Window {
   // A window that is shown again after Close.
   void Reopen() { closed_ = false; }
 
+  Event MouseMove;                        // the pointer comes from a label to the window
   Event Activated;                        // has just been shown
   Event Unloading;                        // is being closed; runs once
   std::function<bool()> MayClose;         // the user closes the window; false keeps it open

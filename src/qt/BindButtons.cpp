@@ -10,6 +10,7 @@
 #include "platform/Files.h"
 #include "qt/BindControls.h"
 #include "qt/EventBoundary.h"
+#include "qt/LinkLabel.h"
 #include "qt/Look.h"
 #include "qt/UpDownButtons.h"
 
@@ -37,8 +38,10 @@ void PaintLabel(const Label& label, QLabel& widget) {
   if (widget.buddy()) widget.buddy()->setAccessibleName(WithoutAccessKey(label.Caption()));
   const bool coloured = label.BackColour() != kSystemWindow;
   QPalette palette;
+  const bool written = label.ForeColour() != kSystemWindowText;
   if (coloured) palette.setColor(QPalette::Window, ToQColor(label.BackColour()));
-  if (coloured || widget.autoFillBackground()) widget.setPalette(palette);
+  if (written) palette.setColor(QPalette::WindowText, ReadableOnWindow(ToQColor(label.ForeColour())));
+  if (coloured || written || widget.autoFillBackground()) widget.setPalette(palette);
   widget.setAutoFillBackground(coloured);
 }
 
@@ -71,12 +74,28 @@ void PaintPicture(const PictureBox& box, QLabel& widget) {
 
 }  // namespace
 
-bool BindLabel(Label& label, QWidget& widget) {
+namespace {
+
+void ConnectLink(Label& label, LinkLabel& link, QObject& owner) {
+  const auto fire = [](const Event& event) {
+    Deliver([&] {
+      if (event) event();
+    });
+  };
+  QObject::connect(&link, &LinkLabel::Clicked, &owner, [&label, fire] { fire(label.Click); });
+  QObject::connect(&link, &LinkLabel::Entered, &owner, [&label, fire] { fire(label.MouseMove); });
+  QObject::connect(&link, &LinkLabel::Left, &owner, [&label, fire] { fire(label.Owner().MouseMove); });
+}
+
+}  // namespace
+
+bool BindLabel(Label& label, QWidget& widget, QObject& owner) {
   auto* drawn = qobject_cast<QLabel*>(&widget);
   if (!drawn) return false;
   drawn->setTextFormat(Qt::PlainText);
   label.Painter = [&label, drawn](Aspect, int) { PaintLabel(label, *drawn); };
   label.Painter(Aspect::State, -1);
+  if (auto* link = qobject_cast<LinkLabel*>(drawn)) ConnectLink(label, *link, owner);
   return true;
 }
 

@@ -14,6 +14,7 @@
 #include "ui_FrmMain.h"
 #include "ui_FrmOptions.h"
 #include "ui_FrmSearch.h"
+#include "ui_frmFormEditWarning.h"
 #include "ui_frmSendCalc.h"
 
 // The resources of a static library are not found before they have been asked for, outside of any namespace.
@@ -46,6 +47,7 @@ constexpr NamedDesign kDesigns[] = {
     {"FrmMain", Make<Ui::FrmMain, QMainWindow>},
     {"FrmOptions", Make<Ui::FrmOptions, QDialog>},
     {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
+    {"frmFormEditWarning", Make<Ui::frmFormEditWarning, QDialog>},
     {"frmSendCalc", Make<Ui::frmSendCalc, QDialog>},
 };
 

@@ -23,6 +23,7 @@
 #include "ui/main/FrmLeaseOrgDetails.h"
 #include "ui/main/FrmSearch.h"
 #include "ui/options/FrmOptions.h"
+#include "ui/options/frmFormEditWarning.h"
 
 namespace tarvolinex {
 namespace {
@@ -38,7 +39,9 @@ TEST_F(Binding, EveryControlHasItsWidgetAndEveryWidgetItsControl) {
   FrmSearch search;
   FrmIconEdit editor;
   FrmOptions options;
-  for (Window* window : std::initializer_list<Window*>{&about, &details, &search, &editor, &options}) {
+  frmFormEditWarning warning("");
+  for (Window* window :
+       std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning}) {
     const auto root = MakeDesign(window->Name());
     EXPECT_EQ(Binder(*window, *root).Mismatches(), Names()) << window->Name();
   }

@@ -4,11 +4,13 @@
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/Launcher.h"
+#include "core/MainWindow.h"
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "platform/Text.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/Preferences.h"
+#include "store/Forms.h"
 #include "store/Statements.h"
 
 namespace tarvolinex {
@@ -34,7 +36,37 @@ FrmOptions::FrmOptions()
       FraYesNo(*this, "FraYesNo"),
       ChkYesNo(*this, "ChkYesNo"),
       FraDepOptions(*this, "FraDepOptions"),
-      ChkdepSelect(*this, "ChkdepSelect", kDepositTypes) {
+      ChkdepSelect(*this, "ChkdepSelect", kDepositTypes),
+      FraForms(*this, "FraForms", -1, "Forms"),
+      LblForms(*this, "LblForms", 2),
+      txtForms(*this, "txtForms", 2),
+      ChkFrmAvailable(*this, "ChkFrmAvailable", -1, "Add/Remove from available forms list"),
+      cmdForm(*this, "cmdForm", 3),
+      FraIcon(*this, "FraIcon", -1, "Icon"),
+      CboIcons(*this, "CboIcons"),
+      PicIcon(*this, "PicIcon"),
+      CmdIcon(*this, "CmdIcon", -1, "Edit"),
+      FraLogo(*this, "FraLogo"),
+      TxtLogo(*this, "TxtLogo"),
+      CmdCoLog(*this, "CmdCoLog", -1, "Browse...") {
+  WireButtons();
+  WireEditors();
+  WireForms();
+  WireGraphics();
+  KeyUp = [this](Key key) {
+    auto* button = dynamic_cast<CommandButton*>(ActiveControl());
+    if (key == Key::Return) (button ? *button : Cmd(kOk)).Press();
+    if (key == Key::Escape) Cmd(kCancel).Press();
+  };
+  // The title bar's button is a Cancel.
+  MayClose = [this] {
+    LeaveField();
+    SaveChangedValue();
+    return true;
+  };
+}
+
+void FrmOptions::WireButtons() {
   constexpr const char* kCaptions[] = {"&OK", "&Cancel", "View", "&Help"};
   for (int i = 0; i < kButtons; ++i) {
     Cmd(i).SetCaption(kCaptions[i]);
@@ -42,6 +74,9 @@ FrmOptions::FrmOptions()
   }
   Cmd(kOk).SetToolTip("Save and Close");
   Cmd(kCancel).SetToolTip("Close options without saving");
+}
+
+void FrmOptions::WireEditors() {
   TreeOptions.NodeClick = [this] { TreeOptions_NodeClick(); };
   TxtString.Validate = [this] { TxtString.SetText(EscapeQuotes(TxtString.Text())); };
   TxtIncre.LostFocus = [this] { TxtIncre.SetText(FormatNumberInput(valueKind_, TxtIncre.Text(), valueLimit_)); };
@@ -57,27 +92,21 @@ FrmOptions::FrmOptions()
   for (int i = 0; i < kDepositTypes; ++i) {
     ChkdepSelect(i).Click = [this, i] { ChkdepSelect_Click(i); };
   }
-  KeyUp = [this](Key key) {
-    auto* button = dynamic_cast<CommandButton*>(ActiveControl());
-    if (key == Key::Return) (button ? *button : Cmd(kOk)).Press();
-    if (key == Key::Escape) Cmd(kCancel).Press();
-  };
-  // The title bar's button is a Cancel.
-  MayClose = [this] {
-    LeaveField();
-    SaveChangedValue();
-    return true;
-  };
 }
 
 void FrmOptions::Load() {
   const BusyWhile busy;
   edited_ = CalculatorPreferences;
   AddRootTree();
+  pendingPictures_ = {};
   HidePanels();
   FraBlank.SetVisible(true);
   Cmd(kView).SetImage("PREVIEW");
   Cmd(kHelp).SetImage("HELP");
+  std::string icon = edited_.IconName.Trimmed();
+  RefreshIconList(icon);
+  edited_.IconName = icon;
+  formsListChanged_ = false;
   Cmd(kView).SetToolTip(ReplaceAliases("View <CALCNAME>"));
 }
 
@@ -91,6 +120,7 @@ void FrmOptions::AddRootTree() {
   currentKey_.clear();
   for (const OptionNode& node : OptionNodes()) {
     TreeOptions.Add({node.key, node.parent, ReplaceAliases(node.caption)});
+    if (std::string_view(node.key) == kFormsKey) AddFormsToTree();
   }
   ChkdepSelect(1).SetCaption(ReplaceAliases("Percentage  of <CAPEQUIP>"));
 }
@@ -106,6 +136,7 @@ void FrmOptions::Cmd_Click(int button) {
   switch (button) {
     case kOk:
       SavePreferences();
+      if (formsListChanged_) RemoveUnavailableForms();
       return Close();
     case kCancel:
       return Close();
@@ -117,6 +148,13 @@ void FrmOptions::Cmd_Click(int button) {
     default:
       return ShowHelpPage(1);
   }
+}
+
+void FrmOptions::RemoveUnavailableForms() {
+  DeleteSupplierLinks();
+  if (!MainFormExists()) return;
+  LoadFormsList(MainForm().rateCard.LvwForms);
+  LoadSupplierFormLinks(CurrentSupplierId);
 }
 
 void FrmOptions::SetSwatch(Colour colour) {

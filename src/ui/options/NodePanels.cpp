@@ -32,9 +32,11 @@ T& FieldOf(Prefs& prefs, const OptionNode& node) {
 }  // namespace
 
 void FrmOptions::HidePanels() {
-  for (Frame* panel : {&FraBlank, &FraTextString, &FraValue, &FraColour, &FraYesNo, &FraDepOptions}) {
+  for (Frame* panel :
+       {&FraBlank, &FraTextString, &FraValue, &FraColour, &FraYesNo, &FraDepOptions, &FraForms, &FraIcon, &FraLogo}) {
     panel->SetVisible(false);
   }
+  cmdForm(1).SetVisible(false);
 }
 
 void FrmOptions::TreeOptions_NodeClick() {
@@ -42,8 +44,10 @@ void FrmOptions::TreeOptions_NodeClick() {
   SaveChangedValue();
   currentKey_ = TreeOptions.Selected();
   const OptionNode* node = FindOptionNode(currentKey_);
+  if (IsFormKey(currentKey_)) return ShowForm();
   if (node && node->editor != OptionEditor::None) return ShowEditor(*node);
   FraBlank.SetVisible(true);
+  cmdForm(1).SetVisible(currentKey_ == kFormsKey);
 }
 
 void FrmOptions::ShowEditor(const OptionNode& node) {
@@ -69,12 +73,18 @@ void FrmOptions::ShowEditor(const OptionNode& node) {
       ShowDepositTypes(node);
       panel = &FraDepOptions;
       break;
-    default:
+    case OptionEditor::PictureImport:
+      ShowPictureImport(node);
+      panel = &FraLogo;
+      break;
+    case OptionEditor::IconList:
+      panel = &FraIcon;
+      break;
+    case OptionEditor::None:
       break;
   }
-  if (panel != &FraBlank && panel != &FraYesNo) {
-    panel->SetCaption(ReplaceAll(TreeOptions.Find(currentKey_)->text, "&", "&&"));
-  }
+  const bool named = panel == &FraColour || panel == &FraValue || panel == &FraTextString || panel == &FraDepOptions;
+  if (named) panel->SetCaption(ReplaceAll(TreeOptions.Find(currentKey_)->text, "&", "&&"));
   panel->SetVisible(true);
 }
 
@@ -139,9 +149,16 @@ void FrmOptions::SaveChangedValue() {
     case OptionEditor::DepositTypes:
       FieldOf<std::int16_t>(edited_, *node) = TickedDepositTypes();
       break;
-    default:
+    case OptionEditor::PictureImport:
+      StorePicture(*node);
+      break;
+    case OptionEditor::IconList:
+      StoreIcon();
+      break;
+    case OptionEditor::None:
       break;
   }
+  if (formDetailsChanged_) SaveFormDetails();
 }
 
 void FrmOptions::StoreValue(const OptionNode& node) {
