@@ -139,7 +139,7 @@ class PictureBox : public Control {
  public:
   using Control::Control;
   std::string_view TypeName() const override { return "PICTUREBOX"; }
-  // Path of the picture; empty = none: the box shows its background colour, or what its design gave it.
+  // Path of the picture; empty = none: the box shows what its design gave it.
   const std::string& Picture() const { return picture_; }
   void SetPicture(std::string path);
 

@@ -45,19 +45,10 @@ void PaintLabel(const Label& label, QLabel& widget) {
   widget.setAutoFillBackground(coloured);
 }
 
-void PaintBackground(const PictureBox& box, QLabel& widget) {
-  const bool coloured = box.BackColour() != kSystemWindow;
-  QPalette palette;
-  if (coloured) palette.setColor(QPalette::Window, ToQColor(box.BackColour()));
-  widget.setPalette(palette);
-  widget.setAutoFillBackground(coloured);
-}
-
 // A picture larger than its box is shrunk to fit, a smaller one is shown as it is.
 void PaintPicture(const PictureBox& box, QLabel& widget) {
   constexpr const char* kPainted = "painted";  // the picture that the widget shows is not its design's
   PaintShared(box, widget);
-  PaintBackground(box, widget);
   if (box.Picture().empty()) {
     if (widget.property(kPainted).toBool()) widget.clear();
     return;

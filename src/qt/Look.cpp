@@ -75,10 +75,10 @@ int ToTwips(int pixels) {
 }
 
 QColor ReadableOnWindow(const QColor& colour) {
-  constexpr int kDark = 128, kDistance = 100, kLight = 190;
+  constexpr int kDark = 128, kDistance = 100, kLight = 150;
   const int background = qGray(QGuiApplication::palette().color(QPalette::Window).rgb());
   if (background >= kDark || qGray(colour.rgb()) - background >= kDistance) return colour;
-  return QColor::fromHsl(colour.hslHue(), colour.hslSaturation(), kLight);
+  return QColor::fromHsl(colour.hslHue(), colour.hslSaturation(), kLight + colour.lightness() / 2);
 }
 
 QColor ToQColor(Colour colour) {

@@ -40,8 +40,7 @@ TEST_F(Binding, EveryControlHasItsWidgetAndEveryWidgetItsControl) {
   FrmIconEdit editor;
   FrmOptions options;
   frmFormEditWarning warning("");
-  for (Window* window :
-       std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning}) {
+  for (Window* window : std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning}) {
     const auto root = MakeDesign(window->Name());
     EXPECT_EQ(Binder(*window, *root).Mismatches(), Names()) << window->Name();
   }

@@ -141,6 +141,17 @@ TEST_F(OptionsGraphicsTest, OnlyIconsOfTheTwoLengthsAndSizesAreTaken) {
   EXPECT_EQ(Choose("TWO"), DataFolder + "\\icons\\TWO.ICO");
 }
 
+TEST_F(OptionsGraphicsTest, ANameThatTheRecordCannotHoldIsNotStored) {
+  const std::string longName(26, 'A');
+  folder.File("icons/" + longName + ".ICO", ReadFile(DataFolder + "\\icons\\COINS.ICO"));
+  options.Load();
+  Select("ICON");
+  EXPECT_EQ(Choose(longName), "");
+  EXPECT_EQ(desktop.boxes.back().title, "Icon Selection");
+  options.Cmd(0).Press();
+  EXPECT_EQ(CalculatorPreferences.IconName.Trimmed(), "COINS");
+}
+
 TEST_F(OptionsGraphicsTest, EditOpensTheChosenIconOrANewOne) {
   Select("ICON");
   options.CmdIcon.Press();

@@ -10,6 +10,7 @@
 #include "store/Forms.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
+#include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FRmCreateDB.h"
 #include "ui/main/FrmAbout.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
@@ -103,6 +104,7 @@ void FrmMain::ShowAbout() {
 void FrmMain::ShowOptions(bool onForms) {
   SavePendingChanges();
   FrmOptions options;
+  options.OpenIconEditor = EditIcon;
   options.Load();
   if (onForms) options.ShowForms();
   TheDesktop().ShowModal(options);

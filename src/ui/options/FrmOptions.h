@@ -7,6 +7,7 @@
 
 #include "core/Records.h"
 #include "platform/Controls.h"
+#include "platform/PaintControls.h"
 #include "ui/options/OptionNodes.h"
 
 namespace tarvolinex {
@@ -37,7 +38,7 @@ class FrmOptions : public Window {
   TextBox TxtIncre;
   UpDown UpDown1;
   Frame FraColour;
-  PictureBox PicColour;
+  ColourBox PicColour;
   CommandButton CmdColor;
   Frame FraYesNo;
   CheckBox ChkYesNo;

@@ -1,6 +1,4 @@
 // Header logo, background picture and icon.
-#include <array>
-#include <limits>
 
 #include "core/Globals.h"
 #include "core/Reports.h"
@@ -9,6 +7,7 @@
 #include "platform/Pictures.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "ui/iconedit/IconFile.h"
 #include "ui/options/FrmOptions.h"
 
 namespace tarvolinex {
@@ -17,8 +16,6 @@ namespace {
 
 constexpr const char* kNewIcon = "<New Icon>";
 constexpr const char* kIconEnding = ".ICO";
-constexpr std::int64_t kOneIcon = 766, kTwoIcons = 1078;  // bytes of a file with one picture and with two
-constexpr int kIconSide = 32;                             // pixels
 constexpr std::size_t kEndingLength = 4;
 
 // ".GIF" and so on: the last four characters in capitals.
@@ -34,12 +31,17 @@ bool IsPictureEnding(const std::string& ending) {
 bool IsIconFile(const std::string& path) {
   try {
     const std::int64_t length = FileLength(path);
-    if (length != kOneIcon && length != kTwoIcons) return false;
-    const Picture picture = LoadPicture(path);
-    return picture.width == kIconSide && picture.height == kIconSide;
+    if (length != kIconFileLength && length != kTwoIconsFileLength) return false;
+    LoadIcon(path);
+    return true;
   } catch (const RuntimeError&) {
     return false;
   }
+}
+
+// Cut to the record's width a name would be another icon's, or none's.
+bool FitsRecord(const std::string& iconName) {
+  return FirstCharacters(iconName, CalculatorPreferences.IconName.Width()) == iconName;
 }
 
 void Tell(const char* text, const char* title, BoxIcon icon) {
@@ -105,6 +107,10 @@ void FrmOptions::CboIcons_Click() {
   const std::string icon = ChosenIconText();
   ShowIcon("");
   if (icon.empty() || icon == kNewIcon) return;
+  if (!FitsRecord(icon)) {
+    return Tell("The name of this icon is longer than 25 characters.\r\n\r\nPlease select another", "Icon Selection",
+                BoxIcon::Exclamation);
+  }
   if (!IsIconFile(DataFolder + "\\icons\\" + icon + kIconEnding)) {
     return Tell("Invalid or unsupported file format.", "", BoxIcon::Critical);
   }
@@ -118,7 +124,8 @@ std::string FrmOptions::ChosenIconText() const {
 
 void FrmOptions::StoreIcon() {
   const std::string icon = ChosenIconText();
-  if (FoldCase(icon).find(FoldCase(kNewIcon)) == std::string::npos) edited_.IconName = icon;
+  if (FoldCase(icon).find(FoldCase(kNewIcon)) != std::string::npos || !FitsRecord(icon)) return;
+  edited_.IconName = icon;
 }
 
 void FrmOptions::BrowseForPicture() {
