@@ -5,12 +5,14 @@
 #include <QTest>
 
 #include "LargeDatabase.h"
+#include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "platform/Desktop.h"
 #include "qt/PixelGridView.h"
 #include "qt/QtDesktop.h"
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FrmMain.h"
+#include "ui/options/FrmOptions.h"
 
 namespace tarvolinex {
 namespace {
@@ -82,6 +84,35 @@ void StrokeUntilPainted(benchmark::State& state) {
   QTest::mouseRelease(grid, Qt::LeftButton, {}, grid->MiddleOf(0, 0).toPoint());
 }
 BENCHMARK(StrokeUntilPainted)->Unit(benchmark::kMillisecond);
+
+void AddForms(int count) {
+  Connection& connection = TheStore->connection;
+  connection.Begin();
+  for (int i = 0; i < count; ++i) {
+    connection.Execute("INSERT INTO Forms (Description, LinkName, available) VALUES('Page " + std::to_string(i) +
+                       "', 'Page " + std::to_string(i) + "', YES)");
+  }
+  connection.Commit();
+}
+
+// Once with the tree closed, once with its forms in view.
+void OpenOptionsUntilPainted(benchmark::State& state) {
+  constexpr int kForms = 500;
+  static const bool added = (AddForms(kForms), true);
+  benchmark::DoNotOptimize(added);
+  for (auto _ : state) {
+    FrmOptions options;
+    options.Load();
+    if (state.range(0) != 0) options.ShowForms();
+    drawn->desktop.Show(options);
+    QApplication::processEvents();
+    state.PauseTiming();
+    options.Close();
+    QApplication::processEvents();
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(OpenOptionsUntilPainted)->ArgName("forms")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvolinex

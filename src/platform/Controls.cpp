@@ -62,10 +62,19 @@ void TextBox::SetMaxLength(int characters) {
   if (std::exchange(maxLength_, characters) != characters) Paint(Aspect::State);
 }
 
+void Label::SetForeColour(Colour colour) {
+  if (std::exchange(foreColour_, colour) != colour) Paint(Aspect::State);
+}
+
 void CaptionedControl::SetCaption(std::string_view caption) {
   if (caption_ == caption) return;
   caption_ = caption;
   Paint(Aspect::Text);
+}
+
+void CommandButton::SetImage(std::string key) {
+  image_ = std::move(key);
+  Paint(Aspect::State);
 }
 
 void CommandButton::Press() {

@@ -52,6 +52,14 @@ class Label : public CaptionedControl {
  public:
   using CaptionedControl::CaptionedControl;
   std::string_view TypeName() const override { return "LABEL"; }
+  // kSystemWindowText = as the window's other texts.
+  Colour ForeColour() const { return foreColour_; }
+  void SetForeColour(Colour colour);
+  Event Click;      // of a label that its design draws as a link
+  Event MouseMove;  // the pointer comes over it
+
+ private:
+  Colour foreColour_ = kSystemWindowText;
 };
 
 class Frame : public CaptionedControl {
@@ -64,9 +72,14 @@ class CommandButton : public CaptionedControl {
  public:
   using CaptionedControl::CaptionedControl;
   std::string_view TypeName() const override { return "COMMANDBUTTON"; }
+  const std::string& Image() const { return image_; }  // key of its picture in the image list; empty = none
+  void SetImage(std::string key);
   // The user's click: the field with the focus is left first; nothing when disabled.
   void Press();
   Event Click;
+
+ private:
+  std::string image_;
 };
 
 class OptionButton : public CaptionedControl {
@@ -126,7 +139,8 @@ class PictureBox : public Control {
  public:
   using Control::Control;
   std::string_view TypeName() const override { return "PICTUREBOX"; }
-  const std::string& Picture() const { return picture_; }  // path of the picture; empty = none
+  // Path of the picture; empty = none: the box shows what its design gave it.
+  const std::string& Picture() const { return picture_; }
   void SetPicture(std::string path);
 
  private:

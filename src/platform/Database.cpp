@@ -5,6 +5,7 @@
 #include <array>
 #include <charconv>
 #include <filesystem>
+#include <utility>
 
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
@@ -220,16 +221,17 @@ void Connection::CopyTo(std::string_view path) {
 }
 
 void Connection::Begin() {
-  if (depth_++ == 0) Execute("BEGIN IMMEDIATE");
+  if (depth_ == 0) Execute("BEGIN IMMEDIATE");
+  ++depth_;
 }
 
 void Connection::Commit() {
-  if (depth_ > 0 && --depth_ == 0) Execute("COMMIT");
+  if (depth_ == 1) Execute("COMMIT");
+  if (depth_ > 0) --depth_;
 }
 
 void Connection::Rollback() {
-  if (depth_ > 0) Execute("ROLLBACK");
-  depth_ = 0;
+  if (std::exchange(depth_, 0) > 0) Execute("ROLLBACK");
 }
 
 void Recordset::Open(std::string_view statement, Connection& connection) {

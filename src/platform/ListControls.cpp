@@ -211,6 +211,7 @@ void TreeView::Add(Node node) {
 }
 
 void TreeView::Remove(std::string_view key) {
+  if (!Find(key)) return;
   std::vector<std::string> doomed{std::string(key)};
   for (std::size_t i = 0; i < doomed.size(); ++i) {
     for (const Node& node : nodes_) {
@@ -229,6 +230,13 @@ void TreeView::SetNodeText(std::string_view key, std::string_view text) {
   const auto found = std::find_if(nodes_.begin(), nodes_.end(), [&](const Node& n) { return n.key == key; });
   if (found == nodes_.end()) return;
   found->text = text;
+  Paint(Aspect::Row, static_cast<int>(found - nodes_.begin()));
+}
+
+void TreeView::Expand(std::string_view key) {
+  const auto found = std::find_if(nodes_.begin(), nodes_.end(), [&](const Node& n) { return n.key == key; });
+  if (found == nodes_.end()) return;
+  found->expanded = true;
   Paint(Aspect::Row, static_cast<int>(found - nodes_.begin()));
 }
 

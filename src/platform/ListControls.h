@@ -148,6 +148,7 @@ class TreeView : public Control {
   void Add(Node node);
   void Remove(std::string_view key);  // with everything below it
   void SetNodeText(std::string_view key, std::string_view text);
+  void Expand(std::string_view key);  // shows what lies below it
   const Node* Find(std::string_view key) const;
   const std::string& Selected() const { return selected_; }  // key; empty = none
   void Select(std::string_view key);                         // by program: fires nothing

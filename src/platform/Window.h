@@ -15,8 +15,9 @@ class Window;
 using Event = std::function<void()>;
 using Colour = std::uint32_t;  // 00BBGGRR, red in the low byte
 
-// The two system colours that inputs use; a painter maps them to the desktop's palette.
+// The system colours in use; a painter maps them to the desktop's palette.
 inline constexpr Colour kSystemWindow = 0x80000005;      // background of an unlocked input
+inline constexpr Colour kSystemWindowText = 0x80000008;  // text on a window
 inline constexpr Colour kSystemButtonFace = 0x8000000F;  // background of a locked input
 
 // What of a control has changed; lets a painter update one row instead of the whole list.
@@ -54,7 +55,7 @@ class Control {
   void SetBackColour(Colour colour);
 
   // Position inside the parent in twips (1/15 of a pixel at 100 %). Only controls that follow the window's edges
-  // carry one; a width of 0 means that the window's design decides.
+  // carry one; a width of 0 means that the window's design decides, a height of 0 that it decides all but the width.
   struct Place {
     int left = 0, top = 0, width = 0, height = 0;
     bool operator==(const Place&) const = default;
@@ -119,6 +120,7 @@ class Window {
   // A window that is shown again after Close.
   void Reopen() { closed_ = false; }
 
+  Event MouseMove;                        // the pointer comes from a label to the window
   Event Activated;                        // has just been shown
   Event Unloading;                        // is being closed; runs once
   std::function<bool()> MayClose;         // the user closes the window; false keeps it open

@@ -10,6 +10,7 @@
 #include "platform/Files.h"
 #include "qt/BindControls.h"
 #include "qt/EventBoundary.h"
+#include "qt/LinkLabel.h"
 #include "qt/Look.h"
 #include "qt/UpDownButtons.h"
 
@@ -37,18 +38,22 @@ void PaintLabel(const Label& label, QLabel& widget) {
   if (widget.buddy()) widget.buddy()->setAccessibleName(WithoutAccessKey(label.Caption()));
   const bool coloured = label.BackColour() != kSystemWindow;
   QPalette palette;
+  const bool written = label.ForeColour() != kSystemWindowText;
   if (coloured) palette.setColor(QPalette::Window, ToQColor(label.BackColour()));
-  if (coloured || widget.autoFillBackground()) widget.setPalette(palette);
+  if (written) palette.setColor(QPalette::WindowText, ReadableOnWindow(ToQColor(label.ForeColour())));
+  if (coloured || written || widget.autoFillBackground()) widget.setPalette(palette);
   widget.setAutoFillBackground(coloured);
 }
 
 // A picture larger than its box is shrunk to fit, a smaller one is shown as it is.
 void PaintPicture(const PictureBox& box, QLabel& widget) {
+  constexpr const char* kPainted = "painted";  // the picture that the widget shows is not its design's
   PaintShared(box, widget);
   if (box.Picture().empty()) {
-    // A design may have given the widget a picture of its own.
+    if (widget.property(kPainted).toBool()) widget.clear();
     return;
   }
+  widget.setProperty(kPainted, true);
   QPixmap picture(box.Picture().starts_with(':') ? Shown(box.Picture()) : Shown(NativePath(box.Picture())));
   const QSize room = widget.contentsRect().size();
   if (picture.width() > room.width() || picture.height() > room.height()) {
@@ -60,12 +65,28 @@ void PaintPicture(const PictureBox& box, QLabel& widget) {
 
 }  // namespace
 
-bool BindLabel(Label& label, QWidget& widget) {
+namespace {
+
+void ConnectLink(Label& label, LinkLabel& link, QObject& owner) {
+  const auto fire = [](const Event& event) {
+    Deliver([&] {
+      if (event) event();
+    });
+  };
+  QObject::connect(&link, &LinkLabel::Clicked, &owner, [&label, fire] { fire(label.Click); });
+  QObject::connect(&link, &LinkLabel::Entered, &owner, [&label, fire] { fire(label.MouseMove); });
+  QObject::connect(&link, &LinkLabel::Left, &owner, [&label, fire] { fire(label.Owner().MouseMove); });
+}
+
+}  // namespace
+
+bool BindLabel(Label& label, QWidget& widget, QObject& owner) {
   auto* drawn = qobject_cast<QLabel*>(&widget);
   if (!drawn) return false;
   drawn->setTextFormat(Qt::PlainText);
   label.Painter = [&label, drawn](Aspect, int) { PaintLabel(label, *drawn); };
   label.Painter(Aspect::State, -1);
+  if (auto* link = qobject_cast<LinkLabel*>(drawn)) ConnectLink(label, *link, owner);
   return true;
 }
 
@@ -76,6 +97,9 @@ bool BindFrame(Frame& frame, QWidget& widget) {
     PaintShared(frame, *box);
     box->setTitle(WithAccessKey(frame.Caption()));
     box->setAccessibleName(WithoutAccessKey(frame.Caption()));
+    // A box without a label of its own, which the design says belongs to the frame's caption.
+    auto* captioned = box->findChild<QWidget*>(box->property("captions").toString());
+    if (captioned) captioned->setAccessibleName(WithoutAccessKey(frame.Caption()));
   };
   frame.Painter(Aspect::State, -1);
   return true;
@@ -88,6 +112,7 @@ bool BindCommandButton(CommandButton& button, QWidget& widget, QObject& owner) {
     if (aspect == Aspect::Focus) return push->setFocus();
     PaintShared(button, *push);
     PaintCaption(button, *push);
+    if (!button.Image().empty()) push->setIcon(QIcon(":/pictures/" + Shown(button.Image()) + ".svg"));
   };
   button.Painter(Aspect::State, -1);
   QObject::connect(push, &QPushButton::clicked, &owner, [&button] { Deliver([&] { button.Press(); }); });

@@ -17,7 +17,7 @@ namespace tarvolinex {
 
 bool BindTextBox(TextBox& box, QWidget& widget, QObject& owner);
 
-bool BindLabel(Label& label, QWidget& widget);
+bool BindLabel(Label& label, QWidget& widget, QObject& owner);
 bool BindFrame(Frame& frame, QWidget& widget);
 bool BindCommandButton(CommandButton& button, QWidget& widget, QObject& owner);
 bool BindOptionButton(OptionButton& button, QWidget& widget, QObject& owner);

@@ -70,7 +70,10 @@ class TreePainter : public QObject {
   void PaintRow(int row) {
     const TreeView::Node& node = tree_.Nodes()[static_cast<std::size_t>(row)];
     const QSignalBlocker blocker(widget_);
-    if (QTreeWidgetItem* item = items_.value(Shown(node.key))) item->setText(0, Shown(node.text));
+    QTreeWidgetItem* item = items_.value(Shown(node.key));
+    if (!item) return;
+    item->setText(0, Shown(node.text));
+    if (node.expanded) item->setExpanded(true);
   }
 
   void PaintSelection() {

@@ -111,7 +111,7 @@ void Binder::BindAll() {
 
 bool Binder::BindWidget(Control& control, QWidget& widget) {
   if (auto* box = dynamic_cast<TextBox*>(&control)) return BindTextBox(*box, widget, *this);
-  if (auto* label = dynamic_cast<Label*>(&control)) return BindLabel(*label, widget);
+  if (auto* label = dynamic_cast<Label*>(&control)) return BindLabel(*label, widget, *this);
   if (auto* frame = dynamic_cast<Frame*>(&control)) return BindFrame(*frame, widget);
   if (auto* button = dynamic_cast<CommandButton*>(&control)) return BindCommandButton(*button, widget, *this);
   if (auto* option = dynamic_cast<OptionButton*>(&control)) return BindOptionButton(*option, widget, *this);

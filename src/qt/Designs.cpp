@@ -12,7 +12,9 @@
 #include "ui_FrmLeaseOrgDetails.h"
 #include "ui_FrmMailSettings.h"
 #include "ui_FrmMain.h"
+#include "ui_FrmOptions.h"
 #include "ui_FrmSearch.h"
+#include "ui_frmFormEditWarning.h"
 #include "ui_frmSendCalc.h"
 
 // The resources of a static library are not found before they have been asked for, outside of any namespace.
@@ -43,7 +45,9 @@ constexpr NamedDesign kDesigns[] = {
     {"FrmLeaseOrgDetails", Make<Ui::FrmLeaseOrgDetails, QDialog>},
     {"FrmMailSettings", Make<Ui::FrmMailSettings, QDialog>},
     {"FrmMain", Make<Ui::FrmMain, QMainWindow>},
+    {"FrmOptions", Make<Ui::FrmOptions, QDialog>},
     {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
+    {"frmFormEditWarning", Make<Ui::frmFormEditWarning, QDialog>},
     {"frmSendCalc", Make<Ui::frmSendCalc, QDialog>},
 };
 

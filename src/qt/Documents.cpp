@@ -1,6 +1,7 @@
 #include "qt/Documents.h"
 
 #include <QDesktopServices>
+#include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
 #include <QProcess>
@@ -53,7 +54,34 @@ bool Start(const QString& program, const QStringList& arguments, const std::stri
   return QProcess::startDetached(program, arguments, folder.empty() ? QString() : Shown(NativePath(folder)));
 }
 
+// The "Exec" command of the program that the desktop edits plain texts with, without the marks that stand for files;
+// empty when the desktop names none, or one that needs a terminal.
+QStringList TextEditor() {
+  constexpr int kPatience = 3000;  // milliseconds
+  QProcess query;
+  query.start("xdg-mime", {"query", "default", "text/plain"});
+  if (!query.waitForFinished(kPatience)) return {};
+  const QString name = QString::fromUtf8(query.readAllStandardOutput()).trimmed();
+  const QString path = QStandardPaths::locate(QStandardPaths::ApplicationsLocation, name);
+  QFile entry(path);
+  if (name.isEmpty() || !entry.open(QIODevice::ReadOnly)) return {};
+  const QString text = QString::fromUtf8(entry.readAll());
+  static const QRegularExpression command("^Exec=(.*)$", QRegularExpression::MultilineOption);
+  static const QRegularExpression mark("%[a-zA-Z]"), terminal("^Terminal=true", QRegularExpression::MultilineOption);
+  if (terminal.match(text).hasMatch()) return {};
+  return QProcess::splitCommand(command.match(text).captured(1).remove(mark));
+}
+
 }  // namespace
+
+int EditDocument(const std::string& file, const std::string& folder) {
+  const QFileInfo info(Shown(NativePath(file)));
+  if (!info.exists()) return kMissing;
+  QStringList editor = TextEditor();
+  if (editor.isEmpty()) return kNoProgram;
+  const QString program = editor.takeFirst();
+  return Result(Start(program, editor << info.absoluteFilePath(), folder));
+}
 
 int OpenDocument(const std::string& file, const std::string& parameters, const std::string& folder) {
   const QString text = Shown(file);
@@ -62,6 +90,10 @@ int OpenDocument(const std::string& file, const std::string& parameters, const s
   const QFileInfo info(Shown(NativePath(file)));
   if (!info.exists()) {
     const QString program = IsName(text) ? QStandardPaths::findExecutable(text) : QString();
+    // The plain editor of another system; this one has its own.
+    if (program.isEmpty() && text == "notepad.exe" && arguments.size() == 1) {
+      return EditDocument(Held(arguments.front()), folder);
+    }
     return program.isEmpty() ? kMissing : Result(Start(program, arguments, folder));
   }
   if (IsProgram(info)) return Result(Start(info.absoluteFilePath(), arguments, folder));

@@ -74,9 +74,17 @@ int ToTwips(int pixels) {
   return pixels * 15;
 }
 
+QColor ReadableOnWindow(const QColor& colour) {
+  constexpr int kDark = 128, kDistance = 100, kLight = 150;
+  const int background = qGray(QGuiApplication::palette().color(QPalette::Window).rgb());
+  if (background >= kDark || qGray(colour.rgb()) - background >= kDistance) return colour;
+  return QColor::fromHsl(colour.hslHue(), colour.hslSaturation(), kLight + colour.lightness() / 2);
+}
+
 QColor ToQColor(Colour colour) {
   const QPalette palette = QGuiApplication::palette();
   if (colour == kSystemWindow) return palette.color(QPalette::Base);
+  if (colour == kSystemWindowText) return palette.color(QPalette::WindowText);
   if (colour == kSystemButtonFace) return palette.color(QPalette::Button);
   return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
                 static_cast<int>(colour >> 16 & 0xFF));
@@ -91,7 +99,9 @@ void PaintShared(const Control& control, QWidget& widget) {
   if (widget.isHidden() == control.Visible()) widget.setVisible(control.Visible());
   if (const QString tip = PlainToolTip(control.ToolTip()); tip != widget.toolTip()) widget.setToolTip(tip);
   const Control::Place& place = control.Position();
-  if (place.width > 0) {
+  if (place.width > 0 && place.height == 0) {
+    widget.setFixedWidth(ToPixels(place.width));
+  } else if (place.width > 0) {
     widget.setGeometry(ToPixels(place.left), ToPixels(place.top), ToPixels(place.width), ToPixels(place.height));
   }
 }

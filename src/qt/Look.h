@@ -28,6 +28,9 @@ QString PlainToolTip(std::string_view text);
 int ToPixels(int twips);
 int ToTwips(int pixels);
 
+// The colour, or a lighter one of its hue when the window's background is too dark for it.
+QColor ReadableOnWindow(const QColor& colour);
+
 // A system colour is taken from the present palette.
 QColor ToQColor(Colour colour);
 Colour FromQColor(const QColor& colour);

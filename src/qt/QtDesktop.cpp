@@ -91,9 +91,9 @@ void QtDesktop::DoEvents() {
   ThrowIfEnded();
 }
 
-int QtDesktop::ShellExecute(const std::string&, const std::string& file, const std::string& parameters,
+int QtDesktop::ShellExecute(const std::string& verb, const std::string& file, const std::string& parameters,
                             const std::string& folder, int) {
-  return OpenDocument(file, parameters, folder);
+  return verb == "edit" ? EditDocument(file, folder) : OpenDocument(file, parameters, folder);
 }
 
 int QtDesktop::OpenWith(const std::string& file) {

@@ -22,6 +22,8 @@
 #include "ui/main/FrmAbout.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 #include "ui/main/FrmSearch.h"
+#include "ui/options/FrmOptions.h"
+#include "ui/options/frmFormEditWarning.h"
 
 namespace tarvolinex {
 namespace {
@@ -36,7 +38,9 @@ TEST_F(Binding, EveryControlHasItsWidgetAndEveryWidgetItsControl) {
   FrmLeaseOrgDetails details;
   FrmSearch search;
   FrmIconEdit editor;
-  for (Window* window : std::initializer_list<Window*>{&about, &details, &search, &editor}) {
+  FrmOptions options;
+  frmFormEditWarning warning("");
+  for (Window* window : std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning}) {
     const auto root = MakeDesign(window->Name());
     EXPECT_EQ(Binder(*window, *root).Mismatches(), Names()) << window->Name();
   }

@@ -1,4 +1,6 @@
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -150,6 +152,37 @@ TEST_F(Desk, DocumentsThatAreMissingAndProgramsThatStart) {
   EXPECT_EQ(desktop_.ShellExecute("open", "no-such-program-here", "", "", kShowNormal), 2);
   EXPECT_GE(desktop_.ShellExecute("open", "touch", "\"a b\"", path, kShowNormal), 32);
   EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(folder.filePath("a b")); }));
+}
+
+TEST_F(Desk, EditingStartsTheDesktopsPlainTextEditor) {
+  QTemporaryDir folder;
+  const auto write = [&](const QString& name, const QByteArray& text) {
+    QDir(folder.path()).mkpath(QFileInfo(name).path());
+    QFile file(folder.filePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  };
+  const QByteArray path = qgetenv("PATH"), data = qgetenv("XDG_DATA_HOME");
+  qputenv("PATH", folder.path().toUtf8() + ":" + path);
+  qputenv("XDG_DATA_HOME", folder.filePath("share").toUtf8());
+  const std::string page = folder.filePath("my page.html").toStdString();
+  write("my page.html", "<p>");
+  write("xdg-mime", "#!/bin/sh\necho \"$3\" | sed 's,text/plain,writer.desktop,'\n");
+  EXPECT_EQ(desktop_.ShellExecute("edit", page, "", "", kShowNormal), 31);  // nobody knows the writer
+  write("share/applications/writer.desktop", "[Desktop Entry]\nExec=cp -f %U --target-directory=copies\n");
+  QDir(folder.path()).mkpath("copies");
+  const std::string place = folder.path().toStdString();
+  const auto copied = [&] { return QFile::remove(folder.filePath("copies/my page.html")); };
+  EXPECT_EQ(desktop_.ShellExecute("edit", page, "", place, kShowNormal), 33);
+  EXPECT_TRUE(QTest::qWaitFor(copied));
+  EXPECT_EQ(desktop_.ShellExecute("open", "notepad.exe", "\"" + page + "\"", place, kShowNormal), 33);
+  EXPECT_TRUE(QTest::qWaitFor(copied));
+  EXPECT_EQ(desktop_.ShellExecute("edit", place + "/none.html", "", "", kShowNormal), 2);
+  write("share/applications/writer.desktop", "[Desktop Entry]\nTerminal=true\nExec=vi %f\n");
+  EXPECT_EQ(desktop_.ShellExecute("edit", page, "", "", kShowNormal), 31);
+  qputenv("PATH", path);
+  data.isEmpty() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", data);
 }
 
 }  // namespace

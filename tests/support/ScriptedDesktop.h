@@ -20,6 +20,7 @@ class ScriptedDesktop : public Desktop {
   std::vector<Box> boxes;
   std::deque<Answer> answers;  // the next ones; without any: Ok, No or Cancel
   std::deque<std::string> files;
+  std::deque<Colour> colours;  // without any: cancelled
   std::vector<std::string> launched;   // "verb file|parameters|folder"
   std::deque<int> launchResults;       // without any: 33
   std::vector<std::string> shown;      // window names
@@ -43,7 +44,12 @@ class ScriptedDesktop : public Desktop {
   std::string OpenFile(const FileDialog&) override { return Next(); }
   std::string SaveFile(const FileDialog&) override { return Next(); }
   std::string ChooseFolder(const std::string&, const std::string&) override { return Next(); }
-  std::optional<Colour> ChooseColour(Colour) override { return {}; }
+  std::optional<Colour> ChooseColour(Colour) override {
+    if (colours.empty()) return {};
+    const Colour colour = colours.front();
+    colours.pop_front();
+    return colour;
+  }
   void SetBusyPointer(bool on) override { busy = on; }
   void DoEvents() override {
     if (events) events();

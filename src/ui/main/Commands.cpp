@@ -10,11 +10,13 @@
 #include "store/Forms.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
+#include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FRmCreateDB.h"
 #include "ui/main/FrmAbout.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 #include "ui/main/FrmMain.h"
 #include "ui/main/FrmSearch.h"
+#include "ui/options/FrmOptions.h"
 
 namespace tarvolinex {
 
@@ -47,8 +49,7 @@ void FrmMain::WireMenus() {
     SavePendingChanges();
     PreviewCalculator();
   };
-  // A command that this version does not have yet.
-  menus.MnuPreferences.SetEnabled(false);
+  menus.MnuPreferences.Click = [this] { ShowOptions(false); };
 }
 
 void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
@@ -59,6 +60,8 @@ void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
   if (key == "REMSUPP") SupplierCommand(1);
   if (key == "SEARCH") ShowContactSearch();
   if (key == "REFRESH") RefreshSupplierList();
+  if (key == "EDITPROP") ShowOptions(false);
+  if (key == "FORMS") ShowOptions(true);
   if (key == "PREVIEW") PreviewCalculator();
   if (key == "HELP") ShowHelpPage(0);
 }
@@ -96,6 +99,15 @@ void FrmMain::CreateNewDatabase() {
 void FrmMain::ShowAbout() {
   FrmAbout about;
   TheDesktop().ShowModal(about);
+}
+
+void FrmMain::ShowOptions(bool onForms) {
+  SavePendingChanges();
+  FrmOptions options;
+  options.OpenIconEditor = EditIcon;
+  options.Load();
+  if (onForms) options.ShowForms();
+  TheDesktop().ShowModal(options);
 }
 
 void FrmMain::ShowOrganisationDetails() {

@@ -57,6 +57,7 @@ class FrmMain : public MainWindow {
   void LoadAppearance();
   void SaveAppearance();
   void ShowAbout();
+  void ShowOptions(bool onForms);
   void ShowOrganisationDetails();
   void ShowContactSearch();
 

@@ -1,0 +1,170 @@
+// The library of form pages: its nodes in the tree, the details of one, the import of another.
+#include <charconv>
+
+#include "core/Globals.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "publish/LivePage.h"
+#include "publish/PageText.h"
+#include "store/FormPages.h"
+#include "store/Forms.h"
+#include "store/Statements.h"
+#include "ui/options/FrmOptions.h"
+#include "ui/options/frmFormEditWarning.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr int kDescription = 0, kLinkName = 1;
+constexpr int kEdit = 0, kImport = 1, kView = 2;
+
+// What stands between the tags of the first line that holds both; empty when none does.
+std::string TitleOf(std::string_view page) {
+  constexpr std::string_view kOpen = "<title>", kClose = "</title>";
+  const std::string folded = FoldCase(page);
+  const std::string_view search = folded;
+  for (auto open = search.find(kOpen); open != std::string_view::npos; open = search.find(kOpen, open + 1)) {
+    const auto start = open + kOpen.size();
+    const auto close = search.find(kClose, start);
+    if (close == std::string_view::npos) return {};
+    if (search.find_first_of("\r\n", start) > close) return std::string(page.substr(start, close - start));
+  }
+  return {};
+}
+
+std::string CutDescription(std::string_view text) {
+  return std::string(FirstCharacters(text, kLongestDescription));
+}
+
+// The page's title, else what the user types; empty when there is neither.
+std::string AskDescription(const std::string& path) {
+  std::string description = CutDescription(TitleOf(ReadPageText(path)));
+  if (description.empty()) {
+    description = CutDescription(
+        TheDesktop().InputBox("Please enter a description for the new form", "For Description", "").value_or(""));
+  }
+  return std::string(Trim(description));
+}
+
+}  // namespace
+
+void FrmOptions::WireForms() {
+  cmdForm(kEdit).SetCaption("Edit Form");
+  cmdForm(kImport).SetCaption("Import Form");
+  cmdForm(kView).SetCaption("View");
+  cmdForm(kView).SetToolTip("View Form in Internet Browser");
+  LblForms(kDescription).SetCaption("Description of form");
+  LblForms(kLinkName).SetCaption("Name of form as seen by users");
+  for (int i : {kDescription, kLinkName}) {
+    TextBox& box = txtForms(i);
+    box.Change = [this, i] {
+      formDetailsChanged_ = true;
+      if (i == kDescription) TreeOptions.SetNodeText(TreeOptions.Selected(), txtForms(i).Text());
+    };
+    box.Validate = [&box] { box.SetText(EscapeQuotes(box.Text())); };
+  }
+  ChkFrmAvailable.Click = [this] { formDetailsChanged_ = true; };
+  cmdForm(kEdit).Click = [this] {
+    frmFormEditWarning warning(FormPagePath(currentFormId_));
+    TheDesktop().ShowModal(warning);
+  };
+  cmdForm(kImport).Click = [this] { ImportHTMLform(); };
+  cmdForm(kView).Click = [this] { ViewForm(); };
+  TreeOptions.DblClick = [this] {
+    if (IsFormKey(TreeOptions.Selected())) ViewForm();
+  };
+}
+
+bool FrmOptions::IsFormKey(const std::string& key) const {
+  const TreeView::Node* node = TreeOptions.Find(key);
+  return node && node->parent == kFormsKey;
+}
+
+void FrmOptions::AddFormsToTree() {
+  Recordset& records = TheStore->FormRecords;
+  OpenRecordset(statements::kForms, records);
+  const std::string selected = TreeOptions.Selected();
+  for (; !records.EndOfFile(); records.MoveNext()) {
+    const auto id = static_cast<int>(ValueNumber(NullToDefault(records.Field("ID"), std::int64_t{0})));
+    const std::string key = kFormsKey + std::to_string(id);
+    TreeOptions.Remove(key);
+    TreeOptions.Add({key, kFormsKey, ValueText(NullToDefault(records.Field("Description")))});
+  }
+  TreeOptions.Select(selected);
+}
+
+void FrmOptions::ShowForm() {
+  const std::string_view digits = std::string_view(currentKey_).substr(std::string_view(kFormsKey).size());
+  currentFormId_ = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), currentFormId_);
+  Recordset& records = TheStore->FormRecords;
+  std::string description, linkName;
+  bool available = false;
+  try {
+    records.MoveFirst();
+    records.Find("ID=" + std::to_string(currentFormId_));
+    description = ValueText(records.Field("Description"));
+    linkName = ValueText(records.Field("LinkName"));
+    available = ValueTruth(records.Field("available"));
+  } catch (const RuntimeError&) {
+    // The row has gone: the panel shows an empty one.
+  }
+  txtForms(kDescription).SetText(description);
+  txtForms(kLinkName).SetText(linkName);
+  ChkFrmAvailable.SetValue(available);
+  formDetailsChanged_ = false;
+  FraForms.SetVisible(true);
+  cmdForm(kImport).SetVisible(true);
+}
+
+void FrmOptions::SaveFormDetails() {
+  formsListChanged_ = true;
+  formDetailsChanged_ = false;
+  try {
+    SaveFormRow(currentFormId_, {txtForms(kDescription).Text(), txtForms(kLinkName).Text(), ChkFrmAvailable.Value()});
+  } catch (const RuntimeError&) {
+    ShowError("Save form error");
+  }
+}
+
+void FrmOptions::DeleteSupplierLinks() {
+  try {
+    DeleteUnavailableLinks();
+  } catch (const RuntimeError&) {
+    ShowError("Removing redundant form links");
+  }
+}
+
+void FrmOptions::ImportHTMLform() {
+  SaveChangedValue();
+  const std::string path = TheDesktop().OpenFile({"HTML Form Inport", AppFolder, "", "HTML Files|*.HTM*"});
+  if (path.empty()) return;
+  const BusyWhile busy;
+  try {
+    const std::string description = AskDescription(path);
+    if (description.empty()) {
+      TheDesktop().MessageBox("Forms require a title, import cancelled", "No Title", BoxButtons::Ok,
+                              BoxIcon::Information);
+      return;
+    }
+    AddFormPage(description, path);
+    AddFormsToTree();
+  } catch (const RuntimeError&) {
+    ShowError("HTML import Failed");
+  }
+}
+
+void FrmOptions::ViewForm() {
+  const std::string page = FormPagePath(currentFormId_);
+  SavePreferences();
+  // A page that has gone must not end the program.
+  if (!FileExists(page)) return ShowError("HTML file creation failed");
+  PreviewFormPage(page);
+  TheDesktop().DoEvents();
+}
+
+}  // namespace tarvolinex

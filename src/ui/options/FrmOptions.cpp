@@ -1,0 +1,177 @@
+#include "ui/options/FrmOptions.h"
+
+#include "calc/InputRules.h"
+#include "core/Aliases.h"
+#include "core/Globals.h"
+#include "core/Launcher.h"
+#include "core/MainWindow.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Text.h"
+#include "publish/CalculatorFolder.h"
+#include "publish/Preferences.h"
+#include "store/Forms.h"
+#include "store/Statements.h"
+
+namespace tarvolinex {
+
+namespace {
+enum Button { kOk, kCancel, kView, kHelp, kButtons };
+constexpr int kDepositTypes = 3;
+}  // namespace
+
+FrmOptions::FrmOptions()
+    : Window("FrmOptions", "Calculator Options"),
+      TreeOptions(*this, "TreeOptions"),
+      Cmd(*this, "Cmd", kButtons),
+      FraBlank(*this, "FraBlank"),
+      FraTextString(*this, "FraTextString"),
+      TxtString(*this, "TxtString"),
+      FraValue(*this, "FraValue"),
+      TxtIncre(*this, "TxtIncre"),
+      UpDown1(*this, "UpDown1"),
+      FraColour(*this, "FraColour"),
+      PicColour(*this, "PicColour"),
+      CmdColor(*this, "CmdColor", -1, "Change"),
+      FraYesNo(*this, "FraYesNo"),
+      ChkYesNo(*this, "ChkYesNo"),
+      FraDepOptions(*this, "FraDepOptions"),
+      ChkdepSelect(*this, "ChkdepSelect", kDepositTypes),
+      FraForms(*this, "FraForms", -1, "Forms"),
+      LblForms(*this, "LblForms", 2),
+      txtForms(*this, "txtForms", 2),
+      ChkFrmAvailable(*this, "ChkFrmAvailable", -1, "Add/Remove from available forms list"),
+      cmdForm(*this, "cmdForm", 3),
+      FraIcon(*this, "FraIcon", -1, "Icon"),
+      CboIcons(*this, "CboIcons"),
+      PicIcon(*this, "PicIcon"),
+      CmdIcon(*this, "CmdIcon", -1, "Edit"),
+      FraLogo(*this, "FraLogo"),
+      TxtLogo(*this, "TxtLogo"),
+      CmdCoLog(*this, "CmdCoLog", -1, "Browse...") {
+  WireButtons();
+  WireEditors();
+  WireForms();
+  WireGraphics();
+  KeyUp = [this](Key key) {
+    auto* button = dynamic_cast<CommandButton*>(ActiveControl());
+    if (key == Key::Return) (button ? *button : Cmd(kOk)).Press();
+    if (key == Key::Escape) Cmd(kCancel).Press();
+  };
+  // The title bar's button is a Cancel.
+  MayClose = [this] {
+    LeaveField();
+    SaveChangedValue();
+    return true;
+  };
+}
+
+void FrmOptions::WireButtons() {
+  constexpr const char* kCaptions[] = {"&OK", "&Cancel", "View", "&Help"};
+  for (int i = 0; i < kButtons; ++i) {
+    Cmd(i).SetCaption(kCaptions[i]);
+    Cmd(i).Click = [this, i] { Cmd_Click(i); };
+  }
+  Cmd(kOk).SetToolTip("Save and Close");
+  Cmd(kCancel).SetToolTip("Close options without saving");
+}
+
+void FrmOptions::WireEditors() {
+  TreeOptions.NodeClick = [this] { TreeOptions_NodeClick(); };
+  TxtString.Validate = [this] { TxtString.SetText(EscapeQuotes(TxtString.Text())); };
+  TxtIncre.LostFocus = [this] { TxtIncre.SetText(FormatNumberInput(valueKind_, TxtIncre.Text(), valueLimit_)); };
+  for (const bool up : {true, false}) {
+    (up ? UpDown1.UpClick : UpDown1.DownClick) = [this, up] {
+      StepInput(TxtIncre, up, up ? valueLimit_ : 0, valueKind_);
+      TxtIncre.SetFocus();
+    };
+  }
+  CmdColor.Click = [this] { ChangeColour(); };
+  ChkdepSelect(0).SetCaption("Value ($)");
+  ChkdepSelect(2).SetCaption("Advanced Payments");
+  for (int i = 0; i < kDepositTypes; ++i) {
+    ChkdepSelect(i).Click = [this, i] { ChkdepSelect_Click(i); };
+  }
+}
+
+void FrmOptions::Load() {
+  const BusyWhile busy;
+  edited_ = CalculatorPreferences;
+  AddRootTree();
+  pendingPictures_ = {};
+  HidePanels();
+  FraBlank.SetVisible(true);
+  Cmd(kView).SetImage("PREVIEW");
+  Cmd(kHelp).SetImage("HELP");
+  std::string icon = edited_.IconName.Trimmed();
+  RefreshIconList(icon);
+  edited_.IconName = icon;
+  formsListChanged_ = false;
+  Cmd(kView).SetToolTip(ReplaceAliases("View <CALCNAME>"));
+}
+
+void FrmOptions::ShowForms() {
+  TreeOptions.Expand(kFormsKey);
+  TreeOptions.ClickNode(kFormsKey);
+}
+
+void FrmOptions::AddRootTree() {
+  TreeOptions.Clear();
+  currentKey_.clear();
+  for (const OptionNode& node : OptionNodes()) {
+    TreeOptions.Add({node.key, node.parent, ReplaceAliases(node.caption)});
+    if (std::string_view(node.key) == kFormsKey) AddFormsToTree();
+  }
+  ChkdepSelect(1).SetCaption(ReplaceAliases("Percentage  of <CAPEQUIP>"));
+}
+
+void FrmOptions::SavePreferences() {
+  CalculatorPreferences = edited_;
+  SaveCalculatorPreferences(CalculatorPreferences);
+  CopyInstallIcon(CalculatorPreferences);
+}
+
+void FrmOptions::Cmd_Click(int button) {
+  SaveChangedValue();
+  switch (button) {
+    case kOk:
+      SavePreferences();
+      if (formsListChanged_) RemoveUnavailableForms();
+      return Close();
+    case kCancel:
+      return Close();
+    case kView:
+      SavePreferences();
+      TheDesktop().DoEvents();
+      PreviewCalculator();
+      return TheDesktop().DoEvents();
+    default:
+      return ShowHelpPage(1);
+  }
+}
+
+void FrmOptions::RemoveUnavailableForms() {
+  DeleteSupplierLinks();
+  if (!MainFormExists()) return;
+  LoadFormsList(MainForm().rateCard.LvwForms);
+  LoadSupplierFormLinks(CurrentSupplierId);
+}
+
+void FrmOptions::SetSwatch(Colour colour) {
+  constexpr Colour kByte = 0xFF;
+  PicColour.SetBackColour(colour);
+  std::string tip = "Red " + std::to_string(colour & kByte);
+  tip += ", green " + std::to_string(colour >> 8 & kByte);
+  tip += ", blue " + std::to_string(colour >> 16 & kByte);
+  PicColour.SetToolTip(tip);
+}
+
+void FrmOptions::ChangeColour() {
+  if (const auto chosen = TheDesktop().ChooseColour(PicColour.BackColour())) SetSwatch(*chosen);
+}
+
+void FrmOptions::ChkdepSelect_Click(int box) {
+  if (!filling_ && TickedDepositTypes() == 0) ChkdepSelect(box).SetValue(true);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,125 @@
+// The calculator options: a tree of settings, and beside it the editor of the one that is selected.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+
+#include "core/Records.h"
+#include "platform/Controls.h"
+#include "platform/PaintControls.h"
+#include "ui/options/OptionNodes.h"
+
+namespace tarvolinex {
+
+class FrmOptions : public Window {
+ public:
+  FrmOptions();
+
+  // Before the window is shown: a working copy of the global preferences, the tree, the icons. What is edited goes
+  // into the copy when another node is selected or a button pressed; OK and View alone pass the copy on. What is done
+  // to files and form rows happens at once and stays, whatever button follows.
+  void Load();
+  // As a click on the root of the form pages, which shows them.
+  void ShowForms();
+
+  // Edits an icon by its file name, a new one for an empty name, and tells the name that it was saved under.
+  using IconSaved = std::function<void(const std::string& iconName)>;
+  std::function<void(const std::string& iconFile, const IconSaved& saved)> OpenIconEditor;
+
+  TreeView TreeOptions;
+  ControlArray<CommandButton> Cmd;  // OK, Cancel, View, Help
+
+  // The panels; exactly one is visible.
+  Frame FraBlank;
+  Frame FraTextString;
+  TextBox TxtString;
+  Frame FraValue;
+  TextBox TxtIncre;
+  UpDown UpDown1;
+  Frame FraColour;
+  ColourBox PicColour;
+  CommandButton CmdColor;
+  Frame FraYesNo;
+  CheckBox ChkYesNo;
+  Frame FraDepOptions;
+  ControlArray<CheckBox> ChkdepSelect;  // value, percentage, advanced payments
+  Frame FraForms;
+  ControlArray<Label> LblForms;
+  ControlArray<TextBox> txtForms;  // description, link name
+  CheckBox ChkFrmAvailable;
+  ControlArray<CommandButton> cmdForm;  // edit, import, view; the import stands outside the panel
+  Frame FraIcon;
+  ComboBox CboIcons;
+  PictureBox PicIcon;
+  CommandButton CmdIcon;
+  Frame FraLogo;
+  TextBox TxtLogo;
+  CommandButton CmdCoLog;
+
+ private:
+  void WireButtons();
+  void WireEditors();
+  void AddRootTree();
+  void Cmd_Click(int button);
+  // The copy becomes the global preferences and is saved, with its icon.
+  void SavePreferences();
+
+  void TreeOptions_NodeClick();
+  void ShowEditor(const OptionNode& node);
+  void ShowText(const OptionNode& node);
+  void ShowValue(const OptionNode& node);
+  void ShowOnOff(const OptionNode& node);
+  void ShowDepositTypes(const OptionNode& node);
+  void HidePanels();
+
+  // Commits the visible panel's value into the copy.
+  void SaveChangedValue();
+  void StoreValue(const OptionNode& node);
+  std::int16_t TickedDepositTypes() const;
+
+  void SetSwatch(Colour colour);
+  void ChangeColour();
+  void ChkdepSelect_Click(int box);
+
+  void WireForms();
+  bool IsFormKey(const std::string& key) const;
+  // Adds a node for each form, in place of one that it had.
+  void AddFormsToTree();
+  void ShowForm();
+  void SaveFormDetails();
+  void DeleteSupplierLinks();
+  // From the suppliers and from the main window's list.
+  void RemoveUnavailableForms();
+  void ImportHTMLform();
+  void ViewForm();
+
+  void WireGraphics();
+  // Lists the icons and selects the named one; the name becomes what the list calls it.
+  void RefreshIconList(std::string& name);
+  void CboIcons_Click();
+  // Previews the icon and keeps its name for the editor; none for an empty name.
+  void ShowIcon(const std::string& fileName);
+  std::string ChosenIconText() const;
+  void StoreIcon();
+  void BrowseForPicture();
+  void ShowPictureImport(const OptionNode& node);
+  void StorePicture(const OptionNode& node);
+  // 0 the header logo, 1 the background.
+  static std::size_t PictureKind(const OptionNode& node);
+  void SaveLogo(std::size_t kind);
+
+  CalculatorPreferencesRecord edited_;
+  std::string currentKey_;  // of the node whose value the visible panel shows; empty when none
+  std::string shownValue_;  // the value box as it was filled: while it reads so, there is nothing to commit
+  int valueKind_ = 0;
+  std::int32_t valueLimit_ = 0;
+  bool filling_ = false;  // the program ticks the boxes itself
+  int currentFormId_ = 0;
+  bool formDetailsChanged_ = false;             // the form panel's fields were edited
+  bool formsListChanged_ = false;               // a form was saved since the window opened
+  std::string chosenIcon_;                      // its file's name; empty for a new one
+  std::array<std::string, 2> pendingPictures_;  // paths of the pictures imported last: logo, background
+};
+
+}  // namespace tarvolinex

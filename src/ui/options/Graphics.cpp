@@ -1,0 +1,181 @@
+// Header logo, background picture and icon.
+
+#include "core/Globals.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/Pictures.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
+#include "ui/iconedit/IconFile.h"
+#include "ui/options/FrmOptions.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr const char* kNewIcon = "<New Icon>";
+constexpr const char* kIconEnding = ".ICO";
+constexpr std::size_t kEndingLength = 4;
+
+// ".GIF" and so on: the last four characters in capitals.
+std::string EndingOf(const std::string& path) {
+  return UpperCase(path.size() > kEndingLength ? path.substr(path.size() - kEndingLength) : path);
+}
+
+bool IsPictureEnding(const std::string& ending) {
+  return ending == ".GIF" || ending == ".BMP" || ending == ".PNG" || ending == ".JPG";
+}
+
+// An icon that the editor and every calculator's folder can use.
+bool IsIconFile(const std::string& path) {
+  try {
+    const std::int64_t length = FileLength(path);
+    if (length != kIconFileLength && length != kTwoIconsFileLength) return false;
+    LoadIcon(path);
+    return true;
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
+// Cut to the record's width a name would be another icon's, or none's.
+bool FitsRecord(const std::string& iconName) {
+  return FirstCharacters(iconName, CalculatorPreferences.IconName.Width()) == iconName;
+}
+
+void Tell(const char* text, const char* title, BoxIcon icon) {
+  TheDesktop().MessageBox(text, title, BoxButtons::Ok, icon);
+}
+
+// The new picture is in place before the old one goes. An old one of the same name in other letters is replaced by
+// one that is named as the new one.
+void ReplacePicture(const std::string& source, const std::string& folder, const std::string& baseName,
+                    const std::string& ending) {
+  if (!FolderExists(folder)) MakeFolder(folder);
+  const std::string target = folder + baseName + ending;
+  CopyFile(source, target);
+  const std::string kept = FileNameOf(NativePath(target));
+  for (const std::string& old : ListFiles(folder + baseName + ".*")) {
+    if (old != kept) DeleteFile(folder + old);
+  }
+  if (kept == baseName + ending) return;
+  const std::string picture = ReadFile(target);
+  DeleteFile(target);
+  WriteFile(target, picture);
+}
+
+}  // namespace
+
+void FrmOptions::WireGraphics() {
+  CboIcons.Click = [this] { CboIcons_Click(); };
+  CmdIcon.Click = [this] {
+    SaveChangedValue();
+    if (!OpenIconEditor) return;
+    OpenIconEditor(chosenIcon_, [this](std::string name) { RefreshIconList(name); });
+  };
+  CmdCoLog.Click = [this] { BrowseForPicture(); };
+}
+
+void FrmOptions::RefreshIconList(std::string& name) {
+  name = Trim(ReplaceAllNoCase(UpperCase(name), kIconEnding, ""));
+  try {
+    CboIcons.Clear();
+    ShowIcon("");
+    CboIcons.Add(kNewIcon);
+    for (const std::string& file : ListFiles(DataFolder + "\\icons\\*.ico")) {
+      CboIcons.Add(ReplaceAllNoCase(UpperCase(file), kIconEnding, ""));
+    }
+  } catch (const RuntimeError&) {
+    return ShowError("Error Loading Icons");
+  }
+  if (name.empty()) return;
+  const auto& icons = CboIcons.Items();
+  for (int i = 0; i < static_cast<int>(icons.size()); ++i) {
+    if (icons[static_cast<std::size_t>(i)].text == name) return CboIcons.SetListIndex(i);
+  }
+  const std::string text = "Your current icon [" + name + "] could not be found\r\n\r\nPlease select another";
+  Tell(text.c_str(), "Icon Selection", BoxIcon::Information);
+}
+
+void FrmOptions::ShowIcon(const std::string& fileName) {
+  chosenIcon_ = fileName;
+  PicIcon.SetPicture(fileName.empty() ? std::string() : DataFolder + "\\icons\\" + fileName);
+}
+
+void FrmOptions::CboIcons_Click() {
+  const std::string icon = ChosenIconText();
+  ShowIcon("");
+  if (icon.empty() || icon == kNewIcon) return;
+  if (!FitsRecord(icon)) {
+    return Tell("The name of this icon is longer than 25 characters.\r\n\r\nPlease select another", "Icon Selection",
+                BoxIcon::Exclamation);
+  }
+  if (!IsIconFile(DataFolder + "\\icons\\" + icon + kIconEnding)) {
+    return Tell("Invalid or unsupported file format.", "", BoxIcon::Critical);
+  }
+  ShowIcon(icon + kIconEnding);
+}
+
+std::string FrmOptions::ChosenIconText() const {
+  const int index = CboIcons.ListIndex();
+  return index < 0 ? std::string() : CboIcons.Items()[static_cast<std::size_t>(index)].text;
+}
+
+void FrmOptions::StoreIcon() {
+  const std::string icon = ChosenIconText();
+  if (FoldCase(icon).find(FoldCase(kNewIcon)) != std::string::npos || !FitsRecord(icon)) return;
+  edited_.IconName = icon;
+}
+
+void FrmOptions::BrowseForPicture() {
+  const std::string file = TheDesktop().OpenFile(
+      {"", AppFolder + "\\images", "", "Image files(*.bmp,*.jpg,*.gif,*.png)|*.bmp;*.jpg;*.gif;*.png"});
+  if (file.empty()) return;
+  TxtLogo.SetText(file);
+  TxtLogo.SetFocus();
+}
+
+void FrmOptions::ShowPictureImport(const OptionNode& node) {
+  FraLogo.SetCaption(node.caption);
+  TxtLogo.SetText(pendingPictures_[PictureKind(node)]);
+}
+
+std::size_t FrmOptions::PictureKind(const OptionNode& node) {
+  return std::string_view(node.key) == "GRAPHICS4" ? 1 : 0;
+}
+
+void FrmOptions::StorePicture(const OptionNode& node) {
+  const std::string path(Trim(TxtLogo.Text()));
+  if (!path.empty()) SaveLogo(PictureKind(node));
+  pendingPictures_[PictureKind(node)] = path;
+}
+
+void FrmOptions::SaveLogo(std::size_t kind) {
+  const BusyWhile busy;
+  const std::string source(Trim(TxtLogo.Text()));
+  const std::string folder = DataFolder + "\\logo\\", baseName = kind == 1 ? "background" : "logo";
+  if (!FileExists(source)) {
+    return Tell("Selected graphic could not be found.\r\n\r\nNot Imported", "Graphic Import", BoxIcon::Exclamation);
+  }
+  const std::string ending = EndingOf(source);
+  if (!IsPictureEnding(ending)) {
+    return Tell("The File type Selected is not supported.\r\n\r\n(.BMP  .JPG  .PNG  .GIF) Supported", "Logo Import",
+                BoxIcon::Exclamation);
+  }
+  try {
+    LoadPicture(source);
+  } catch (const RuntimeError&) {
+    // It only bears the name of a picture; the old one stays.
+    return Tell("Importing Graphic Failed.", "Graphic Import", BoxIcon::Critical);
+  }
+  try {
+    ReplacePicture(source, folder, baseName, ending);
+    if (FileExists(folder + baseName + ending)) return;
+  } catch (const RuntimeError&) {
+    return ShowError("Importing Logo");
+  }
+  Tell("Importing Graphic Failed.", "Graphic Import", BoxIcon::Critical);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,179 @@
+// The editor that a selected node brings up, and what its value becomes.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "calc/InputRules.h"
+#include "core/Aliases.h"
+#include "platform/Text.h"
+#include "store/Statements.h"
+#include "ui/options/FrmOptions.h"
+
+namespace tarvolinex {
+
+namespace {
+
+using Prefs = CalculatorPreferencesRecord;
+
+constexpr int kAliasWidth = 3100, kSymbolWidth = 1000;  // twips
+
+// Halves to even; what the field cannot hold becomes the nearest that it can.
+template <typename Whole>
+Whole ToWhole(double number) {
+  using Limits = std::numeric_limits<Whole>;
+  return static_cast<Whole>(std::clamp<double>(std::nearbyint(number), Limits::min(), Limits::max()));
+}
+
+template <typename T>
+T& FieldOf(Prefs& prefs, const OptionNode& node) {
+  return prefs.*std::get<T Prefs::*>(node.field);
+}
+
+}  // namespace
+
+void FrmOptions::HidePanels() {
+  for (Frame* panel :
+       {&FraBlank, &FraTextString, &FraValue, &FraColour, &FraYesNo, &FraDepOptions, &FraForms, &FraIcon, &FraLogo}) {
+    panel->SetVisible(false);
+  }
+  cmdForm(1).SetVisible(false);
+}
+
+void FrmOptions::TreeOptions_NodeClick() {
+  HidePanels();
+  SaveChangedValue();
+  currentKey_ = TreeOptions.Selected();
+  const OptionNode* node = FindOptionNode(currentKey_);
+  if (IsFormKey(currentKey_)) return ShowForm();
+  if (node && node->editor != OptionEditor::None) return ShowEditor(*node);
+  FraBlank.SetVisible(true);
+  cmdForm(1).SetVisible(currentKey_ == kFormsKey);
+}
+
+void FrmOptions::ShowEditor(const OptionNode& node) {
+  Frame* panel = &FraBlank;
+  switch (node.editor) {
+    case OptionEditor::TextLine:
+      ShowText(node);
+      panel = &FraTextString;
+      break;
+    case OptionEditor::Number:
+      ShowValue(node);
+      panel = &FraValue;
+      break;
+    case OptionEditor::Swatch:
+      SetSwatch(FieldOf<Colour>(edited_, node));
+      panel = &FraColour;
+      break;
+    case OptionEditor::OnOff:
+      ShowOnOff(node);
+      panel = &FraYesNo;
+      break;
+    case OptionEditor::DepositTypes:
+      ShowDepositTypes(node);
+      panel = &FraDepOptions;
+      break;
+    case OptionEditor::PictureImport:
+      ShowPictureImport(node);
+      panel = &FraLogo;
+      break;
+    case OptionEditor::IconList:
+      panel = &FraIcon;
+      break;
+    case OptionEditor::None:
+      break;
+  }
+  const bool named = panel == &FraColour || panel == &FraValue || panel == &FraTextString || panel == &FraDepOptions;
+  if (named) panel->SetCaption(ReplaceAll(TreeOptions.Find(currentKey_)->text, "&", "&&"));
+  panel->SetVisible(true);
+}
+
+void FrmOptions::ShowText(const OptionNode& node) {
+  TxtString.SetMaxLength(node.limit);
+  TxtString.SetText(FieldOf<FixedText>(edited_, node).Trimmed());
+  TxtString.SetPosition({0, 0, currentKey_ == "CURRENCY" ? kSymbolWidth : kAliasWidth, 0});
+}
+
+void FrmOptions::ShowValue(const OptionNode& node) {
+  valueKind_ = node.kind;
+  valueLimit_ = node.limit;
+  AttachUpDown(valueKind_, UpDown1, TxtIncre);
+  UpDown1.Max = valueLimit_;
+  const int decimals = valueKind_ == kInputCount ? 0 : 2;
+  if (std::holds_alternative<float Prefs::*>(node.field)) {
+    const float rate = FieldOf<float>(edited_, node);
+    shownValue_ = currentKey_ == "TAX" ? FormatSingle(rate) : FormatFixed(rate, decimals);
+  } else if (std::holds_alternative<std::int16_t Prefs::*>(node.field)) {
+    shownValue_ = FormatFixed(FieldOf<std::int16_t>(edited_, node), decimals);
+  } else {
+    shownValue_ = FormatFixed(FieldOf<std::int32_t>(edited_, node), decimals);
+  }
+  TxtIncre.SetText(shownValue_);
+}
+
+void FrmOptions::ShowOnOff(const OptionNode& node) {
+  const bool logo = currentKey_ == "GRAPHICS1";
+  ChkYesNo.SetCaption(logo ? "Header Logo Visible" : "Background Picture Visible");
+  FraYesNo.SetCaption(logo ? "Header Logo On/Off" : "Background Picture On/Off");
+  ChkYesNo.SetValue(FieldOf<bool>(edited_, node));
+}
+
+void FrmOptions::ShowDepositTypes(const OptionNode& node) {
+  const int options = FieldOf<std::int16_t>(edited_, node);
+  filling_ = true;
+  for (int i = 0; i <= ChkdepSelect.Last(); ++i) ChkdepSelect(i).SetValue((options >> i & 1) != 0);
+  filling_ = false;
+}
+
+std::int16_t FrmOptions::TickedDepositTypes() const {
+  int options = 0;
+  for (int i = 0; i <= ChkdepSelect.Last(); ++i) options |= ChkdepSelect(i).Value() ? 1 << i : 0;
+  return static_cast<std::int16_t>(options);
+}
+
+void FrmOptions::SaveChangedValue() {
+  const OptionNode* node = FindOptionNode(currentKey_);
+  switch (node ? node->editor : OptionEditor::None) {
+    case OptionEditor::TextLine:
+      FieldOf<FixedText>(edited_, *node) = EscapeQuotes(Trim(TxtString.Text()));
+      break;
+    case OptionEditor::Number:
+      StoreValue(*node);
+      break;
+    case OptionEditor::Swatch:
+      FieldOf<Colour>(edited_, *node) = PicColour.BackColour();
+      break;
+    case OptionEditor::OnOff:
+      FieldOf<bool>(edited_, *node) = ChkYesNo.Value();
+      break;
+    case OptionEditor::DepositTypes:
+      FieldOf<std::int16_t>(edited_, *node) = TickedDepositTypes();
+      break;
+    case OptionEditor::PictureImport:
+      StorePicture(*node);
+      break;
+    case OptionEditor::IconList:
+      StoreIcon();
+      break;
+    case OptionEditor::None:
+      break;
+  }
+  if (formDetailsChanged_) SaveFormDetails();
+}
+
+void FrmOptions::StoreValue(const OptionNode& node) {
+  // Rounding a rate that was only looked at would change it.
+  const std::string& text = TxtIncre.Text();
+  if (text == shownValue_ || text == FormatNumberInput(valueKind_, shownValue_)) return;
+  shownValue_ = text;
+  const double number = LeadingNumber(Trim(text));
+  if (std::holds_alternative<float Prefs::*>(node.field)) {
+    FieldOf<float>(edited_, node) = static_cast<float>(number);
+  } else if (std::holds_alternative<std::int16_t Prefs::*>(node.field)) {
+    FieldOf<std::int16_t>(edited_, node) = ToWhole<std::int16_t>(number);
+  } else {
+    FieldOf<std::int32_t>(edited_, node) = ToWhole<std::int32_t>(number);
+  }
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,83 @@
+#include "ui/options/frmFormEditWarning.h"
+
+#include "core/Globals.h"
+#include "core/Launcher.h"
+#include "core/Reports.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr Colour kLink = 0x800000, kLinkUnderPointer = 0xFF0000;
+constexpr int kLabels = 4, kAddress = 1;
+
+constexpr const char* kAboutService =
+    "The design of information pages and particularly forms are an advanced part\r\n"
+    "of Tarvolinex. A service is provided to help with this area such \r\n"
+    "that forms can be designed for you.";
+constexpr const char* kAboutAddress = "(please click above for further details on the Tarvolinex form design service)";
+constexpr const char* kAboutEditing =
+    "If you wish to design/edit your own forms Tarvolinex does rely \r\n"
+    "on you having a means to edit HTML style documents. Tarvolinex \r\n"
+    "will attempt to launch your default HTML editor for this \r\n"
+    "purpose should you click continue. Typically this will be \r\n"
+    "Microsoft Word or Microsoft FrontPage. \r\n"
+    " \r\n"
+    "The calculator is based on the Internet and hence Internet \r\n"
+    "Browser technology. At the very least some basic understanding \r\n"
+    "of HTML is required should you choose to continue. A list of \r\n"
+    "available fields and values that can be incorporated is available \r\n"
+    "within the on-line help (please click help for further details) ";
+
+}  // namespace
+
+frmFormEditWarning::frmFormEditWarning(std::string pagePath)
+    : Window("frmFormEditWarning", "Edit Form"),
+      LblWarning(*this, "LblWarning", kLabels),
+      chkNotePad(*this, "chkNotePad", -1, "Open form in Windows Notepad"),
+      cmdaction(*this, "cmdaction", 3),
+      pagePath_(std::move(pagePath)) {
+  const std::string captions[] = {kAboutService, WebServer, kAboutAddress, kAboutEditing};
+  for (int i = 0; i < kLabels; ++i) {
+    LblWarning(i).SetCaption(captions[i]);
+    LblWarning(i).MouseMove = [this, i] {
+      LblWarning(kAddress).SetForeColour(i == kAddress ? kLinkUnderPointer : kLink);
+    };
+  }
+  MouseMove = [this] { LblWarning(kAddress).SetForeColour(kLink); };
+  LblWarning(kAddress).SetForeColour(kLink);
+  LblWarning(kAddress).Click = [this] { OpenDesignService(); };
+  constexpr const char* kCaptions[] = {"&Continue", "&Help", "C&ancel"};
+  for (int i = 0; i < 3; ++i) cmdaction(i).SetCaption(kCaptions[i]);
+  cmdaction(0).Click = [this] {
+    OpenEditor();
+    Close();
+  };
+  cmdaction(1).Click = [] { ShowHelpPage(2); };
+  cmdaction(2).Click = [this] { Close(); };
+  KeyUp = [this](Key key) {
+    if (key == Key::Escape) cmdaction(2).Press();
+  };
+}
+
+void frmFormEditWarning::OpenEditor() {
+  if (!chkNotePad.Value()) {
+    LaunchDocument(pagePath_, true);
+    return;
+  }
+  constexpr int kLowestSuccess = 32;
+  const std::string page = "\"" + NativePath(pagePath_) + "\"";
+  if (TheDesktop().ShellExecute("open", "notepad.exe", page, "", kShowNormal) < kLowestSuccess) {
+    ShowError("External application launch failed");
+  }
+}
+
+void frmFormEditWarning::OpenDesignService() {
+  LaunchDocument("http://" + WebServer + "\\formInfo.asp?ref=" + CustomerReference +
+                 "&emai=" + CalculatorPreferences.OrgEmail.Trimmed());
+}
+
+}  // namespace tarvolinex

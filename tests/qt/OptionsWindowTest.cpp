@@ -1,0 +1,155 @@
+// The options window as it is drawn, played by mouse and keyboard.
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeWidget>
+
+#include "SampleWindow.h"
+#include "qt/Binder.h"
+#include "qt/LinkLabel.h"
+#include "ui/options/FrmOptions.h"
+#include "ui/options/frmFormEditWarning.h"
+
+namespace tarvolinex {
+namespace {
+
+class OptionsWindow : public SampleWindow {
+ protected:
+  OptionsWindow() {
+    CalculatorPreferences.TaxRate = 17.5F;
+    CalculatorPreferences.IconName = "COINS";
+    options.Load();
+    desktop.Show(options);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Shown()));
+  }
+  QWidget& Shown() { return *desktop.WidgetOf(options); }
+  template <typename Widget>
+  Widget& In(const char* name) {
+    auto* widget = Shown().findChild<Widget*>(name);
+    if (!widget) throw std::logic_error(std::string("no widget ") + name);
+    return *widget;
+  }
+  QTreeWidget& Tree() { return In<QTreeWidget>("TreeOptions"); }
+  QTreeWidgetItem& Item(const char* text) { return *Tree().findItems(text, Qt::MatchRecursive).at(0); }
+  void ClickItem(const char* text) {
+    QTreeWidgetItem& item = Item(text);
+    for (QTreeWidgetItem* above = item.parent(); above; above = above->parent()) above->setExpanded(true);
+    Tree().scrollToItem(&item);
+    Click(*Tree().viewport(), Tree().visualItemRect(&item).center());
+  }
+  FrmOptions options;
+};
+
+TEST_F(OptionsWindow, TheKeyboardAloneWalksTheTreeAndEdits) {
+  Tree().setFocus();
+  QTest::keyClick(&Tree(), Qt::Key_Down);  // selects the first
+  QTest::keyClick(&Tree(), Qt::Key_End);
+  Settle();
+  auto& line = In<QLineEdit>("TxtIncre");
+  EXPECT_TRUE(line.isVisible());
+  EXPECT_EQ(line.accessibleName(), "VAT/Sales Tax Percentage");
+  EXPECT_EQ(line.text(), "17.5");
+  QTest::keyClick(&Tree(), Qt::Key_Tab);
+  EXPECT_TRUE(line.hasFocus());
+  QTest::keyClick(&line, Qt::Key_Up);
+  EXPECT_EQ(line.text(), "17.75");
+  QTest::keyClick(&line, Qt::Key_End);
+  QTest::keyClicks(&line, "x");
+  Tree().setFocus();
+  EXPECT_EQ(line.text(), "17.75");
+  QTest::keyClick(&Tree(), Qt::Key_Up);  // the currency symbol
+  Settle();
+  EXPECT_FALSE(line.isVisible());
+  auto& text = In<QLineEdit>("TxtString");
+  EXPECT_EQ(text.width(), 1000 / 15);
+  QTest::keyClick(&Tree(), Qt::Key_Tab);
+  QTest::keyClick(&text, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClicks(&text, "12345");
+  EXPECT_EQ(text.text(), "1234");
+  QTest::keyClick(&text, Qt::Key_Return);
+  EXPECT_FALSE(Shown().isVisible());
+  EXPECT_EQ(CalculatorPreferences.TaxRate, 17.75F);
+  EXPECT_EQ(CalculatorPreferences.CurrencySymbol.Trimmed(), "1234");
+}
+
+TEST_F(OptionsWindow, TypingADescriptionRenamesTheNodeInView) {
+  ClickItem("Form/Information Page Management");
+  EXPECT_TRUE(In<QPushButton>("cmdForm_1").isVisible());
+  QTreeWidgetItem& first = *Item("Form/Information Page Management").child(0);
+  const QString before = first.text(0);
+  ClickItem(before.toUtf8());
+  auto& line = In<QLineEdit>("txtForms_0");
+  EXPECT_EQ(line.text(), before);
+  line.setFocus();
+  QTest::keyClick(&line, Qt::Key_End);
+  QTest::keyClicks(&line, " 2");
+  EXPECT_EQ(first.text(0), before + " 2");
+  ClickItem("Icon");
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM Forms WHERE Description='" + before.toStdString() + " 2'"), "1");
+}
+
+TEST_F(OptionsWindow, PicturesAndColoursArePaintedAndTakenAway) {
+  ClickItem("Icon");
+  auto& preview = In<QLabel>("PicIcon");
+  EXPECT_FALSE(preview.pixmap().isNull());
+  options.CboIcons.SetListIndex(0);
+  EXPECT_TRUE(preview.pixmap().isNull());
+  options.PicColour.SetBackColour(0x0000FF);
+  ClickItem("Border Colour");
+  options.PicColour.SetBackColour(0x0000FF);
+  const QImage swatch = In<QLabel>("PicColour").grab().toImage();
+  EXPECT_EQ(swatch.pixelColor(swatch.width() / 2, swatch.height() / 2), QColor(255, 0, 0));
+}
+
+TEST_F(OptionsWindow, TheTitleBarsButtonKeepsFormDetailsLikeCancel) {
+  ClickItem(Item("Form/Information Page Management").child(0)->text(0).toUtf8());
+  options.txtForms(1).SetText("Renamed");
+  Shown().close();
+  EXPECT_FALSE(Shown().isVisible());
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM Forms WHERE LinkName='Renamed'"), "1");
+}
+
+TEST_F(OptionsWindow, WhatTakesTheFocusHasAName) {
+  WebServer = "www.forms.example";
+  for (const char* node : {"Calculator Name", "Border Colour", "Maximum Term (Months)", "Import New Header Logo"}) {
+    ClickItem(node);
+  }
+  frmFormEditWarning warning("");
+  desktop.Show(warning);
+  for (Window* window : {static_cast<Window*>(&options), static_cast<Window*>(&warning)}) {
+    for (const Control* control : window->Controls()) {
+      const QWidget* widget = desktop.BinderOf(*window)->WidgetOf(*control);
+      if (widget->focusPolicy() == Qt::NoFocus || control == &options.ChkYesNo) continue;
+      const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
+      EXPECT_NE(spoken->text(QAccessible::Name), "") << control->WidgetName();
+    }
+  }
+  warning.Close();
+}
+
+TEST_F(OptionsWindow, ALinkWorksByPointerAndByKey) {
+  frmFormEditWarning warning("");
+  int opened = 0;
+  warning.LblWarning(1).Click = [&] { ++opened; };
+  desktop.Show(warning);
+  auto& link = *desktop.WidgetOf(warning)->findChild<LinkLabel*>("LblWarning_1");
+  Click(link, link.rect().center());
+  QTest::keyClick(&link, Qt::Key_Space);
+  QTest::keyClick(&link, Qt::Key_Return);
+  EXPECT_EQ(opened, 3);
+  EXPECT_FALSE(warning.Closed());
+  const QPointF inside(2, 2);
+  QEnterEvent enter(inside, inside, inside);
+  QApplication::sendEvent(&link, &enter);
+  EXPECT_EQ(link.palette().color(QPalette::WindowText), QColor(0, 0, 255));
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(&link, &leave);
+  EXPECT_EQ(link.palette().color(QPalette::WindowText), QColor(0, 0, 128));
+  warning.Close();
+}
+
+}  // namespace
+}  // namespace tarvolinex

@@ -1,0 +1,225 @@
+#include "ui/options/FrmOptions.h"
+
+#include <limits>
+
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+class OptionsTest : public SampleTest {
+ protected:
+  OptionsTest() {
+    Deliver();
+    CalculatorPreferences.IconName = "COINS";
+    CalculatorPreferences.MinCapitalCost = 1000;
+    CalculatorPreferences.MaxCapitalCost = 50000;
+    options.Load();
+  }
+  void Select(const std::string& key) { options.TreeOptions.ClickNode(key); }
+  // As the user types into a field: it has the focus until something else gets it.
+  void Enter(TextBox& box, const std::string& text) {
+    box.SetFocus();
+    box.Type(text);
+  }
+  // What a fresh window shows for the node after OK has been pressed in this one.
+  std::string StoredAs(const std::string& key, TextBox FrmOptions::*box) {
+    options.Cmd(0).Press();
+    FrmOptions again;
+    again.Load();
+    again.TreeOptions.ClickNode(key);
+    return (again.*box).Text();
+  }
+  std::string Visible() {
+    std::string names;
+    for (Control* control : options.Controls()) {
+      if (dynamic_cast<Frame*>(control) && control->Visible()) names += control->Name();
+    }
+    return names;
+  }
+  FrmOptions options;
+};
+
+TEST_F(OptionsTest, EveryNodeBringsUpItsEditorAlone) {
+  const std::pair<const char*, const char*> kPanels[] = {
+      {"ALAISES", "FraBlank"},       {"ALAISES6", "FraTextString"}, {"COLOURS", "FraBlank"}, {"COLOURS6", "FraColour"},
+      {"MAXMINS", "FraBlank"},       {"TERM", "FraBlank"},          {"TERM1", "FraValue"},   {"CAPCOST1", "FraValue"},
+      {"DEP2", "FraValue"},          {"RESID1", "FraValue"},        {"FORMS", "FraBlank"},   {"GRAPHICSA", "FraBlank"},
+      {"GRAPHICS3", "FraYesNo"},     {"DEPOPS", "FraDepOptions"},   {"TAX", "FraValue"},     {"GRAPHICS", "FraBlank"},
+      {"CURRENCY", "FraTextString"},
+  };
+  EXPECT_EQ(Visible(), "FraBlank");
+  for (const auto& [key, panel] : kPanels) {
+    Select(key);
+    EXPECT_EQ(Visible(), panel) << key;
+  }
+  Select("DEP1");
+  EXPECT_EQ(options.TreeOptions.Find("DEP1")->text, "Minimum Deposit Percentage of Equipment (%)");
+  EXPECT_EQ(options.FraValue.Caption(), "Minimum Deposit Percentage of Equipment (%)");
+  Select("GRAPHICS3");
+  EXPECT_EQ(options.FraYesNo.Caption(), "Background Picture On/Off");
+  EXPECT_EQ(options.ChkdepSelect(1).Caption(), "Percentage  of Equipment");
+}
+
+TEST_F(OptionsTest, AValueIsCommittedToItsOwnFieldWhenTheNodeIsLeft) {
+  Select("CAPCOST0");
+  EXPECT_EQ(options.TxtIncre.Text(), "1000.00");
+  Enter(options.TxtIncre, "2500.5");
+  Select("CAPCOST1");
+  EXPECT_EQ(options.TxtIncre.Text(), "50000.00");
+  Select("DEP0");
+  Enter(options.TxtIncre, "60");
+  Select("DEP1");
+  Enter(options.TxtIncre, "12x");
+  Select("TAX");
+  Enter(options.TxtIncre, "none");
+  options.Cmd(0).Press();
+  EXPECT_EQ(CalculatorPreferences.MinCapitalCost, 2500);  // halves to even
+  EXPECT_EQ(CalculatorPreferences.MaxCapitalCost, 50000);
+  EXPECT_EQ(CalculatorPreferences.MaxDepositPercent, 60);
+  EXPECT_EQ(CalculatorPreferences.MinDepositPercent, 12);
+  EXPECT_EQ(CalculatorPreferences.TaxRate, 0);
+}
+
+TEST_F(OptionsTest, ValuesFollowTheirKind) {
+  struct Case {
+    const char *key, *typed, *left, *up, *down;
+  };
+  for (const Case& c :
+       std::initializer_list<Case>{{"TERM0", "250", "250", "200", "249"},
+                                   {"TERM0", "200", "200", "200", "199"},
+                                   {"TERM1", "-3", "0", "1", "0"},
+                                   {"TAX", "0.1", "0.10", "0.35", "0.00"},
+                                   {"TAX", "99.90", "99.90", "100.00", "99.65"},
+                                   {"RESID0", "17.5", "17.50", "17.75", "17.25"},
+                                   {"RESID1", "101", "100.00", "100.00", "99.75"},
+                                   {"CAPCOST0", "123456789", "99999999.00", "99999999.00", "99999899.00"},
+                                   {"DEP2", "100", "100", "100", "99"}}) {
+    Select(c.key);
+    for (const bool up : {true, false}) {
+      Enter(options.TxtIncre, c.typed);
+      options.MoveFocus(nullptr);
+      EXPECT_EQ(options.TxtIncre.Text(), c.left) << c.key;
+      options.UpDown1.StepBy(up);
+      EXPECT_EQ(options.TxtIncre.Text(), up ? c.up : c.down) << c.key << " " << c.typed;
+      EXPECT_EQ(options.ActiveControl(), &options.TxtIncre);
+    }
+  }
+}
+
+TEST_F(OptionsTest, ARateThatIsOnlyLookedAtKeepsItsDigits) {
+  CalculatorPreferences.TaxRate = 17.125F;
+  CalculatorPreferences.MaxDepositPercent = 33.3333F;
+  options.Load();
+  Select("DEP0");
+  EXPECT_EQ(options.TxtIncre.Text(), "33.33");
+  Select("TAX");
+  EXPECT_EQ(options.TxtIncre.Text(), "17.125");
+  options.TxtIncre.SetFocus();
+  options.Cmd(2).Press();
+  EXPECT_EQ(CalculatorPreferences.TaxRate, 17.125F);
+  EXPECT_EQ(CalculatorPreferences.MaxDepositPercent, 33.3333F);
+  Enter(options.TxtIncre, "20");
+  options.Cmd(2).Press();
+  Enter(options.TxtIncre, "17.125");
+  EXPECT_EQ(StoredAs("TAX", &FrmOptions::TxtIncre), "17.13");  // what the box shows once it is left
+}
+
+TEST_F(OptionsTest, WholeFieldsTakeWhatTheyCanHold) {
+  Select("DEP2");
+  Enter(options.TxtIncre, "99999");
+  Select("TERM1");
+  Enter(options.TxtIncre, "99999999999");
+  options.Cmd(0).Press();
+  EXPECT_EQ(CalculatorPreferences.MinAdvancedPayments, 32767);
+  EXPECT_EQ(CalculatorPreferences.MaxTerm, std::numeric_limits<std::int32_t>::max());
+}
+
+TEST_F(OptionsTest, TextsAreTrimmedCutAndWithoutApostrophes) {
+  Select("ALAISES3");
+  Enter(options.TxtString, " Tenant's down payment and much more ");
+  EXPECT_EQ(options.TxtString.Text(), " Tenant's down payment an");
+  Select("CURRENCY");
+  Enter(options.TxtString, "C'F 5");
+  EXPECT_EQ(options.TxtString.Text(), "C'F ");
+  EXPECT_EQ(options.TxtString.Position().width, 1000);
+  options.Cmd(0).Press();
+  EXPECT_EQ(CalculatorPreferences.AliasDeposit.Trimmed(), "Tenant`s down payment an");
+  EXPECT_EQ(CalculatorPreferences.CurrencySymbol.Trimmed(), "C`F");
+}
+
+TEST_F(OptionsTest, OneDepositTypeStaysOffered) {
+  CalculatorPreferences.DepositOptions = 2;
+  options.Load();
+  Select("DEPOPS");
+  EXPECT_TRUE(options.ChkdepSelect(1).Value());
+  EXPECT_FALSE(options.ChkdepSelect(0).Value());
+  options.ChkdepSelect(2).SetValue(true);
+  options.ChkdepSelect(1).SetValue(false);
+  options.ChkdepSelect(2).SetValue(false);
+  EXPECT_TRUE(options.ChkdepSelect(2).Value());
+  options.Cmd(0).Press();
+  EXPECT_EQ(CalculatorPreferences.DepositOptions, 4);
+}
+
+TEST_F(OptionsTest, ColoursChangeByTheDialogAndAtTheNextCommit) {
+  CalculatorPreferences.BorderColour = 0x0000FF;
+  options.Load();
+  Select("COLOURS4");
+  EXPECT_EQ(options.PicColour.BackColour(), 0x0000FFU);
+  options.CmdColor.Press();  // cancelled
+  EXPECT_EQ(options.PicColour.BackColour(), 0x0000FFU);
+  desktop.colours = {0x336699};
+  options.CmdColor.Press();
+  EXPECT_EQ(options.PicColour.ToolTip(), "Red 153, green 102, blue 51");
+  options.Cmd(0).Press();
+  EXPECT_EQ(CalculatorPreferences.BorderColour, 0x336699U);
+}
+
+TEST_F(OptionsTest, CancelLeavesTheRecordAndViewSavesIt) {
+  const std::string before = ReadFile(AppFolder + "\\General.dat");
+  Select("GRAPHICS1");
+  options.ChkYesNo.SetValue(!CalculatorPreferences.ShowHeaderLogo);
+  const bool shown = options.ChkYesNo.Value();
+  options.Cmd(1).Press();
+  EXPECT_TRUE(options.Closed());
+  EXPECT_NE(CalculatorPreferences.ShowHeaderLogo, shown);
+  EXPECT_EQ(ReadFile(AppFolder + "\\General.dat"), before);
+
+  options.Reopen();
+  options.Cmd(2).Press();
+  EXPECT_FALSE(options.Closed());
+  EXPECT_EQ(CalculatorPreferences.ShowHeaderLogo, shown);
+  EXPECT_NE(ReadFile(AppFolder + "\\General.dat"), before);
+  EXPECT_TRUE(desktop.launched.back().starts_with("open " + CalculatorFolder() + "calc_test.html"));
+  EXPECT_TRUE(FileExists(CalculatorFolder() + "calc.ico"));
+  options.KeyUp(Key::Escape);
+  EXPECT_TRUE(options.Closed());
+  EXPECT_EQ(CalculatorPreferences.ShowHeaderLogo, shown);
+}
+
+TEST_F(OptionsTest, ReturnPressesTheButtonThatHasTheFocusElseOk) {
+  Select("ALAISES0");
+  Enter(options.TxtString, "Vendor");
+  options.Cmd(3).SetFocus();
+  options.KeyUp(Key::Return);
+  EXPECT_TRUE(desktop.launched.back().starts_with("open " + AppFolder + "\\Help\\options.HTM"));
+  EXPECT_FALSE(options.Closed());
+  options.TxtString.SetFocus();
+  options.KeyUp(Key::Return);
+  EXPECT_TRUE(options.Closed());
+  EXPECT_EQ(CalculatorPreferences.AliasSupplier.Trimmed(), "Vendor");
+}
+
+TEST_F(OptionsTest, TheMainWindowOpensItFromTheMenuAndTwoToolbarButtons) {
+  std::string selected;
+  desktop.modal = [&](Window& window) {
+    auto& shown = dynamic_cast<FrmOptions&>(window);
+    selected += "[" + shown.TreeOptions.Selected() + (shown.TreeOptions.Find("FORMS")->expanded ? " open]" : "]");
+  };
+  form->menus.MnuPreferences.Choose();
+  form->Toolbar1.Press("EDITPROP");
+  form->Toolbar1.Press("FORMS");
+  EXPECT_EQ(selected, "[][][FORMS open]");
+}
+
+}  // namespace tarvolinex
