@@ -1,5 +1,6 @@
 // The form pages of the options window.
 #include "platform/Text.h"
+#include "publish/Preferences.h"
 #include "support/Fixture.h"
 #include "ui/options/FrmOptions.h"
 #include "ui/options/frmFormEditWarning.h"
@@ -9,7 +10,7 @@ namespace tarvolinex {
 class OptionsFormsTest : public SampleTest {
  protected:
   OptionsFormsTest() {
-    Deliver();
+    SaveCalculatorPreferences(CalculatorPreferences);
     CalculatorPreferences.IconName = "COINS";
     desktop.boxes.clear();
     options.Load();

@@ -1,4 +1,5 @@
 // Logo, background and icon of the options window.
+#include "publish/Preferences.h"
 #include "support/Fixture.h"
 #include "ui/options/FrmOptions.h"
 
@@ -7,7 +8,7 @@ namespace tarvolinex {
 class OptionsGraphicsTest : public SampleTest {
  protected:
   OptionsGraphicsTest() {
-    Deliver();
+    SaveCalculatorPreferences(CalculatorPreferences);
     CalculatorPreferences.IconName = "Coins.ico";
     desktop.boxes.clear();
     options.Load();

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "publish/Preferences.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -9,7 +10,7 @@ namespace tarvolinex {
 class OptionsTest : public SampleTest {
  protected:
   OptionsTest() {
-    Deliver();
+    SaveCalculatorPreferences(CalculatorPreferences);
     CalculatorPreferences.IconName = "COINS";
     CalculatorPreferences.MinCapitalCost = 1000;
     CalculatorPreferences.MaxCapitalCost = 50000;
