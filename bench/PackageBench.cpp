@@ -61,7 +61,8 @@ BENCHMARK(BuildAndPack)->Unit(benchmark::kMillisecond);
 void ZipAndCopy(benchmark::State& state) {
   const std::string folder = TheSample().Folder();
   BuildCalculatorFolder();
-  const std::string command = "cd " + folder + " && rm -f z.zip && zip -9 -q z.zip calculator/* -x 'calculator/calc_test*' && "
+  const std::string command = "cd " + folder +
+                              " && rm -f z.zip && zip -9 -q z.zip calculator/* -x 'calculator/calc_test*' && "
                               "cat Xcdsfx32.bin z.zip > z.exe && sync z.exe";
   for (auto _ : state) {
     if (std::system(command.c_str()) != 0) state.SkipWithError("zip failed");

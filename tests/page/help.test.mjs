@@ -21,7 +21,7 @@ test('the pages have no dead link, and axe finds nothing in them', async () => {
         window.axe.run({ runOnly: ['wcag2a', 'wcag2aa', 'wcag21a', 'wcag21aa', 'wcag22aa', 'best-practice'] }));
       assert.deepEqual(violations.map((v) => `${name}: ${v.id} ${v.nodes[0].html}`), []);
       assert.ok((await page.evaluate(() => document.documentElement.scrollWidth)) <= page.viewportSize().width, name);
-      for (const href of await page.locator('a, link[rel=stylesheet]').evaluateAll((all) => all.map((a) => a.getAttribute('href')))) {
+      for (const href of await page.locator('a, img, link[rel=stylesheet]').evaluateAll((all) => all.map((a) => a.getAttribute('href') || a.getAttribute('src')))) {
         const [file, anchor] = href.split('#');
         assert.ok(!file || readdirSync(helpFolder).includes(file), `${name}: ${href}`);
         if (anchor) assert.match(readFileSync(join(helpFolder, file || name), 'latin1'), new RegExp(`id="${anchor}"`), `${name}: ${href}`);

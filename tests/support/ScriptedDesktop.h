@@ -20,7 +20,7 @@ class ScriptedDesktop : public Desktop {
   std::vector<Box> boxes;
   std::deque<Answer> answers;  // the next ones; without any: Ok, No or Cancel
   std::deque<std::string> files;
-  std::deque<Colour> colours;  // without any: cancelled
+  std::deque<Colour> colours;          // without any: cancelled
   std::vector<std::string> launched;   // "verb file|parameters|folder"
   std::deque<int> launchResults;       // without any: 33
   std::vector<std::string> shown;      // window names
