@@ -1,21 +1,12 @@
 // The form pages of the options window.
 #include "platform/Text.h"
-#include "publish/Preferences.h"
-#include "support/Fixture.h"
-#include "ui/options/FrmOptions.h"
+#include "support/OptionsFixture.h"
 #include "ui/options/frmFormEditWarning.h"
 
 namespace tarvolinex {
 
-class OptionsFormsTest : public SampleTest {
+class OptionsFormsTest : public WithOptions {
  protected:
-  OptionsFormsTest() {
-    SaveCalculatorPreferences(CalculatorPreferences);
-    CalculatorPreferences.IconName = "COINS";
-    desktop.boxes.clear();
-    options.Load();
-  }
-  void Select(const std::string& key) { options.TreeOptions.ClickNode(key); }
   // Imports a page of these bytes; returns the new row's description.
   std::string Import(const std::string& page, const std::string& answer = {}) {
     desktop.files = {folder.File("import/page.htm", page)};
@@ -31,7 +22,6 @@ class OptionsFormsTest : public SampleTest {
     other.Begin();
   }
   Connection other;
-  FrmOptions options;
 };
 
 TEST_F(OptionsFormsTest, TheTitleOfOneLineIsDescriptionAndLinkName) {

@@ -1,20 +1,13 @@
 // Logo, background and icon of the options window.
-#include "publish/Preferences.h"
-#include "support/Fixture.h"
-#include "ui/options/FrmOptions.h"
+#include "support/OptionsFixture.h"
 
 namespace tarvolinex {
 
-class OptionsGraphicsTest : public SampleTest {
+class OptionsGraphicsTest : public WithOptions {
  protected:
   OptionsGraphicsTest() {
-    SaveCalculatorPreferences(CalculatorPreferences);
-    CalculatorPreferences.IconName = "Coins.ico";
-    desktop.boxes.clear();
-    options.Load();
     options.OpenIconEditor = [this](const std::string& icon, const FrmOptions::IconSaved&) { edited.push_back(icon); };
   }
-  void Select(const std::string& key) { options.TreeOptions.ClickNode(key); }
   // Chooses the icon of that name; "" when the list has none.
   std::string Choose(const std::string& icon) {
     const auto& icons = options.CboIcons.Items();
@@ -38,7 +31,6 @@ class OptionsGraphicsTest : public SampleTest {
   bool Has(const std::string& name) { return std::filesystem::exists(folder.Path() + "/logo/" + name); }
   const std::string gif = ReadFile(folder.Path() + "/logo/logo.GIF");
   std::vector<std::string> edited;
-  FrmOptions options;
 };
 
 TEST_F(OptionsGraphicsTest, AnImportReplacesTheOldPictureAtOnce) {

@@ -1,22 +1,16 @@
-#include "ui/options/FrmOptions.h"
-
 #include <limits>
 
-#include "publish/Preferences.h"
-#include "support/Fixture.h"
+#include "support/OptionsFixture.h"
 
 namespace tarvolinex {
 
-class OptionsTest : public SampleTest {
+class OptionsTest : public WithOptions {
  protected:
   OptionsTest() {
-    SaveCalculatorPreferences(CalculatorPreferences);
-    CalculatorPreferences.IconName = "COINS";
     CalculatorPreferences.MinCapitalCost = 1000;
     CalculatorPreferences.MaxCapitalCost = 50000;
     options.Load();
   }
-  void Select(const std::string& key) { options.TreeOptions.ClickNode(key); }
   // As the user types into a field: it has the focus until something else gets it.
   void Enter(TextBox& box, const std::string& text) {
     box.SetFocus();
@@ -37,7 +31,6 @@ class OptionsTest : public SampleTest {
     }
     return names;
   }
-  FrmOptions options;
 };
 
 TEST_F(OptionsTest, EveryNodeBringsUpItsEditorAlone) {
