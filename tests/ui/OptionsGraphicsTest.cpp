@@ -1,5 +1,6 @@
 // Logo, background and icon of the options window.
 #include "support/OptionsFixture.h"
+#include "ui/iconedit/FrmIconEdit.h"
 
 namespace tarvolinex {
 
@@ -163,6 +164,21 @@ TEST_F(OptionsGraphicsTest, EditOpensTheChosenIconOrANewOne) {
   EXPECT_EQ(edited, std::vector<std::string>({"COINS.ICO", ""}));
   EXPECT_EQ(options.PicIcon.Picture(), DataFolder + "\\icons\\FRESH.ICO");
   options.Cmd(0).Press();
+  EXPECT_EQ(CalculatorPreferences.IconName.Trimmed(), "FRESH");
+}
+
+TEST_F(OptionsGraphicsTest, WhatTheEditorSavesIsTheChosenIcon) {
+  std::string picture;
+  desktop.modal = [&](Window& window) {
+    if (auto* editor = dynamic_cast<FrmIconEdit*>(&window)) return editor->SavePic("Fresh");
+    auto& shown = dynamic_cast<FrmOptions&>(window);
+    shown.TreeOptions.ClickNode("ICON");
+    shown.CmdIcon.Press();
+    picture = shown.PicIcon.Picture();
+    shown.Cmd(0).Press();
+  };
+  form->menus.MnuPreferences.Choose();
+  EXPECT_EQ(picture, DataFolder + "\\icons\\FRESH.ICO");
   EXPECT_EQ(CalculatorPreferences.IconName.Trimmed(), "FRESH");
 }
 
