@@ -24,15 +24,15 @@ float InBand(const std::array<float, 5>& rates, int band) {
 }
 
 // A result that does not fit leaves its target alone.
-void Store(Currency& target, double amount) {
+void Keep(Currency& target, double amount) {
   if (const auto value = Currency::FromDouble(amount)) target = *value;
 }
 
-void Store(Currency& target, std::optional<Currency> amount) {
+void Keep(Currency& target, std::optional<Currency> amount) {
   if (amount) target = *amount;
 }
 
-void Store(float& target, double rate) {
+void Keep(float& target, double rate) {
   if (std::fabs(rate) <= static_cast<double>(std::numeric_limits<float>::max())) target = static_cast<float>(rate);
 }
 
@@ -45,7 +45,7 @@ struct Money {
     value = money.ToDouble();
   }
   void Set(double money) {
-    Store(amount, money);
+    Keep(amount, money);
     value = amount.ToDouble();
   }
 };
@@ -143,26 +143,26 @@ struct Pass {
   void StoreResults() {
     QuoteRecord& q = quote;
     const double tax = static_cast<double>(terms.taxRate) / 100 + 1;
-    if (const auto level = Currency::FromDouble(payment)) Store(q.Payment, level->Plus(q.Maintenance));
+    if (const auto level = Currency::FromDouble(payment)) Keep(q.Payment, level->Plus(q.Maintenance));
     if (commission != 0) {
-      Store(q.CommissionValue, q.CapitalCost.Times(commission / 100));
+      Keep(q.CommissionValue, q.CapitalCost.Times(commission / 100));
     } else {
       q.CommissionValue = Currency();
     }
     if (terms.taxRate > 0) {
-      Store(q.PaymentIncTax, q.Payment.Times(tax));
+      Keep(q.PaymentIncTax, q.Payment.Times(tax));
     } else {
       q.PaymentIncTax = q.Payment;
     }
     const bool priced = q.CapitalCost > Currency();
-    Store(q.ResidualPercent, priced ? residual.value / capital * 100 : 0.0);
-    Store(q.NetCapital, q.CapitalCost.Minus(deposit.amount));
-    Store(q.CommissionPercent, commission);
+    Keep(q.ResidualPercent, priced ? residual.value / capital * 100 : 0.0);
+    Keep(q.NetCapital, q.CapitalCost.Minus(deposit.amount));
+    Keep(q.CommissionPercent, commission);
     q.DepositValue = deposit.amount;
-    Store(q.DepositIncTax, deposit.amount.Times(tax));
+    Keep(q.DepositIncTax, deposit.amount.Times(tax));
     q.ResidualValue = residual.amount;
-    Store(q.ResidualIncTax, residual.amount.Times(tax));
-    Store(q.Yield, yield);
+    Keep(q.ResidualIncTax, residual.amount.Times(tax));
+    Keep(q.Yield, yield);
     q.PremiumYield = terms.card.AdditionalPremiumYield;
   }
 

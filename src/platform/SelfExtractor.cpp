@@ -144,7 +144,7 @@ std::string Shifted(std::string_view path, std::uint64_t shift) {
   return archive.All();
 }
 
-std::string Line(const char* key, std::string value) {
+std::string SettingLine(const char* key, std::string value) {
   // A line holds one setting, whatever its text was.
   std::replace_if(
       value.begin(), value.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
@@ -163,8 +163,8 @@ void WriteSelfExtractor(const SelfExtractorSettings& settings, std::string_view 
                         std::string_view archive, std::string_view target) {
   Module program(module);
   if (!icon.empty()) program.SetIcon(IconPicture(icon));
-  const std::string lines =
-      Line("Title", settings.title) + Line("Folder", settings.folder) + Line("Command", settings.command);
+  const std::string lines = SettingLine("Title", settings.title) + SettingLine("Folder", settings.folder) +
+                            SettingLine("Command", settings.command);
   const std::string packed = Shifted(archive, program.All().size() + kMarker.size() + 8 + lines.size());
   WholeFile file(target);
   file.Write(program.All());

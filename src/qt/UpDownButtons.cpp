@@ -10,7 +10,7 @@
 namespace tarvolinex {
 
 namespace {
-constexpr int kWidth = 17;
+constexpr int kButtonWidth = 17;
 constexpr int kRepeatDelay = 400, kRepeatInterval = 60;  // milliseconds
 }  // namespace
 
@@ -21,7 +21,7 @@ UpDownButtons::UpDownButtons(QWidget* parent) : QWidget(parent) {
 
 QSize UpDownButtons::sizeHint() const {
   static const int height = QLineEdit().sizeHint().height();
-  return {kWidth, height};
+  return {kButtonWidth, height};
 }
 
 void UpDownButtons::paintEvent(QPaintEvent*) {

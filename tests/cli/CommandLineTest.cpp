@@ -8,8 +8,6 @@
 
 namespace tarvolinex {
 
-namespace {
-
 class CommandLineTest : public ::testing::Test {
  protected:
   struct Run {
@@ -33,8 +31,6 @@ class CommandLineTest : public ::testing::Test {
   }
   TemporaryFolder folder;
 };
-
-}  // namespace
 
 TEST_F(CommandLineTest, HelpAndVersionTouchNoFile) {
   for (const char* words : {"--help", "--version", "quote --help", "record --help", "suppliers --help"}) {

@@ -9,8 +9,6 @@
 
 namespace tarvolinex {
 
-namespace {
-
 class DatabaseTest : public ::testing::Test {
  protected:
   DatabaseTest() {
@@ -36,8 +34,6 @@ class DatabaseTest : public ::testing::Test {
   std::string path = folder.Path() + "/Tarvolinex.mdb";
   Connection connection;
 };
-
-}  // namespace
 
 TEST(StatementText, BareWordsAndOrderAreTranslatedOutsideQuotesOnly) {
   const std::pair<const char*, const char*> cases[] = {

@@ -12,8 +12,6 @@
 
 namespace tarvolinex {
 
-namespace {
-
 // File permissions do not bind the superuser; while it lives the test is somebody else.
 class AnotherUser {
  public:
@@ -67,8 +65,6 @@ class BadDatabaseTest : public SampleTest {
 
   const std::string path = folder.Path() + "/Tarvolinex.mdb";
 };
-
-}  // namespace
 
 TEST_F(BadDatabaseTest, ATruncatedFileIsReportedAndNotTouched) {
   form->Close();

@@ -10,8 +10,6 @@
 
 namespace tarvolinex {
 
-namespace {
-
 constexpr int kKills = 200;
 
 // Three fields and the ticks of one supplier, all telling the same step.
@@ -84,8 +82,6 @@ class KillTest : public ::testing::Test {
   }
   TemporaryFolder folder;
 };
-
-}  // namespace
 
 TEST_F(KillTest, EverySupplierIsWhollyAsBeforeOrAsAfter) {
   std::mt19937 random(20261124);

@@ -7,7 +7,8 @@
 namespace tarvolinex {
 namespace {
 
-constexpr Colour kRed = 0x0000FF, kBlue = 0xFF0000, kWhite = 0xFFFFFF;
+// By the letters that pictures are written with here.
+constexpr Colour kR = 0x0000FF, kB = 0xFF0000, kW = 0xFFFFFF;
 
 // The top left corner of a picture as rows of letters; the rest is transparent. "." is transparent as well.
 IconImage Drawn(const std::vector<std::string>& rows, int left = 0, int top = 0) {
@@ -16,7 +17,7 @@ IconImage Drawn(const std::vector<std::string>& rows, int left = 0, int top = 0)
     const std::string& row = rows[static_cast<std::size_t>(y)];
     for (int x = 0; x < static_cast<int>(row.size()); ++x) {
       const char c = row[static_cast<std::size_t>(x)];
-      const Colour colour = c == 'R' ? kRed : c == 'B' ? kBlue : c == 'W' ? kWhite : kTransparentColour;
+      const Colour colour = c == 'R' ? kR : c == 'B' ? kB : c == 'W' ? kW : kTransparentColour;
       image.Set(left + x, top + y, colour);
     }
   }
@@ -52,8 +53,8 @@ TEST(IconImage, TransformationsMoveEveryPixelAndComeBack) {
       {"right", [](IconImage& i) { i.Shift(1, 0); }, Drawn(kShape, 1, 0), 32},
       {"down", [](IconImage& i) { i.Shift(0, 1); }, Drawn(kShape, 0, 1), 32},
       {"left", [](IconImage& i) { i.Shift(-1, 0); },
-       With(Drawn({"B.", "..", "WB"}), {{31, 0, kRed}, {31, 1, kRed}, {31, 2, kWhite}}), 32},
-      {"up", [](IconImage& i) { i.Shift(0, -1); }, With(Drawn({"R..", "WWB"}), {{0, 31, kRed}, {1, 31, kBlue}}), 32},
+       With(Drawn({"B.", "..", "WB"}), {{31, 0, kR}, {31, 1, kR}, {31, 2, kW}}), 32},
+      {"up", [](IconImage& i) { i.Shift(0, -1); }, With(Drawn({"R..", "WWB"}), {{0, 31, kR}, {1, 31, kB}}), 32},
   };
   for (const Transformation& t : transformations) {
     const IconImage start = Drawn(kShape);
@@ -67,11 +68,11 @@ TEST(IconImage, TransformationsMoveEveryPixelAndComeBack) {
 
 TEST(IconImage, ReplacingReachesEveryAreaOfTheColour) {
   IconImage image = Drawn({"RR.R", "..B.", "R..."});
-  image.Replace(kRed, kWhite);
+  image.Replace(kR, kW);
   EXPECT_EQ(image, Drawn({"WW.W", "..B.", "W..."}));
-  image.Replace(kTransparentColour, kWhite);
-  EXPECT_EQ(image.At(31, 31), kWhite);
-  EXPECT_EQ(image.At(2, 1), kBlue);
+  image.Replace(kTransparentColour, kW);
+  EXPECT_EQ(image.At(31, 31), kW);
+  EXPECT_EQ(image.At(2, 1), kB);
 }
 
 TEST(IconImage, LinesHaveNoGaps) {

@@ -20,7 +20,7 @@ namespace tarvolinex {
 namespace {
 
 constexpr int kDescription = 0, kLinkName = 1;
-constexpr int kEdit = 0, kImport = 1, kView = 2;
+constexpr int kEditForm = 0, kImportForm = 1, kViewForm = 2;
 
 // What stands between the tags of the first line that holds both; empty when none does.
 std::string TitleOf(std::string_view page) {
@@ -53,10 +53,10 @@ std::string AskDescription(const std::string& path) {
 }  // namespace
 
 void FrmOptions::WireForms() {
-  cmdForm(kEdit).SetCaption("Edit Form");
-  cmdForm(kImport).SetCaption("Import Form");
-  cmdForm(kView).SetCaption("View");
-  cmdForm(kView).SetToolTip("View Form in Internet Browser");
+  cmdForm(kEditForm).SetCaption("Edit Form");
+  cmdForm(kImportForm).SetCaption("Import Form");
+  cmdForm(kViewForm).SetCaption("View");
+  cmdForm(kViewForm).SetToolTip("View Form in Internet Browser");
   LblForms(kDescription).SetCaption("Description of form");
   LblForms(kLinkName).SetCaption("Name of form as seen by users");
   for (int i : {kDescription, kLinkName}) {
@@ -68,12 +68,12 @@ void FrmOptions::WireForms() {
     box.Validate = [&box] { box.SetText(EscapeQuotes(box.Text())); };
   }
   ChkFrmAvailable.Click = [this] { formDetailsChanged_ = true; };
-  cmdForm(kEdit).Click = [this] {
+  cmdForm(kEditForm).Click = [this] {
     frmFormEditWarning warning(FormPagePath(currentFormId_));
     TheDesktop().ShowModal(warning);
   };
-  cmdForm(kImport).Click = [this] { ImportHTMLform(); };
-  cmdForm(kView).Click = [this] { ViewForm(); };
+  cmdForm(kImportForm).Click = [this] { ImportHTMLform(); };
+  cmdForm(kViewForm).Click = [this] { ViewForm(); };
   TreeOptions.DblClick = [this] {
     if (IsFormKey(TreeOptions.Selected())) ViewForm();
   };
@@ -118,7 +118,7 @@ void FrmOptions::ShowForm() {
   ChkFrmAvailable.SetValue(available);
   formDetailsChanged_ = false;
   FraForms.SetVisible(true);
-  cmdForm(kImport).SetVisible(true);
+  cmdForm(kImportForm).SetVisible(true);
 }
 
 void FrmOptions::SaveFormDetails() {
