@@ -53,6 +53,7 @@ void StartWindow(const ProgramOptions& options, FrmMain& form, const Splash& spl
     PrepareRun(options);
     splash.show();
     form.Load();
+    if (DatabaseUnpacked) MakePages(CalculatorPreferences);  // the pictures came with it
     TheDesktop().Show(form);
     splash.bringToFront();
     TheDesktop().DoEvents();

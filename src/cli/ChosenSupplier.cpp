@@ -3,6 +3,7 @@
 #include "calc/RateCard.h"
 #include "core/Globals.h"
 #include "platform/RuntimeError.h"
+#include "publish/Template.h"
 #include "store/DatabaseFile.h"
 #include "store/Statements.h"
 
@@ -21,6 +22,7 @@ std::string SupplierIdOf(const Arguments& arguments) {
 
 void ChooseSupplier(const std::string& id) {
   if (!OpenDatabaseForCommand()) throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + id);
+  if (DatabaseUnpacked) MakePages(CalculatorPreferences);  // the pictures came with it
   Recordset& records = TheStore->SupplierRecords;
   OpenRecordset(statements::kSuppliers, records);
   records.Find("ID=" + id);

@@ -168,7 +168,8 @@ bool CommandUsesFolders(const std::string& command) {
 
 int RunCommand(const ProgramOptions& options) {
   try {
-    return FindCommand(options.command)->run(options.arguments);
+    const int status = FindCommand(options.command)->run(options.arguments);
+    return status == kDone && ErrorShown ? kFailed : status;
   } catch (const UsageError& mistake) {
     std::cerr << "tarvolinex " << options.command << ": " << mistake.text << "\n\n" << UsageText(options.command);
     return kUsageError;

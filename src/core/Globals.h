@@ -55,7 +55,7 @@ inline bool SupplierChanged = false;
 inline std::string LoadedSupplierFields;
 // The supplier that was removed last, as the statements that put it back; empty = none.
 struct RemovedRows {
-  std::string name;
+  int id = 0;
   std::vector<std::string> statements;
 };
 inline RemovedRows RemovedSupplier;

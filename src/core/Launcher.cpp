@@ -9,6 +9,11 @@
 
 namespace tarvolinex {
 
+void ReportLaunch(int result) {
+  constexpr int kLowestSuccess = 32;
+  if (result < kLowestSuccess) ShowError("External application launch failed");
+}
+
 namespace {
 
 // The folder part of a file; a drive's root keeps its separator.
@@ -32,13 +37,13 @@ int LaunchDocument(std::string_view command, bool edit) {
   const std::string folder = WorkingFolder(file);
 
   Desktop& desktop = TheDesktop();
-  constexpr int kNoProgram = 31, kLowestSuccess = 32;
+  constexpr int kNoProgram = 31;
   int result =
       desktop.ShellExecute(edit ? "edit" : "open", file, parameters, folder, edit ? kShowNormal : kShowMinimised);
   desktop.DoEvents();
   if (edit && result == kNoProgram) result = desktop.OpenWith(file);
   SetBusy(false);
-  if (result < kLowestSuccess) ShowError("External application launch failed");
+  ReportLaunch(result);
   return result;
 }
 

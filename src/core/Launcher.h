@@ -10,6 +10,9 @@ namespace tarvolinex {
 // 32 or more on success.
 int LaunchDocument(std::string_view command, bool edit = false);
 
+// Reports a result of the desktop's that is no success.
+void ReportLaunch(int result);
+
 // Topic 1 is "options", 2 "options_Forms", 4 "sendsub", any other "main".
 void ShowHelpPage(int topic);
 

@@ -1,5 +1,6 @@
 #include "distribute/Email.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 

@@ -115,24 +115,30 @@ std::string InstallFilePath() {
 }
 
 std::int64_t LargestMessage(int sendType) {
-  constexpr std::int64_t kTextAndHeaders = 16 * 1024;
-  if (sendType == kSendLink) return kTextAndHeaders;
+  constexpr std::int64_t kHeaders = 8 * 1024;
+  constexpr std::size_t kEscaped = 3;  // bytes of the message for one of the text
+  const std::size_t text =
+      MainForm().send.TxtEmail(1).Text().size() + Instructions.at(static_cast<std::size_t>(sendType)).size();
+  const auto textAndHeaders = kHeaders + static_cast<std::int64_t>(kEscaped * text);
+  if (sendType == kSendLink) return textAndHeaders;
   std::int64_t bytes = 0;
-  const auto count = [&](const std::string& path) { bytes += FileExists(path) ? FileLength(path) : 0; };
+  const auto count = [&](const std::string& path, int times = 1) {
+    bytes += FileExists(path) ? times * FileLength(path) : 0;
+  };
   for (const char* name : {"calc.html", "General.dat", "Setup.lst"}) count(AppFolder + "\\" + name);
   for (const std::string& picture : {LogoFileName(), BackgroundFileName()}) {
     if (!picture.empty()) count(DataFolder + "\\logo\\" + picture);
   }
   // Each form travels as a page and, longer by its escapes, in the data of the calculator page.
   constexpr int kAsPageAndData = 4;
-  for (int i = 0; i < kAsPageAndData; ++i) {
-    for (const int form : LinkedFormIds(CurrentSupplierId)) count(FormPagePath(form));
-  }
+  for (const int form : LinkedFormIds(CurrentSupplierId)) count(FormPagePath(form), kAsPageAndData);
+  count(IconPath());
   if (sendType == kSendProgram) {
     count(AppFolder + "\\Xcdsfx32.bin");
+    count(CalculatorFolder() + "CalcInstall.CAB");
     count(CalculatorFolder() + "setup.exe");
   }
-  return kTextAndHeaders + bytes * 138 / 100;  // base64 with its line ends
+  return textAndHeaders + bytes * 138 / 100;  // base64 with its line ends
 }
 
 bool BuildDistFiles(bool chosenName) {

@@ -60,7 +60,10 @@ bool UploadFile(const std::string& path, const std::string& host) {
     const std::string answer = FromWindows1252(request.ResponseText());
     const std::string status = StatusText(answer);
     if (!status.empty()) TheDesktop().MessageBox(status, "File Upload", BoxButtons::Ok, BoxIcon::Information);
-    return Accepted(answer);
+    if (Accepted(answer)) return true;
+    SetStatus(false, "", -1);
+    ShowDetail("The server did not accept the file.");
+    return false;
   } catch (const RuntimeError& failure) {
     ShowError("File Upload failed");
     ShowDetail(failure.Description());

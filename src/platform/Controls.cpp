@@ -83,6 +83,14 @@ void CommandButton::Press() {
   if (Enabled()) Fire(Click);
 }
 
+void AnswerKeys(Window& window, CommandButton& enter, CommandButton& escape) {
+  window.KeyUp = [&](Key key) {
+    auto* focused = dynamic_cast<CommandButton*>(window.ActiveControl());
+    if (key == Key::Return) (focused ? *focused : enter).Press();
+    if (key == Key::Escape) escape.Press();
+  };
+}
+
 void OptionButton::SetValue(bool value) {
   if (value_ == value) return;
   value_ = value;

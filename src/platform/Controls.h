@@ -82,6 +82,9 @@ class CommandButton : public CaptionedControl {
   std::string image_;
 };
 
+// Return presses the button that has the focus, else `enter`; Escape presses `escape`.
+void AnswerKeys(Window& window, CommandButton& enter, CommandButton& escape);
+
 class OptionButton : public CaptionedControl {
  public:
   using CaptionedControl::CaptionedControl;

@@ -18,7 +18,7 @@ bool IsWindows1252(std::string_view charset) {
   return false;
 }
 
-// One conversion of the C library. `replace` gives what stands for the sequence that cannot be converted.
+// One conversion of the C library.
 class Converter {
  public:
   Converter(const std::string& to, const std::string& from) : handle_(iconv_open(to.c_str(), from.c_str())) {}

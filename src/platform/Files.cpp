@@ -43,6 +43,18 @@ bool IsSeparator(char c) {
   return c == '\\' || c == '/';
 }
 
+// What Windows opens a device for, whatever ending it has: only what stands before the first point counts.
+bool IsDeviceName(std::string_view name) {
+  const std::string stem = UpperCase(Trim(name.substr(0, name.find('.'))));
+  for (const char* device : {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$", "CLOCK$"}) {
+    if (stem == device) return true;
+  }
+  if (!stem.starts_with("COM") && !stem.starts_with("LPT")) return false;
+  const std::string number = stem.substr(3);
+  return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') || number == "¹" || number == "²" ||
+         number == "³";
+}
+
 // "*" and "?" in the pattern; "*.*" matches a name without a point too.
 bool Matches(std::string_view name, std::string_view pattern) {
   if (pattern == "*.*") return true;
@@ -116,6 +128,15 @@ std::string FolderOf(std::string_view path) {
   const auto end = std::find_if(path.rbegin(), path.rend(), IsSeparator);
   if (end == path.rend()) return {};
   return std::string(path.substr(0, static_cast<std::size_t>(path.rend() - end) - 1));
+}
+
+bool IsPortableFileName(std::string_view name) {
+  constexpr std::size_t kLongest = 255;
+  if (name.empty() || name.size() > kLongest || name.back() == '.' || name.back() == ' ') return false;
+  const bool forbidden = std::any_of(name.begin(), name.end(), [](char c) {
+    return (c >= 0 && c < ' ') || std::string_view("\\/:*?\"<>|\x7F").find(c) != std::string_view::npos;
+  });
+  return !forbidden && !IsDeviceName(name) && FitsWindows1252(name);
 }
 
 std::vector<std::string> ListFiles(std::string_view pattern) {

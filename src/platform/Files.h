@@ -24,6 +24,10 @@ bool IsWritableFolder(std::string_view path);
 std::string FileNameOf(std::string_view path);
 std::string FolderOf(std::string_view path);
 
+// Whether a file can have the name on every system that a calculator travels to, and a list in Windows-1252 can name
+// it: no folder, none of the characters and devices that Windows keeps for itself, at most 255 bytes.
+bool IsPortableFileName(std::string_view name);
+
 // Names (without folders) of the files in the pattern's folder that match it ("*.html", "logo.*"; "*.*" matches every
 // name), case-blind, in case-blind order. A folder that does not exist holds nothing.
 std::vector<std::string> ListFiles(std::string_view pattern);

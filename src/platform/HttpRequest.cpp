@@ -23,7 +23,6 @@ void HttpRequest::Open(std::string method, std::string address) {
   address_ = std::move(address);
   headers_.clear();
   response_.clear();
-  status_ = 0;
 }
 
 void HttpRequest::SetRequestHeader(const std::string& name, const std::string& value) {
@@ -54,10 +53,9 @@ void HttpRequest::Send(std::string_view body) {
   }
   long status = 0;
   curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status);
-  status_ = static_cast<int>(status);
-  constexpr int kFirstError = 400;
-  if (status_ >= kFirstError) {
-    throw RuntimeError(kDeviceError, address_ + ": the server answered " + std::to_string(status_));
+  constexpr long kFirstError = 400;
+  if (status >= kFirstError) {
+    throw RuntimeError(kDeviceError, address_ + ": the server answered " + std::to_string(status));
   }
 }
 

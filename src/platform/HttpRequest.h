@@ -20,13 +20,11 @@ class HttpRequest {
   // 57 when the connection breaks, falls silent, is stopped, or when the server answers with an error status (400 or
   // above). No redirection is followed.
   void Send(std::string_view body);
-  int Status() const { return status_; }
   const std::string& ResponseText() const { return response_; }  // bytes as they came, at most 1 MB
 
  private:
   std::string method_, address_, response_;
   std::vector<std::string> headers_;
-  int status_ = 0;
 };
 
 }  // namespace tarvolinex

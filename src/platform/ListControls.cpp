@@ -128,6 +128,12 @@ void ListView::SetRowText(int row, std::string_view text) {
   Paint(Aspect::Row, row);
 }
 
+void ListView::SetRowToolTip(int row, std::string text) {
+  if (row < 0 || row >= Count()) return;
+  rows_[static_cast<std::size_t>(row)].toolTip = std::move(text);
+  Paint(Aspect::Row, row);
+}
+
 void ListView::SetCell(int row, int cell, std::string_view text) {
   if (row < 0 || row >= Count()) return;
   auto& cells = rows_[static_cast<std::size_t>(row)].cells;
@@ -140,6 +146,13 @@ void ListView::SetChecked(int row, bool checked) {
   if (row < 0 || row >= Count()) return;
   rows_[static_cast<std::size_t>(row)].checked = checked;
   if (!filling_) Paint(Aspect::Row, row);
+}
+
+int ListView::FirstShown() const {
+  for (int row = 0; row < Count(); ++row) {
+    if (!At(row).hidden) return row;
+  }
+  return rows_.empty() ? -1 : 0;
 }
 
 void ListView::Select(int row) {

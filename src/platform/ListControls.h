@@ -94,6 +94,7 @@ class ListView : public Control {
   // -1 when no row has the key.
   int Find(std::string_view key) const;
   void SetRowText(int row, std::string_view text);
+  void SetRowToolTip(int row, std::string text);
   // cell 0 is the second column. Cells that the row does not have yet are added empty.
   void SetCell(int row, int cell, std::string_view text);
   void SetChecked(int row, bool checked);
@@ -103,6 +104,7 @@ class ListView : public Control {
   // The row as one line, cells separated by tabs; empty for a row that is not there.
   std::string RowLine(int row) const;
 
+  int FirstShown() const;                     // the first row that the filter shows, else the first; -1 = none
   int Selected() const { return selected_; }  // -1 = none
   // By program: fires nothing.
   void Select(int row);

@@ -3,6 +3,7 @@
 #include <QProcess>
 #include <chrono>
 #include <random>
+#include <utility>
 
 #include "platform/Clock.h"
 #include "platform/CurlTransfer.h"
@@ -21,7 +22,7 @@ QString Q(const std::string& text) {
 }
 
 // Runs a program to its end while the windows live. Returns what it printed; throws when it cannot be started, fails or
-// takes too long.
+// takes nothing for too long.
 std::string RunProgram(const std::string& program, const QStringList& arguments, const std::string& input,
                        const TransferProgress& progress, int error, const TransferPatience& patience) {
   constexpr int kTickMilliseconds = 30;
@@ -30,11 +31,14 @@ std::string RunProgram(const std::string& program, const QStringList& arguments,
   if (!process.waitForStarted()) throw RuntimeError(error, program + " cannot be started");
   process.write(input.data(), static_cast<qint64>(input.size()));
   process.closeWriteChannel();
-  const auto deadline = std::chrono::steady_clock::now() + patience.silent;
   const auto total = static_cast<std::int64_t>(input.size());
+  auto taken = std::chrono::steady_clock::now();
+  qint64 left = process.bytesToWrite();
   while (!process.waitForFinished(kTickMilliseconds)) {
     if (process.state() == QProcess::NotRunning) break;
-    if (std::chrono::steady_clock::now() > deadline || (progress && !progress(total - process.bytesToWrite(), total))) {
+    const auto now = std::chrono::steady_clock::now();
+    if (std::exchange(left, process.bytesToWrite()) != process.bytesToWrite()) taken = now;
+    if (now - taken > patience.silent || (progress && !progress(total - left, total))) {
       process.kill();
       process.waitForFinished();
       throw RuntimeError(error, program + " was stopped or took too long");

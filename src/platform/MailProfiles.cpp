@@ -16,13 +16,16 @@ constexpr int kBuffer = 1024;
 constexpr std::array<const char*, 3> kTransports = {"smtp", "sendmail", "outbox"};
 constexpr std::array<const char*, 3> kSecurities = {"starttls", "tls", "none"};
 
+// Finds what the word stands for. Returns what is wrong with it, empty when nothing is.
 template <typename Kind>
-Kind Named(const std::array<const char*, 3>& names, const std::string& word, const std::string& where) {
+std::string Understand(const std::array<const char*, 3>& names, const std::string& word, const std::string& where,
+                       Kind& kind) {
   for (std::size_t i = 0; i < names.size(); ++i) {
-    if (EqualNoCase(names[i], word)) return static_cast<Kind>(i);
+    if (!EqualNoCase(names[i], word)) continue;
+    kind = static_cast<Kind>(i);
+    return {};
   }
-  throw RuntimeError(kMailLoginRefused,
-                     where + ": \"" + word + "\" is none of " + names[0] + ", " + names[1] + ", " + names[2]);
+  return where + ": \"" + word + "\" is none of " + names[0] + ", " + names[1] + ", " + names[2];
 }
 
 }  // namespace
@@ -47,22 +50,29 @@ void ForgetDefaultMailProfile(const std::string& iniPath) {
   if (FileExists(iniPath)) WriteProfileString(iniPath, kProfiles, kDefault, "");
 }
 
-MailProfile LoadMailProfile(const std::string& iniPath, const std::string& name) {
+MailProfile LoadMailProfile(const std::string& iniPath, const std::string& name, std::string* mistake) {
   const auto read = [&](const char* key, const char* otherwise = "") {
     return std::string(Trim(GetProfileString(iniPath, name, key, otherwise, kBuffer)));
   };
   const std::string where = iniPath + ", [" + name + "]";
-  if (read("Transport").empty()) throw RuntimeError(kMailLoginRefused, where + " names no Transport");
   MailProfile profile;
   profile.name = name;
-  profile.transport = Named<MailTransport>(kTransports, read("Transport"), where + " Transport");
-  profile.security = Named<MailSecurity>(kSecurities, read("Security", "starttls"), where + " Security");
   profile.server = read("Server");
   profile.user = read("User");
   profile.passwordCommand = read("PasswordCommand");
   profile.from = read("From");
   profile.folder = read("Folder");
   profile.caFile = read("CaFile");
+  std::string wrong = Understand(kTransports, read("Transport"), where + " Transport", profile.transport);
+  if (read("Transport").empty()) wrong = where + " names no Transport";
+  const std::string other =
+      Understand(kSecurities, read("Security", "starttls"), where + " Security", profile.security);
+  if (wrong.empty()) wrong = other;
+  if (mistake) {
+    *mistake = wrong;
+  } else if (!wrong.empty()) {
+    throw RuntimeError(kMailLoginRefused, wrong);
+  }
   return profile;
 }
 
@@ -77,8 +87,13 @@ void SaveMailProfile(const std::string& iniPath, const MailProfile& profile) {
   write("PasswordCommand", profile.passwordCommand);
   write("From", profile.from);
   write("Folder", profile.folder);
-  if (!profile.caFile.empty()) write("CaFile", profile.caFile);
+  if (!profile.caFile.empty()) write("CaFile", profile.caFile);  // few need it
   WriteProfileString(iniPath, kProfiles, kDefault, profile.name);
+}
+
+void RemoveMailProfile(const std::string& iniPath, const std::string& name) {
+  RemoveProfileSection(iniPath, name);
+  if (EqualNoCase(DefaultMailProfileName(iniPath), name)) ForgetDefaultMailProfile(iniPath);
 }
 
 MailProfile BuiltInMailProfile() {

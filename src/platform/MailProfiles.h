@@ -33,11 +33,15 @@ std::vector<std::string> MailProfileNames(const std::string& iniPath);
 // Not empty, not the section of the default, and nothing in it that a section's name cannot hold.
 bool IsMailProfileName(const std::string& name);
 
-// Throws RuntimeError (32003) when the file has no such profile, or a word in it that is not understood.
-MailProfile LoadMailProfile(const std::string& iniPath, const std::string& name);
+// Throws RuntimeError (32003) when the file has no such profile, or a word in it that is not understood. With `mistake`
+// the profile is returned as far as it is understood, and what is wrong goes there.
+MailProfile LoadMailProfile(const std::string& iniPath, const std::string& name, std::string* mistake = nullptr);
 
 // Writes the profile's keys and makes it the default. Throws RuntimeError when the file cannot be written.
 void SaveMailProfile(const std::string& iniPath, const MailProfile& profile);
+
+// Takes the profile out of the file; one that is not there is no error.
+void RemoveMailProfile(const std::string& iniPath, const std::string& name);
 
 // Leaves the profiles and uses none of them.
 void ForgetDefaultMailProfile(const std::string& iniPath);

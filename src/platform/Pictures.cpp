@@ -48,7 +48,11 @@ Picture LoadPicture(std::string_view path, int width, int height) {
   const int count = std::max(reader->imageCount(), 1);
   for (int i = 0; i < count; ++i) {
     if (i > 0 && !reader->jumpToImage(i)) break;
-    if (Picture picture = Read(*reader, path); picture.width == width && picture.height == height) return picture;
+    try {
+      if (Picture picture = Read(*reader, path); picture.width == width && picture.height == height) return picture;
+    } catch (const RuntimeError&) {
+      // Another picture of the file may be whole.
+    }
   }
   throw RuntimeError(kBadPicture, "The picture " + std::string(path) + " holds none of " + std::to_string(width) +
                                       " by " + std::to_string(height) + " pixels");

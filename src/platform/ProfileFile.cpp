@@ -84,6 +84,26 @@ std::vector<std::string> GetProfileSections(std::string_view path) {
   return names;
 }
 
+void RemoveProfileSection(std::string_view path, std::string_view section) {
+  if (!FileExists(path)) return;
+  std::string bytes = ReadFile(path);
+  const std::string searched = ToWindows1252(section);
+  std::optional<std::size_t> start;
+  std::size_t end = bytes.size();
+  for (auto line = NextLine(bytes, 0); line; line = NextLine(bytes, line->next)) {
+    const auto name = SectionName(line->text);
+    if (!name) continue;
+    if (start) {
+      end = line->start;
+      break;
+    }
+    if (EqualNoCase(*name, searched)) start = line->start;
+  }
+  if (!start) return;
+  bytes.erase(*start, end - *start);
+  WriteFile(path, bytes);
+}
+
 std::string GetProfileString(std::string_view path, std::string_view section, std::string_view key,
                              std::string_view defaultValue, int buffer) {
   std::string value(Blankless(defaultValue));

@@ -19,6 +19,10 @@ std::string GetProfileString(std::string_view path, std::string_view section, st
 // The names of the file's sections in their order; none when there is no such file.
 std::vector<std::string> GetProfileSections(std::string_view path);
 
+// Takes the first such section out, with everything up to the next one. Throws RuntimeError when the file cannot be
+// written; no such section or file is no error.
+void RemoveProfileSection(std::string_view path, std::string_view section);
+
 // Replaces or adds the one key and leaves every other byte as it is. A line break in the value ends it.
 // Throws RuntimeError when the file cannot be written.
 void WriteProfileString(std::string_view path, std::string_view section, std::string_view key, std::string_view value);

@@ -71,7 +71,7 @@ std::string MapCodePoints(std::string_view text, Change change) {
     if (lead < 0x80) {
       out += static_cast<char>(change(lead));
       ++i;
-    } else if (lead >= 0xF0) {
+    } else if (lead < 0xC2 || lead >= 0xF0) {
       out += text[i++];  // beyond the letters that have a case here
     } else {
       AppendUtf8(out, change(NextCodePoint(text, i)));
@@ -292,6 +292,10 @@ std::string FromWindows1252(std::string_view bytes) {
     AppendUtf8(utf8, byte >= 0x80 && byte < 0xA0 ? kHighHalf[byte - 0x80u] : byte);
   }
   return utf8;
+}
+
+bool FitsWindows1252(std::string_view utf8) {
+  return FromWindows1252(ToWindows1252(utf8)) == utf8;
 }
 
 }  // namespace tarvolinex

@@ -49,5 +49,7 @@ std::string FormatSingle(float value);
 // from bytes to text and back changes nothing).
 std::string ToWindows1252(std::string_view utf8);
 std::string FromWindows1252(std::string_view bytes);
+// Whether a record, an INI file or a page in Windows-1252 can hold the text as it is.
+bool FitsWindows1252(std::string_view utf8);
 
 }  // namespace tarvolinex

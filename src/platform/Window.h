@@ -113,6 +113,8 @@ class Window {
   void MoveFocus(Control* control);
   // Lets the active control validate before a command acts; it keeps the focus.
   void LeaveField();
+  // Inside LeaveField: the active control is left only for a command, and has the focus after it.
+  bool KeepsFocus() const { return leaving_; }
 
   // Ends the modal showing of this window, or closes it.
   void Close();

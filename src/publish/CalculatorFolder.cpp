@@ -46,15 +46,6 @@ std::vector<LinkedForm> LinkedForms(int supplierId) {
   return forms;
 }
 
-// Names are kept to what the systems that calculators travel to can store.
-bool CanNameFile(const std::string& linkName) {
-  constexpr std::size_t kLongestName = 255, kNumberAndEnding = 10;  // characters; "!9999.html"
-  const bool forbidden = std::any_of(linkName.begin(), linkName.end(), [](char c) {
-    return static_cast<unsigned char>(c) < ' ' || std::string_view("/\\:*?\"<>|").find(c) != std::string_view::npos;
-  });
-  return !forbidden && linkName.size() + kNumberAndEnding <= kLongestName;
-}
-
 // The name under which a form joins the folder: those that are there already count.
 std::string TargetName(const std::string& linkName) {
   constexpr const char* kEnding = ".html";
@@ -74,7 +65,7 @@ std::vector<PublishedForm> CopyForms(const std::vector<LinkedForm>& forms, std::
   std::vector<PublishedForm> published;
   for (const LinkedForm& form : forms) {
     const std::string source = FormPagePath(form.id);
-    if (!CanNameFile(form.linkName)) {
+    if (!IsPortableFileName(form.linkName + "!9999.html")) {
       warning = "Warning: Form <" + form.description + "> cannot be published, because no file can be called\r\n\"" +
                 form.linkName + "\".\r\n\r\nPlease give the form another name and try again";
     } else if (!FileExists(source)) {

@@ -8,9 +8,9 @@
 namespace tarvolinex {
 
 // Builds `CalculatorFolder` for the current supplier (`CurrentSupplierId`, `SupplierCalcSettings`): both records, both
-// pages, logo, background, the linked form pages, and "calcdata.txt". A linked form whose page is missing, or whose
-// link name no file can have, is left out and named in a warning. A failure is a fatal report ("Failed setting up
-// calculator").
+// pages, logo, background, the linked form pages, and "calcdata.txt". A linked form whose page is missing or
+// empty, or whose link name no file can have, is left out and named in a warning. A failure is a fatal report ("Failed
+// setting up calculator").
 void BuildCalculatorFolder();
 
 // The forms linked to a supplier, in the order in which they are published.

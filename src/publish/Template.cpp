@@ -72,8 +72,9 @@ bool FillTemplate(std::string_view templatePath, const std::string& outputBase,
     if (text.find('\0') != std::string::npos) {
       throw RuntimeError(kDeviceError, std::string(templatePath) + " holds no text");
     }
-    WritePage(outputBase + ".Html", FillPlaceholders(text, prefs, false));
-    WritePage(outputBase + testSuffix + ".Html", FillPlaceholders(text, prefs, true));
+    const std::string page = FillPlaceholders(text, prefs, false), testPage = FillPlaceholders(text, prefs, true);
+    WritePage(outputBase + ".Html", page);
+    WritePage(outputBase + testSuffix + ".Html", testPage);
   } catch (const RuntimeError&) {
     ShowError("HTML creation failed");
     return false;

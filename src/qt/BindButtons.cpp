@@ -97,9 +97,11 @@ bool BindFrame(Frame& frame, QWidget& widget) {
     PaintShared(frame, *box);
     box->setTitle(WithAccessKey(frame.Caption()));
     box->setAccessibleName(WithoutAccessKey(frame.Caption()));
-    // A box without a label of its own, which the design says belongs to the frame's caption.
-    auto* captioned = box->findChild<QWidget*>(box->property("captions").toString());
-    if (captioned) captioned->setAccessibleName(WithoutAccessKey(frame.Caption()));
+    // Inputs without a label of their own, which the design says belong to the frame's caption.
+    for (const QString& name : box->property("captions").toString().split(' ')) {
+      auto* captioned = box->findChild<QWidget*>(name);
+      if (captioned) captioned->setAccessibleName(WithoutAccessKey(frame.Caption()));
+    }
   };
   frame.Painter(Aspect::State, -1);
   return true;

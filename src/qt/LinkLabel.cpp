@@ -1,12 +1,40 @@
 #include "qt/LinkLabel.h"
 
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
 namespace tarvolinex {
 
+namespace {
+
+// A link for those who do not see it, which can be followed.
+class LinkAccess : public QAccessibleWidget {
+ public:
+  explicit LinkAccess(LinkLabel* label) : QAccessibleWidget(label, QAccessible::Link), label_(label) {}
+  QString text(QAccessible::Text kind) const override {
+    return kind == QAccessible::Name ? label_->text() : QAccessibleWidget::text(kind);
+  }
+  QStringList actionNames() const override { return {pressAction()}; }
+  void doAction(const QString& action) override {
+    if (action == pressAction()) emit label_->Clicked();
+  }
+
+ private:
+  LinkLabel* label_;
+};
+
+QAccessibleInterface* AccessTo(const QString&, QObject* object) {
+  auto* label = qobject_cast<LinkLabel*>(object);
+  return label ? new LinkAccess(label) : nullptr;
+}
+
+}  // namespace
+
 LinkLabel::LinkLabel(QWidget* parent) : QLabel(parent) {
+  static const bool known = (QAccessible::installFactory(&AccessTo), true);
+  static_cast<void>(known);
   setFocusPolicy(Qt::TabFocus);
   setCursor(Qt::PointingHandCursor);
   QFont underlined = font();

@@ -48,16 +48,19 @@ int AddFormPage(const std::string& description, const std::string& pagePath) {
   Connection& connection = TheStore->connection;
   KeepDailyCopy();
   connection.Begin();
+  std::string copied;
   try {
     Execute(FillForm(statements::kInsertForm, 0, {description, description, true}, "Yes"));
     const int id = NewestFormId();
     const std::string folder = DataFolder + "\\Forms";
     if (!FolderExists(folder)) MakeFolder(folder);
     CopyFile(pagePath, FormPagePath(id));
+    copied = FormPagePath(id);
     connection.Commit();
     return id;
   } catch (const RuntimeError&) {
     connection.Rollback();
+    if (!copied.empty() && FileExists(copied)) DeleteFile(copied);
     throw;
   }
 }

@@ -65,7 +65,7 @@ void RemoveSupplier() {
   ExecuteStatement(FillStatement(statements::kDeleteFormLinks, "<ID>", CurrentSupplierId));
   ExecuteStatement(FillStatement(statements::kDeleteContacts, "<supplierID>", CurrentSupplierId));
   transaction.Commit();
-  RemovedSupplier = {name, restore};
+  RemovedSupplier = {CurrentSupplierId, restore};
   MainForm().menus.MnuUndoRemove.SetEnabled(true);
   SupplierChanged = false;
   // The contacts are gone with the supplier; what was typed for one of them has no owner any more.
@@ -79,14 +79,13 @@ void UndoRemoveSupplier() {
   Transaction transaction;
   for (const std::string& statement : RemovedSupplier.statements) ExecuteStatement(statement);
   transaction.Commit();
-  const std::string name = RemovedSupplier.name;
+  const int id = RemovedSupplier.id;
   RemovedSupplier = {};
   MainForm().menus.MnuUndoRemove.SetEnabled(false);
   LoadSupplierList(false);
   ListView& list = MainForm().LvwSuppliers;
-  for (int row = 0; row < list.Count(); ++row) {
-    if (list.At(row).text == name) list.Select(row);
-  }
+  const int row = list.Find("ID" + std::to_string(id));
+  if (row >= 0) list.Select(row);
 }
 
 }  // namespace tarvolinex

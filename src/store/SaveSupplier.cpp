@@ -25,7 +25,7 @@ void RefreshRow() {
     if (!box || GetTagValue(box->Tag(), "RS") != "SUPPLIER") continue;
     const std::string column = GetTagValue(box->Tag(), "FIELDNAME");
     const std::string text(Trim(box->Text()));
-    if (EqualNoCase(column, "CompanyName")) list.SetRowText(CurrentSupplierIndex, text.empty() ? "<NEW>" : text);
+    if (EqualNoCase(column, "CompanyName")) ShowSupplierName();
     for (std::size_t i = 1; i < list.Columns().size(); ++i) {
       if (!EqualNoCase(GetTagValue(list.Columns()[i].tag, "FIELDNAME"), column)) continue;
       list.SetCell(CurrentSupplierIndex, static_cast<int>(i) - 1, text);
@@ -63,8 +63,10 @@ void ShowInsertedSupplier() {
   for (const std::string& key : ticked) forms.SetChecked(forms.Find(key), true);
   LoadSupplierList(true);
   const ListView& list = MainForm().LvwSuppliers;
+  if (list.Selected() < 0) throw RuntimeError(kNoCurrentRecord, "the supplier list is empty");
   CurrentSupplierIndex = list.Selected();
   CurrentSupplierId = IdOfKey(list.At(CurrentSupplierIndex).key);
+  ShowSupplierName();
 }
 
 void StoreFields(bool asSupplier) {

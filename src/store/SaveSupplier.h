@@ -7,6 +7,9 @@
 
 namespace tarvolinex {
 
+// The shown supplier's row, its tooltip and the window's title take the name of the name field.
+void ShowSupplierName();
+
 // Two decimals where they hold the whole rate, every digit otherwise; Null is empty.
 std::string RateFieldText(const Value& value);
 

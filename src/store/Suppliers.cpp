@@ -27,10 +27,13 @@ const std::vector<std::string> kListColumns = {"ID",       "CompanyName", "tel",
                                                "Address2", "Town",        "County", "PostCode"};
 constexpr std::size_t kFirstCell = 2;
 
+std::string RowToolTip(std::string_view name) {
+  return std::string("Double click to view <").append(name).append("> calculator");
+}
+
 void NameRow(ListView::Row& row, std::string_view name) {
   row.text = name.empty() ? "<NEW>" : name;
-  row.toolTip = "Double click to view <";
-  row.toolTip.append(name).append("> calculator");
+  row.toolTip.assign("Double click to view <").append(name).append("> calculator");
   row.cells.resize(kListColumns.size() - kFirstCell);
 }
 
@@ -66,11 +69,9 @@ void FillSupplierList(bool selectNewest) {
     list.Add(std::move(rows[supplier]));
   }
   list.Select(newest);
-  if (list.SortColumn >= 0) {
-    list.Sort();
-    if (!selectNewest) list.Select(0);
-  }
+  if (list.SortColumn >= 0) list.Sort();
   list.EndFill();
+  if (!selectNewest) list.Select(list.FirstShown());
 }
 
 // Fills everything that belongs to the supplier that `SupplierRecords` stands on.
@@ -81,12 +82,26 @@ void ShowSupplier() {
   if (ValueText(records.Field("AdditionalPremiumMsg")).empty()) {
     form.quote.LblPremium.SetCaption("Addional Premium Rate");
   }
-  form.SetCaption("Tarvolinex - " + std::string(Trim(ValueText(records.Field("companyname")))));
+  ShowSupplierName();
   ApplyPremiumSwitch();
   LoadSupplierFormLinks(CurrentSupplierId);
   ListContacts();
   LoadSupplierRateCard(records);
   LoadedSupplierFields = CollectSupplierFields(true).assignments;
+}
+
+// No supplier is left: the fields are those of a new one, without a row yet.
+void ShowNoSupplier() {
+  MainWindow& form = MainForm();
+  CurrentSupplierId = 0;
+  CurrentSupplierIndex = -1;
+  for (Control* control : form.Controls()) BindFieldToControl(TheStore->SupplierRecords, *control, "SUPPLIER", true);
+  ClearContacts();
+  form.EnableCommands(false);
+  form.SetCaption("Tarvolinex");
+  LoadedSupplierFields = CollectSupplierFields(true).assignments;
+  SupplierChanged = false;
+  SetStatus(false, "", -1);
 }
 
 void ReportMissingSupplier() {
@@ -107,6 +122,7 @@ int IdOfKey(std::string_view key) {
 void LoadSupplierList(bool selectNewest) {
   ListView& list = MainForm().LvwSuppliers;
   SetStatus(false, ReplaceAliases("Loading <SUPPLIERS>"), 20);
+  const bool focused = MainForm().ActiveControl() == &list;
   list.SetEnabled(false);
   try {
     FillSupplierList(selectNewest);
@@ -117,6 +133,15 @@ void LoadSupplierList(bool selectNewest) {
   SupplierChanged = false;
   SetStatus(false, "", -1);
   list.SetEnabled(true);
+  if (focused) list.SetFocus();
+}
+
+void ShowSupplierName() {
+  MainWindow& form = MainForm();
+  const std::string name(Trim(form.supplier.TxtSupplier(kSupplierName).Text()));
+  form.LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? "<NEW>" : name);
+  form.LvwSuppliers.SetRowToolTip(CurrentSupplierIndex, RowToolTip(name));
+  form.SetCaption("Tarvolinex - " + name);
 }
 
 void LoadSupplier() {
@@ -124,11 +149,12 @@ void LoadSupplier() {
   SaveContact();  // while it still is the previous supplier's
   SetStatus(false, "Getting Supplier", 20);
   const ListView& list = MainForm().LvwSuppliers;
-  if (list.Selected() < 0) return SetStatus(false, "", -1);
+  if (list.Selected() < 0) return ShowNoSupplier();
   try {
     Recordset& records = TheStore->SupplierRecords;
     records.MoveFirst();
-    CurrentSupplierId = IdOfKey(list.At(list.Selected()).key);
+    CurrentSupplierIndex = list.Selected();
+    CurrentSupplierId = IdOfKey(list.At(CurrentSupplierIndex).key);
     records.Find("ID=" + std::to_string(CurrentSupplierId));
     if (records.EndOfFile()) return ReportMissingSupplier();
     ShowSupplier();
@@ -177,7 +203,8 @@ void SavePendingChanges() {
   if (named && !form.TabMain.Tabs()[kTabSettings].enabled) {
     for (const int tab : {kTabQuote, kTabSettings, kTabSend}) form.TabMain.SetTabEnabled(tab, true);
   }
-  if (!LoadingSupplier && SupplierChanged) {
+  // A supplier without a name is never stored.
+  if (!LoadingSupplier && SupplierChanged && (named || CurrentSupplierId != 0)) {
     // Loading marks the supplier as changed too; fields that read as they were loaded need no writing.
     const bool same = CurrentSupplierId != 0 && !FormLinksChanged && !ContactChanged &&
                       CollectSupplierFields(true).assignments == LoadedSupplierFields;

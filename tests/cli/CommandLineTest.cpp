@@ -44,7 +44,7 @@ TEST_F(CommandLineTest, HelpAndVersionTouchNoFile) {
 
 TEST_F(CommandLineTest, MistakesInTheWordsExitWithTwo) {
   for (const char* words : {"--none", "none", "quote --none", "quote a b", "quote --supplier", "record", "record show",
-                            "record erase x", "suppliers x", "--app-folder"}) {
+                            "record erase x", "suppliers x", "publish", "live --supplier 1 x.txt", "--app-folder"}) {
     EXPECT_EQ(Program(words).status, 2) << words;
   }
 }
@@ -108,6 +108,22 @@ TEST_F(CommandLineTest, RecordsAreShownAndChanged) {
   const Run broken = Program("record show " + folder.File("short.dat", "abc"));
   EXPECT_EQ(broken.status, 1);
   EXPECT_NE(broken.err.find("short.dat"), std::string::npos);
+}
+
+TEST_F(CommandLineTest, ACalculatorIsPublishedFromANewFolder) {
+  const char* record = R"({"OrgCompanyName": "Zoë Leasing", "ShowHeaderLogo": true})";
+  EXPECT_EQ(Program("preferences write", record).status, 0);
+  const Run run = Program("publish --supplier 3");
+  const std::string calculator = folder.Path() + "/app/calculator/";
+  EXPECT_EQ(run.out + run.err, calculator + "\n");
+  EXPECT_NE(ReadFile(calculator + "calc.html").find("<img src=logo.GIF>"), std::string::npos);
+  EXPECT_EQ(ReadFile(calculator + "general.dat").substr(202, 12), "Zo\xEB Leasing ");
+  const Run live = Program("live --supplier 3 " + folder.File("form.html", "<p>|Supplier Town|, |Calculator Term|"));
+  EXPECT_EQ(live.status, 0) << live.err;
+  EXPECT_EQ(ReadFile(folder.Path() + "/form_live.html"), "\r\n<p>Reading, 12 Months (1 Year)\r\n");
+  std::filesystem::remove(folder.Path() + "/app/Calc.Html");
+  EXPECT_EQ(Program("publish --supplier 3").status, 1);
+  EXPECT_EQ(Program("package --supplier 1 --output " + folder.Path() + "/none/x.exe").status, 1);
 }
 
 TEST_F(CommandLineTest, SuppliersAreListedInOrder) {

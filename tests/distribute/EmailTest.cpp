@@ -2,6 +2,7 @@
 
 #include "distribute/InstallPackage.h"
 #include "platform/Clock.h"
+#include "platform/ProfileFile.h"
 #include "publish/Preferences.h"
 #include "support/Fixture.h"
 #include "support/LoopbackServer.h"
@@ -184,11 +185,48 @@ TEST_F(EmailTest, TheSettingsWindowKeepsAProfileAndTriesIt) {
   settings.cmdaction(0).Press();
   EXPECT_TRUE(settings.Closed());
   EXPECT_EQ(GetDefaultMailProfile(), "work");
+  WriteProfileString(MailProfilesPath(), "work", "CaFile", "/own.pem");
+  WriteProfileString(MailProfilesPath(), "home", "Transport", "outbox");
   FrmMailSettings again;
   EXPECT_EQ(again.TxtServer.Text(), "127.0.0.1:1");
-  again.CboProfile.Choose(0);
+  again.TxtName.Type("HOME");
   again.cmdaction(0).Press();
-  EXPECT_EQ(GetDefaultMailProfile(), "");
+  EXPECT_EQ(LastBox(), "There is a profile of this name already");
+  again.TxtName.Type("office");
+  again.cmdaction(1).SetFocus();
+  again.KeyUp(Key::Return);  // of the button that has the focus
+  EXPECT_EQ(GetDefaultMailProfile(), "work");
+  again.Reopen();
+  again.cmdaction(0).Press();
+  EXPECT_EQ(MailProfileNames(MailProfilesPath()), (std::vector<std::string>{"home", "office"}));
+  EXPECT_EQ(LoadMailProfile(MailProfilesPath(), "office").caFile, "/own.pem");
+  FrmMailSettings last;
+  desktop.answers = {Answer::Yes};
+  last.CmdRemove.Press();
+  EXPECT_EQ(MailProfileNames(MailProfilesPath()), std::vector<std::string>{"home"});
+  EXPECT_EQ(last.CboProfile.ListIndex(), 0);
+}
+
+TEST_F(EmailTest, ATestMessageCanBeStoppedAndABrokenFileIsShownAsFarAsItIs) {
+  const LoopbackServer server("smtp", folder.Path(), {"silent"});
+  folder.File("Mail.INI",
+              "[PROFILES]\nDefaultProfile=w\n[w]\nTransport=pigeon\nServer=" + server.Host() + "\nFrom=a@b.example");
+  FrmMailSettings settings;
+  EXPECT_NE(LastBox().find("pigeon"), std::string::npos);
+  EXPECT_EQ(settings.TxtFrom.Text(), "a@b.example");
+  settings.CboSecurity.Choose(2);
+  bool free = true;
+  desktop.events = [&] {
+    free = settings.CmdTest.Enabled() || settings.cmdaction(0).Enabled() || settings.MayClose();
+    settings.cmdaction(1).Press();
+  };
+  settings.CmdTest.Press();
+  EXPECT_FALSE(free || settings.Closed());
+  EXPECT_EQ(LastBox().substr(0, 30), "The test message was not sent.");
+  EXPECT_TRUE(settings.CmdTest.Enabled());
+  std::filesystem::remove(folder.Path() + "/Mail.INI");
+  std::filesystem::create_directories(folder.Path() + "/Mail.INI");
+  EXPECT_NO_THROW(FrmMailSettings());
 }
 
 }  // namespace tarvolinex

@@ -87,6 +87,17 @@ TEST(Files, AWholeFileReplacesItsTargetOnlyWhenItIsCommitted) {
   EXPECT_EQ(status.st_mode & 0777, 0640U);
 }
 
+TEST(Files, PortableNamesAreThoseThatEverySystemTakes) {
+  for (const char* name : {"a", "Größe, neu!0.html", "Constant.html", "com.html", "COM10.x", ".x", "a b"}) {
+    EXPECT_TRUE(IsPortableFileName(name)) << name;
+  }
+  for (const char* name : {"", "a.", "a ", "Con.ditions!0.html", "nul", "aux .x", "LPT9.html", "com².x", "a/b", "a\\b",
+                           "a:b", "a?", "a\tb", "Цена.html", "\U0001F642"}) {
+    EXPECT_FALSE(IsPortableFileName(name)) << name;
+  }
+  EXPECT_FALSE(IsPortableFileName(std::string(256, 'n')));
+}
+
 TEST(Files, AFolderIsLockedForOneProgram) {
   TemporaryFolder folder;
   {

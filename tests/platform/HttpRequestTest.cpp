@@ -21,14 +21,6 @@ class HttpRequestTest : public ProgramTest {
   HttpRequest request;
 };
 
-TEST_F(HttpRequestTest, TheAnswerComesBackWithItsStatus) {
-  const LoopbackServer server("http", folder.Path(), {"Grüße", "201"});
-  request.Open("POST", "http://" + server.Host() + "/x?y=1");
-  request.Send("");
-  EXPECT_EQ(request.Status(), 201);
-  EXPECT_EQ(request.ResponseText(), "Grüße");
-}
-
 TEST_F(HttpRequestTest, AServerThatFallsSilentIsGivenUp) {
   const LoopbackServer server("http", folder.Path(), {"silent"});
   request.Patience.silent = std::chrono::milliseconds(1000);

@@ -174,8 +174,14 @@ TEST_F(MailTest, ProfilesAreKeptAndMistakesInThemNamed) {
   EXPECT_EQ(loaded.server + loaded.passwordCommand, profile.server + profile.passwordCommand);
   ForgetDefaultMailProfile(Ini());
   EXPECT_EQ(DefaultMailProfileName(Ini()), "");
-  Profile("Transport=pigeon\r\n");
+  Profile("Transport=pigeon\r\nServer=here\r\n[other]\r\nTransport=outbox\r\n");
   EXPECT_EQ(Send(), kMailLoginRefused);
+  std::string mistake;
+  EXPECT_EQ(LoadMailProfile(Ini(), "work", &mistake).server, "here");
+  EXPECT_NE(mistake.find("\"pigeon\" is none of smtp"), std::string::npos);
+  RemoveMailProfile(Ini(), "WORK");
+  EXPECT_EQ(MailProfileNames(Ini()), std::vector<std::string>{"other"});
+  EXPECT_EQ(DefaultMailProfileName(Ini()), "");
   Profile("Transport=smtp\r\n");
   EXPECT_EQ(Send(), kMailLoginRefused);
   EXPECT_THROW(LoadMailProfile(Ini(), "none"), RuntimeError);

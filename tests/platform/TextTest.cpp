@@ -60,6 +60,9 @@ TEST(Text, CaseIsFoldedForTheLettersOfTheCodePage) {
   EXPECT_TRUE(EqualNoCase("ÄRGER Ž", "ärger ž"));
   EXPECT_EQ(UpperCase("zoë œuvre ÿ"), "ZOË ŒUVRE Ÿ");
   EXPECT_FALSE(EqualNoCase("×", "÷"));
+  for (const char* text : {"\U0001F642 É", "\x80\xBF broken \xF0\x9F", "日本"})
+    EXPECT_EQ(UpperCase(UpperCase(text)), UpperCase(text));
+  EXPECT_EQ(FoldCase("\U0001F642É"), "\U0001F642é");
   EXPECT_EQ(CompareNoCase("abc", "ABD"), -1);
   EXPECT_EQ(CompareNoCase("Zoë", "zoe"), 1);
 }

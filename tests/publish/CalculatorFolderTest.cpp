@@ -79,7 +79,8 @@ TEST_F(CalculatorFolderTest, AFormThatCannotBePublishedIsNamedAndTheRestIs) {
   for (const Case& c : {Case{"Gone", "none", "Warning: Form <Form 2> was not found please check and try again"},
                         Case{"Empty", "", "Warning: Form <Form 2> is empty please check and try again"},
                         Case{"..\\x", "p", "no file can be called"}, Case{"/tmp/x", "p", "no file can be called"},
-                        Case{"a:b", "p", "no file can be called"}, Case{longName.c_str(), "p", longName}}) {
+                        Case{"a:b", "p", "no file can be called"}, Case{"Con.ditions", "p", "no file can be called"},
+                        Case{"Цена", "p", "no file can be called"}, Case{longName.c_str(), "p", longName}}) {
     ExecuteStatement("DELETE FROM Forms");
     ExecuteStatement("DELETE FROM SupplierFormLink");
     Link(1, "Good", "good");

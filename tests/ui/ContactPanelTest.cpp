@@ -177,6 +177,32 @@ TEST_F(ContactPanelTest, TheSearchFindsOneAfterTheOther) {
   EXPECT_EQ(desktop.boxes.at(1).title, "Contract Search");
 }
 
+TEST_F(ContactPanelTest, AMatchIsShownWhateverTheListHolds) {
+  FrmSearch search;
+  form->Toolbar1.Press("SAVE");
+  form->menus.MnuAdd.Choose();
+  Type(form->supplier.TxtSupplier(kSupplierName), "Zebra Ltd");
+  search.TxtSearch(1).SetText("Young");
+  search.CmdFind.Press();
+  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(CurrentContactId, 101);
+  Choose("Millrace Laundry Systems Ltd");
+  form->TxtFilter.SetText("Millrace");
+  search.TxtSearch(1).SetText("Young ");
+  search.CmdFind.Press();
+  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_FALSE(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).hidden);
+  // Another program has added one supplier and removed another.
+  TheStore->connection.Execute("INSERT INTO suppliers(ID,CompanyName) VALUES(77,'New Co')");
+  TheStore->connection.Execute(
+      "INSERT INTO contacts(Supplierid,firstname,surname) VALUES(77,'New','Person'),(78,'Lost','Person')");
+  search.TxtSearch(1).SetText("Person");
+  search.CmdFind.Press();
+  EXPECT_EQ(CurrentSupplierId, 77);
+  search.CmdFind.Press();
+  EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
+}
+
 TEST_F(ContactPanelTest, OthersCanWriteWhileAMatchIsShown) {
   TheStore->connection.Execute("INSERT INTO contacts(Supplierid,firstname,surname) VALUES(10,'Anna','Young')");
   FrmSearch search;

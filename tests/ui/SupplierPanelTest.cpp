@@ -105,6 +105,7 @@ TEST_F(SupplierPanelTest, EscapeDropsANamelessNewSupplier) {
 TEST_F(SupplierPanelTest, RemoveAbandonsANamelessNewSupplier) {
   Add("");
   form->Toolbar1.Press("REMSUPP");
+  EXPECT_TRUE(desktop.boxes.empty());
   EXPECT_EQ(Count("suppliers"), "12");
   EXPECT_EQ(form->LvwSuppliers.Find("ID0"), -1);
   EXPECT_EQ(CurrentSupplierId, 1);
@@ -158,6 +159,75 @@ TEST_F(SupplierPanelTest, TheLastRemovalCanBeTakenBack) {
   EXPECT_FALSE(form->menus.MnuUndoRemove.Enabled());
 }
 
+TEST_F(SupplierPanelTest, AStoredNameIsTheOneThatUndoAndRemoveGoBy) {
+  const auto row = [&] { return form->LvwSuppliers.At(form->LvwSuppliers.Selected()); };
+  Add("Zoe Ltd");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(form->Caption(), "Tarvolinex - Zoe Ltd");
+  Type(Field(kSupplierName), "Zoe & Co");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(form->Caption() + row().toolTip, "Tarvolinex - Zoe & CoDouble click to view <Zoe & Co> calculator");
+  Type(Field(3), "Wrong");
+  form->menus.MnuRemove.Choose();
+  EXPECT_EQ(row().text, "Zoe & Co");
+  form->Toolbar1.Press("REMSUPP");
+  EXPECT_NE(desktop.boxes.at(0).text.find("Zoe & Co"), std::string::npos);
+  // Of two suppliers with one name the removed one comes back.
+  TheStore->connection.Execute("UPDATE suppliers SET CompanyName='Zoe & Co' WHERE ID=2");
+  form->menus.MnuRefresh.Choose();
+  form->LvwSuppliers.ClickRow(form->LvwSuppliers.Find("ID2"));
+  desktop.answers = {Answer::Yes};
+  form->Toolbar1.Press("REMSUPP");
+  form->menus.MnuUndoRemove.Choose();
+  EXPECT_EQ(CurrentSupplierId, 2);
+}
+
+TEST_F(SupplierPanelTest, WhatLeavesASupplierStoresItAndItsContact) {
+  Choose("Saxonholt Dental Systems Ltd");
+  form->TabMain.Choose(kTabDetails);
+  const std::string contact = std::to_string(CurrentContactId);
+  Type(form->supplier.TxtContact(2), "Archivist");
+  form->Toolbar1.Press("ADDNEW");
+  EXPECT_EQ(Ask("SELECT jobtitle FROM contacts WHERE ID=" + contact), "Archivist");
+  Type(Field(kSupplierName), "Zoe Ltd");
+  form->menus.MnuRefresh.Choose();
+  EXPECT_EQ(Name(13), "Zoe Ltd");
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Field(3), "Edited");
+  form->menus.MnuRefresh.Choose();
+  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Edited");
+  Add("Young Ltd");
+  Choose("Saxonholt Dental Systems Ltd");
+  EXPECT_EQ(Name(14), "Young Ltd");
+  EXPECT_EQ(CurrentSupplierId, 3);
+}
+
+TEST_F(SupplierPanelTest, WithoutASupplierThereIsNothingOldToTypeInto) {
+  TheStore->connection.Execute("DELETE FROM suppliers");
+  form->menus.MnuRefresh.Choose();
+  EXPECT_EQ(Field(kSupplierName).Text() + Field(3).Text(), "");
+  EXPECT_EQ(CurrentSupplierId, 0);
+  Type(Field(3), "Town");
+  form->Toolbar1.Press("HELP");
+  EXPECT_EQ(desktop.launched.size(), 1U);
+  form->Toolbar1.Press("ADDNEW");
+  EXPECT_EQ(form->LvwSuppliers.Find("ID0"), 0);
+  Type(Field(kSupplierName), "First");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Ask("SELECT group_concat(CompanyName) FROM suppliers"), "First");
+}
+
+TEST_F(SupplierPanelTest, ARateThatIsOnlyPassedThroughKeepsItsDigits) {
+  TheStore->connection.Execute("UPDATE suppliers SET Yield0=9.125, Com0=1.375 WHERE ID=3");
+  form->menus.MnuRefresh.Choose();
+  Choose("Saxonholt Dental Systems Ltd");
+  form->rateCard.TxtRangeYield(0).SetFocus();
+  Type(form->rateCard.txtComPerc(0), "1.255");
+  Type(Field(3), "Town");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Ask("SELECT Yield0||' '||Com0 FROM suppliers WHERE ID=3"), "9.125 1.26");
+}
+
 TEST_F(SupplierPanelTest, TheLastSupplierStays) {
   TheStore->connection.Execute("DELETE FROM suppliers WHERE ID<>3");
   form->menus.MnuRefresh.Choose();
@@ -168,16 +238,22 @@ TEST_F(SupplierPanelTest, TheLastSupplierStays) {
 }
 
 TEST_F(SupplierPanelTest, TheDefaultSupplierTakesTheRatesAndTheTicksOnly) {
+  const std::string links = "SELECT group_concat(FormId) FROM SupplierFormLink WHERE SupplierId=0", before = Ask(links);
+  TheStore->connection.Execute("DELETE FROM SupplierFormLink WHERE SupplierId=3");
   Choose("Saxonholt Dental Systems Ltd");
   Type(form->rateCard.TxtRangeYield(4), "33");
-  for (int row = 0; row < 4; ++row) form->rateCard.LvwForms.SetChecked(row, row == 2);
-  desktop.answers = {Answer::Ok};
+  desktop.answers = {Answer::Ok, Answer::Ok};
   form->menus.MnuSaveDefault.Choose();
   EXPECT_EQ(desktop.boxes.at(0).title, "Save as Default Dealer");
   EXPECT_EQ(Count("DefaultSupplier"), "1");
   EXPECT_EQ(Ask("SELECT Yield4 FROM DefaultSupplier"), "33");
-  EXPECT_EQ(Ask("SELECT CompanyName FROM DefaultSupplier"), "");
-  EXPECT_EQ(Count("SupplierFormLink WHERE SupplierId=0"), "1");
+  EXPECT_EQ(Ask("SELECT coalesce(CompanyName,'')||coalesce(Town,'')||coalesce(www,'') FROM DefaultSupplier"), "");
+  EXPECT_EQ(Ask("SELECT max(AdditionalPremium,ResidualOption,MaintenanceOption) FROM DefaultSupplier"), "0");
+  EXPECT_EQ(Ask(links), before);  // nobody has touched a tick
+  form->rateCard.LvwForms.ToggleCheck(2);
+  form->Toolbar1.Press("SAVE");
+  form->menus.MnuSaveDefault.Choose();
+  EXPECT_EQ("ID" + Ask(links), form->rateCard.LvwForms.At(2).key);
   Add("Next");
   EXPECT_EQ(form->rateCard.TxtRangeYield(4).Text(), "33.00");
 }
@@ -208,6 +284,7 @@ TEST_F(SupplierPanelTest, TheFilterHidesRowsByNameTownOrPostCode) {
   EXPECT_EQ(shown(), 2);
   form->menus.MnuRefresh.Choose();
   EXPECT_EQ(shown(), 2);
+  EXPECT_FALSE(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).hidden);
   form->TxtFilter.SetText("");
   EXPECT_EQ(shown(), 12);
   EXPECT_EQ(form->LvwSuppliers.RowLine(0).substr(0, 44), "Aldermoor Print Finishing Ltd\t0113 496 0210\t");

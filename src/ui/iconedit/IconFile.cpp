@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "core/Globals.h"
+#include "platform/Files.h"
 #include "platform/Pictures.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -115,10 +116,8 @@ std::string IconBaseName(std::string_view name) {
 }
 
 bool IsIconName(std::string_view baseName) {
-  constexpr std::string_view kForbidden = "\\/:*?\"<>|\x7F";
   if (baseName.find_first_not_of('.') == std::string_view::npos) return false;
-  return std::none_of(baseName.begin(), baseName.end(),
-                      [&](char c) { return (c >= 0 && c < ' ') || kForbidden.find(c) != std::string_view::npos; });
+  return IsPortableFileName(std::string(baseName) + ".ICO");
 }
 
 std::string IconPath(std::string_view name) {

@@ -91,9 +91,10 @@ void FrmIconEdit::SaveAs() {
   const std::string name(Trim(LastCharacters(answer.value_or(""), kLongestName)));
   if (name.empty()) return;
   if (IsIconName(IconBaseName(name))) return SavePic(name);
-  TheDesktop().MessageBox(
-      "\"" + name + "\" cannot be the name of an icon.\r\n\r\nPlease use none of \\ / : * ? \" < > |", "Save as...",
-      BoxButtons::Ok, BoxIcon::Exclamation);
+  TheDesktop().MessageBox("\"" + name +
+                              "\" cannot be the name of an icon.\r\n\r\nPlease use letters of western Europe and none "
+                              "of \\ / : * ? \" < > |",
+                          "Save as...", BoxButtons::Ok, BoxIcon::Exclamation);
 }
 
 bool FrmIconEdit::MayLeave() {

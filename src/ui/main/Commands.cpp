@@ -5,6 +5,7 @@
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "publish/CalculatorFolder.h"
+#include "publish/Template.h"
 #include "store/Contacts.h"
 #include "store/DatabaseFile.h"
 #include "store/Forms.h"
@@ -25,7 +26,7 @@ void FrmMain::WireMenus() {
     SavePendingChanges();
     SaveContact();  // it belongs to the database that is left
     bool askUser = true;
-    OpenDatabase(askUser);
+    if (OpenDatabase(askUser)) MakePages(CalculatorPreferences);  // they name the pictures of the data folder
   };
   menus.MnuExit.Click = [this] {
     SavePendingChanges();
@@ -34,7 +35,10 @@ void FrmMain::WireMenus() {
   menus.MnuAdd.Click = [this] { SupplierCommand(0); };
   menus.MnuRemove.Click = [this] { SupplierCommand(1); };
   menus.MnuSaveDefault.Click = [this] { SaveAsDefault(); };
-  menus.MnuRefresh.Click = [this] { RefreshSupplierList(); };
+  menus.MnuRefresh.Click = [this] {
+    SavePendingChanges();
+    RefreshSupplierList();
+  };
   menus.MnuSearch.Click = [this] { ShowContactSearch(); };
   menus.MnuUndoRemove.Click = [this] {
     SavePendingChanges();
@@ -54,7 +58,7 @@ void FrmMain::WireMenus() {
 
 void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
   // While a new supplier has no name only Remove is free, and abandons it.
-  if (CurrentSupplierId == 0 && Nameless()) return SupplierCommand(kUndo);
+  if (LvwSuppliers.Find("ID0") >= 0 && Nameless()) return SupplierCommand(kUndo);
   SavePendingChanges();
   if (key == "ADDNEW") SupplierCommand(0);
   if (key == "REMSUPP") SupplierCommand(1);
@@ -83,8 +87,8 @@ void FrmMain::SaveAsDefault() {
   SavePendingChanges();
   Transaction transaction;
   SaveSupplier(false);
-  // The shown ticks become the default's, whether or not the user has just changed them.
-  FormLinksChanged = true;
+  // The default's forms are only replaced by ticks that somebody has set.
+  FormLinksChanged = formTicksChanged_;
   SaveSupplierFormLinks(0);
   transaction.Commit();
 }
@@ -94,6 +98,7 @@ void FrmMain::CreateNewDatabase() {
   SaveContact();
   FRmCreateDB create;
   TheDesktop().ShowModal(create);
+  MakePages(CalculatorPreferences);
 }
 
 void FrmMain::ShowAbout() {

@@ -35,10 +35,7 @@ FRmCreateDB::FRmCreateDB()
   cmdaction(0).Click = [this] { Create(); };
   cmdaction(1).Click = [this] { Close(); };
   cmdaction(2).Click = [] { ShowHelpPage(0); };
-  KeyUp = [this](Key key) {
-    if (key == Key::Return) cmdaction(0).Press();
-    if (key == Key::Escape) cmdaction(1).Press();
-  };
+  AnswerKeys(*this, cmdaction(0), cmdaction(1));
 }
 
 void FRmCreateDB::CmdBrowse_Click() {

@@ -33,6 +33,7 @@ FrmMailSettings::FrmMailSettings()
     : Window("FrmMailSettings", kTitle),
       LblMail(*this, "LblMail", static_cast<int>(kCaptions.size())),
       CboProfile(*this, "CboProfile"),
+      CmdRemove(*this, "CmdRemove", -1, "&Remove"),
       TxtName(*this, "TxtName"),
       CboTransport(*this, "CboTransport"),
       TxtServer(*this, "TxtServer"),
@@ -48,42 +49,53 @@ FrmMailSettings::FrmMailSettings()
   for (const char* security : {"STARTTLS", "TLS", "None"}) CboSecurity.Add(security);
   CmdTest.SetCaption("Send a test &message to myself");
   CmdTest.Click = [this] { CmdTest_Click(); };
+  CmdRemove.SetToolTip("Remove this profile");
+  CmdRemove.Click = [this] { CmdRemove_Click(); };
   cmdaction(0).SetCaption("&OK");
   cmdaction(1).SetCaption("Cancel");
   for (int i = 0; i < 2; ++i) cmdaction(i).Click = [this, i] { cmdaction_Click(i); };
   CboProfile.Click = [this] { CboProfile_Click(); };
   CboTransport.Click = [this] { CboTransport_Click(); };
-  KeyUp = [this](Key key) {
-    if (key == Key::Return) cmdaction(0).Press();
-    if (key == Key::Escape) cmdaction(1).Press();
+  AnswerKeys(*this, cmdaction(0), cmdaction(1));
+  MayClose = [this] {
+    StopRequested = true;
+    return !sending_;
   };
   FillProfiles();
 }
 
 void FrmMailSettings::FillProfiles() {
+  CboProfile.Clear();
   CboProfile.Add("No profile: the local sendmail, else the outbox");
   int chosen = 0;
-  const std::string used = GetDefaultMailProfile();
-  for (const std::string& name : MailProfileNames(MailProfilesPath())) {
-    CboProfile.Add(name);
-    if (EqualNoCase(name, used)) chosen = static_cast<int>(CboProfile.Items().size()) - 1;
+  try {
+    const std::string used = GetDefaultMailProfile();
+    for (const std::string& name : MailProfileNames(MailProfilesPath())) {
+      CboProfile.Add(name);
+      if (EqualNoCase(name, used)) chosen = static_cast<int>(CboProfile.Items().size()) - 1;
+    }
+  } catch (const RuntimeError& failure) {
+    TheDesktop().MessageBox(failure.Description(), kTitle, BoxButtons::Ok, BoxIcon::Exclamation);
   }
   CboProfile.Add("New profile");
   CboProfile.SetListIndex(chosen);
 }
 
 void FrmMailSettings::CboProfile_Click() {
-  const bool isNew = CboProfile.ListIndex() == static_cast<int>(CboProfile.Items().size()) - 1;
-  MailProfile profile;
-  try {
-    if (UsesProfile() && !isNew) {
-      profile.name = CboProfile.Items().at(static_cast<std::size_t>(CboProfile.ListIndex())).text;
-      profile = LoadMailProfile(MailProfilesPath(), profile.name);
+  shown_ = {};
+  std::string mistake;
+  if (UsesProfile() && !IsNew()) {
+    const std::string name = CboProfile.Items().at(static_cast<std::size_t>(CboProfile.ListIndex())).text;
+    try {
+      shown_ = LoadMailProfile(MailProfilesPath(), name, &mistake);
+    } catch (const RuntimeError& failure) {
+      mistake = failure.Description();
     }
-  } catch (const RuntimeError& failure) {
-    // Shown as far as it is understood, so that it can be mended.
-    TheDesktop().MessageBox(failure.Description(), kTitle, BoxButtons::Ok, BoxIcon::Exclamation);
   }
+  // Shown as far as it is understood, so that it can be mended.
+  if (!mistake.empty()) TheDesktop().MessageBox(mistake, kTitle, BoxButtons::Ok, BoxIcon::Exclamation);
+  const MailProfile& profile = shown_;
+  CmdRemove.SetEnabled(!profile.name.empty());
   TxtName.SetText(profile.name);
   CboTransport.SetListIndex(static_cast<int>(profile.transport));
   TxtServer.SetText(profile.server);
@@ -111,7 +123,7 @@ void FrmMailSettings::CboTransport_Click() {
 MailProfile FrmMailSettings::Entered() const {
   if (!UsesProfile()) return BuiltInMailProfile();
   const auto text = [](const TextBox& box) { return std::string(Trim(box.Text())); };
-  MailProfile profile;
+  MailProfile profile = shown_;
   profile.name = text(TxtName);
   profile.transport = static_cast<MailTransport>(CboTransport.ListIndex());
   profile.server = text(TxtServer);
@@ -134,6 +146,13 @@ bool FrmMailSettings::Checked() {
   if (!IsMailProfileName(profile.name)) {
     return refuse(TxtName, "Please give the profile a name without square brackets, other than \"PROFILES\"");
   }
+  if (!EqualNoCase(profile.name, shown_.name)) {
+    for (std::size_t i = 1; i + 1 < CboProfile.Items().size(); ++i) {
+      if (EqualNoCase(profile.name, CboProfile.Items()[i].text)) {
+        return refuse(TxtName, "There is a profile of this name already");
+      }
+    }
+  }
   if (profile.transport == MailTransport::Smtp && profile.server.empty()) {
     return refuse(TxtServer, "Please enter the mail server");
   }
@@ -143,12 +162,27 @@ bool FrmMailSettings::Checked() {
   return true;
 }
 
+void FrmMailSettings::SetSending(bool sending) {
+  sending_ = sending;
+  StopRequested = false;
+  for (Control* control :
+       {static_cast<Control*>(&CboProfile), static_cast<Control*>(&CmdTest), static_cast<Control*>(&cmdaction(0))}) {
+    control->SetEnabled(!sending);
+  }
+  CmdRemove.SetEnabled(!sending && !shown_.name.empty());
+}
+
 void FrmMailSettings::CmdTest_Click() {
   if (!Checked()) return;
-  const MailProfile profile = Entered();
+  SetSending(true);
+  SendTestMessage(Entered());
+  SetSending(false);
+}
+
+void FrmMailSettings::SendTestMessage(const MailProfile& profile) {
   MailSession session = NewMailSession("Sending a test message");
   const MailAddress self = profile.from.empty() ? session.DefaultSender : ParseMailAddress(profile.from);
-  StopRequested = false;
+  std::string failed;
   try {
     const BusyWhile busy;
     session.SignOnWith(MailProfilesPath(), profile);
@@ -158,21 +192,50 @@ void FrmMailSettings::CmdTest_Click() {
     session.SetNoteText("This message shows that Tarvolinex can send e-mail.");
     session.Send();
   } catch (const RuntimeError& failure) {
-    SetStatus(false, "", -1);
-    TheDesktop().MessageBox("The test message was not sent.\r\n\r\n" + failure.Description(), kTitle, BoxButtons::Ok,
-                            BoxIcon::Exclamation);
-    return;
+    failed = failure.Description();
   }
   SetStatus(false, "", -1);
-  TheDesktop().MessageBox("The test message to " + self.address + " went to " + session.Taker() + ".", kTitle,
-                          BoxButtons::Ok, BoxIcon::Information);
+  if (failed.empty()) {
+    TheDesktop().MessageBox("The test message to " + self.address + " went to " + session.Taker() + ".", kTitle,
+                            BoxButtons::Ok, BoxIcon::Information);
+  } else {
+    TheDesktop().MessageBox("The test message was not sent.\r\n\r\n" + failed, kTitle, BoxButtons::Ok,
+                            BoxIcon::Exclamation);
+  }
+}
+
+void FrmMailSettings::CmdRemove_Click() {
+  if (TheDesktop().MessageBox("Remove the profile \"" + shown_.name + "\"?", kTitle, BoxButtons::YesNo,
+                              BoxIcon::Question) != Answer::Yes) {
+    return;
+  }
+  try {
+    RemoveMailProfile(MailProfilesPath(), shown_.name);
+  } catch (const RuntimeError& failure) {
+    return ShowError("The e-mail settings cannot be saved.\r\n\r\n" + failure.Description());
+  }
+  FillProfiles();
+  CboProfile_Click();
+}
+
+void FrmMailSettings::Store() {
+  if (!UsesProfile()) return ForgetDefaultMailProfile(MailProfilesPath());
+  const MailProfile profile = Entered();
+  SaveMailProfile(MailProfilesPath(), profile);
+  if (!shown_.name.empty() && !EqualNoCase(shown_.name, profile.name)) {
+    RemoveMailProfile(MailProfilesPath(), shown_.name);
+  }
 }
 
 void FrmMailSettings::cmdaction_Click(int button) {
+  if (sending_) {
+    StopRequested = true;
+    return;
+  }
   if (button == 0) {
     if (!Checked()) return;
     try {
-      UsesProfile() ? SaveMailProfile(MailProfilesPath(), Entered()) : ForgetDefaultMailProfile(MailProfilesPath());
+      Store();
     } catch (const RuntimeError& failure) {
       return ShowError("The e-mail settings cannot be saved.\r\n\r\n" + failure.Description());
     }

@@ -13,6 +13,7 @@ class FrmMailSettings : public Window {
 
   ControlArray<Label> LblMail;  // captions of the boxes below, in their order; then a hint
   ComboBox CboProfile;          // "no profile", the profiles, "new profile"
+  CommandButton CmdRemove;
   TextBox TxtName;
   ComboBox CboTransport;
   TextBox TxtServer;
@@ -23,14 +24,24 @@ class FrmMailSettings : public Window {
 
  private:
   void FillProfiles();
+  void CmdRemove_Click();
+  void SendTestMessage(const MailProfile& profile);
+  // While the test message travels, only Cancel and Escape act: they stop it.
+  void SetSending(bool sending);
   void CboProfile_Click();
   void CboTransport_Click();
   void CmdTest_Click();
   void cmdaction_Click(int button);
   bool UsesProfile() const { return CboProfile.ListIndex() > 0; }
+  bool IsNew() const { return CboProfile.ListIndex() == static_cast<int>(CboProfile.Items().size()) - 1; }
   MailProfile Entered() const;
   // Names what is missing and goes there.
   bool Checked();
+  // Stores what is shown; a profile that was given another name leaves the old one.
+  void Store();
+
+  MailProfile shown_;  // as it stands in the file
+  bool sending_ = false;
 };
 
 }  // namespace tarvolinex

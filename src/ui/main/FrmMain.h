@@ -91,7 +91,8 @@ class FrmMain : public MainWindow {
   void cmboFileType_Click();
   void TxtCalcCreate_Change();
 
-  std::string loadedName_;  // the shown supplier's list text, put back when edits are undone
+  std::string enteredRate_;        // the text of the rate box with the focus as it was entered
+  bool formTicksChanged_ = false;  // by the user, since the shown supplier was loaded
 };
 
 }  // namespace tarvolinex

@@ -1,11 +1,13 @@
 #include "ui/main/FrmSearch.h"
 
+#include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "platform/Text.h"
 #include "store/Statements.h"
+#include "store/Suppliers.h"
 
 namespace tarvolinex {
 
@@ -79,9 +81,14 @@ void FrmSearch::FindNext() {
 void FrmSearch::SetSupplierListView() {
   MainWindow& form = MainForm();
   const Match match = matches_[current_];
+  const std::string key = "ID" + std::to_string(match.supplier);
   form.TabMain.SelectTab(kTabDetails);
-  const int row = form.LvwSuppliers.Find("ID" + std::to_string(match.supplier));
-  if (row < 0) return;
+  // A new supplier that is stored now fills the list anew.
+  SavePendingChanges();
+  if (form.LvwSuppliers.Find(key) < 0) LoadSupplierList(false);  // another program has added it
+  const int row = form.LvwSuppliers.Find(key);
+  if (row < 0) return ShowError(ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
+  if (form.LvwSuppliers.At(row).hidden) form.TxtFilter.SetText("");
   form.LvwSuppliers.Select(row);
   if (form.LvwSuppliers.ItemClick) form.LvwSuppliers.ItemClick();
   const auto& names = form.supplier.LstContacts.Items();

@@ -19,9 +19,13 @@ constexpr double kLargestYield = 100, kLargestCommission = 200;
 }
 
 void FrmMain::WireRateBox(TextBox& box, UpDown& upDown, int kind, double largest) {
-  const auto format = [&box, kind, largest] { box.SetText(FormatNumberInput(kind, box.Text(), largest)); };
   box.Change = [] { SupplierChanged = true; };
-  box.LostFocus = format;
+  // A rate that was only passed through keeps the digits that it has.
+  box.GotFocus = [this, &box] { enteredRate_ = box.Text(); };
+  box.LostFocus = [this, &box, kind, largest] {
+    if (box.Text() != enteredRate_) box.SetText(FormatNumberInput(kind, box.Text(), largest));
+    enteredRate_ = box.Text();
+  };
   upDown.UpClick = [&box, &upDown, kind] { StepInput(box, true, upDown.Max, kind); };
   upDown.DownClick = [&box, &upDown, kind] { StepInput(box, false, upDown.Min, kind); };
   upDown.Change = [&box, kind] { box.SetText(FormatNumberInput(kind, box.Text())); };
@@ -81,7 +85,7 @@ void FrmMain::LvwForms_DblClick() {
 }
 
 void FrmMain::LvwForms_ItemCheck() {
-  FormLinksChanged = true;
+  FormLinksChanged = formTicksChanged_ = true;
   SupplierChanged = true;
 }
 

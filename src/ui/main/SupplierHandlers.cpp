@@ -6,6 +6,8 @@
 #include "platform/Desktop.h"
 #include "platform/Text.h"
 #include "publish/CalculatorFolder.h"
+#include "store/Contacts.h"
+#include "store/SaveSupplier.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 #include "ui/main/FrmMain.h"
@@ -32,14 +34,19 @@ void FrmMain::WireSuppliers() {
 }
 
 void FrmMain::LvwSuppliers_ItemClick() {
+  const std::string chosen = LvwSuppliers.Selected() < 0 ? std::string() : LvwSuppliers.At(LvwSuppliers.Selected()).key;
   if (!SupplierChanged) LoadingSupplier = true;
+  SavePendingChanges();
+  // A new supplier that has been stored is selected in a list filled anew.
+  if (const int row = LvwSuppliers.Find(chosen); row >= 0) LvwSuppliers.Select(row);
   LoadSupplier();
   CurrentSupplierIndex = LvwSuppliers.Selected();
   // A supplier that is gone has been reported and the list filled anew: the fields follow it.
   if (CurrentSupplierIndex >= 0 && IdOfKey(LvwSuppliers.At(CurrentSupplierIndex).key) != CurrentSupplierId) {
     LoadSupplier();
   }
-  loadedName_ = CurrentSupplierIndex < 0 ? std::string() : LvwSuppliers.At(CurrentSupplierIndex).text;
+  ShowSupplierName();
+  formTicksChanged_ = false;
   if (!loading) RecalculateQuote();
   LoadingSupplier = false;
 }
@@ -67,11 +74,14 @@ void FrmMain::SupplierCommand(int action) {
   const bool pending = SupplierChanged || FormLinksChanged;
   if (action == 0) {
     SavePendingChanges();
-    if (pending) return;
+    const bool nothingToStore = CurrentSupplierId == 0 && Nameless();
+    if (pending && !nothingToStore) return;
+    SaveContact();  // while it still is the shown supplier's
     CurrentSupplierId = 0;
     LoadingSupplier = true;
     NewSupplier();
     LoadingSupplier = false;
+    formTicksChanged_ = false;
     return;
   }
   if (action == 1 && !pending) {
@@ -79,7 +89,6 @@ void FrmMain::SupplierCommand(int action) {
     return LvwSuppliers_ItemClick();
   }
   SupplierChanged = FormLinksChanged = false;
-  LvwSuppliers.SetRowText(CurrentSupplierIndex, loadedName_);
   if (const int row = LvwSuppliers.Find("ID0"); row >= 0 && row == LvwSuppliers.Selected()) {
     ContactChanged = false;
     LvwSuppliers.Remove(row);
@@ -100,7 +109,7 @@ void FrmMain::TxtSupplier_Change(int field) {
 }
 
 void FrmMain::TxtSupplier_LostFocus(int field) {
-  if (field != kSupplierName || !Trim(supplier.TxtSupplier(kSupplierName).Text()).empty()) return;
+  if (field != kSupplierName || !Nameless() || KeepsFocus()) return;
   TheDesktop().MessageBox(ReplaceAliases("You must enter a <SUPPLIER> name"), "", BoxButtons::Ok, BoxIcon::None);
   supplier.TxtSupplier(kSupplierName).SetFocus();
 }

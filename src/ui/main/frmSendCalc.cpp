@@ -58,10 +58,7 @@ frmSendCalc::frmSendCalc()
     cmdaction(i).SetCaption(captions[i]);
     cmdaction(i).Click = [this, i] { cmdaction_Click(i); };
   }
-  KeyUp = [this](Key key) {
-    if (key == Key::Return) cmdaction(0).Press();
-    if (key == Key::Escape) cmdaction(1).Press();
-  };
+  AnswerKeys(*this, cmdaction(0), cmdaction(1));
 }
 
 void frmSendCalc::cmdaction_Click(int button) {

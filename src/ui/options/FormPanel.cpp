@@ -69,6 +69,7 @@ void FrmOptions::WireForms() {
   }
   ChkFrmAvailable.Click = [this] { formDetailsChanged_ = true; };
   cmdForm(kEditForm).Click = [this] {
+    SaveChangedValue();
     frmFormEditWarning warning(FormPagePath(currentFormId_));
     TheDesktop().ShowModal(warning);
   };
@@ -86,7 +87,6 @@ bool FrmOptions::IsFormKey(const std::string& key) const {
 
 void FrmOptions::AddFormsToTree() {
   Recordset& records = TheStore->FormRecords;
-  OpenRecordset(statements::kForms, records);
   const std::string selected = TreeOptions.Selected();
   for (; !records.EndOfFile(); records.MoveNext()) {
     const auto id = static_cast<int>(ValueNumber(NullToDefault(records.Field("ID"), std::int64_t{0})));
@@ -152,6 +152,7 @@ void FrmOptions::ImportHTMLform() {
       return;
     }
     AddFormPage(description, path);
+    TheStore->FormRecords.Open(statements::kForms, TheStore->connection);
     AddFormsToTree();
   } catch (const RuntimeError&) {
     ShowError("HTML import Failed");
@@ -160,6 +161,7 @@ void FrmOptions::ImportHTMLform() {
 
 void FrmOptions::ViewForm() {
   const std::string page = FormPagePath(currentFormId_);
+  SaveChangedValue();
   SavePreferences();
   // A page that has gone must not end the program.
   if (!FileExists(page)) return ShowError("HTML file creation failed");

@@ -53,11 +53,7 @@ FrmOptions::FrmOptions()
   WireEditors();
   WireForms();
   WireGraphics();
-  KeyUp = [this](Key key) {
-    auto* button = dynamic_cast<CommandButton*>(ActiveControl());
-    if (key == Key::Return) (button ? *button : Cmd(kOk)).Press();
-    if (key == Key::Escape) Cmd(kCancel).Press();
-  };
+  AnswerKeys(*this, Cmd(kOk), Cmd(kCancel));
   // The title bar's button is a Cancel.
   MayClose = [this] {
     LeaveField();
@@ -78,7 +74,8 @@ void FrmOptions::WireButtons() {
 
 void FrmOptions::WireEditors() {
   TreeOptions.NodeClick = [this] { TreeOptions_NodeClick(); };
-  TxtString.Validate = [this] { TxtString.SetText(EscapeQuotes(TxtString.Text())); };
+  // What the record cannot hold is seen at once.
+  TxtString.Validate = [this] { TxtString.SetText(FromWindows1252(ToWindows1252(EscapeQuotes(TxtString.Text())))); };
   TxtIncre.LostFocus = [this] { TxtIncre.SetText(FormatNumberInput(valueKind_, TxtIncre.Text(), valueLimit_)); };
   for (const bool up : {true, false}) {
     (up ? UpDown1.UpClick : UpDown1.DownClick) = [this, up] {
@@ -118,6 +115,7 @@ void FrmOptions::ShowForms() {
 void FrmOptions::AddRootTree() {
   TreeOptions.Clear();
   currentKey_.clear();
+  OpenRecordset(statements::kForms, TheStore->FormRecords);
   for (const OptionNode& node : OptionNodes()) {
     TreeOptions.Add({node.key, node.parent, ReplaceAliases(node.caption)});
     if (std::string_view(node.key) == kFormsKey) AddFormsToTree();

@@ -7,6 +7,7 @@
 #include "platform/Pictures.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "publish/Template.h"
 #include "ui/iconedit/IconFile.h"
 #include "ui/options/FrmOptions.h"
 
@@ -41,28 +42,24 @@ bool IsIconFile(const std::string& path) {
 
 // Cut to the record's width a name would be another icon's, or none's.
 bool FitsRecord(const std::string& iconName) {
-  return FirstCharacters(iconName, CalculatorPreferences.IconName.Width()) == iconName;
+  return FitsWindows1252(iconName) && FirstCharacters(iconName, CalculatorPreferences.IconName.Width()) == iconName;
 }
 
 void Tell(const char* text, const char* title, BoxIcon icon) {
   TheDesktop().MessageBox(text, title, BoxButtons::Ok, icon);
 }
 
-// The new picture is in place before the old one goes. An old one of the same name in other letters is replaced by
-// one that is named as the new one.
+// The new picture is in place before the old one goes.
 void ReplacePicture(const std::string& source, const std::string& folder, const std::string& baseName,
                     const std::string& ending) {
   if (!FolderExists(folder)) MakeFolder(folder);
   const std::string target = folder + baseName + ending;
   CopyFile(source, target);
+  // An old one of the same name in other letters keeps its name and has the new content.
   const std::string kept = FileNameOf(NativePath(target));
   for (const std::string& old : ListFiles(folder + baseName + ".*")) {
     if (old != kept) DeleteFile(folder + old);
   }
-  if (kept == baseName + ending) return;
-  const std::string picture = ReadFile(target);
-  DeleteFile(target);
-  WriteFile(target, picture);
 }
 
 }  // namespace
@@ -108,8 +105,10 @@ void FrmOptions::CboIcons_Click() {
   ShowIcon("");
   if (icon.empty() || icon == kNewIcon) return;
   if (!FitsRecord(icon)) {
-    return Tell("The name of this icon is longer than 25 characters.\r\n\r\nPlease select another", "Icon Selection",
-                BoxIcon::Exclamation);
+    return Tell(
+        "The name of this icon is longer than 25 characters or has letters that are not of western "
+        "Europe.\r\n\r\nPlease select another",
+        "Icon Selection", BoxIcon::Exclamation);
   }
   if (!IsIconFile(DataFolder + "\\icons\\" + icon + kIconEnding)) {
     return Tell("Invalid or unsupported file format.", "", BoxIcon::Critical);
@@ -171,7 +170,11 @@ void FrmOptions::SaveLogo(std::size_t kind) {
   }
   try {
     ReplacePicture(source, folder, baseName, ending);
-    if (FileExists(folder + baseName + ending)) return;
+    if (FileExists(folder + baseName + ending)) {
+      // The pages name the picture, also when the window is left with Cancel.
+      MakePages(CalculatorPreferences);
+      return;
+    }
   } catch (const RuntimeError&) {
     return ShowError("Importing Logo");
   }

@@ -2,7 +2,6 @@
 
 #include "core/Globals.h"
 #include "core/Launcher.h"
-#include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -68,11 +67,8 @@ void frmFormEditWarning::OpenEditor() {
     LaunchDocument(pagePath_, true);
     return;
   }
-  constexpr int kLowestSuccess = 32;
   const std::string page = "\"" + NativePath(pagePath_) + "\"";
-  if (TheDesktop().ShellExecute("open", "notepad.exe", page, "", kShowNormal) < kLowestSuccess) {
-    ShowError("External application launch failed");
-  }
+  ReportLaunch(TheDesktop().ShellExecute("open", "notepad.exe", page, "", kShowNormal));
 }
 
 void frmFormEditWarning::OpenDesignService() {
