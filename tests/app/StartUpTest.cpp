@@ -65,14 +65,6 @@ TEST_F(StartUpTest, LaterStartsAskNothing) {
   EXPECT_TRUE(desktop.boxes.empty());
 }
 
-TEST_F(StartUpTest, BrokenPreferencesEndTheStart) {
-  std::ofstream(options.appFolder + "/General.dat") << "broken";
-  FrmMain form;
-  EXPECT_THROW(StartWindow(options, form, splash), ProgramEnded);
-  EXPECT_EQ(desktop.boxes.at(0).text, "General Calculator Preferences Load Failed");
-  EXPECT_EQ(order, "");
-}
-
 TEST_F(StartUpTest, AStepOfTheWindowsLoadThatFailsIsPassedOver) {
   Deliver("Database.zip");
   std::filesystem::create_directories(options.appFolder + "/General.INI");

@@ -44,41 +44,4 @@ TEST(InputRules, StepsStopAtTheLimit) {
   EXPECT_EQ(step("7", true, 1000, kInputCount), "8");
 }
 
-TEST(InputRules, AttachingKeepsTheTextAndSetsTheRange) {
-  Window window("Frm");
-  TextBox box(window, "Txt");
-  UpDown arrows(window, "UpD");
-  box.SetText("typed");
-  AttachUpDown(kInputPayments, arrows, box);
-  EXPECT_EQ(box.Text(), "typed");
-  EXPECT_EQ(arrows.Min, 1);
-  EXPECT_EQ(arrows.Max, 1000);
-  EXPECT_EQ(arrows.Value, 1);
-  EXPECT_EQ(arrows.Buddy, &box);
-  AttachUpDown(7, arrows, box);
-  EXPECT_EQ(arrows.Max, 0);
-}
-
-TEST(InputRules, LockingFollowsTheKindOfControl) {
-  Window window("Frm");
-  TextBox box(window, "Txt");
-  ComboBox list(window, "Cbo");
-  UpDown arrows(window, "UpD");
-  CheckBox check(window, "Chk");
-  Label label(window, "Lbl");
-  for (Control* control : window.Controls()) SetControlLocked(*control, true);
-  EXPECT_TRUE(box.Locked() && list.Locked());
-  EXPECT_EQ(box.BackColour(), kSystemButtonFace);
-  EXPECT_TRUE(box.Enabled() && label.Enabled());
-  EXPECT_FALSE(arrows.Enabled() || check.Enabled());
-  for (Control* control : window.Controls()) SetControlLocked(*control, false);
-  EXPECT_FALSE(box.Locked() || list.Locked());
-  EXPECT_EQ(list.BackColour(), kSystemWindow);
-  EXPECT_TRUE(arrows.Enabled() && check.Enabled());
-  SetControlText(window, "Txt", -1, "a");
-  SetControlText(window, "Lbl", -1, "b");
-  SetControlText(window, "None", 3, "c");
-  EXPECT_EQ(box.Text() + label.Caption(), "ab");
-}
-
 }  // namespace tarvolinex

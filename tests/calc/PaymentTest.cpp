@@ -168,13 +168,6 @@ TEST(Payment, ExtremeRatesLoseNoDigit) {
   EXPECT_EQ(FactorsFor(0, 12).discount, 1);
 }
 
-TEST(Payment, TheCommissionOfAPaymentIsTheForwardOne) {
-  const QuoteRecord back = ALease().Cost("10000").Payments(36).Yield(10).Payment("329.1253").Price(5);
-  EXPECT_EQ(back.CommissionValue.Hundredths(), 20000);
-  EXPECT_NEAR(back.CommissionPercent, 2, 1e-5);
-  EXPECT_EQ(back.Payment.ToText(), "329.1253");
-}
-
 // The search by averaging, as an independent way to the same amount.
 TEST(Payment, AdvancedPaymentsAreTheFixedPointOfTheAveraging) {
   for (const int advance : {1, 3, 6, 11}) {

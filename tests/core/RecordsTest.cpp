@@ -5,33 +5,6 @@
 
 namespace tarvolinex {
 
-TEST(Records, FieldsCoverBothRecordsWithoutGaps) {
-  const auto check = [](const auto& record, int size) {
-    int at = 0;
-    auto copy = record;
-    for (const auto& field : FieldsOf(record)) {
-      EXPECT_EQ(field.offset, at) << field.name;
-      at += std::visit(
-          [](auto member) {
-            using Member = decltype(member);
-            if constexpr (std::is_same_v<Member, FixedText*>)
-              return member->Width();
-            else if constexpr (std::is_same_v<Member, std::span<char>>)
-              return static_cast<int>(member.size());
-            else if constexpr (std::is_same_v<Member, bool*>)
-              return 2;
-            else
-              return static_cast<int>(sizeof(*member));
-          },
-          field.member(copy));
-    }
-    EXPECT_EQ(at, size);
-    EXPECT_EQ(RecordBytes(record).size(), static_cast<std::size_t>(size));
-  };
-  check(CalculatorPreferencesRecord(), kCalculatorPreferencesSize);
-  check(SupplierCalcSettingsRecord(), kSupplierCalcSettingsSize);
-}
-
 TEST(Records, ValuesLieWhereTheCalculatorLooksForThem) {
   SupplierCalcSettingsRecord supplier;
   supplier.ID = 258;

@@ -37,13 +37,6 @@ TEST_F(SettingsTest, OptionsFillTheWindow) {
   EXPECT_EQ(form->send.cmboFileType.ListIndex(), 1);
 }
 
-TEST_F(SettingsTest, ABlankKeyIsEmptyWhateverTheDefault) {
-  folder.File("General.INI", "[OPTIONS]\r\nA=\r\nB=" + std::string(300, 'x') + "\r\n");
-  EXPECT_EQ(ReadIni("General", "OPTIONS", "A", "default"), "");
-  EXPECT_EQ(ReadIni("General", "OPTIONS", "C", "default"), "default");
-  EXPECT_EQ(ReadIni("General", "OPTIONS", "B", "").size(), 254U);
-}
-
 TEST(AppFolder, AChosenFolderIsMadeAndNamedWithoutItsSeparator) {
   TemporaryFolder folder;
   ChooseAppFolder(folder.Path() + "/new/");

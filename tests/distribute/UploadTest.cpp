@@ -63,19 +63,6 @@ TEST_F(UploadTest, AnswersOfTheServer) {
   EXPECT_NE(form->TxtStatus.Text().find("127.0.0.1:1"), std::string::npos);
 }
 
-TEST_F(UploadTest, ProgressMovesAndEscapeStopsIt) {
-  const LoopbackServer server("http", folder.Path(), {"slow", "SUCCESS"});
-  folder.File("CalcInstall.exe", std::string(30'000'000, 'x'));
-  std::set<int> seen;
-  desktop.events = [&] {
-    seen.insert(form->ProgressBar1.Value());
-    if (seen.size() > 3) StopRequested = true;
-  };
-  EXPECT_FALSE(Upload(server));
-  EXPECT_EQ(seen.size(), 4U);
-  EXPECT_EQ(Shown(), "Error/File Upload failed;");
-}
-
 TEST_F(UploadTest, NothingOfATransferStaysBehind) {
   CustomerReference = "7";
   folder.File("CalcInstall_old.exe", "");

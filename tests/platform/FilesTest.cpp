@@ -98,13 +98,4 @@ TEST(Files, PortableNamesAreThoseThatEverySystemTakes) {
   EXPECT_FALSE(IsPortableFileName(std::string(256, 'n')));
 }
 
-TEST(Files, AFolderIsLockedForOneProgram) {
-  TemporaryFolder folder;
-  {
-    const FolderLock mine(folder.Path());
-    EXPECT_EQ(NumberOf([&] { FolderLock second(folder.Path()); }), kFileAlreadyOpen);
-  }
-  EXPECT_EQ(NumberOf([&] { FolderLock third(folder.Path()); }), 0);
-}
-
 }  // namespace tarvolinex

@@ -8,19 +8,6 @@
 
 namespace tarvolinex {
 
-TEST(Pictures, TheDeliveredPicturesLoad) {
-  TemporaryFolder folder;
-  ZipComponent zip;
-  zip.ZipFileName = DELIVERED_FOLDER "/Database.zip";
-  zip.UnzipToFolder = folder.Path();
-  zip.Unzip();
-  const Picture icon = LoadPicture(folder.Path() + "\\icons\\coins.ico");
-  EXPECT_EQ(icon.width, 32);
-  EXPECT_EQ(icon.pixels.size(), 1024U);
-  EXPECT_EQ(LoadPicture(folder.Path() + "\\logo\\logo.gif").width, 300);
-  EXPECT_GT(LoadPicture(folder.Path() + "\\logo\\background.jpg").height, 0);
-}
-
 TEST(Pictures, WhatIsNoPictureIsRefused) {
   TemporaryFolder folder;
   EXPECT_THROW(LoadPicture(folder.File("a.png", "not a picture")), RuntimeError);

@@ -20,12 +20,6 @@ class TemplateTest : public ProgramTest {
   CalculatorPreferencesRecord prefs;
 };
 
-TEST_F(TemplateTest, ColoursHaveRedFirstAndSixDigits) {
-  EXPECT_EQ(ColourToHtml(0x4080FF), "#FF8040");
-  EXPECT_EQ(ColourToHtml(0xFF), "#FF0000");
-  EXPECT_EQ(ColourToHtml(0), "#000000");
-}
-
 TEST_F(TemplateTest, TokensAreFilledEverywhereAndTheTwoPictureTokensOnlyAsWritten) {
   folder.File("logo/logo.jpg", "j");
   folder.File("logo/LOGO.gif", "g");

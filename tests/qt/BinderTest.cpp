@@ -46,21 +46,6 @@ TEST_F(Binding, EveryControlHasItsWidgetAndEveryWidgetItsControl) {
   }
 }
 
-TEST(BinderNames, SaysWhatDoesNotFit) {
-  Window window("Any");
-  const Label missing(window, "LblMissing"), wrong(window, "TxtWrong");
-  QWidget root;
-  QLineEdit line(&root), stranger(&root), page(&root), twin(&root);
-  line.setObjectName("TxtWrong");
-  stranger.setObjectName("TxtStranger");
-  page.setObjectName("pageAny");
-  twin.setObjectName("TxtStranger");
-  EXPECT_EQ(Binder(window, root).Mismatches(),
-            Names({"no widget draws LblMissing", "the widget TxtWrong cannot draw a LABEL",
-                   "no control stands behind the widget TxtStranger", "no control stands behind the widget TxtStranger",
-                   "two widgets are named TxtStranger"}));
-}
-
 TEST_F(Binding, TypingFiresChangeAtEachKeyAndPaintsWhatTheHandlerSets) {
   Names changes;
   TextBox& cost = form_.quote.TxtProCalc(kBoxCapitalCost);
@@ -192,24 +177,6 @@ TEST_F(Binding, ArrowsAndArrowKeysStepTheBoxWithoutTakingTheFocus) {
   EXPECT_EQ(steps, before);
 }
 
-TEST_F(Binding, TheFieldIsLeftBeforeACommandActs) {
-  Names order;
-  TextBox& cost = form_.quote.TxtProCalc(kBoxCapitalCost);
-  cost.Validate = [&] { order.push_back("validate"); };
-  cost.LostFocus = [&] { order.push_back("left"); };
-  form_.Toolbar1.ButtonClick = [&](const std::string& key) { order.push_back(key); };
-  form_.menus.MnuSearch.Click = [&] { order.push_back("menu"); };
-  form_.TabMain.Click = [&] { order.push_back("tab"); };
-  Find<QLineEdit>("TxtProCalc_0").setFocus();
-  for (QToolButton* button : Find<QToolBar>("Toolbar1").findChildren<QToolButton*>()) {
-    if (button->text() == "Save") Click(*button);
-  }
-  QTest::keyClick(&Root(), Qt::Key_F, Qt::ControlModifier);
-  auto& bar = *Find<QTabWidget>("TabMain").tabBar();
-  Click(bar, bar.tabRect(1).center());
-  EXPECT_EQ(order, Names({"validate", "left", "SAVE", "validate", "left", "menu", "validate", "left", "tab"}));
-}
-
 TEST_F(Binding, MovingTheFocusLeavesOneFieldAndEntersTheOther) {
   Names order;
   form_.quote.TxtProCalc(0).Validate = [&] { order.push_back("validate 0"); };
@@ -258,20 +225,6 @@ TEST_F(Binding, KeysCountOnlyWhenTheyWentDownInTheWindow) {
   QTest::keyClick(&list, Qt::Key_Delete);
   QTest::keyClick(&list, Qt::Key_Escape);
   EXPECT_EQ(keys, Names({"list 46", "window 46", "list 27", "window 27"}));
-}
-
-TEST_F(Binding, PositionsAndTheInnerSizeAreInTwips) {
-  int width = 0, height = 0;
-  form_.Resized = [&](int w, int h) {
-    width = w;
-    height = h;
-    form_.TabMain.SetPosition({w - 10350, 1300, 10200, h - 1850});
-  };
-  Root().resize(1000, 700);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return width == 15000; }));
-  const QWidget& tabs = Find<QTabWidget>("TabMain");
-  EXPECT_EQ(tabs.geometry(), QRect(310, 86, 680, (height - 1850) / 15));
-  EXPECT_EQ(height, tabs.parentWidget()->height() * 15);
 }
 
 TEST_F(Binding, WhatTakesTheFocusHasAName) {

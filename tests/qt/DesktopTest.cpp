@@ -137,13 +137,6 @@ TEST_F(Desk, AWindowMayBeDestroyedWhileItIsShown) {
   Settle();
 }
 
-TEST_F(Desk, EscapeIsTheWindowsOwnAffair) {
-  FrmAbout about;
-  WhenWaiting([](QWidget& top) { QTest::keyClick(&top, Qt::Key_Escape); });
-  desktop_.ShowModal(about);  // its key handler closes it
-  EXPECT_TRUE(about.Closed());
-}
-
 TEST_F(Desk, DocumentsThatAreMissingAndProgramsThatStart) {
   QTemporaryDir folder;
   const std::string path = folder.path().toStdString();

@@ -148,20 +148,6 @@ TEST_F(IconWindow, ThePaletteIsAGroupOfOptions) {
   EXPECT_EQ(QAccessible::queryAccessibleInterface(&Grid())->role(), QAccessible::Canvas);
 }
 
-TEST_F(IconWindow, TheToolbarShowsTheToolAndNamesItsButtons) {
-  const auto buttons = Root().findChild<QToolBar*>("Toolbar1")->findChildren<QToolButton*>();
-  QStringList down;
-  for (QToolButton* button : buttons) {
-    if (button->objectName().startsWith("qt_")) continue;
-    EXPECT_FALSE(button->text().isEmpty() || button->icon().pixmap(24, 24).isNull());
-    for (int i = 0; i < 2 && button->text().startsWith("Change"); ++i) button->click();  // twice is once
-  }
-  for (const QToolButton* button : buttons) {
-    if (button->isChecked()) down << button->text();
-  }
-  EXPECT_EQ(down, QStringList("Change Color (C)"));
-}
-
 // Rendered for screens of several scales: cells of equal size in pure colours, and where a press counts is where the
 // cell is drawn.
 TEST_F(IconWindow, CellsAreCrispAtEveryScale) {

@@ -25,22 +25,11 @@ TEST(Captions, KeepTheirLastAccessKeyAndTheirText) {
   }
 }
 
-TEST(Colours, GoBothWaysAndFollowThePalette) {
-  EXPECT_EQ(ToQColor(0x00FF8001), QColor(0x01, 0x80, 0xFF));
-  EXPECT_EQ(FromQColor(QColor(0x01, 0x80, 0xFF)), 0x00FF8001U);
-  EXPECT_EQ(ToQColor(kSystemWindow), QGuiApplication::palette().color(QPalette::Base));
-}
-
 TEST(Filters, AreThoseOfTheProgram) {
   EXPECT_EQ(NameFilters("Pages (*.htm;*.html)|*.htm;*.html|All files (*.*)|*.*"),
             QStringList({"Pages (*.htm *.html)", "All files (*)"}));
   EXPECT_EQ(NameFilters("Icons (small)|*.ico"), QStringList({"Icons (small) (*.ico)"}));
   EXPECT_EQ(NameFilters(""), QStringList());
-}
-
-TEST(ToolTips, ShowMarkupLetterForLetter) {
-  EXPECT_EQ(PlainToolTip("a < b"), "a < b");
-  EXPECT_EQ(PlainToolTip("<b>x</b>"), "&lt;b&gt;x&lt;/b&gt;");
 }
 
 }  // namespace

@@ -75,43 +75,6 @@ TEST_F(OptionsWindow, TheKeyboardAloneWalksTheTreeAndEdits) {
   EXPECT_EQ(CalculatorPreferences.CurrencySymbol.Trimmed(), "1234");
 }
 
-TEST_F(OptionsWindow, TypingADescriptionRenamesTheNodeInView) {
-  ClickItem("Form/Information Page Management");
-  EXPECT_TRUE(In<QPushButton>("cmdForm_1").isVisible());
-  QTreeWidgetItem& first = *Item("Form/Information Page Management").child(0);
-  const QString before = first.text(0);
-  ClickItem(before.toUtf8());
-  auto& line = In<QLineEdit>("txtForms_0");
-  EXPECT_EQ(line.text(), before);
-  line.setFocus();
-  QTest::keyClick(&line, Qt::Key_End);
-  QTest::keyClicks(&line, " 2");
-  EXPECT_EQ(first.text(0), before + " 2");
-  ClickItem("Icon");
-  EXPECT_EQ(Ask("SELECT COUNT(*) FROM Forms WHERE Description='" + before.toStdString() + " 2'"), "1");
-}
-
-TEST_F(OptionsWindow, PicturesAndColoursArePaintedAndTakenAway) {
-  ClickItem("Icon");
-  auto& preview = In<QLabel>("PicIcon");
-  EXPECT_FALSE(preview.pixmap().isNull());
-  options.CboIcons.SetListIndex(0);
-  EXPECT_TRUE(preview.pixmap().isNull());
-  options.PicColour.SetBackColour(0x0000FF);
-  ClickItem("Border Colour");
-  options.PicColour.SetBackColour(0x0000FF);
-  const QImage swatch = In<QLabel>("PicColour").grab().toImage();
-  EXPECT_EQ(swatch.pixelColor(swatch.width() / 2, swatch.height() / 2), QColor(255, 0, 0));
-}
-
-TEST_F(OptionsWindow, TheTitleBarsButtonKeepsFormDetailsLikeCancel) {
-  ClickItem(Item("Form/Information Page Management").child(0)->text(0).toUtf8());
-  options.txtForms(1).SetText("Renamed");
-  Shown().close();
-  EXPECT_FALSE(Shown().isVisible());
-  EXPECT_EQ(Ask("SELECT COUNT(*) FROM Forms WHERE LinkName='Renamed'"), "1");
-}
-
 TEST_F(OptionsWindow, WhatTakesTheFocusHasAName) {
   WebServer = "www.forms.example";
   for (const char* node : {"Calculator Name", "Border Colour", "Maximum Term (Months)", "Import New Header Logo"}) {

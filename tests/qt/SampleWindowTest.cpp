@@ -239,15 +239,6 @@ TEST_F(SampleWindow, TheWindowKeepsASmallestSizeAndItsPartsFollowTheEdges) {
   EXPECT_GT(List().width(), 0);
 }
 
-TEST_F(SampleWindow, NumbersStandAtTheRight) {
-  for (const char* name : {"TxtProCalc_0", "TxtProCalc_4", "txtRangeTo_1", "TxtRangeYield_4", "txtComPerc_0",
-                           "TxtAddRate_1", "TxtAddRate_2"}) {
-    EXPECT_TRUE(Find(name).alignment() & Qt::AlignRight) << name;
-  }
-  EXPECT_TRUE(Find<QLabel>("LblResult_0").alignment() & Qt::AlignRight);
-  EXPECT_FALSE(Find("TxtSupplier_0").alignment() & Qt::AlignRight);
-}
-
 TEST_F(SampleWindow, TheSendTabShowsTheChosenFrameAndTheContactsOfNow) {
   ClickTab(kTabDetails);
   Type("TxtContact_5", "other@example.com");
@@ -264,23 +255,6 @@ TEST_F(SampleWindow, TheSendTabShowsTheChosenFrameAndTheContactsOfNow) {
   Find<QRadioButton>("OpCalcCreate_1").click();
   EXPECT_FALSE(Find<QGroupBox>("FraCalCreate_0").isVisible());
   EXPECT_TRUE(Find<QGroupBox>("FraCalCreate_1").isVisible());
-}
-
-TEST_F(SampleWindow, TheProgressBarRunsWhileTheStatusFlashes) {
-  form.Timer1.Interval = 1;
-  SetStatus(true, "Working", -1);
-  auto& bar = Find<QProgressBar>("ProgressBar1");
-  EXPECT_EQ(Find("TxtStatus").text(), "Working");
-  std::vector<int> after100;
-  int before = 0;
-  QObject::connect(&bar, &QProgressBar::valueChanged, &bar, [&](int value) {
-    if (std::exchange(before, value) == 100) after100.push_back(value);
-  });
-  EXPECT_TRUE(QTest::qWaitFor([&] { return !after100.empty(); }));
-  EXPECT_EQ(after100.at(0), 1);  // from the start again
-  SetStatus(false, "", -1);
-  EXPECT_FALSE(form.Timer1.Running());
-  EXPECT_EQ(bar.value(), 0);
 }
 
 TEST_F(SampleWindow, ClosingStoresTheEditsAndRemembersTheSize) {

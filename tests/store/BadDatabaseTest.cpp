@@ -138,30 +138,6 @@ TEST_F(BadDatabaseTest, AReadOnlyFileOrFolderIsShownAndASaveReported) {
   chmod(folder.Path().c_str(), 0755);
 }
 
-TEST_F(BadDatabaseTest, OnAFullDiskTheStepThatFailsLeavesNothing) {
-  const std::string counts =
-      "SELECT (SELECT COUNT(*) FROM suppliers)||' '||(SELECT COUNT(*) FROM SupplierFormLink)||' '||"
-      "(SELECT COUNT(*) FROM contacts)";
-  TheStore->connection.Execute("PRAGMA max_page_count = 1");  // no more than there are
-  std::string before;
-  const auto add = [&] {
-    before = Ask(counts);
-    form->Toolbar1.Press("SAVE");
-    form->menus.MnuAdd.Choose();
-    for (const int field : {0, 1, 2, 3, 4, 7, 8, 9}) Type(form->supplier.TxtSupplier(field), std::string(50, 'x'));
-    form->Toolbar1.Press("SAVE");
-  };
-  int steps = 0;
-  EXPECT_THROW(
-      {
-        while (++steps < 1000) add();
-      },
-      ProgramEnded);
-  EXPECT_EQ(Said(), "Database update failed.\n\ndatabase or disk is full");
-  EXPECT_EQ(Ask(counts), before);
-  EXPECT_EQ(Ask("PRAGMA integrity_check"), "ok");
-}
-
 TEST_F(BadDatabaseTest, AFileThatCannotGrowIsLeftAsItWas) {
   SaveTown("Before");
   const std::string before = ReadFile(path);

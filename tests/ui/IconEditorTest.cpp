@@ -298,18 +298,5 @@ TEST_F(IconEditorTest, ClosingAsksAboutChanges) {
   EXPECT_EQ(Stored("KEPT.ICO"), IconBytes(editor.Image()));
 }
 
-TEST_F(IconEditorTest, TheEditorOpensOnAnIconAndTellsWhatWasSaved) {
-  folder.File("icons/BLUE.ICO", IconBytes({}));
-  desktop.modal = [](Window& window) {
-    auto& shown = dynamic_cast<FrmIconEdit&>(window);
-    EXPECT_EQ(shown.Caption(), "Icon Editor - BLUE.ICO");
-    shown.MnuSave.Choose();
-    shown.MnuHelp.Choose();
-  };
-  EditIcon("BLUE.ICO", [this](const std::string& name) { refreshed.push_back(name); });
-  EXPECT_EQ(refreshed, std::vector<std::string>({"BLUE"}));
-  EXPECT_NE(desktop.launched.at(0).find("main.HTM"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace tarvolinex

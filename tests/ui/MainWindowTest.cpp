@@ -39,14 +39,6 @@ TEST_F(MainWindowTest, SizeColumnsAndSortAreRemembered) {
   EXPECT_EQ(form->LvwSuppliers.At(11).cells[3], "Birmingham");
 }
 
-TEST_F(MainWindowTest, OpeningAnotherDatabaseSavesTheEditsFirst) {
-  Choose("Saxonholt Dental Systems Ltd");
-  Type(form->supplier.TxtSupplier(3), "Kept");
-  form->menus.MnuOpen.Choose();
-  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Kept");
-  EXPECT_EQ(form->LvwSuppliers.Count(), 12);
-}
-
 TEST_F(MainWindowTest, ANewDatabaseIsMadeFromThePristinePackage) {
   TheStore->connection.Execute("DELETE FROM suppliers WHERE ID>5");
   const std::string target = folder.Path() + "/new/place";

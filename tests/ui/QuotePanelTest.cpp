@@ -122,17 +122,6 @@ TEST_F(QuotePanelTest, LeavingABoxFormatsItAndArrowsStepIt) {
   EXPECT_EQ(Box(kBoxYield).Text(), "100.00");
 }
 
-TEST_F(QuotePanelTest, WithoutACapitalCostThereIsNoLock) {
-  Type(Box(kBoxCapitalCost), "100");
-  form->quote.ckCapLock.SetValue(true);
-  Box(kBoxPayment).SetText("0");
-  form->quote.ckCapLock.SetValue(false);
-  Type(Box(kBoxCapitalCost), "0");
-  EXPECT_FALSE(form->quote.ckCapLock.Enabled());
-  Box(kBoxCapitalCost).Type("5");
-  EXPECT_TRUE(form->quote.ckCapLock.Enabled());
-}
-
 TEST_F(QuotePanelTest, ThePremiumIsAddedWhenItIsTicked) {
   Type(Box(kBoxCapitalCost), "10000");
   form->quote.ChkPremium.SetValue(true);
