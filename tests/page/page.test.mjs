@@ -66,6 +66,46 @@ test('the reverse question finds the cost that the payment buys', () =>
     assert.match(await textOf(page, 'payment-error'), /highest Equipment cost is \u00a3250,000;/);
   }));
 
+test('the payment of the lowest and of the highest cost is accepted', () =>
+  withPage(publish({ prefs: { MinCapitalCost: 1001, MaxCapitalCost: 77777, MinDepositPercent: 10 } }), {}, async (page) => {
+    for (const cost of ['1001', '77777']) {
+      await choose(page, 'find', 'payment');
+      await page.fill('#cost', cost);
+      const payment = (await textOf(page, 'figure')).replace(/[\u00a3,]/g, '');
+      await choose(page, 'find', 'cost');
+      await page.fill('#payment', payment);
+      assert.equal(await textOf(page, 'payment-error'), '');
+      const found = Number((await textOf(page, 'figure')).replace(/[\u00a3,]/g, ''));
+      assert.ok(found >= 1001 && found <= 77777 && Math.abs(found - Number(cost)) < 1, `${found} for ${cost}`);
+      await page.fill('#payment', (Number(payment) + (cost === '1001' ? -0.01 : 0.01)).toFixed(2));
+      assert.match(await textOf(page, 'payment-error'), /Equipment cost is/);
+    }
+  }));
+
+test('a limit can be typed as it is shown', () =>
+  withPage(publish({ prefs: { MinDepositPercent: 12.345, MaxDepositPercent: 33.335, MinResidualPercent: 0.005, MaxResidualPercent: 12.345 } }), {}, async (page) => {
+    await page.fill('#cost', '10001');
+    await page.fill('#residual', '1');
+    // Box, its mode's name, what is refused, the message's limit, and a hair beyond what is then typed.
+    const cases = [
+      ['deposit', '1', '1', /12\.345%/, '12.345', '12.344'], ['deposit', '1', '90', /33\.335%/, '33.335', '33.336'],
+      ['deposit', '0', '1', /\u00a31,234\.63/, '1234.63', '1234.62'], ['deposit', '0', '9000', /\u00a33,333\.83/, '3333.83', '3333.84'],
+      ['residual', '1', '90', /12\.345%/, '12.345', '12.346'], ['residual', '0', '9000', /\u00a31,234\.62/, '1234.62', '1234.63'],
+    ];
+    for (const [id, mode, refused, message, limit, beyond] of cases) {
+      await choose(page, `${id}Mode`, mode);
+      await page.fill(`#${id}`, refused);
+      assert.match(await textOf(page, `${id}-error`), message);
+      await page.fill(`#${id}`, limit);
+      assert.equal(await textOf(page, `${id}-error`), '', limit);
+      await page.fill(`#${id}`, beyond);
+      assert.match(await textOf(page, `${id}-error`), message);
+      await page.fill(`#${id}`, limit);
+    }
+    await page.click('#again');
+    assert.equal(await page.inputValue('#deposit'), '12.345');
+  }));
+
 test('each limit is named beside its box, and no figure stands while it is broken', () =>
   withPage(publish({ prefs: { MinDepositPercent: 5, MinResidualPercent: 2, MinAdvancedPayments: 2 } }), {}, async (page) => {
     const refuses = async (id, text, message) => {
