@@ -158,6 +158,12 @@ test('what the supplier or the organisation does not offer is not there', async 
     assert.match(await textOf(page, 'trouble'), /limits of the Equipment cost contradict/);
     assert.equal(await page.isVisible('#calculator'), false);
   });
+  await withPage(publish({ prefs: { MinAdvancedPayments: 60, DepositOptions: 7 } }), {}, async (page) => {
+    assert.match(await textOf(page, 'trouble'), /limits of the term and the payments in advance contradict/);
+  });
+  await withPage(publish({ prefs: { MinAdvancedPayments: 20, DepositOptions: 4 } }), {}, async (page) => {
+    assert.equal(await page.isDisabled('input[value="quarterly"]'), true);
+  });
 });
 
 test('the last calculation comes back for its supplier, and never in the test page', async () => {
@@ -182,6 +188,15 @@ test('the last calculation comes back for its supplier, and never in the test pa
     assert.equal(await page.inputValue('#cost'), '');
     await page.goto(addressOf(folder));
     assert.equal(await page.inputValue('#cost'), '7654.32');
+    // What was typed for a mode that is no longer offered is not taken for something else.
+    await page.evaluate(() => {
+      const [key] = Object.keys(localStorage);
+      const changed = { interval: 'weekly', term: '7', depositMode: '3', deposit: '30', residualMode: '9', residual: '25' };
+      localStorage.setItem(key, JSON.stringify({ ...JSON.parse(localStorage.getItem(key)), ...changed }));
+    });
+    await page.reload();
+    assert.deepEqual(await page.evaluate(() => ['cost', 'term', 'deposit', 'residual'].map((id) => document.getElementById(id).value)),
+      ['7654.32', '36', '', '']);
     await page.click('#again');
     await page.reload();
     assert.equal(await page.inputValue('#cost'), '');
@@ -222,8 +237,10 @@ test('yields and commissions cannot be read in the page', () =>
   }));
 
 test('says whose calculator it is and when it was made, on screen and on one printed page', () =>
-  withPage(publish(), {}, async (page) => {
+  withPage(publish({ card: { www: 'https://www.peakmoor.example' } }), {}, async (page) => {
     assert.equal(await page.title(), `${preferences.AliasCalcName} \u2013 ${supplier.CompanyName}`);
+    const links = await page.locator('#organisation a, #supplier-contact a').evaluateAll((all) => all.map((a) => a.getAttribute('href')));
+    assert.ok(links.includes('https://www.peakmoor.example') && links.includes('http://www.harrowgate.example'), String(links));
     assert.match(await textOf(page, 'made'), new RegExp(`of ${supplier.CompanyName}, made by ${preferences.OrgCompanyName} on \\d+ \\w+ \\d{4}`));
     for (const id of ['cost', 'deposit', 'residual', 'maintenance']) await page.fill(`#${id}`, { cost: '20000', deposit: '500' }[id] || '10');
     const pdf = (await page.pdf({ format: 'A4' })).toString('latin1');
