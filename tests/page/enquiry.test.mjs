@@ -138,3 +138,58 @@ test('sending hands the whole form to the mail address', async () => {
   assert.deepEqual(refused.filter((text) => /form submission|navigation|protocol/i.test(text)), []);
   await context.close();
 });
+
+test('an enquiry keeps its fields where the page opens no form, follows a link or has no figures yet', async () => {
+  const pages = [
+    ['Closes only', '<p>|Calculator Term|</p><input name="Who" value="Ann" required><FORMEND>'],
+    ['Own form', '<form action="mailto:x@y.example"><input name="Who" value="Bob"></form><FORMEND>'],
+    ['Links', '<FORMSTART><input name="Who"><a href="#end">down</a> <a href="How.html">how</a> <a href="javascript:history.back()">return</a><FORMEND><p id="end">End</p>'],
+    ['Information', '<h1>|Supplier Town|</h1>'],
+  ].map(([name, text]) => ({ name, file: `${name}!0.html`, text }));
+  const context = await browser.newContext({ permissions: ['clipboard-read', 'clipboard-write'] });
+  const folder = publish({ pages });
+  writeFileSync(join(folder, 'How.html'), '<h1>How</h1>');
+  const page = await openPage(context, addressOf(folder));
+  const frame = page.frameLocator('iframe');
+  const copied = async () => {
+    await page.click('#copy');
+    await page.locator('#keep-done', { hasText: 'copied' }).waitFor();
+    return page.evaluate(() => navigator.clipboard.readText());
+  };
+  const openForm = async (name) => {
+    await page.click(`#form-list >> text=${name}`);
+    await frame.locator('input[name="Tarvolinx Response"], h1').first().waitFor();
+  };
+
+  await openForm('Information');
+  assert.equal(await textOf(page, 'form-warning'), '');
+  await page.click('#form-back');
+  await openForm('Closes only');
+  assert.match(await textOf(page, 'form-warning'), /No payment has been worked out yet/);
+  await page.click('#form-back');
+  await page.fill('#cost', '5000');
+  await openForm('Closes only');
+  assert.equal(await textOf(page, 'form-warning'), '');
+  assert.match(await copied(), /Who=Ann\r?\n[^]*Supplier Name=Peakmoor[^]*Calculator Capital Cost=\u00a35000\.00/);
+  assert.match(await frame.locator('input[type=submit]').evaluate((button) => button.form.action), /^mailto:lease@harrowgate/);
+  await page.click('#form-back');
+  await openForm('Own form');
+  assert.match(await copied(), /Who=Bob\r?\n[^]*Calculator Capital Cost=\u00a35000\.00/);
+
+  await page.click('#form-back');
+  await openForm('Links');
+  await frame.locator('input[name=Who]').fill('Cy');
+  await frame.locator('text=down').click();
+  const [opened] = await Promise.all([context.waitForEvent('page'), frame.locator('text=how').click()]);
+  await opened.waitForURL(/How\.html$/);
+  assert.match(await copied(), /Who=Cy\r?\n/);
+  await frame.locator('text=return').click();
+  await openForm('Links');
+  await page.evaluate(() => { document.querySelector('iframe').removeAttribute('srcdoc'); document.querySelector('iframe').src = 'data:text/html,<h1>Elsewhere</h1>'; });
+  await frame.locator('text=Elsewhere').waitFor();
+  await page.locator('#keep').waitFor({ state: 'hidden' });
+  await page.click('#form-back');
+  await page.locator('#calculator').waitFor();
+  assert.deepEqual(page.problems, []);
+  await context.close();
+});
