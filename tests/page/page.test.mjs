@@ -249,21 +249,27 @@ test('says whose calculator it is and when it was made, on screen and on one pri
     assert.ok(await page.isVisible('#made') && await page.isVisible('#figure') && !(await page.isVisible('#inputs')));
   }));
 
-test('a keystroke shows its result in the same task', () =>
+test('a keystroke shows its result in the same task, laid out within a frame', (t) =>
   withPage(publish(), {}, async (page) => {
     const milliseconds = await page.evaluate(() => {
       document.querySelector('input[name="find"][value="cost"]').click();
       const box = document.getElementById('payment');
       const times = [];
-      for (let i = 0; i < 60; ++i) {
-        box.value = String(100 + i * 37.13);
+      // The fastest of five for each amount: what is slower was waiting for other work of the machine.
+      const fastest = (amounts) => Math.min(...amounts.map((amount) => {
+        box.value = amount.toFixed(2);
         const start = performance.now();
         box.dispatchEvent(new Event('input', { bubbles: true }));
-        times.push(performance.now() - start);
+        document.body.getBoundingClientRect(); // Lays out what has changed.
+        return performance.now() - start;
+      }));
+      for (let i = 0; i < 60; ++i) {
+        times.push(fastest([0, 1, 2, 3, 4].map((more) => 100 + i * 37.13 + more / 100)));
         if (!/\d/.test(document.getElementById('figure').textContent)) return 'no figure';
       }
       return times.sort((a, b) => a - b)[57];
     });
+    t.diagnostic(`95 of 100 keystrokes take up to ${milliseconds.toFixed(1)} ms`);
     assert.ok(milliseconds < 1000 / 60, `95 of 100 keystrokes take up to ${milliseconds} ms`);
   }));
 
@@ -316,14 +322,16 @@ test('pale colours turn dark with the desktop, strong ones stay', async () => {
   await withPage(publish({ prefs: loud }), { colorScheme: 'dark' }, async (page) => assert.equal(await pageColour(page), 'rgb(255, 0, 0)'));
 });
 
-test('the page is plain ASCII with each value filled in at one place, and what travels is small', () => {
+test('the page is plain ASCII with each value filled in at one place, and what travels is small', (t) => {
   const text = readFileSync(join(dirname(program), 'delivered', 'CalcTemplate.html'), 'latin1');
   assert.ok(/^[\n\x20-\x7e]*$/.test(text));
   for (const name of ['ColourBackGround', 'CALCULATORNAME', 'LEASEORGEMAIL', 'PICBACKGROUND', 'HEADERPIC', 'CLASSID', 'CUSTREF', 'ASPTAGS']) {
     assert.equal(text.toLowerCase().split(`|${name}|`.toLowerCase()).length - 1, 1, name);
   }
   const folder = publish();
-  const sizes = readdirSync(folder).filter((name) => !/^(logo|background|calc_test|setup)\./i.test(name)).map((name) => statSync(join(folder, name)).size);
+  const names = readdirSync(folder).filter((name) => !/^(logo|background|calc_test|setup)\./i.test(name));
+  const sizes = names.map((name) => statSync(join(folder, name)).size);
   const total = sizes.reduce((sum, size) => sum + size);
+  t.diagnostic(`${total} bytes: ${names.map((name, i) => `${name} ${sizes[i]}`).join(', ')}`);
   assert.ok(total < 120 * 1024, `${total} bytes`);
 });
