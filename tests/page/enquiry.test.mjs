@@ -112,6 +112,13 @@ test('a form opens filled, is copied and saved whole, and goes back to the calcu
   await frame.locator('input[value=" Back "]').click();
   assert.equal(await textOf(page, 'figure').then((text) => text.length > 3), true);
   assert.equal(await page.evaluate(() => document.activeElement.textContent), 'Lease proposal');
+  await page.fill('#cost', '13000');
+  await page.click('text=Lease proposal');
+  await frame.locator('table', { hasText: '\u00a313000.00' }).waitFor();
+  await page.locator('#keep').waitFor();
+  assert.equal(await frame.locator('#f10').inputValue(), 'Jo "Best" <b>');
+  assert.equal(await frame.locator('input[name="Calculator Capital Cost"]').inputValue(), '\u00a313000.00');
+  await page.click('#form-back');
   await page.click('text=Quotation summary');
   await frame.locator('img[src="logo.GIF"]').waitFor();
   await page.click('#form-back');
