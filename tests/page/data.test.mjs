@@ -49,6 +49,35 @@ test('the same figures come from the folder, from a server with and without calc
   });
 });
 
+test('chosen pages are read in their own character set, and a file that cannot be read is reported', async () => {
+  const declared = (charset) => `<meta charset="${charset}">`;
+  const pages = {
+    none: Buffer.from('<h1>caf\xe9 \x80</h1>', 'latin1'),
+    'utf-8': Buffer.from('<h1>caf\u00e9 \u20ac</h1>'),
+    mark: Buffer.from('\ufeff<h1>caf\u00e9 \u20ac</h1>'),
+    wide: Buffer.from('\ufeff<h1>caf\u00e9 \u20ac</h1>', 'utf16le'),
+    latin9: Buffer.from(`${declared('iso-8859-15')}<h1>caf\xe9 \xa4</h1>`, 'latin1'),
+    told: Buffer.from(`${declared('UTF-16')}<h1>caf\u00e9 \u20ac</h1>`),
+    unknown: Buffer.from(`${declared('x-none')}<h1>caf\xe9 \x80</h1>`, 'latin1'),
+  };
+  const folder = publish({ except: ['calcdata.txt'] });
+  const names = Object.keys(pages).map((name) => join(folder, `${name}!0.html`));
+  Object.values(pages).forEach((bytes, i) => writeFileSync(names[i], bytes));
+  await opened(addressOf(folder), async (page) => {
+    const records = ['general.dat', 'Supplier.dat'].map((name) => join(folder, name));
+    await page.evaluate(() => { Blob.prototype.read = Blob.prototype.arrayBuffer; Blob.prototype.arrayBuffer = () => Promise.reject(new Error('locked')); });
+    await page.setInputFiles('#files', records);
+    await page.locator('#trouble', { hasText: 'A file cannot be read' }).waitFor();
+    await page.evaluate(() => { Blob.prototype.arrayBuffer = Blob.prototype.read; });
+    await page.setInputFiles('#files', [...records, ...names]);
+    for (const name of Object.keys(pages)) {
+      await page.locator('#form-list button', { hasText: new RegExp(`^${name}$`) }).click();
+      assert.equal(await page.frameLocator('iframe').locator('h1').innerText(), 'caf\u00e9 \u20ac', name);
+      await page.click('#form-back');
+    }
+  });
+});
+
 test('broken data is named, and no figure is shown', async () => {
   const folder = publish();
   const general = readFileSync(join(folder, 'general.dat')), supplier = readFileSync(join(folder, 'Supplier.dat'));

@@ -6,10 +6,9 @@ import { addressOf } from './support/browser.mjs';
 import { firefox, withFirefox } from './support/firefox.mjs';
 import { publish } from './support/folder.mjs';
 
-const skip = existsSync(firefox) ? false : `${firefox} is not installed`;
-
-test('Firefox prices, opens a form and remembers, from a folder on disk', { skip, timeout: 120000 }, () =>
-  withFirefox(async ({ open, reload, run, type }) => {
+test('Firefox prices, opens a form and remembers, from a folder on disk', { timeout: 120000 }, () => {
+  assert.ok(existsSync(firefox), `${firefox} is not installed`);
+  return withFirefox(async ({ open, reload, run, type }) => {
     const text = (id) => run(`document.getElementById('${id}').textContent`);
     await open(addressOf(publish()));
     await run(`document.getElementById('cost').focus()`);
@@ -43,4 +42,5 @@ test('Firefox prices, opens a form and remembers, from a folder on disk', { skip
     await type('0');
     assert.match(await text('term-error'), /longest term is 60 months/);
     assert.doesNotMatch(await text('figure'), /\d/);
-  }));
+  });
+});

@@ -66,6 +66,46 @@ test('the reverse question finds the cost that the payment buys', () =>
     assert.match(await textOf(page, 'payment-error'), /highest Equipment cost is \u00a3250,000;/);
   }));
 
+test('the payment of the lowest and of the highest cost is accepted', () =>
+  withPage(publish({ prefs: { MinCapitalCost: 1001, MaxCapitalCost: 77777, MinDepositPercent: 10 } }), {}, async (page) => {
+    for (const cost of ['1001', '77777']) {
+      await choose(page, 'find', 'payment');
+      await page.fill('#cost', cost);
+      const payment = (await textOf(page, 'figure')).replace(/[\u00a3,]/g, '');
+      await choose(page, 'find', 'cost');
+      await page.fill('#payment', payment);
+      assert.equal(await textOf(page, 'payment-error'), '');
+      const found = Number((await textOf(page, 'figure')).replace(/[\u00a3,]/g, ''));
+      assert.ok(found >= 1001 && found <= 77777 && Math.abs(found - Number(cost)) < 1, `${found} for ${cost}`);
+      await page.fill('#payment', (Number(payment) + (cost === '1001' ? -0.01 : 0.01)).toFixed(2));
+      assert.match(await textOf(page, 'payment-error'), /Equipment cost is/);
+    }
+  }));
+
+test('a limit can be typed as it is shown', () =>
+  withPage(publish({ prefs: { MinDepositPercent: 12.345, MaxDepositPercent: 33.335, MinResidualPercent: 0.005, MaxResidualPercent: 12.345 } }), {}, async (page) => {
+    await page.fill('#cost', '10001');
+    await page.fill('#residual', '1');
+    // Box, its mode's name, what is refused, the message's limit, and a hair beyond what is then typed.
+    const cases = [
+      ['deposit', '1', '1', /12\.345%/, '12.345', '12.344'], ['deposit', '1', '90', /33\.335%/, '33.335', '33.336'],
+      ['deposit', '0', '1', /\u00a31,234\.63/, '1234.63', '1234.62'], ['deposit', '0', '9000', /\u00a33,333\.83/, '3333.83', '3333.84'],
+      ['residual', '1', '90', /12\.345%/, '12.345', '12.346'], ['residual', '0', '9000', /\u00a31,234\.62/, '1234.62', '1234.63'],
+    ];
+    for (const [id, mode, refused, message, limit, beyond] of cases) {
+      await choose(page, `${id}Mode`, mode);
+      await page.fill(`#${id}`, refused);
+      assert.match(await textOf(page, `${id}-error`), message);
+      await page.fill(`#${id}`, limit);
+      assert.equal(await textOf(page, `${id}-error`), '', limit);
+      await page.fill(`#${id}`, beyond);
+      assert.match(await textOf(page, `${id}-error`), message);
+      await page.fill(`#${id}`, limit);
+    }
+    await page.click('#again');
+    assert.equal(await page.inputValue('#deposit'), '12.345');
+  }));
+
 test('each limit is named beside its box, and no figure stands while it is broken', () =>
   withPage(publish({ prefs: { MinDepositPercent: 5, MinResidualPercent: 2, MinAdvancedPayments: 2 } }), {}, async (page) => {
     const refuses = async (id, text, message) => {
@@ -118,6 +158,12 @@ test('what the supplier or the organisation does not offer is not there', async 
     assert.match(await textOf(page, 'trouble'), /limits of the Equipment cost contradict/);
     assert.equal(await page.isVisible('#calculator'), false);
   });
+  await withPage(publish({ prefs: { MinAdvancedPayments: 60, DepositOptions: 7 } }), {}, async (page) => {
+    assert.match(await textOf(page, 'trouble'), /limits of the term and the payments in advance contradict/);
+  });
+  await withPage(publish({ prefs: { MinAdvancedPayments: 20, DepositOptions: 4 } }), {}, async (page) => {
+    assert.equal(await page.isDisabled('input[value="quarterly"]'), true);
+  });
 });
 
 test('the last calculation comes back for its supplier, and never in the test page', async () => {
@@ -142,6 +188,15 @@ test('the last calculation comes back for its supplier, and never in the test pa
     assert.equal(await page.inputValue('#cost'), '');
     await page.goto(addressOf(folder));
     assert.equal(await page.inputValue('#cost'), '7654.32');
+    // What was typed for a mode that is no longer offered is not taken for something else.
+    await page.evaluate(() => {
+      const [key] = Object.keys(localStorage);
+      const changed = { interval: 'weekly', term: '7', depositMode: '3', deposit: '30', residualMode: '9', residual: '25' };
+      localStorage.setItem(key, JSON.stringify({ ...JSON.parse(localStorage.getItem(key)), ...changed }));
+    });
+    await page.reload();
+    assert.deepEqual(await page.evaluate(() => ['cost', 'term', 'deposit', 'residual'].map((id) => document.getElementById(id).value)),
+      ['7654.32', '36', '', '']);
     await page.click('#again');
     await page.reload();
     assert.equal(await page.inputValue('#cost'), '');
@@ -182,8 +237,10 @@ test('yields and commissions cannot be read in the page', () =>
   }));
 
 test('says whose calculator it is and when it was made, on screen and on one printed page', () =>
-  withPage(publish(), {}, async (page) => {
+  withPage(publish({ card: { www: 'https://www.peakmoor.example' } }), {}, async (page) => {
     assert.equal(await page.title(), `${preferences.AliasCalcName} \u2013 ${supplier.CompanyName}`);
+    const links = await page.locator('#organisation a, #supplier-contact a').evaluateAll((all) => all.map((a) => a.getAttribute('href')));
+    assert.ok(links.includes('https://www.peakmoor.example') && links.includes('http://www.harrowgate.example'), String(links));
     assert.match(await textOf(page, 'made'), new RegExp(`of ${supplier.CompanyName}, made by ${preferences.OrgCompanyName} on \\d+ \\w+ \\d{4}`));
     for (const id of ['cost', 'deposit', 'residual', 'maintenance']) await page.fill(`#${id}`, { cost: '20000', deposit: '500' }[id] || '10');
     const pdf = (await page.pdf({ format: 'A4' })).toString('latin1');
@@ -192,21 +249,27 @@ test('says whose calculator it is and when it was made, on screen and on one pri
     assert.ok(await page.isVisible('#made') && await page.isVisible('#figure') && !(await page.isVisible('#inputs')));
   }));
 
-test('a keystroke shows its result in the same task', () =>
+test('a keystroke shows its result in the same task, laid out within a frame', (t) =>
   withPage(publish(), {}, async (page) => {
     const milliseconds = await page.evaluate(() => {
       document.querySelector('input[name="find"][value="cost"]').click();
       const box = document.getElementById('payment');
       const times = [];
-      for (let i = 0; i < 60; ++i) {
-        box.value = String(100 + i * 37.13);
+      // The fastest of five for each amount: what is slower was waiting for other work of the machine.
+      const fastest = (amounts) => Math.min(...amounts.map((amount) => {
+        box.value = amount.toFixed(2);
         const start = performance.now();
         box.dispatchEvent(new Event('input', { bubbles: true }));
-        times.push(performance.now() - start);
+        document.body.getBoundingClientRect(); // Lays out what has changed.
+        return performance.now() - start;
+      }));
+      for (let i = 0; i < 60; ++i) {
+        times.push(fastest([0, 1, 2, 3, 4].map((more) => 100 + i * 37.13 + more / 100)));
         if (!/\d/.test(document.getElementById('figure').textContent)) return 'no figure';
       }
       return times.sort((a, b) => a - b)[57];
     });
+    t.diagnostic(`95 of 100 keystrokes take up to ${milliseconds.toFixed(1)} ms`);
     assert.ok(milliseconds < 1000 / 60, `95 of 100 keystrokes take up to ${milliseconds} ms`);
   }));
 
@@ -259,14 +322,16 @@ test('pale colours turn dark with the desktop, strong ones stay', async () => {
   await withPage(publish({ prefs: loud }), { colorScheme: 'dark' }, async (page) => assert.equal(await pageColour(page), 'rgb(255, 0, 0)'));
 });
 
-test('the page is plain ASCII with each value filled in at one place, and what travels is small', () => {
+test('the page is plain ASCII with each value filled in at one place, and what travels is small', (t) => {
   const text = readFileSync(join(dirname(program), 'delivered', 'CalcTemplate.html'), 'latin1');
   assert.ok(/^[\n\x20-\x7e]*$/.test(text));
   for (const name of ['ColourBackGround', 'CALCULATORNAME', 'LEASEORGEMAIL', 'PICBACKGROUND', 'HEADERPIC', 'CLASSID', 'CUSTREF', 'ASPTAGS']) {
     assert.equal(text.toLowerCase().split(`|${name}|`.toLowerCase()).length - 1, 1, name);
   }
   const folder = publish();
-  const sizes = readdirSync(folder).filter((name) => !/^(logo|background|calc_test|setup)\./i.test(name)).map((name) => statSync(join(folder, name)).size);
+  const names = readdirSync(folder).filter((name) => !/^(logo|background|calc_test|setup)\./i.test(name));
+  const sizes = names.map((name) => statSync(join(folder, name)).size);
   const total = sizes.reduce((sum, size) => sum + size);
+  t.diagnostic(`${total} bytes: ${names.map((name, i) => `${name} ${sizes[i]}`).join(', ')}`);
   assert.ok(total < 120 * 1024, `${total} bytes`);
 });
