@@ -12,7 +12,7 @@ constexpr int kGap = 50;         // between the list and the tab set
 constexpr int kRightEdge = 150;  // clear of the window's right edge
 constexpr int kToolbarHeight = 780;
 constexpr int kCompanyTop = 800, kCompanyHeight = 450;
-constexpr int kFilterLabel = 750, kFilterTop = 860, kFilterHeight = 375, kSmallestFilter = 2000;
+constexpr int kFilterLabel = 750, kFilterTop = 860, kFilterHeight = 375, kSmallestFilter = 1500;
 constexpr int kTop = 1300;         // of the list and the tab set
 constexpr int kAroundTabs = 1850;  // what the window's height has beyond the tab set's
 constexpr int kStatusHeight = 375, kProgressWidth = 2400;
