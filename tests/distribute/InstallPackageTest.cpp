@@ -1,12 +1,9 @@
 #include "distribute/InstallPackage.h"
 
-#include <sys/resource.h>
-
-#include <csignal>
-
 #include "publish/CalculatorFolder.h"
 #include "publish/Preferences.h"
 #include "support/Fixture.h"
+#include "support/Hindrances.h"
 
 namespace tarvolinex {
 
@@ -121,14 +118,10 @@ TEST_F(InstallPackageTest, AFailureIsReportedAndLeavesNoHalfFile) {
 TEST_F(InstallPackageTest, AFullDiskLeavesTheOldPackageAndNoHalfOne) {
   BoxPath(folder.File("x.exe", "old"));
   desktop.answers = {Answer::Yes};
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit small{30'000, before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
-  const bool built = BuildDistFiles(true);
-  setrlimit(RLIMIT_FSIZE, &before);
-  EXPECT_FALSE(built);
+  {
+    const FullDisk full(30'000);
+    EXPECT_FALSE(BuildDistFiles(true));
+  }
   EXPECT_EQ(desktop.boxes.back().text.substr(0, 30), "Install file creation failed.\n");
   EXPECT_EQ(ListFiles(AppFolder + "\\x.*"), std::vector<std::string>{"x.exe"});
   EXPECT_EQ(ReadFile(folder.Path() + "/x.exe"), "old");

@@ -1,44 +1,14 @@
 // Databases that are damaged, held by another program, read-only or on a full disk: said, and left as they were.
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <thread>
 
 #include "platform/RuntimeError.h"
 #include "support/Fixture.h"
+#include "support/Hindrances.h"
 #include "ui/main/FRmCreateDB.h"
 
 namespace tarvolinex {
-
-// File permissions do not bind the superuser; while it lives the test is somebody else.
-class AnotherUser {
- public:
-  AnotherUser() { Become(65534); }
-  ~AnotherUser() { Become(0); }
-
- private:
-  void Become(uid_t user) { EXPECT_TRUE(getuid() != 0 || seteuid(user) == 0); }
-};
-
-// While it lives no file grows beyond the size.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limit = {bytes, before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, signal_);
-  }
-
- private:
-  void (*signal_)(int);
-  rlimit before_ = {};
-};
 
 class BadDatabaseTest : public SampleTest {
  protected:

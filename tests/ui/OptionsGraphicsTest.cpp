@@ -1,4 +1,5 @@
 // Logo, background and icon of the options window.
+#include "support/Hindrances.h"
 #include "support/OptionsFixture.h"
 #include "ui/iconedit/FrmIconEdit.h"
 
@@ -50,6 +51,8 @@ TEST_F(OptionsGraphicsTest, AnImportReplacesTheOldPictureAtOnce) {
 
 TEST_F(OptionsGraphicsTest, WhatCannotBeImportedLeavesTheOldPicture) {
   const std::string jpg = ReadFile(folder.Path() + "/logo/background.JPG");
+  const std::string large = folder.File("large.jpg", jpg);
+  std::filesystem::resize_file(large, 100 << 20);
   struct Case {
     std::string path;
     const char *text, *title;
@@ -62,6 +65,7 @@ TEST_F(OptionsGraphicsTest, WhatCannotBeImportedLeavesTheOldPicture) {
             "The File type Selected is not supported.\r\n\r\n(.BMP  .JPG  .PNG  .GIF) Supported", "Logo Import",
             BoxIcon::Exclamation},
            {folder.File("text.gif", "no picture"), "Importing Graphic Failed.", "Graphic Import", BoxIcon::Critical},
+           {large, "Importing Graphic Failed.", "Graphic Import", BoxIcon::Critical},
            {folder.File("empty.png", ""), "Importing Graphic Failed.", "Graphic Import", BoxIcon::Critical}}) {
     Import("GRAPHICS2", c.path);
     EXPECT_EQ(desktop.boxes.back().text, c.text);
@@ -75,6 +79,38 @@ TEST_F(OptionsGraphicsTest, WhatCannotBeImportedLeavesTheOldPicture) {
   options.TxtLogo.SetText(folder.File("brand.gif", gif));
   options.Cmd(1).Press();  // Cancel imports too
   EXPECT_EQ(desktop.boxes.back().text, "Importing Logo");
+}
+
+TEST_F(OptionsGraphicsTest, AReadOnlyDataFolderKeepsItsFiles) {
+  using std::filesystem::perms;
+  const auto allow = [&](unsigned bits) {
+    for (const char* name : {"", "/logo", "/icons", "/Forms", "/Tarvolinex.mdb"}) {
+      std::filesystem::permissions(folder.Path() + name, static_cast<perms>(bits));
+    }
+  };
+  const std::string coins = ReadFile(DataFolder + "\\icons\\COINS.ICO"),
+                    page = folder.File("page.html", "<title>New</title>");
+  const std::string picture = folder.File("brand.gif", "GIF89a" + gif.substr(6));
+  allow(0555);
+  {
+    const AnotherUser user;
+    Import("GRAPHICS2", picture);
+    EXPECT_EQ(desktop.boxes.back().text, "Importing Logo");
+    desktop.files = {page};
+    options.cmdForm(1).Press();
+    EXPECT_EQ(desktop.boxes.back().text, "HTML import Failed");
+    Select("FORMS2");
+    options.txtForms(1).SetText("Renamed");
+    Select("GRAPHICS");
+    EXPECT_EQ(desktop.boxes.back().text, "Save form error");
+    FrmIconEdit editor;
+    editor.SavePic("COINS");
+  }
+  allow(0755);
+  EXPECT_TRUE(Has("background.JPG"));
+  EXPECT_EQ(ReadFile(folder.Path() + "/logo/logo.GIF"), gif);
+  EXPECT_EQ(ReadFile(DataFolder + "\\icons\\COINS.ICO"), coins);
+  EXPECT_EQ(ListFiles(DataFolder + "\\Forms\\*.*").size(), 4U);
 }
 
 TEST_F(OptionsGraphicsTest, EachPathStaysWithItsNode) {

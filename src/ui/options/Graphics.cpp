@@ -18,6 +18,7 @@ namespace {
 constexpr const char* kNewIcon = "<New Icon>";
 constexpr const char* kIconEnding = ".ICO";
 constexpr std::size_t kEndingLength = 4;
+constexpr std::int64_t kLargestPicture = 10 << 20;  // bytes
 
 // ".GIF" and so on: the last four characters in capitals.
 std::string EndingOf(const std::string& path) {
@@ -163,9 +164,10 @@ void FrmOptions::SaveLogo(std::size_t kind) {
                 BoxIcon::Exclamation);
   }
   try {
+    if (FileLength(source) > kLargestPicture) throw RuntimeError(kBadPicture, source + " is too large to travel");
     LoadPicture(source);
   } catch (const RuntimeError&) {
-    // It only bears the name of a picture; the old one stays.
+    // It only bears the name of a picture, or no mail would take it; the old one stays.
     return Tell("Importing Graphic Failed.", "Graphic Import", BoxIcon::Critical);
   }
   try {
