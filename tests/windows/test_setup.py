@@ -18,14 +18,17 @@ def setup_list(title, *more):
 
 
 class SetupTest(WindowsTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.record = wine.preferences(COMPANY)
+
     def setUp(self):
         super().setUp()
         self.title = next(titles)
         self.source = self.folder / 'source'
         self.source.mkdir()
         self.installed = user('AppData/Local', self.title)
-        record = b' ' * 232 + COMPANY.encode('cp1252').ljust(30) + b' ' * 562
-        self.files = {'calc.html': b'page 1', 'calcdata.txt': b'', 'general.dat': record, 'Supplier.dat': b'record',
+        self.files = {'calc.html': b'page 1', 'calcdata.txt': b'', 'general.dat': self.record, 'Supplier.dat': b'record',
                       'calc.ico': wine.ICON.read_bytes(), 'setup.exe': wine.SETUP.read_bytes()}
 
     def write(self, *listed):

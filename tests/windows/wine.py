@@ -1,5 +1,6 @@
 """A Windows of the tests' own (Wine, without a display), the programs under test and install files for them."""
 import io
+import json
 import os
 import pathlib
 import shutil
@@ -15,6 +16,8 @@ BUILD = pathlib.Path(os.environ.get('BUILD', HERE.parent.parent / 'build'))
 MODULE = BUILD / 'windows/Xcdsfx32.bin'
 SETUP = BUILD / 'windows/setup.exe'
 PACK = BUILD / 'tests/pack'
+PROGRAM = BUILD / 'app/tarvolinex'
+PREFERENCES = BUILD / 'app/delivered/General.dat'
 LIST = HERE.parent.parent / 'installed/Setup.lst'
 ICON = HERE.parent.parent / 'installed/database/icons/CHART.ICO'
 COMPILER = 'x86_64-w64-mingw32-g++'
@@ -90,6 +93,14 @@ def wait_until(condition, seconds=15):
         if time.monotonic() > end:
             raise AssertionError('it did not come to be in time')
         time.sleep(0.05)
+
+
+def preferences(company):
+    """The delivered preferences with the company's name, as the program writes them."""
+    path = root / 'General.dat'
+    shutil.copy(PREFERENCES, path)
+    subprocess.run([PROGRAM, 'record', 'write', path], input=json.dumps({'OrgCompanyName': company}).encode(), check=True)
+    return path.read_bytes()
 
 
 def archive(files):

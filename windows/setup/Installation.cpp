@@ -16,7 +16,7 @@ namespace {
 
 constexpr wchar_t kPage[] = L"calc.html", kIcon[] = L"calc.ico", kProgram[] = L"setup.exe";
 constexpr wchar_t kPreferences[] = L"general.dat";
-constexpr std::size_t kCompanyOffset = 232, kCompanySize = 30;  // the publisher's name in the preferences
+constexpr std::size_t kCompanyOffset = 202, kCompanySize = 30;  // the publisher's name in the preferences
 
 std::wstring AppKey(const std::wstring& folder) {
   return L"Tarvolinex " + NameOf(folder);
