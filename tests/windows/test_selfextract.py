@@ -1,4 +1,5 @@
 """The self-extractor: what it unpacks and starts, and what it refuses."""
+import re
 import subprocess
 import zipfile
 
@@ -146,7 +147,22 @@ class Refuses(WindowsTest):
     def test_a_calculator_without_its_installer_stays_where_it_can_be_opened(self):
         install = packed(self.folder, [('calc.html', PAGE)], title='Preis: Buch            Self-Extractor')
         self.assertEqual(run(install, '/S').returncode, 0)
-        self.assertEqual((wine.user('AppData/Local', 'Preis_ Buch') / 'calc.html').read_bytes(), PAGE)
+        self.assertEqual((wine.user('AppData/Local', 'Preis_ Buch (download)') / 'calc.html').read_bytes(), PAGE)
+
+
+class Programs(WindowsTest):
+    def test_the_self_extractor_is_small(self):
+        self.assertLessEqual(wine.MODULE.stat().st_size, 120 * 1024)
+
+    def test_both_ask_for_no_administrator_and_know_large_screens_and_utf_8(self):
+        for program in (wine.MODULE, wine.SETUP):
+            text = subprocess.run(['wrestool', '-x', '--raw', '-t', '24', program], capture_output=True, text=True).stdout
+            for words in ('level="asInvoker"', 'uiAccess="false"', '>true/pm</dpiAware>',
+                          '>PerMonitorV2, PerMonitor</dpiAwareness>', '>UTF-8</activeCodePage>'):
+                self.assertEqual(len(re.findall(re.escape(words), text)), 1, (program, words))
+
+    def test_a_fault_of_its_own_is_told_on_the_error_handle(self):
+        self.assert_refused(run(wine.root / 'helper.exe', 'fault'), 'A text is too long.')
 
 
 class LoadsNothingPlanted(WindowsTest):
