@@ -1,6 +1,6 @@
 // What the tests need on the Windows side. helper hold FILE: keeps the file open, shared with nobody, and the desktop
 // with its services alive, until its input ends. helper lock: holds up installations until then. helper press BUTTON
-// TITLE: waits for a message box, presses its button of that number and prints its text. helper fault: ends as the
+// TITLE: waits for a window, presses its button of that number and prints its text. helper fault: ends as the
 // programs do when they meet a fault of their own. helper load NAME...: loads libraries as a careless program does.
 // Otherwise, as the started "setup.exe": writes its path, its arguments and the names beside it to the file that the
 // variable SEEN names, and ends with status 7.
@@ -38,7 +38,7 @@ int Press(WPARAM button, const wchar_t* title) {
   HWND box = nullptr;
   for (int tries = 0; tries < 300 && box == nullptr; ++tries) {
     Sleep(50);
-    box = FindWindowW(L"#32770", title);
+    box = FindWindowW(nullptr, title);
   }
   wchar_t text[1024] = L"";
   GetDlgItemTextW(box, 0xFFFF, text, 1024);

@@ -73,6 +73,7 @@ void Keep(const Archive& archive, const std::wstring& name, bool silent, Progres
   {
     const TemporaryFolder unpacked;
     Write(archive, unpacked.Path(), progress);
+    progress.Say(L"Putting the files in place...");
     const OnlyOne only;
     Replacement replacement(folder);
     for (const Entry& entry : archive.Entries()) replacement.Add(unpacked.Path() + L"\\" + entry.name);
