@@ -14,10 +14,9 @@ struct SelfExtractorSettings {
 
 // Writes `target`, whole or not at all: the module, with the icon's 32 by 32 picture in place of its own, the settings
 // and the archive, whose offsets are counted anew from the start of the file, so that it stays a correct archive.
-// An empty `icon` keeps the module's. The icon must hold a picture of 32 by 32 dots in 16
-// colours (744 bytes), which is what it becomes. Throws RuntimeError naming the file that cannot be read, used or
-// written: kBadPicture for the icon, kBadArchive for the module and the archive (which must be smaller than 4 GB and
-// without a comment).
+// An empty `icon` keeps the module's. The icon must hold a picture of 32 by 32 dots in 16 colours (744 bytes), which is
+// what it becomes. Throws RuntimeError naming the file that cannot be read, used or written: kBadPicture for the icon,
+// kBadArchive for the module and the archive (which must be smaller than 4 GB and without a comment).
 void WriteSelfExtractor(const SelfExtractorSettings& settings, std::string_view module, std::string_view icon,
                         std::string_view archive, std::string_view target);
 

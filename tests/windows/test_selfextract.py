@@ -1,9 +1,11 @@
 """The self-extractor: what it unpacks and starts, and what it refuses."""
+import io
+import re
 import subprocess
 import zipfile
 
 import wine
-from wine import WindowsTest, archive, damaged_at, packed, run, u32, windows
+from wine import WindowsTest, begin, damaged_at, end, packed, run, u32, windows
 
 PAGE = b'<html>' + bytes(range(256)) * 2000
 ENTRY, LOCAL = b'PK\x01\x02', b'PK\x03\x04'
@@ -61,6 +63,17 @@ class Unpacks(WindowsTest):
         run(packed(self.folder, files), '/S', f'/D={windows(self.folder)}\\in')
         self.assertEqual((self.folder / 'in/stored.bin').read_bytes(), PAGE * 3)
         self.assertEqual((self.folder / 'in/zeros.bin').read_bytes(), bytes(30_000_000))
+
+    def test_the_user_stops_it_and_nothing_is_unpacked(self):
+        out = io.BytesIO()
+        with zipfile.ZipFile(out, 'w', zipfile.ZIP_DEFLATED) as archive, archive.open('calc.html', 'w') as page:
+            for _ in range(400):
+                page.write(bytes(1_000_000))
+        install = packed(self.folder, out.getvalue(), title='Müller   Self-Extractor')
+        presses = begin(wine.root / 'helper.exe', 'press', '2', 'Müller Self-Extractor')
+        self.assertEqual(run(install, f'/D={windows(self.folder)}\\in').returncode, 2)
+        self.assertEqual(end(presses).returncode, 0)
+        self.assertFalse((self.folder / 'in').exists())
 
     def test_arguments_that_mean_nothing_are_refused(self):
         self.assert_refused(run(packed(self.folder, pages()), '/S', '/Q'), '"/Q"')
@@ -146,7 +159,22 @@ class Refuses(WindowsTest):
     def test_a_calculator_without_its_installer_stays_where_it_can_be_opened(self):
         install = packed(self.folder, [('calc.html', PAGE)], title='Preis: Buch            Self-Extractor')
         self.assertEqual(run(install, '/S').returncode, 0)
-        self.assertEqual((wine.user('AppData/Local', 'Preis_ Buch') / 'calc.html').read_bytes(), PAGE)
+        self.assertEqual((wine.user('AppData/Local', 'Preis_ Buch (download)') / 'calc.html').read_bytes(), PAGE)
+
+
+class Programs(WindowsTest):
+    def test_the_self_extractor_is_small(self):
+        self.assertLessEqual(wine.MODULE.stat().st_size, 120 * 1024)
+
+    def test_both_ask_for_no_administrator_and_know_large_screens_and_utf_8(self):
+        for program in (wine.MODULE, wine.SETUP):
+            text = subprocess.run(['wrestool', '-x', '--raw', '-t', '24', program], capture_output=True, text=True).stdout
+            for words in ('level="asInvoker"', 'uiAccess="false"', '>true/pm</dpiAware>',
+                          '>PerMonitorV2, PerMonitor</dpiAwareness>', '>UTF-8</activeCodePage>'):
+                self.assertEqual(len(re.findall(re.escape(words), text)), 1, (program, words))
+
+    def test_a_fault_of_its_own_is_told_on_the_error_handle(self):
+        self.assert_refused(run(wine.root / 'helper.exe', 'fault'), 'A text is too long.')
 
 
 class LoadsNothingPlanted(WindowsTest):

@@ -1,5 +1,6 @@
 """A Windows of the tests' own (Wine, without a display), the programs under test and install files for them."""
 import io
+import json
 import os
 import pathlib
 import shutil
@@ -15,13 +16,19 @@ BUILD = pathlib.Path(os.environ.get('BUILD', HERE.parent.parent / 'build'))
 MODULE = BUILD / 'windows/Xcdsfx32.bin'
 SETUP = BUILD / 'windows/setup.exe'
 PACK = BUILD / 'tests/pack'
+PROGRAM = BUILD / 'app/tarvolinex'
+PREFERENCES = BUILD / 'app/delivered/General.dat'
+SOURCES = HERE.parent.parent / 'windows'
 LIST = HERE.parent.parent / 'installed/Setup.lst'
 ICON = HERE.parent.parent / 'installed/database/icons/CHART.ICO'
 COMPILER = 'x86_64-w64-mingw32-g++'
 
+# Of Wine's own complaints those are shown that tell why a program did not start.
+COMPLAINTS = '-all,err+virtual,err+module,err+server,err+process,err+environ'
+
 root = pathlib.Path(tempfile.mkdtemp(prefix='tarvolinex-wine-'))
 environment = dict(
-    os.environ, WINEPREFIX=str(root / 'prefix'), HOME=str(root / 'home'), WINEDEBUG='-all', LC_ALL='C.UTF-8',
+    os.environ, WINEPREFIX=str(root / 'prefix'), HOME=str(root / 'home'), WINEDEBUG=COMPLAINTS, LC_ALL='C.UTF-8',
     WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe=', SEEN=f'Z:{root}/seen'.replace('/', '\\'))
 for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'XDG_DESKTOP_DIR'):
     environment.pop(name, None)
@@ -29,8 +36,10 @@ for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'XDG_DESKTOP_DIR'):
 
 def start():
     (root / 'home').mkdir()
-    compilers = [subprocess.Popen([COMPILER, '-static', '-s', '-O1', HERE / f'{source}.cpp', '-o', root / target, *more])
-                 for source, target, more in (('helper', 'helper.exe', ['-municode']), ('plant', 'plant.dll', ['-shared']))]
+    shared = [SOURCES / f'system/{source}.cpp' for source in ('Failure', 'SmallRuntime', 'Text')]
+    compilers = [subprocess.Popen([COMPILER, '-std=c++20', '-static', '-s', '-O1', HERE / f'{source}.cpp', '-o', root / target, *more])
+                 for source, target, more in (('helper', 'helper.exe', ['-municode', '-I', SOURCES, *shared]),
+                                              ('plant', 'plant.dll', ['-shared']))]
     run('wineboot', '--init')
     run('reg', 'add', 'HKCU\\Software\\Wine\\Drivers', '/v', 'Graphics', '/d', 'null')  # windows that nobody sees
     assert all(compiler.wait() == 0 for compiler in compilers)
@@ -41,7 +50,7 @@ def start():
     # As long as one program runs, the services need not start anew for each of the others.
     (root / 'kept').touch()
     global keeper
-    keeper = hold(root / 'kept')
+    keeper = hold('hold', windows(root / 'kept'))
 
 
 def stop():
@@ -50,14 +59,30 @@ def stop():
     shutil.rmtree(root, ignore_errors=True)
 
 
+def begin(program, *arguments, **variables):
+    return subprocess.Popen(['wine', str(program), *arguments], env=dict(environment, **variables), stdout=subprocess.PIPE,
+                            stderr=subprocess.PIPE, encoding='utf-8', errors='replace')
+
+
+def end(process):
+    output, errors = process.communicate(timeout=60)
+    return subprocess.CompletedProcess(process.args, process.returncode, output, errors)
+
+
 def run(program, *arguments, **variables):
-    return subprocess.run(['wine', str(program), *arguments], env=dict(environment, **variables), capture_output=True, encoding='utf-8',
-                          errors='replace', timeout=60)
+    return end(begin(program, *arguments, **variables))
 
 
-def hold(path):
-    """Keeps the file open, shared with nobody."""
-    process = subprocess.Popen(['wine', str(root / 'helper.exe'), 'hold', windows(path)], env=environment,
+def press(button, title):
+    """Presses OK (1) or Cancel (2) in the message box of that title and returns its text."""
+    result = run(root / 'helper.exe', 'press', str(button), title)
+    assert result.returncode == 0, result
+    return result.stdout
+
+
+def hold(*words):
+    """What the helper's words make it keep stays so until it is released."""
+    process = subprocess.Popen(['wine', str(root / 'helper.exe'), *words], env=environment,
                                stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
     assert process.stdout.readline().strip() == b'held'
     return process
@@ -90,6 +115,14 @@ def wait_until(condition, seconds=15):
         if time.monotonic() > end:
             raise AssertionError('it did not come to be in time')
         time.sleep(0.05)
+
+
+def preferences(company):
+    """The delivered preferences with the company's name, as the program writes them."""
+    path = root / 'General.dat'
+    shutil.copy(PREFERENCES, path)
+    subprocess.run([PROGRAM, 'record', 'write', path], input=json.dumps({'OrgCompanyName': company}).encode(), check=True)
+    return path.read_bytes()
 
 
 def archive(files):
@@ -132,6 +165,6 @@ class WindowsTest(unittest.TestCase):
         shutil.rmtree(self.folder)
 
     def assert_refused(self, result, *words):
-        self.assertEqual(result.returncode, 1, result.stderr)
+        self.assertEqual(result.returncode, 1, result)
         for word in words:
-            self.assertIn(word, result.stderr)
+            self.assertIn(word, result.stderr, result)

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "system/Failure.h"
+#include "system/Names.h"
 #include "system/Text.h"
 
 namespace tarvolinex::windows {

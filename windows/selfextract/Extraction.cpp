@@ -6,8 +6,12 @@
 #include "selfextract/Container.h"
 #include "selfextract/ProgressWindow.h"
 #include "system/Failure.h"
+#include "system/Names.h"
+#include "system/OnlyOne.h"
 #include "system/Process.h"
+#include "system/Replacement.h"
 #include "system/Shell.h"
+#include "system/TemporaryFolder.h"
 #include "system/Text.h"
 
 namespace tarvolinex::windows {
@@ -63,12 +67,23 @@ std::wstring CalculatorName(const std::wstring& title) {
 }
 
 // A calculator that was fetched by a link comes without its installer: it stays in a folder of the user's and is opened
-// there.
-void Keep(const Archive& archive, const std::wstring& folder, const Options& options, ProgressWindow& progress) {
-  MakeFolder(folder);
-  Write(archive, folder, progress);
+// there. An installed one has another folder. What an earlier download put there is replaced whole or not at all.
+void Keep(const Archive& archive, const std::wstring& name, bool silent, ProgressWindow& progress) {
+  const std::wstring folder = LocalDataFolder() + L"\\" + FolderNameFor(name) + L" (download)";
+  {
+    const TemporaryFolder unpacked;
+    Write(archive, unpacked.Path(), progress);
+    progress.Say(L"Putting the files in place...");
+    const OnlyOne only;
+    Replacement replacement(folder);
+    for (const Entry& entry : archive.Entries()) replacement.Add(unpacked.Path() + L"\\" + entry.name);
+    InstalledList list;
+    list.title = name;
+    replacement.Exchange(list);
+    replacement.Commit();
+  }
   progress.Close();
-  if (!options.silent) OpenFile(folder + L"\\" + kPage);
+  if (!silent) OpenFile(folder + L"\\" + kPage);
 }
 
 std::wstring FullPath(const std::wstring& path) {
@@ -80,11 +95,13 @@ std::wstring FullPath(const std::wstring& path) {
 
 }  // namespace
 
-void ReadOptions(const std::vector<std::wstring>& arguments, Options& options) {
+Options ReadOptions(const std::vector<std::wstring>& arguments) {
+  Options options;
   bool in_folder = false;
   for (const std::wstring& argument : arguments) {
     if (SameName(argument, L"/S")) {
       options.silent = true;
+      ReportSilently();
       in_folder = false;
     } else if (StartsWithName(argument, L"/D=") && argument.size() > 3) {
       options.folder = argument.substr(3);
@@ -95,6 +112,7 @@ void ReadOptions(const std::vector<std::wstring>& arguments, Options& options) {
       throw Failure{L"\"" + argument + L"\" is not understood. Known are /S (silent) and /D=FOLDER (unpack there)."};
     }
   }
+  return options;
 }
 
 unsigned long UnpackAndStart(const InputFile& file, const Options& options) {
@@ -115,7 +133,7 @@ unsigned long UnpackAndStart(const InputFile& file, const Options& options) {
       return 0;
     }
     if (starts && !installs) {
-      Keep(archive, LocalDataFolder() + L"\\" + FolderNameFor(CalculatorName(container.title)), options, progress);
+      Keep(archive, CalculatorName(container.title), options.silent, progress);
       return 0;
     }
     const TemporaryFolder folder;

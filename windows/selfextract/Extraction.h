@@ -14,9 +14,8 @@ struct Options {
 };
 
 // Understands `/S` and `/D=FOLDER` in any case. A folder with blanks may stand in quotes or run on up to the next word
-// that begins with "/". Anything else is a failure, which
-// leaves in `options` what came before it.
-void ReadOptions(const std::vector<std::wstring>& arguments, Options& options);
+// that begins with "/". Anything else is a failure; it is reported silently when `/S` came before it.
+Options ReadOptions(const std::vector<std::wstring>& arguments);
 
 // Does what the options say with the install file. The whole archive is tested before the first file is written.
 // Returns the exit status: that of the started program, 0 when none was started, 2 when the user stopped it.

@@ -9,13 +9,12 @@ using namespace tarvolinex::windows;
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
   GuardLibraries();
-  Options options;
   try {
-    ReadOptions(Arguments(), options);
+    const Options options = ReadOptions(Arguments());
     const InputFile file(ProgramPath());
     return static_cast<int>(UnpackAndStart(file, options));
   } catch (const Failure& failure) {
-    ReportFailure(NameOf(ProgramPath()), failure, options.silent);
+    ReportFailure(NameOf(ProgramPath()), failure);
     return 1;
   }
 }

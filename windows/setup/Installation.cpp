@@ -3,10 +3,11 @@
 #include <windows.h>
 
 #include "setup/Desktop.h"
-#include "setup/InstalledList.h"
-#include "setup/Replacement.h"
 #include "system/Failure.h"
 #include "system/Files.h"
+#include "system/InstalledList.h"
+#include "system/Names.h"
+#include "system/Replacement.h"
 #include "system/Shell.h"
 #include "system/Text.h"
 
@@ -16,7 +17,7 @@ namespace {
 
 constexpr wchar_t kPage[] = L"calc.html", kIcon[] = L"calc.ico", kProgram[] = L"setup.exe";
 constexpr wchar_t kPreferences[] = L"general.dat";
-constexpr std::size_t kCompanyOffset = 232, kCompanySize = 30;  // the publisher's name in the preferences
+constexpr std::size_t kCompanyOffset = 202, kCompanySize = 30;  // the publisher's name in the preferences
 
 std::wstring AppKey(const std::wstring& folder) {
   return L"Tarvolinex " + NameOf(folder);
@@ -129,9 +130,10 @@ void Uninstall(const std::wstring& folder) {
     if (!SameName(file, kProgram)) Delete(folder + L"\\" + file, 3);
   }
   for (const std::wstring& shortcut : list.shortcuts) Delete(shortcut, 3);
-  Unregister(AppKey(folder));
   // The one that started this may still be on its way out.
   Delete(folder + L"\\" + kProgram, 10);
+  // Not before: while the program is there, the entry is how the user starts it again.
+  Unregister(AppKey(folder));
   Delete(folder + L"\\" + kInstalledList);
   RemoveDirectoryW(folder.c_str());
 }

@@ -4,6 +4,7 @@
 
 #include "system/Failure.h"
 #include "system/Files.h"
+#include "system/Names.h"
 #include "system/Text.h"
 
 namespace tarvolinex::windows {

@@ -4,12 +4,14 @@
 
 #include "setup/Desktop.h"
 #include "setup/Installation.h"
-#include "setup/InstalledList.h"
-#include "setup/Replacement.h"
 #include "system/Failure.h"
 #include "system/Files.h"
+#include "system/InstalledList.h"
+#include "system/OnlyOne.h"
 #include "system/Process.h"
+#include "system/Replacement.h"
 #include "system/Shell.h"
+#include "system/TemporaryFolder.h"
 #include "system/Text.h"
 
 namespace tarvolinex::windows {
@@ -24,11 +26,12 @@ struct SetupOptions {
   std::wstring from;       // /from=FOLDER: the folder to remove, given to the copy that does it
 };
 
-// A failure leaves in `options` what came before the argument at fault.
-void ReadSetupOptions(SetupOptions& options) {
+SetupOptions ReadSetupOptions() {
+  SetupOptions options;
   for (const std::wstring& argument : Arguments()) {
     if (SameName(argument, L"/S")) {
       options.silent = true;
+      ReportSilently();
     } else if (SameName(argument, L"/uninstall")) {
       options.uninstall = true;
     } else if (StartsWithName(argument, L"/from=")) {
@@ -37,6 +40,7 @@ void ReadSetupOptions(SetupOptions& options) {
       throw Failure{L"\"" + argument + L"\" is not understood. Known are /S (silent) and /uninstall."};
     }
   }
+  return options;
 }
 
 bool Agreed(const std::wstring& title, const std::wstring& question) {
@@ -44,23 +48,13 @@ bool Agreed(const std::wstring& title, const std::wstring& question) {
          IDOK;
 }
 
-// One installation or removal at a time.
-class OnlyOne {
- public:
-  OnlyOne() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\TarvolinexSetup")) {
-    const DWORD got = WaitForSingleObject(mutex_, 30000);
-    if (got != WAIT_OBJECT_0 && got != WAIT_ABANDONED) throw Failure{L"Another installation is still running."};
+void OpenInstalled(const std::wstring& page) {
+  try {
+    OpenFile(page);
+  } catch (const Failure& failure) {
+    throw Failure{failure.message + L"\n\nThe calculator is installed; its shortcut is on the desktop."};
   }
-  ~OnlyOne() {
-    ReleaseMutex(mutex_);
-    CloseHandle(mutex_);
-  }
-  OnlyOne(const OnlyOne&) = delete;
-  OnlyOne& operator=(const OnlyOne&) = delete;
-
- private:
-  HANDLE mutex_;
-};
+}
 
 unsigned long InstallHere(bool silent) {
   const std::wstring path = BesideProgram(L"Setup.lst");
@@ -75,7 +69,7 @@ unsigned long InstallHere(bool silent) {
     const OnlyOne only;
     page = Install(list, FolderOf(path));
   }
-  if (!silent) OpenFile(page);
+  if (!silent) OpenInstalled(page);
   return 0;
 }
 
@@ -92,18 +86,27 @@ void StartRemoval(const std::wstring& folder, bool silent) {
   CloseHandle(held);
 }
 
-unsigned long Remove(const SetupOptions& options) {
-  const std::wstring folder = options.from.empty() ? FolderOf(ProgramPath()) : options.from;
-  Recover(folder);
-  const std::wstring title = InstalledTitle(folder);
-  if (options.from.empty()) {
-    if (!options.silent && !Agreed(title, L"Remove \"" + title + L"\" from this computer?")) return kStopped;
-    StartRemoval(folder, options.silent);
-    return 0;
-  }
+// Asks, and has a copy do the work.
+unsigned long AskToRemove(const std::wstring& folder, bool silent) {
+  std::wstring title;
   {
     const OnlyOne only;
-    Uninstall(folder);
+    Recover(folder);
+    title = InstalledTitle(folder);
+  }
+  if (!silent && !Agreed(title, L"Remove \"" + title + L"\" from this computer?")) return kStopped;
+  StartRemoval(folder, silent);
+  return 0;
+}
+
+unsigned long Remove(const SetupOptions& options) {
+  if (options.from.empty()) return AskToRemove(FolderOf(ProgramPath()), options.silent);
+  std::wstring title;
+  {
+    const OnlyOne only;
+    Recover(options.from);
+    title = InstalledTitle(options.from);
+    Uninstall(options.from);
   }
   if (!options.silent) {
     MessageBoxW(nullptr, (L"\"" + title + L"\" was removed.").c_str(), title.c_str(), MB_OK | MB_ICONINFORMATION);
@@ -124,13 +127,12 @@ unsigned long RunSetup(const SetupOptions& options) {
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
   using namespace tarvolinex::windows;
   GuardLibraries();
-  SetupOptions options;
   try {
-    ReadSetupOptions(options);
+    const SetupOptions options = ReadSetupOptions();
     if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) throw Failure{L"Windows cannot write shortcuts."};
     return static_cast<int>(RunSetup(options));
   } catch (const Failure& failure) {
-    ReportFailure(L"Setup", failure, options.silent);
+    ReportFailure(L"Setup", failure);
     return 1;
   }
 }

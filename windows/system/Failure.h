@@ -13,7 +13,11 @@ struct Failure {
 [[noreturn]] void ThrowLastError(const wchar_t* doing, const std::wstring& path);
 [[noreturn]] void ThrowError(const wchar_t* doing, const std::wstring& path, unsigned long error);
 
-// Tells the user: in a message box, or on the standard error handle when the program is silent.
-void ReportFailure(const std::wstring& title, const Failure& failure, bool silent);
+// From now on reports go to the standard error handle alone; before, to a message box.
+void ReportSilently();
+void ReportFailure(const std::wstring& title, const Failure& failure);
+
+// Reports what nothing can be done about, without asking for memory, and ends the program with status 1.
+[[noreturn]] void EndProgram(const char* why);
 
 }  // namespace tarvolinex::windows

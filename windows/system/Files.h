@@ -8,13 +8,6 @@
 
 namespace tarvolinex::windows {
 
-// True for a name that stands for one ordinary file of a folder: no folder part, drive or stream, no name that Windows
-// keeps for a device (with or without an extension), no end that Windows would drop (a dot or a blank).
-bool IsPlainName(const std::wstring& name);
-
-// A title as the name of a folder or a shortcut: what Windows does not take is replaced by "_".
-std::wstring FolderNameFor(const std::wstring& title);
-
 class InputFile {
  public:
   explicit InputFile(const std::wstring& path);
@@ -61,10 +54,5 @@ void Move(const std::wstring& from, const std::wstring& to, bool replace);
 void Delete(const std::wstring& path, int seconds = 0);
 // A folder with all that is in it; a link in it is removed and not followed. False when something stays.
 bool RemoveFolder(const std::wstring& path);
-
-// A new folder in the user's temporary folder that nobody but the user can enter.
-std::wstring MakeTemporaryFolder();
-// A path in the user's temporary folder where nothing stands yet.
-std::wstring TemporaryName(const wchar_t* extension);
 
 }  // namespace tarvolinex::windows

@@ -1,4 +1,5 @@
-#include "system/Files.h"
+#include "system/Names.h"
+
 #include "system/Text.h"
 
 namespace tarvolinex::windows {

@@ -1,22 +1,15 @@
 // The parts of the language's run-time library that would bring its stream and demangling code along: the program that
 // unpacks travels in every install file and has to stay small. Running out of memory ends the program with a message.
-#include <windows.h>
-
 #include <cstdlib>
 #include <new>
 
-namespace {
+#include "system/Failure.h"
 
-[[noreturn]] void EndProgram(const wchar_t* why) {
-  FatalAppExitW(0, why);
-  std::abort();
-}
-
-}  // namespace
+using tarvolinex::windows::EndProgram;
 
 void* operator new(std::size_t size) {
   void* memory = std::malloc(size == 0 ? 1 : size);
-  if (memory == nullptr) EndProgram(L"There is not enough memory.");
+  if (memory == nullptr) EndProgram("There is not enough memory.");
   return memory;
 }
 void operator delete(void* memory) noexcept {
@@ -28,24 +21,24 @@ void operator delete(void* memory, std::size_t) noexcept {
 
 namespace std {
 void __throw_length_error(const char*) {
-  EndProgram(L"A text is too long.");
+  EndProgram("A text is too long.");
 }
 void __throw_logic_error(const char*) {
-  EndProgram(L"This program has a fault (text).");
+  EndProgram("This program has a fault (text).");
 }
 void __throw_out_of_range_fmt(const char*, ...) {
-  EndProgram(L"This program has a fault (range).");
+  EndProgram("This program has a fault (range).");
 }
 void __throw_bad_alloc() {
-  EndProgram(L"There is not enough memory.");
+  EndProgram("There is not enough memory.");
 }
 void __throw_bad_array_new_length() {
-  EndProgram(L"There is not enough memory.");
+  EndProgram("There is not enough memory.");
 }
 }  // namespace std
 
 namespace __gnu_cxx {
 void __verbose_terminate_handler() {
-  EndProgram(L"This program has a fault (failure without a report).");
+  EndProgram("This program has a fault (failure without a report).");
 }
 }  // namespace __gnu_cxx

@@ -1,10 +1,11 @@
+#include "system/TemporaryFolder.h"
+
 #include <windows.h>
 // After windows.h.
 #include <ntsecapi.h>
 #include <sddl.h>
 
 #include "system/Failure.h"
-#include "system/Files.h"
 
 namespace tarvolinex::windows {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "setup/InstalledList.h"
+#include "system/InstalledList.h"
 
 namespace tarvolinex::windows {
 

@@ -1,6 +1,7 @@
-#include "setup/InstalledList.h"
+#include "system/InstalledList.h"
 
 #include "system/Files.h"
+#include "system/Names.h"
 #include "system/Text.h"
 
 namespace tarvolinex::windows {

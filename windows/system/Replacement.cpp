@@ -1,9 +1,10 @@
-#include "setup/Replacement.h"
+#include "system/Replacement.h"
 
 #include <windows.h>
 
 #include "system/Failure.h"
 #include "system/Files.h"
+#include "system/Names.h"
 #include "system/Text.h"
 
 namespace tarvolinex::windows {
@@ -65,7 +66,7 @@ void Recover(const std::wstring& folder) {
 Replacement::Replacement(const std::wstring& folder) : folder_(folder) {
   Recover(folder);
   old_ = ReadInstalledList(folder);
-  if (Exists(NewFolder(folder)) || !CreateDirectoryW(NewFolder(folder).c_str(), nullptr)) {
+  if (!CreateDirectoryW(NewFolder(folder).c_str(), nullptr)) {
     ThrowLastError(L"Making the folder", NewFolder(folder));
   }
 }
