@@ -2,7 +2,9 @@
 
 #include "calc/RateCard.h"
 #include "core/Globals.h"
+#include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "publish/CalculatorFolder.h"
 #include "publish/Template.h"
 #include "store/DatabaseFile.h"
 #include "store/Statements.h"
@@ -23,6 +25,8 @@ std::string SupplierIdOf(const Arguments& arguments) {
 void ChooseSupplier(const std::string& id) {
   if (!OpenDatabaseForCommand()) throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + id);
   if (DatabaseUnpacked) MakePages(CalculatorPreferences);  // the pictures came with it
+  const std::string icon = CalculatorPreferences.IconName.Trimmed();
+  if (FileExists(DataFolder + "\\icons\\" + icon + ".ico")) CopyInstallIcon(CalculatorPreferences);
   Recordset& records = TheStore->SupplierRecords;
   OpenRecordset(statements::kSuppliers, records);
   records.Find("ID=" + id);

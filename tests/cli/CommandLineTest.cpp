@@ -111,13 +111,14 @@ TEST_F(CommandLineTest, RecordsAreShownAndChanged) {
 }
 
 TEST_F(CommandLineTest, ACalculatorIsPublishedFromANewFolder) {
-  const char* record = R"({"OrgCompanyName": "Zoë Leasing", "ShowHeaderLogo": true})";
+  const char* record = R"({"OrgCompanyName": "Zoë Leasing", "ShowHeaderLogo": true, "IconName": "CHART"})";
   EXPECT_EQ(Program("preferences write", record).status, 0);
   const Run run = Program("publish --supplier 3");
   const std::string calculator = folder.Path() + "/app/calculator/";
   EXPECT_EQ(run.out + run.err, calculator + "\n");
   EXPECT_NE(ReadFile(calculator + "calc.html").find("<img src=logo.GIF>"), std::string::npos);
   EXPECT_EQ(ReadFile(calculator + "general.dat").substr(202, 12), "Zo\xEB Leasing ");
+  EXPECT_EQ(ReadFile(calculator + "calc.ico"), ReadFile(folder.Path() + "/app/icons/CHART.ICO"));
   const Run live = Program("live --supplier 3 " + folder.File("form.html", "<p>|Supplier Town|, |Calculator Term|"));
   EXPECT_EQ(live.status, 0) << live.err;
   EXPECT_EQ(ReadFile(folder.Path() + "/form_live.html"), "\r\n<p>Reading, 12 Months (1 Year)\r\n");
