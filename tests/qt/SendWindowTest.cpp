@@ -45,20 +45,6 @@ class SendWindow : public SampleWindow {
   }
 };
 
-TEST_F(SendWindow, TickedContactsGetTheMessageThatWasTyped) {
-  const LoopbackServer server("smtp", folder.Path());
-  folder.File("Mail.INI", "[PROFILES]\nDefaultProfile=w\n[w]\nTransport=smtp\nSecurity=none\nServer=" + server.Host());
-  AnswerWith(QMessageBox::Ok);
-  Send(1);
-  ASSERT_EQ(said.size(), 1U);
-  EXPECT_EQ(said[0].substr(0, 48), "Lease Tool has been sent successfully by Tarvoli");
-  const std::string message = ReadFile(folder.Path() + "/message.json");
-  EXPECT_NE(message.find(R"("subject": "Your calculator")"), std::string::npos) << message;
-  EXPECT_NE(message.find(R"("attachment": "CalcInstall.zip")"), std::string::npos);
-  EXPECT_EQ(ReadFile(folder.Path() + "/attachment"), ReadFile(AppFolder + "\\CalcInstall.zip"));
-  EXPECT_NE(Ask("SELECT DateLastSent FROM contacts WHERE ID=2"), "");
-}
-
 TEST_F(SendWindow, AnUploadLetsTheWindowLiveAndEscapeStopsIt) {
   const LoopbackServer server("http", folder.Path(), {"slow", "SUCCESS"});
   WebServer = server.Host();
