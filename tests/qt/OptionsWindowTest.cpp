@@ -75,24 +75,6 @@ TEST_F(OptionsWindow, TheKeyboardAloneWalksTheTreeAndEdits) {
   EXPECT_EQ(CalculatorPreferences.CurrencySymbol.Trimmed(), "1234");
 }
 
-TEST_F(OptionsWindow, WhatTakesTheFocusHasAName) {
-  WebServer = "www.forms.example";
-  for (const char* node : {"Calculator Name", "Border Colour", "Maximum Term (Months)", "Import New Header Logo"}) {
-    ClickItem(node);
-  }
-  frmFormEditWarning warning("");
-  desktop.Show(warning);
-  for (Window* window : {static_cast<Window*>(&options), static_cast<Window*>(&warning)}) {
-    for (const Control* control : window->Controls()) {
-      const QWidget* widget = desktop.BinderOf(*window)->WidgetOf(*control);
-      if (widget->focusPolicy() == Qt::NoFocus || control == &options.ChkYesNo) continue;
-      const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
-      EXPECT_NE(spoken->text(QAccessible::Name), "") << control->WidgetName();
-    }
-  }
-  warning.Close();
-}
-
 TEST_F(OptionsWindow, ALinkWorksByPointerAndByKey) {
   frmFormEditWarning warning("");
   int opened = 0;
