@@ -19,13 +19,6 @@ TEST_F(AliasesTest, PlaceholdersAreReplacedInTheTablesOrder) {
   EXPECT_EQ(ReplaceAliases("[<CALCNAME>]"), "[]");
 }
 
-TEST_F(AliasesTest, TheSuppliersOwnWords) {
-  EXPECT_EQ(ReplaceAliases("<ADDRATEMSG>/<SUPPLIERNAME>"), "Additional Rate Premium/");
-  SupplierCalcSettings.AdditionalPremiumMsg = " Warranty? ";
-  SupplierCalcSettings.CompanyName = "Acme";
-  EXPECT_EQ(ReplaceAliases("<ADDRATEMSG>/<SUPPLIERNAME>"), "Warranty?/Acme");
-}
-
 TEST(Tags, ValuesAreFoundWithoutRegardToCaseOfTheKey) {
   EXPECT_EQ(GetTagValue("RS=SUPPLIER;FIELDNAME=Yield0", "fieldname"), "Yield0");
   EXPECT_EQ(GetTagValue("A= x =y;A=z", "a"), "x");
@@ -51,17 +44,6 @@ TEST_F(AliasesTest, CaptionsFollowTheTags) {
   EXPECT_EQ(modes.Items()[2].data, 2);
   EXPECT_EQ(modes.ListIndex(), 0);
   EXPECT_EQ(form->quote.CboProCalc(kListResidualMode).Items().size(), 2U);
-}
-
-TEST_F(AliasesTest, AnotherWindowRebuildsTheDepositListOnly) {
-  ApplyCaptions(*form);
-  form->quote.CboProCalc(kListResidualMode).SetListIndex(1);
-  Window other("FrmOther");
-  Label label(other, "Lbl", -1, "£ <SUPPLIER>");
-  ApplyCaptions(other);
-  EXPECT_EQ(label.Caption(), "£ <SUPPLIER>");
-  EXPECT_EQ(form->quote.CboProCalc(kListDepositMode).ListIndex(), -1);
-  EXPECT_EQ(form->quote.CboProCalc(kListResidualMode).ListIndex(), 1);
 }
 
 }  // namespace tarvolinex

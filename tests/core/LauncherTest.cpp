@@ -27,14 +27,4 @@ TEST_F(LauncherTest, AFileWithoutAnEditorIsOpenedWithAChosenProgram) {
   EXPECT_EQ(desktop.launched.size(), 3U);
 }
 
-TEST_F(LauncherTest, TopicsHaveTheirPages) {
-  AppFolder = "C:\\Tarvolinex";
-  for (const int topic : {0, 1, 2, 3, 4}) ShowHelpPage(topic);
-  const char* pages[] = {"main", "options", "options_Forms", "main", "sendsub"};
-  for (std::size_t i = 0; i < 5; ++i) {
-    EXPECT_EQ(desktop.launched[i],
-              "open C:\\Tarvolinex\\Help\\" + std::string(pages[i]) + ".HTM||C:\\Tarvolinex\\Help");
-  }
-}
-
 }  // namespace tarvolinex

@@ -138,25 +138,6 @@ TEST_F(EmailTest, ALinkIsSentOnlyAfterTheUpload) {
   EXPECT_EQ(mail.find("attachment"), std::string::npos);
 }
 
-TEST_F(EmailTest, TheWindowWaitsWhileItSends) {
-  way = kSendLink;
-  const LoopbackServer server("http", folder.Path(), {"SUCCESS"});
-  WebServer = server.Host();
-  TickAll();
-  bool blocked = true, closes = false, looked = false;
-  desktop.events = [&] {
-    if (!Working) return;
-    looked = true;
-    blocked = blocked && !form->menus.MnuFile.Enabled() && !form->send.CmdCalcGo(2).Enabled();
-    closes = closes || form->MayClose();
-    StopRequested = false;
-  };
-  Send();
-  EXPECT_TRUE(looked && blocked);
-  EXPECT_FALSE(closes);
-  EXPECT_TRUE(form->MayClose());
-}
-
 TEST_F(EmailTest, MissingInstructionsAreReportedAndEmpty) {
   std::filesystem::remove(folder.Path() + "/inst1.txt");
   GetInstructions(1);

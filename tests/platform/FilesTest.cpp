@@ -46,18 +46,6 @@ TEST(Files, PatternsMatchNamesInOrder) {
   EXPECT_TRUE(ListFiles(folder.Path() + "\\none\\*.*").empty());
 }
 
-TEST(Files, NewestIsTheLastWritten) {
-  TemporaryFolder folder;
-  using std::filesystem::last_write_time;
-  folder.File("logo.gif", "");
-  folder.File("logo.png", "");
-  const auto now = std::filesystem::file_time_type::clock::now();
-  last_write_time(folder.Path() + "/logo.gif", now);
-  last_write_time(folder.Path() + "/logo.png", now - std::chrono::hours(1));
-  EXPECT_EQ(NewestFile(folder.Path() + "\\logo.*"), "logo.gif");
-  EXPECT_EQ(NewestFile(folder.Path() + "\\none.*"), "");
-}
-
 TEST(Files, FailuresCarryTheirNumbers) {
   TemporaryFolder folder;
   const std::string file = folder.File("a", "x");

@@ -127,15 +127,6 @@ TEST_F(MailTest, FaultsOfTheServerEndTheMessage) {
   EXPECT_EQ(Send(), kNotConnected);
 }
 
-TEST_F(MailTest, TheUserCanStopIt) {
-  const LoopbackServer server("smtp", folder.Path(), {"silent"});
-  Profile("Transport=smtp\r\nSecurity=none\r\nServer=" + server.Host() + "\r\n");
-  int looks = 0;
-  session.Progress = [&](std::int64_t, std::int64_t) { return ++looks < 3; };
-  EXPECT_EQ(Send(), kMailFailed);
-  EXPECT_EQ(looks, 3);
-}
-
 TEST_F(MailTest, TheOutboxGetsOneFileAndAnUnwritableOneFails) {
   Profile("Transport=outbox\r\n");
   EXPECT_EQ(Send(), 0);

@@ -34,11 +34,6 @@ TEST_F(TemplateTest, TokensAreFilledEverywhereAndTheTwoPictureTokensOnlyAsWritte
   EXPECT_EQ(Fill("|CLASSID|", true), "A71C5E08-3D42-11D7-8C19-0004AC6E2F51");
 }
 
-TEST_F(TemplateTest, WithoutPicturesTheNamesAreEmpty) {
-  prefs.ShowHeaderLogo = prefs.ShowBackground = true;
-  EXPECT_EQ(Fill("|HEADERPIC| |PICBACKGROUND|"), "<img src=><br> Background=");
-}
-
 TEST_F(TemplateTest, ValuesAreWrittenInThePagesCharacterSet) {
   prefs.AliasCalcName = "Größe €";
   const std::string utf8 = "<meta charset=\"utf-8\">",
@@ -75,18 +70,6 @@ TEST_F(TemplateTest, ATemplateThatIsNoTextLeavesTheOldPages) {
   SaveCalculatorPreferences(prefs);
   EXPECT_EQ(desktop.boxes.at(0).text, "HTML creation failed");
   EXPECT_EQ(Page("Calc.Html"), "old");
-}
-
-TEST_F(TemplateTest, ALargeTemplateIsFilledToTheEnd) {
-  constexpr std::size_t kMegabyte = 1 << 20;
-  std::string text;
-  for (int i = 0; i < 8; ++i) text += std::string(kMegabyte - 1, 'x') + "\n";
-  folder.File("CalcTemplate.html", text + "|CUSTREF|");
-  SaveCalculatorPreferences(prefs);
-  EXPECT_TRUE(desktop.boxes.empty());
-  const std::string page = Page("Calc.Html");
-  EXPECT_EQ(page.size(), 8 * (kMegabyte + 1) + std::string("\r\n104233\r\n").size());
-  EXPECT_EQ(page.substr(page.size() - 8), "104233\r\n");
 }
 
 }  // namespace tarvolinex

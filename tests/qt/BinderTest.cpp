@@ -207,43 +207,6 @@ TEST_F(Binding, ArrowsAndArrowKeysStepTheBoxWithoutTakingTheFocus) {
   EXPECT_EQ(steps, before);
 }
 
-TEST_F(Binding, MovingTheFocusLeavesOneFieldAndEntersTheOther) {
-  Names order;
-  form_.quote.TxtProCalc(0).Validate = [&] { order.push_back("validate 0"); };
-  form_.quote.TxtProCalc(0).LostFocus = [&] { order.push_back("left 0"); };
-  form_.quote.TxtProCalc(1).GotFocus = [&] { order.push_back("entered 1"); };
-  Find<QLineEdit>("TxtProCalc_0").setFocus();
-  form_.quote.TxtProCalc(1).SetFocus();
-  EXPECT_EQ(order, Names({"validate 0", "left 0", "entered 1"}));
-  EXPECT_TRUE(Find<QLineEdit>("TxtProCalc_1").hasFocus());
-  // A field that does not let go keeps the focus.
-  form_.quote.TxtProCalc(1).LostFocus = [&] { form_.quote.TxtProCalc(1).SetFocus(); };
-  Find<QLineEdit>("TxtProCalc_2").setFocus();
-  EXPECT_EQ(form_.ActiveControl(), &form_.quote.TxtProCalc(1));
-  EXPECT_TRUE(Find<QLineEdit>("TxtProCalc_1").hasFocus());
-}
-
-TEST_F(Binding, BlockedCommandsLeaveTheFieldsFree) {
-  int commands = 0;
-  form_.Toolbar1.ButtonClick = [&](const std::string&) { ++commands; };
-  form_.menus.MnuSearch.Click = [&] { ++commands; };
-  form_.TabMain.SelectTab(kTabDetails);
-  form_.EnableCommands(true);
-  auto& tabs = Find<QTabWidget>("TabMain");
-  Click(*tabs.tabBar(), tabs.tabBar()->tabRect(0).center());
-  for (QToolButton* button : Find<QToolBar>("Toolbar1").findChildren<QToolButton*>()) Click(*button);
-  QTest::keyClick(&Root(), Qt::Key_F, Qt::ControlModifier);
-  EXPECT_EQ(commands, 0);
-  EXPECT_EQ(tabs.currentIndex(), kTabDetails);
-  QTest::keyClicks(&Find<QLineEdit>("TxtSupplier_0"), "A");
-  EXPECT_EQ(form_.supplier.TxtSupplier(0).Text(), "A");
-  form_.EnableCommands(false);
-  Click(*tabs.tabBar(), tabs.tabBar()->tabRect(0).center());
-  QTest::keyClick(&Root(), Qt::Key_F, Qt::ControlModifier);
-  EXPECT_EQ(form_.TabMain.Selected(), kTabQuote);
-  EXPECT_EQ(commands, 1);
-}
-
 TEST_F(Binding, KeysCountOnlyWhenTheyWentDownInTheWindow) {
   Names keys;
   form_.KeyUp = [&](Key key) { keys.push_back("window " + std::to_string(static_cast<int>(key))); };

@@ -128,15 +128,6 @@ TEST_F(Desk, AModalWindowReturnsWhenItIsClosedAndCanBeShownAgain) {
   EXPECT_EQ(shown, 2);
 }
 
-TEST_F(Desk, AWindowMayBeDestroyedWhileItIsShown) {
-  auto about = std::make_unique<FrmAbout>();
-  desktop_.Show(*about);
-  const QPointer<QWidget> widget = desktop_.WidgetOf(*about);
-  about.reset();
-  EXPECT_TRUE(widget.isNull());
-  Settle();
-}
-
 TEST_F(Desk, DocumentsThatAreMissingAndProgramsThatStart) {
   QTemporaryDir folder;
   const std::string path = folder.path().toStdString();

@@ -64,20 +64,6 @@ TEST_F(Lists, AClickReachesTheProgramOnceAndAProgramsSelectionDoesNot) {
   EXPECT_EQ(View().currentIndex().row(), 7);
 }
 
-TEST_F(Lists, AHandlerMayFillTheListAnewAndSelectAnotherRow) {
-  Fill(10);
-  form_.LvwSuppliers.ItemClick = [&] {
-    Fill(200);
-    form_.LvwSuppliers.Select(150);
-  };
-  ClickRow(View(), 3);
-  EXPECT_EQ(form_.LvwSuppliers.Selected(), 150);
-  const QModelIndexList selected = View().selectionModel()->selectedRows();
-  ASSERT_EQ(selected.size(), 1);
-  EXPECT_EQ(selected.front().row(), 150);
-  EXPECT_TRUE(View().viewport()->rect().intersects(View().visualRect(selected.front())));
-}
-
 TEST_F(Lists, TicksAreToggledByMouseAndKeyboard) {
   form_.TabMain.SelectTab(kTabSettings);
   ListView& forms = form_.rateCard.LvwForms;
@@ -114,25 +100,6 @@ TEST_F(Lists, AColumnHeaderSortsAndShowsHow) {
   EXPECT_EQ(View().currentIndex().row(), 2);  // the selected supplier has moved
   EXPECT_EQ(header.sortIndicatorSection(), 1);
   EXPECT_EQ(header.sortIndicatorOrder(), Qt::DescendingOrder);
-}
-
-TEST_F(Lists, AListBoxFiresClickForBothTheUserAndTheProgram) {
-  form_.TabMain.SelectTab(kTabDetails);
-  ListBox& contacts = form_.supplier.LstContacts;
-  int clicks = 0;
-  contacts.Click = [&] { ++clicks; };
-  for (const char* name : {"Ann", "Bob"}) contacts.Add(name);
-  Settle();
-  auto& view = Find<QListView>("LstContacts");
-  Click(*view.viewport(), view.visualRect(view.model()->index(1, 0)).center());
-  Settle();
-  EXPECT_EQ(contacts.ListIndex(), 1);
-  contacts.SetListIndex(0);
-  Settle();
-  EXPECT_EQ(view.currentIndex().row(), 0);
-  EXPECT_EQ(clicks, 2);
-  contacts.Clear();
-  EXPECT_EQ(view.model()->rowCount(), 0);
 }
 
 TEST(Trees, AreBuiltOnceAndKeepWhatTheUserOpened) {

@@ -57,23 +57,6 @@ TEST_F(SampleWindow, AFieldIsLeftBeforeAShortcutAToolAndATabAct) {
   EXPECT_EQ(Ask("SELECT AdditionalPremiumMsg FROM suppliers WHERE ID=1"), "Are you `new`?");
 }
 
-TEST_F(SampleWindow, TheFilterHidesRowsAndTouchesNoRecord) {
-  Type("TxtFilter", "leeds");
-  EXPECT_EQ(List().model()->rowCount(), 1);
-  EXPECT_EQ(CurrentSupplierId, 1);
-  EXPECT_EQ(form.LvwSuppliers.Count(), 12);
-  ClickRow(0, List());
-  EXPECT_EQ(Find("TxtSupplier_3").text(), "Leeds");
-  const int shown = CurrentSupplierId;
-  Type("TxtFilter", "nobody'");
-  EXPECT_EQ(List().model()->rowCount(), 0);
-  EXPECT_EQ(CurrentSupplierId, shown);
-  Type("TxtFilter", "");
-  EXPECT_EQ(List().model()->rowCount(), 12);
-  ASSERT_EQ(List().selectionModel()->selectedRows().size(), 1);
-  EXPECT_EQ(form.LvwSuppliers.At(List().currentIndex().row()).key, "ID" + std::to_string(shown));
-}
-
 TEST_F(SampleWindow, DeleteUndoesEditsAndRemovesWhenThereAreNone) {
   ClickTab(kTabDetails);
   Type("TxtSupplier_0", "Wrong name");
@@ -237,24 +220,6 @@ TEST_F(SampleWindow, TheWindowKeepsASmallestSizeAndItsPartsFollowTheEdges) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return Find<QWidget>("LvwForms").height() > before; }));
   EXPECT_EQ(Find<QWidget>("TabMain").geometry().right() + 1, inner.width() - 10);
   EXPECT_GT(List().width(), 0);
-}
-
-TEST_F(SampleWindow, TheSendTabShowsTheChosenFrameAndTheContactsOfNow) {
-  ClickTab(kTabDetails);
-  Type("TxtContact_5", "other@example.com");
-  ClickTab(kTabSend);
-  auto& contacts = Find<QAbstractItemView>("lvSendContacts");
-  EXPECT_EQ(contacts.model()->index(0, 1).data().toString(), "other@example.com");
-  const QPoint cell = contacts.visualRect(contacts.model()->index(0, 1)).center();
-  Click(*contacts.viewport(), cell);
-  QTest::mouseDClick(contacts.viewport(), Qt::LeftButton, {}, cell);
-  Settle();
-  EXPECT_EQ(contacts.model()->index(0, 0).data(Qt::CheckStateRole).toInt(), Qt::Checked);
-  EXPECT_TRUE(Find<QGroupBox>("FraCalCreate_0").isVisible());
-  EXPECT_FALSE(Find<QGroupBox>("FraCalCreate_1").isVisible());
-  Find<QRadioButton>("OpCalcCreate_1").click();
-  EXPECT_FALSE(Find<QGroupBox>("FraCalCreate_0").isVisible());
-  EXPECT_TRUE(Find<QGroupBox>("FraCalCreate_1").isVisible());
 }
 
 TEST_F(SampleWindow, ClosingStoresTheEditsAndRemembersTheSize) {

@@ -27,15 +27,6 @@ TEST_F(SuppliersTest, SelectingASupplierFillsItsFields) {
             std::stoul(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=3")));
 }
 
-TEST_F(SuppliersTest, RatesKeepEveryDigitWhenTheyAreOnlyLookedAt) {
-  ExecuteRaw("UPDATE suppliers SET Yield0=9.125, RangeEquipFROM0=54321.9876 WHERE ID=3");
-  Choose("Saxonholt Dental Systems Ltd");
-  EXPECT_EQ(form->rateCard.TxtRangeYield(0).Text(), "9.125");
-  EXPECT_EQ(SupplierCalcSettings.Yield[0], 9.125F);
-  Choose("Millrace Laundry Systems Ltd");
-  EXPECT_EQ(Ask("SELECT RangeEquipFROM0 FROM suppliers WHERE ID=3"), "54321.9876");
-}
-
 TEST_F(SuppliersTest, ASupplierThatIsGoneIsReported) {
   ExecuteRaw("DELETE FROM suppliers WHERE ID=3");
   Choose("Saxonholt Dental Systems Ltd");

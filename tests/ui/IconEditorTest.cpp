@@ -45,14 +45,6 @@ class IconEditorTest : public ProgramTest {
   std::vector<std::string> refreshed;
 };
 
-TEST_F(IconEditorTest, OpensEmptyWithThePaintToolAndAsksNothing) {
-  EXPECT_EQ(editor.Caption(), "Icon Editor <new Icon>");
-  EXPECT_EQ(editor.Image(), IconImage());
-  EXPECT_TRUE(editor.Toolbar1.Buttons().at(2).down);
-  EXPECT_TRUE(editor.MayClose());
-  ExpectShown();
-}
-
 TEST_F(IconEditorTest, PaintingFollowsThePointerWithoutGaps) {
   editor.Picture2(12).Press();
   Press(2, 2);
@@ -69,19 +61,6 @@ TEST_F(IconEditorTest, PaintingFollowsThePointerWithoutGaps) {
   ExpectShown();
   editor.Picture3.MouseMove(At(20), At(20));
   EXPECT_EQ(Pixel(20, 20), kTransparentColour);
-}
-
-TEST_F(IconEditorTest, LinesOtherButtonsAndTheOutsideDoNothing) {
-  for (const auto& [x, y] : {std::pair{10, 15}, {15, 320}, {0, 0}, {325, 15}, {15, -4}}) {
-    editor.Picture3.MouseDown(MouseButton::Left, x, y);
-    editor.Picture3.MouseMove(At(3), At(3));
-    Release();
-  }
-  Click(3, 3, MouseButton::Other);
-  editor.Toolbar1.Press("grate");
-  editor.Picture3.MouseDown(MouseButton::Left, 20, 25);
-  EXPECT_EQ(editor.Image(), IconImage());
-  EXPECT_FALSE(editor.Modified());
 }
 
 TEST_F(IconEditorTest, TheRightButtonPicksAColour) {
@@ -266,17 +245,6 @@ TEST_F(IconEditorTest, NamesThatNoFileCanHaveWriteNothing) {
   EXPECT_TRUE(ListFiles(DataFolder + "/icons/*").empty());
   EXPECT_TRUE(ListFiles(DataFolder + "/*").empty());
   EXPECT_TRUE(refreshed.empty());
-}
-
-TEST_F(IconEditorTest, AFailedWriteLeavesTheOldIconAndSaysNothing) {
-  MakeFolder(DataFolder + "/icons/BLUE.ICO/in the way");
-  Click(1, 1);
-  editor.SavePic("blue");
-  EXPECT_TRUE(desktop.boxes.empty());
-  EXPECT_TRUE(FolderExists(DataFolder + "/icons/BLUE.ICO/in the way"));
-  EXPECT_TRUE(ListFiles(DataFolder + "/icons/*").empty());
-  EXPECT_EQ(refreshed, std::vector<std::string>({"blue"}));
-  EXPECT_FALSE(desktop.busy);
 }
 
 TEST_F(IconEditorTest, ClosingAsksAboutChanges) {

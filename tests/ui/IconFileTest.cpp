@@ -54,12 +54,6 @@ TEST_F(IconFileTest, TheBytesAreThoseOfTheFormat) {
   EXPECT_EQ(bytes.substr(762, 4), "\x7F\xFF\xFF\xFF");
 }
 
-TEST_F(IconFileTest, WhatIsWrittenIsReadBack) {
-  const std::string path = folder.File("a.ico", IconBytes(Sample()));
-  EXPECT_EQ(LoadIcon(path), Sample());
-  ExpectShows(LoadPicture(path), Sample());
-}
-
 // Another reader of icons agrees, on ours and on those that are delivered.
 TEST_F(IconFileTest, IcotoolShowsTheSame) {
   ZipComponent zip;

@@ -216,16 +216,4 @@ TEST_F(OptionsGraphicsTest, WhatTheEditorSavesIsTheChosenIcon) {
   EXPECT_EQ(CalculatorPreferences.IconName.Trimmed(), "FRESH");
 }
 
-TEST_F(OptionsGraphicsTest, NoSelectionStoresNoNameAndNoFolderIsNoFailure) {
-  std::filesystem::remove_all(folder.Path() + "/icons");
-  CalculatorPreferences.IconName = "";
-  options.Load();
-  EXPECT_TRUE(desktop.boxes.empty());
-  EXPECT_EQ(options.CboIcons.Items().size(), 1U);
-  Select("ICON");
-  options.Cmd(0).Press();
-  EXPECT_EQ(CalculatorPreferences.IconName.Trimmed(), "");
-  EXPECT_EQ(desktop.boxes.back().text, "Warning: No icon has been selected");
-}
-
 }  // namespace tarvolinex

@@ -118,16 +118,6 @@ TEST_F(OptionsTest, ARateThatIsOnlyLookedAtKeepsItsDigits) {
   EXPECT_EQ(StoredAs("TAX", &FrmOptions::TxtIncre), "17.13");  // what the box shows once it is left
 }
 
-TEST_F(OptionsTest, WholeFieldsTakeWhatTheyCanHold) {
-  Select("DEP2");
-  Enter(options.TxtIncre, "99999");
-  Select("TERM1");
-  Enter(options.TxtIncre, "99999999999");
-  options.Cmd(0).Press();
-  EXPECT_EQ(CalculatorPreferences.MinAdvancedPayments, 32767);
-  EXPECT_EQ(CalculatorPreferences.MaxTerm, std::numeric_limits<std::int32_t>::max());
-}
-
 TEST_F(OptionsTest, TextsAreTrimmedCutAndWithoutApostrophes) {
   Select("ALAISES3");
   Enter(options.TxtString, " Tenant's down payment and much more ");
@@ -202,18 +192,6 @@ TEST_F(OptionsTest, ReturnPressesTheButtonThatHasTheFocusElseOk) {
   options.KeyUp(Key::Return);
   EXPECT_TRUE(options.Closed());
   EXPECT_EQ(CalculatorPreferences.AliasSupplier.Trimmed(), "Vendor");
-}
-
-TEST_F(OptionsTest, TheMainWindowOpensItFromTheMenuAndTwoToolbarButtons) {
-  std::string selected;
-  desktop.modal = [&](Window& window) {
-    auto& shown = dynamic_cast<FrmOptions&>(window);
-    selected += "[" + shown.TreeOptions.Selected() + (shown.TreeOptions.Find("FORMS")->expanded ? " open]" : "]");
-  };
-  form->menus.MnuPreferences.Choose();
-  form->Toolbar1.Press("EDITPROP");
-  form->Toolbar1.Press("FORMS");
-  EXPECT_EQ(selected, "[][][FORMS open]");
 }
 
 }  // namespace tarvolinex

@@ -122,11 +122,4 @@ TEST_F(QuotePanelTest, LeavingABoxFormatsItAndArrowsStepIt) {
   EXPECT_EQ(Box(kBoxYield).Text(), "100.00");
 }
 
-TEST_F(QuotePanelTest, ThePremiumIsAddedWhenItIsTicked) {
-  Type(Box(kBoxCapitalCost), "10000");
-  form->quote.ChkPremium.SetValue(true);
-  EXPECT_EQ(Box(kBoxYield).Text(), "11.00");
-  EXPECT_EQ(form->ActiveControl(), &Box(kBoxCapitalCost));
-}
-
 }  // namespace tarvolinex

@@ -33,12 +33,6 @@ TEST_F(RateCardPanelTest, ThresholdsStayInOrder) {
   EXPECT_TRUE(SupplierChanged);
 }
 
-TEST_F(RateCardPanelTest, ArrowsStepAndRepairToo) {
-  To(2).SetText("100000");
-  form->rateCard.UpDEquipCost(2).StepBy(true);
-  EXPECT_EQ(All(), "100100.00 100100.00 5000.00 1000.00");
-}
-
 TEST_F(RateCardPanelTest, RatesAreFormattedWithinTheirLimits) {
   Type(form->rateCard.TxtRangeYield(0), "150");
   form->LeaveField();
@@ -49,14 +43,6 @@ TEST_F(RateCardPanelTest, RatesAreFormattedWithinTheirLimits) {
   Type(form->rateCard.TxtAddRate(0), " Isn't it? ");
   form->LeaveField();
   EXPECT_EQ(form->rateCard.TxtAddRate(0).Text(), "Isn`t it?");
-}
-
-TEST_F(RateCardPanelTest, ThePremiumSwitchFreesItsBoxes) {
-  form->rateCard.ChAddRate(0).SetValue(true);
-  EXPECT_FALSE(form->rateCard.TxtAddRate(1).Locked());
-  form->rateCard.ChAddRate(0).SetValue(false);
-  EXPECT_TRUE(form->rateCard.TxtAddRate(2).Locked());
-  EXPECT_FALSE(form->rateCard.UpDAddRate(1).Enabled());
 }
 
 TEST_F(RateCardPanelTest, WhatASupplierDoesNotOfferIsLockedAndSaysWhy) {
