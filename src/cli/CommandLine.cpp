@@ -148,7 +148,8 @@ std::string UsageText() {
             command.summary + "\n";
   }
   return text +
-         "\n  --app-folder DIR   where the program keeps its files (made when it is missing)\n"
+         "\n  --app-folder DIR   where the program keeps its files; made when it is missing (default: the program's\n"
+         "                     own folder where its delivered files lie in it, else $XDG_DATA_HOME/tarvolinex)\n"
          "  --data-folder DIR  where the database lies (default: as remembered, else the app folder)\n"
          "  --yes              answer every question with yes; without it a command takes the safe answer\n"
          "  --help             this text, or with a command the command's own\n"

@@ -20,9 +20,9 @@ void CopyIfMissing(const std::string& from, const std::string& to) {
 
 void ChooseAppFolder(std::string_view chosen) {
   const std::string program = ProgramFolder();
-  AppFolder = !chosen.empty()             ? std::string(chosen)
-              : IsWritableFolder(program) ? program
-                                          : UserDataFolder("tarvolinex");
+  // An installed program has its delivered files elsewhere, and root can write to its folder.
+  const bool portable = FolderExists(program + "/delivered") && IsWritableFolder(program);
+  AppFolder = !chosen.empty() ? std::string(chosen) : portable ? program : UserDataFolder("tarvolinex");
   while (AppFolder.size() > 1 && (AppFolder.back() == '\\' || AppFolder.back() == '/')) AppFolder.pop_back();
   if (!FolderExists(AppFolder)) MakeFolder(AppFolder);
 }

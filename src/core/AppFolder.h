@@ -6,8 +6,8 @@
 
 namespace tarvolinex {
 
-// Sets `AppFolder`: the chosen folder when one is given, else the program's folder when that is writable, else this
-// user's data folder. The folder is made when it is missing.
+// Sets `AppFolder`: the chosen folder when one is given, else the program's folder when that is writable and the
+// delivered files lie in it, else this user's data folder. The folder is made when it is missing.
 void ChooseAppFolder(std::string_view chosen);
 
 // The folder of the files delivered with the program.
