@@ -21,8 +21,8 @@ void PrepareRun(const ProgramOptions& options) {
   const bool newTemplate = FillAppFolder();
   LoadWebSettings();
   LoadCalculatorPreferences();
-  // A new app folder can publish from the start.
-  if (newTemplate && !FileExists(AppFolder + "\\calc.html")) MakePages(CalculatorPreferences);
+  // A new app folder can publish from the start, and a new version of the page counts at once.
+  if (newTemplate) MakePages(CalculatorPreferences);
 }
 
 namespace {

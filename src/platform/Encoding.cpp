@@ -3,6 +3,7 @@
 #include <iconv.h>
 
 #include <QByteArray>
+#include <QCryptographicHash>
 #include <cerrno>
 
 #include "platform/Text.h"
@@ -84,6 +85,11 @@ std::string DecodeText(std::string_view bytes, std::string_view charset) {
     bytes.remove_prefix(1);
   }
   return out;
+}
+
+std::string Fingerprint(std::string_view bytes) {
+  const auto view = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
+  return QCryptographicHash::hash(view, QCryptographicHash::Sha256).toHex().toStdString();
 }
 
 std::string Base64(std::string_view bytes) {

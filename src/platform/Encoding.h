@@ -14,6 +14,9 @@ std::string EncodeForPage(std::string_view utf8, std::string_view charset);
 // The reverse; bytes that mean nothing in the set become U+FFFD (Windows-1252 has none of these).
 std::string DecodeText(std::string_view bytes, std::string_view charset);
 
+// SHA-256 in hexadecimal digits: tells whether bytes are the same as others were.
+std::string Fingerprint(std::string_view bytes);
+
 // RFC 4648, with padding, without line ends.
 std::string Base64(std::string_view bytes);
 

@@ -4,6 +4,8 @@
 #include <cstdio>
 
 #include "core/Records.h"
+#include "platform/Encoding.h"
+#include "platform/Text.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -125,6 +127,26 @@ TEST_F(CommandLineTest, ACalculatorIsPublishedFromANewFolder) {
   std::filesystem::remove(folder.Path() + "/app/Calc.Html");
   EXPECT_EQ(Program("publish --supplier 3").status, 1);
   EXPECT_EQ(Program("package --supplier 1 --output " + folder.Path() + "/none/x.exe").status, 1);
+}
+
+TEST_F(CommandLineTest, ANewVersionReplacesWhatNobodyHasChanged) {
+  const std::string app = folder.Path() + "/app";
+  EXPECT_EQ(Program("suppliers").status, 0);
+  const std::string page = ReadFile(app + "/CalcTemplate.html"), list = ReadFile(app + "/Delivered.lst");
+  // As an older version left them; the user has changed one of the texts.
+  for (const char* name : {"CalcTemplate.html", "inst0.txt", "Help/main.HTM"}) WriteFile(app + "/" + name, "old");
+  std::string older;
+  for (const std::string_view line : Split(list, '\n')) {
+    const bool touched = EndsWithNoCase(line, "inst0.txt");
+    if (!line.empty())
+      older += (touched ? std::string(64, '0') : Fingerprint("old")) + std::string(line.substr(64)) + "\n";
+  }
+  WriteFile(app + "/Delivered.lst", older);
+  EXPECT_EQ(Program("suppliers").status, 0);
+  EXPECT_EQ(ReadFile(app + "/CalcTemplate.html"), page);
+  EXPECT_GT(FileLength(app + "/Calc.Html"), 1000);
+  EXPECT_NE(ReadFile(app + "/Help/main.HTM"), "old");
+  EXPECT_EQ(ReadFile(app + "/inst0.txt"), "old");
 }
 
 TEST_F(CommandLineTest, SuppliersAreListedInOrder) {
