@@ -34,7 +34,6 @@ void SaveStep(FrmMain& form, int step) {
   AppFolder = DataFolder = folder;
   FrmMain form;
   form.Load();
-  if (write(started, "x", 1) != 1) _exit(2);
   for (int step = firstStep;; ++step) {
     form.LvwSuppliers.ClickRow(step % form.LvwSuppliers.Count());
     if (step % 5 == 3) {
@@ -49,6 +48,8 @@ void SaveStep(FrmMain& form, int step) {
     } else {
       SaveStep(form, step);
     }
+    // From here on there is something to lose, however slow the machine is.
+    if (step == firstStep && write(started, "x", 1) != 1) _exit(2);
   }
 }
 
