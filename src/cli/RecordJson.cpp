@@ -17,7 +17,11 @@ struct ToJson {
   JsonValue operator()(std::int16_t* value) const { return JsonNumber{std::to_string(*value)}; }
   JsonValue operator()(std::int32_t* value) const { return JsonNumber{std::to_string(*value)}; }
   JsonValue operator()(Colour* value) const { return JsonNumber{std::to_string(*value)}; }
-  JsonValue operator()(float* value) const { return JsonNumber{std::isfinite(*value) ? FormatSingle(*value) : "0"}; }
+  JsonValue operator()(float* value) const {
+    // Without a point it would be read as a whole number, which has no negative zero.
+    if (*value == 0 && std::signbit(*value)) return JsonNumber{"-0.0"};
+    return JsonNumber{std::isfinite(*value) ? FormatSingle(*value) : "0"};
+  }
   JsonValue operator()(Currency* value) const { return value->ToText(); }
   JsonValue operator()(bool* value) const { return *value; }
   JsonValue operator()(FixedText* value) const { return value->Trimmed(); }

@@ -24,20 +24,6 @@ std::string RequestBody(const std::string& path) {
          "\"\r\nContent-Type: text/plain\r\n\r\n" + ReadFile(path) + "\r\n--AaB03x--";
 }
 
-// What the server wants the user to read; empty for nothing.
-std::string StatusText(const std::string& answer) {
-  constexpr std::string_view kOpen = "<STATUS>", kClose = "</STATUS>";
-  const auto open = answer.find(kOpen);
-  if (open == std::string::npos) return {};
-  const auto start = open + kOpen.size(), close = answer.find(kClose, start);
-  return close == std::string::npos ? std::string() : answer.substr(start, close - start);
-}
-
-bool Accepted(const std::string& answer) {
-  const std::string folded = FoldCase(answer);
-  return folded.find("success") != std::string::npos && folded.find("error") == std::string::npos;
-}
-
 }  // namespace
 
 std::string UploadIdentifier(std::chrono::system_clock::time_point now) {
@@ -45,6 +31,17 @@ std::string UploadIdentifier(std::chrono::system_clock::time_point now) {
   char digits[32];
   std::snprintf(digits, sizeof digits, "%06lld", reference);
   return digits + std::to_string(LocalSecondsSince1999(now));
+}
+
+UploadAnswer ReadUploadAnswer(std::string_view bytes) {
+  constexpr std::string_view kOpen = "<STATUS>", kClose = "</STATUS>";
+  const std::string text = FromWindows1252(bytes), folded = FoldCase(text);
+  UploadAnswer answer;
+  answer.accepted = folded.find("success") != std::string::npos && folded.find("error") == std::string::npos;
+  const auto open = text.find(kOpen);
+  const auto close = open == std::string::npos ? open : text.find(kClose, open + kOpen.size());
+  if (close != std::string::npos) answer.status = text.substr(open + kOpen.size(), close - open - kOpen.size());
+  return answer;
 }
 
 bool UploadFile(const std::string& path, const std::string& host) {
@@ -57,10 +54,11 @@ bool UploadFile(const std::string& path, const std::string& host) {
     TheDesktop().DoEvents();
     request.Send(body);
     TheDesktop().DoEvents();
-    const std::string answer = FromWindows1252(request.ResponseText());
-    const std::string status = StatusText(answer);
-    if (!status.empty()) TheDesktop().MessageBox(status, "File Upload", BoxButtons::Ok, BoxIcon::Information);
-    if (Accepted(answer)) return true;
+    const UploadAnswer answer = ReadUploadAnswer(request.ResponseText());
+    if (!answer.status.empty()) {
+      TheDesktop().MessageBox(answer.status, "File Upload", BoxButtons::Ok, BoxIcon::Information);
+    }
+    if (answer.accepted) return true;
     SetStatus(false, "", -1);
     ShowDetail("The server did not accept the file.");
     return false;

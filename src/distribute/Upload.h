@@ -4,14 +4,23 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tarvolinex {
 
 // The customer reference with at least six digits, followed by the whole seconds of local time since 1 January 1999.
 std::string UploadIdentifier(std::chrono::system_clock::time_point now);
 
-// Posts the file to the host's upload page. Text between "<STATUS>" and "</STATUS>" in the answer is shown. True when
-// the answer contains "SUCCESS" and no "ERROR". A failure is reported ("File Upload failed", not fatal).
+struct UploadAnswer {
+  std::string status;     // for the user to read: what stands between "<STATUS>" and "</STATUS>"
+  bool accepted = false;  // it contains "SUCCESS" and no "ERROR", in any case
+};
+
+// An answer of the upload page, which is in Windows-1252.
+UploadAnswer ReadUploadAnswer(std::string_view bytes);
+
+// Posts the file to the host's upload page, shows the status of its answer and returns whether it was accepted. A
+// failure is reported ("File Upload failed", not fatal).
 bool UploadFile(const std::string& path, const std::string& host);
 
 // Uploads the install file of this send under a name of its own, of which nothing stays in the app folder. Returns the

@@ -48,6 +48,15 @@ class Converter {
     return true;
   }
 
+  // Puts back the first state of a set in which bytes mean different things by turns.
+  void Finish(std::string& out) {
+    char buffer[64];
+    std::size_t room = sizeof buffer;
+    char* to = buffer;
+    iconv(handle_, nullptr, nullptr, &to, &room);
+    out.append(buffer, sizeof buffer - room);
+  }
+
  private:
   iconv_t handle_;
 };
@@ -71,7 +80,11 @@ std::string EncodeForPage(std::string_view utf8, std::string_view charset) {
   Converter converter(IsWindows1252(charset) ? "windows-1252" : std::string(charset), "utf-8");
   if (!converter.Known()) return EncodeForPage(utf8, "windows-1252");
   std::string out;
-  while (!converter.Run(utf8, out) && !utf8.empty()) out += "&#" + std::to_string(TakeCodePoint(utf8)) + ";";
+  while (!converter.Run(utf8, out) && !utf8.empty()) {
+    converter.Finish(out);
+    out += "&#" + std::to_string(TakeCodePoint(utf8)) + ";";
+  }
+  converter.Finish(out);
   return out;
 }
 

@@ -35,12 +35,19 @@ void AddMailbox(GMimeMessage* message, GMimeAddressType kind, const MailAddress&
   g_mime_message_add_mailbox(message, kind, name.empty() ? nullptr : name.c_str(), OneLine(address.address).c_str());
 }
 
+void SetContent(GMimePart* part, const std::string& bytes, GMimeContentEncoding encoding) {
+  g_mime_part_set_content_encoding(part, encoding);
+  const Owned<GMimeStream> stream(g_mime_stream_mem_new_with_buffer(bytes.data(), bytes.size()));
+  const Owned<GMimeDataWrapper> content(
+      g_mime_data_wrapper_new_with_stream(stream.get(), GMIME_CONTENT_ENCODING_DEFAULT));
+  g_mime_part_set_content(part, content.get());
+}
+
 Owned<GMimeObject> TextPart(const std::string& text) {
-  GMimeTextPart* part = g_mime_text_part_new_with_subtype("plain");
-  g_mime_text_part_set_charset(part, "utf-8");
-  const std::string lines = ReplaceAll(ReplaceAll(text, "\r\n", "\n"), "\r", "\n");
-  g_mime_text_part_set_text(part, lines.c_str());
-  g_mime_part_set_content_encoding(GMIME_PART(part), GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE);
+  // The library's own part for texts takes another character set where that suffices.
+  GMimePart* part = g_mime_part_new_with_type("text", "plain");
+  g_mime_object_set_content_type_parameter(GMIME_OBJECT(part), "charset", "utf-8");
+  SetContent(part, ReplaceAll(ReplaceAll(text, "\r\n", "\n"), "\r", "\n"), GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE);
   return Owned<GMimeObject>(GMIME_OBJECT(part));
 }
 
@@ -48,11 +55,7 @@ Owned<GMimeObject> AttachmentPart(const std::string& bytes, const std::string& n
   const bool zip = EndsWithNoCase(name, ".zip");
   GMimePart* part = g_mime_part_new_with_type("application", zip ? "zip" : "octet-stream");
   g_mime_part_set_filename(part, name.c_str());
-  g_mime_part_set_content_encoding(part, GMIME_CONTENT_ENCODING_BASE64);
-  const Owned<GMimeStream> stream(g_mime_stream_mem_new_with_buffer(bytes.data(), bytes.size()));
-  const Owned<GMimeDataWrapper> content(
-      g_mime_data_wrapper_new_with_stream(stream.get(), GMIME_CONTENT_ENCODING_DEFAULT));
-  g_mime_part_set_content(part, content.get());
+  SetContent(part, bytes, GMIME_CONTENT_ENCODING_BASE64);
   return Owned<GMimeObject>(GMIME_OBJECT(part));
 }
 

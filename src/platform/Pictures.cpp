@@ -13,6 +13,11 @@ std::unique_ptr<QImageReader> Open(std::string_view path) {
   if (!FileExists(path)) throw RuntimeError(kFileNotFound, "The picture " + std::string(path) + " does not exist");
   auto reader = std::make_unique<QImageReader>(QString::fromStdString(NativePath(path)));
   reader->setDecideFormatFromContent(true);
+  // The library also knows drawings and documents, which no browser shows under the name of a picture.
+  const QByteArrayList known = {"bmp", "cur", "gif", "ico", "jpeg", "png"};
+  if (!known.contains(reader->format())) {
+    throw RuntimeError(kBadPicture, "The picture " + std::string(path) + " is of no known kind");
+  }
   return reader;
 }
 

@@ -37,8 +37,10 @@ std::string PageCharset(std::string_view page) {
   const auto start = head.find_first_not_of("\"' ", at + std::string_view("charset=").size());
   if (start == std::string::npos) return "windows-1252";
   const std::string name = head.substr(start, head.find_first_of("\"' ;>/", start) - start);
-  // A page that could be read up to here is not in UTF-16, whatever it says.
-  return StartsWith(name, "utf-16") ? "utf-8" : name;
+  // A page that could be read up to here is not in UTF-16, nor in any set that writes tags in another way.
+  if (StartsWith(name, "utf-16")) return "utf-8";
+  constexpr std::string_view kTag = "<a href=\"1\">";
+  return EncodeForPage(kTag, name) == kTag ? name : "windows-1252";
 }
 
 std::string ReadPage(std::string_view path) {
@@ -61,6 +63,19 @@ std::string ReadPageText(std::string_view path) {
   const std::string page = ReadPage(path);
   const std::string text = DecodeText(page, PageCharset(page));
   return StartsWith(text, kUtf8Mark) ? text.substr(kUtf8Mark.size()) : text;
+}
+
+std::string PageTitle(std::string_view text) {
+  constexpr std::string_view kOpen = "<title>", kClose = "</title>";
+  const std::string folded = FoldCase(text);
+  const std::string_view search = folded;
+  for (auto open = search.find(kOpen); open != std::string_view::npos; open = search.find(kOpen, open + 1)) {
+    const auto start = open + kOpen.size();
+    const auto close = search.find(kClose, start);
+    if (close == std::string_view::npos) return {};
+    if (search.find_first_of("\r\n", start) > close) return std::string(text.substr(start, close - start));
+  }
+  return {};
 }
 
 void WritePage(std::string_view path, std::string_view page) {

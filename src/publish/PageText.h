@@ -8,7 +8,7 @@
 namespace tarvolinex {
 
 // The name of the character set that a page declares (byte order mark, or "charset=" in its first 1024 bytes);
-// "windows-1252" when it declares none.
+// "windows-1252" when it declares none, or one in which it cannot have been written.
 std::string PageCharset(std::string_view page);
 
 // The page with a carriage return and line feed before each of its lines, and none at its end. A byte order mark stays
@@ -17,6 +17,9 @@ std::string ReadPage(std::string_view path);
 
 // The whole page as UTF-8 text, its lines as in ReadPage.
 std::string ReadPageText(std::string_view path);
+
+// Of a page's text: what stands between the tags of the first line that holds both; empty when none does.
+std::string PageTitle(std::string_view text);
 
 // Writes what ReadPage gave, with a line end after it, whole or not at all. Throws RuntimeError.
 void WritePage(std::string_view path, std::string_view page);

@@ -1,7 +1,5 @@
 #include "selfextract/Container.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <cstring>
 
@@ -17,24 +15,22 @@ constexpr char kMarker[17] = "TARVOLINEX-SFX1";  // 16 bytes with its final zero
 constexpr std::size_t kMarkerSize = 16;
 constexpr std::uint32_t kLongestSettings = 65536;
 
-template <typename Header>
-Header Read(const InputFile& file, std::uint64_t offset) {
-  Header header;
-  file.ReadAt(offset, &header, sizeof header);
-  return header;
+std::uint32_t Number(const InputFile& file, std::uint64_t offset, std::size_t size) {
+  std::uint32_t number = 0;
+  file.ReadAt(offset, &number, size);  // little-endian, like the processor
+  return number;
 }
 
 // The end of the last section's bytes.
 std::uint64_t EndOfProgram(const InputFile& file) {
-  const auto start = Read<IMAGE_DOS_HEADER>(file, 0);
-  const auto headers = static_cast<std::uint64_t>(start.e_lfanew);
-  const auto program = Read<IMAGE_NT_HEADERS64>(file, headers);
-  const std::uint64_t sections =
-      headers + offsetof(IMAGE_NT_HEADERS64, OptionalHeader) + program.FileHeader.SizeOfOptionalHeader;
+  constexpr std::uint64_t kHeaders = 0x3C, kSectionCount = 6, kOptionalSize = 20, kOptional = 24;
+  constexpr std::uint64_t kSectionSize = 40, kRawSize = 16, kRawOffset = 20;
+  const std::uint64_t headers = Number(file, kHeaders, 4);
+  const std::uint32_t count = Number(file, headers + kSectionCount, 2);
+  std::uint64_t section = headers + kOptional + Number(file, headers + kOptionalSize, 2);
   std::uint64_t end = 0;
-  for (unsigned i = 0; i < program.FileHeader.NumberOfSections; ++i) {
-    const auto section = Read<IMAGE_SECTION_HEADER>(file, sections + i * sizeof(IMAGE_SECTION_HEADER));
-    end = std::max(end, std::uint64_t{section.PointerToRawData} + section.SizeOfRawData);
+  for (std::uint32_t i = 0; i < count; ++i, section += kSectionSize) {
+    end = std::max(end, std::uint64_t{Number(file, section + kRawOffset, 4)} + Number(file, section + kRawSize, 4));
   }
   return end;
 }
@@ -69,9 +65,9 @@ Container ReadContainer(const InputFile& file) {
   if (marker == file.Size()) throw Failure{file.Path() + L" holds no archive."};
   const std::string found = file.ReadAt(marker, kMarkerSize);
   if (std::memcmp(found.data(), kMarker, kMarkerSize) != 0) throw Failure{file.Path() + L" holds no archive."};
-  const auto settings_size = Read<std::uint32_t>(file, marker + kMarkerSize);
+  const auto settings_size = Number(file, marker + kMarkerSize, 4);
   Container container;
-  container.archive_size = Read<std::uint32_t>(file, marker + kMarkerSize + 4);
+  container.archive_size = Number(file, marker + kMarkerSize + 4, 4);
   const std::uint64_t settings = marker + kMarkerSize + 8;
   if (settings_size > kLongestSettings) Refuse(file, L"are too long.");
   container.archive = settings + settings_size;

@@ -22,27 +22,13 @@ namespace {
 constexpr int kDescription = 0, kLinkName = 1;
 constexpr int kEditForm = 0, kImportForm = 1, kViewForm = 2;
 
-// What stands between the tags of the first line that holds both; empty when none does.
-std::string TitleOf(std::string_view page) {
-  constexpr std::string_view kOpen = "<title>", kClose = "</title>";
-  const std::string folded = FoldCase(page);
-  const std::string_view search = folded;
-  for (auto open = search.find(kOpen); open != std::string_view::npos; open = search.find(kOpen, open + 1)) {
-    const auto start = open + kOpen.size();
-    const auto close = search.find(kClose, start);
-    if (close == std::string_view::npos) return {};
-    if (search.find_first_of("\r\n", start) > close) return std::string(page.substr(start, close - start));
-  }
-  return {};
-}
-
 std::string CutDescription(std::string_view text) {
   return std::string(FirstCharacters(text, kLongestDescription));
 }
 
 // The page's title, else what the user types; empty when there is neither.
 std::string AskDescription(const std::string& path) {
-  std::string description = CutDescription(TitleOf(ReadPageText(path)));
+  std::string description = CutDescription(PageTitle(ReadPageText(path)));
   if (description.empty()) {
     description = CutDescription(
         TheDesktop().InputBox("Please enter a description for the new form", "For Description", "").value_or(""));

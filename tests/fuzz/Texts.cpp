@@ -1,0 +1,91 @@
+// Lines of text: mail profiles, price lists, the web server's answer, mail addresses.
+#include <sstream>
+
+#include "calc/Payment.h"
+#include "cli/Csv.h"
+#include "cli/QuoteRows.h"
+#include "distribute/Upload.h"
+#include "fuzz/Targets.h"
+#include "platform/MailMessage.h"
+#include "platform/MailProfiles.h"
+#include "platform/ProfileFile.h"
+#include "platform/Text.h"
+
+namespace tarvolinex::fuzz {
+
+namespace {
+
+void ReadIni(std::string_view bytes) {
+  const std::string path = Put("Mail.INI", bytes);
+  DefaultMailProfileName(path);
+  for (const std::string& name : MailProfileNames(path)) {
+    std::string mistake;
+    const MailProfile read = LoadMailProfile(path, name, &mistake);
+    SaveMailProfile(path, read);
+    const MailProfile again = LoadMailProfile(path, name);
+    Expect(again.transport == read.transport && again.security == read.security && again.server == read.server &&
+               again.user == read.user && again.passwordCommand == read.passwordCommand && again.from == read.from,
+           "a mail profile is read as it was written");
+  }
+  const std::string value = FromWindows1252(bytes.substr(0, std::min<std::size_t>(200, bytes.find_first_of("\r\n"))));
+  WriteProfileString(path, "MAIL", "Key", value);
+  Expect(GetProfileString(path, "mail", "KEY", "") == value, "a value is read as it was written");
+  RemoveProfileSection(path, "Mail");
+}
+
+void ReadCsv(std::string_view bytes) {
+  RateCard card;
+  for (std::size_t i = 0; i < 5; ++i) {
+    card.RangeEquipFROM[i] = Currency::FromUnits(static_cast<std::int64_t>(5 - i) * 100000000);
+    card.Yield[i] = static_cast<float>(i) + 7.5F;
+    card.Com[i] = 2.5F;
+  }
+  std::istringstream input{std::string(bytes)};
+  Works([&] {
+    CsvReader reader(input, "rows.csv");
+    std::vector<std::string_view> cells;
+    if (!reader.Next(cells)) return;
+    const QuoteColumns columns(cells, reader.Place());
+    while (reader.Next(cells)) {
+      QuoteRow row;
+      columns.Read(cells, row, [&] { return reader.Place(); });
+      CalculateQuote(row.mode, row.quote, {card, 20, row.capitalCostLocked});
+      std::string results;
+      AppendQuoteResult(row.quote, results);
+      Expect(results.find_first_not_of("0123456789.,-\n") == std::string::npos, "results are decimals");
+    }
+  });
+}
+
+void ReadAnswer(std::string_view bytes) {
+  const UploadAnswer answer = ReadUploadAnswer(bytes);
+  Expect(answer.status.find("</STATUS>") == std::string::npos, "a status ends at its tag");
+}
+
+// The first line is the sender, the second the subject, the rest the text.
+void ReadMail(std::string_view bytes) {
+  std::istringstream input{std::string(bytes)};
+  MailMessage message;
+  std::string sender;
+  std::getline(input, sender);
+  std::getline(input, message.subject);
+  message.text = bytes;
+  message.from = ParseMailAddress(sender);
+  if (!IsMailAddress(message.from.address)) return;
+  message.to = {{message.from.name, "someone@example.com"}};
+  std::istringstream written(message.Bytes());
+  std::string line, names;
+  while (std::getline(written, line) && line != "\r") {
+    if (line.front() != ' ' && line.front() != '\t') names += line.substr(0, line.find(':')) + " ";
+  }
+  Expect(names == "Date From Subject To Message-Id MIME-Version Content-Type Content-Transfer-Encoding ",
+         "a message has the header that the program gives it");
+}
+
+}  // namespace
+
+std::vector<Target> TextTargets() {
+  return {{"ini", ReadIni}, {"csv", ReadCsv}, {"answer", ReadAnswer}, {"mail", ReadMail}};
+}
+
+}  // namespace tarvolinex::fuzz
