@@ -1,8 +1,12 @@
 #include "app/Program.h"
 
+#include <optional>
+
 #include "app/StartUp.h"
 #include "cli/CommandLine.h"
+#include "core/AppFolder.h"
 #include "core/Globals.h"
+#include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/TerminalDesktop.h"
 
@@ -13,6 +17,11 @@ int RunWithoutWindow(const ProgramOptions& options) {
   UseDesktop(&desktop);
   int status = kFailed;
   try {
+    std::optional<FolderLock> alone;
+    if (CommandWritesFolders(options.command)) {
+      ChooseAppFolder(options.appFolder);
+      alone.emplace(AppFolder, std::chrono::seconds(30));
+    }
     if (CommandUsesFolders(options.command)) PrepareRun(options);
     status = RunCommand(options);
   } catch (const ProgramEnded& ended) {

@@ -21,8 +21,10 @@ void PrepareRun(const ProgramOptions& options) {
   const bool newTemplate = FillAppFolder();
   LoadWebSettings();
   LoadCalculatorPreferences();
-  // A new app folder can publish from the start, and a new version of the page counts at once.
-  if (newTemplate) MakePages(CalculatorPreferences);
+  // A new app folder can publish from the start, also when its first start was cut off, and a new version of the page
+  // counts at once.
+  const bool neverMade = !FileExists(AppFolder + "\\calc.html") && !FileExists(AppFolder + "\\calc_test.html");
+  if (newTemplate || neverMade) MakePages(CalculatorPreferences);
 }
 
 namespace {

@@ -25,14 +25,18 @@ std::string SupplierIdOf(const Arguments& arguments) {
 void ChooseSupplier(const std::string& id) {
   if (!OpenDatabaseForCommand()) throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + id);
   if (DatabaseUnpacked) MakePages(CalculatorPreferences);  // the pictures came with it
-  const std::string icon = CalculatorPreferences.IconName.Trimmed();
-  if (FileExists(DataFolder + "\\icons\\" + icon + ".ico")) CopyInstallIcon(CalculatorPreferences);
   Recordset& records = TheStore->SupplierRecords;
   OpenRecordset(statements::kSuppliers, records);
   records.Find("ID=" + id);
   if (records.EndOfFile()) throw RuntimeError(kItemNotFound, "There is no supplier with the ID " + id);
   SupplierCalcSettings = ReadSupplierSettings(records);
   CurrentSupplierId = std::stoi(id);
+}
+
+void ChooseSupplierToPublish(const std::string& id) {
+  ChooseSupplier(id);
+  const std::string icon = CalculatorPreferences.IconName.Trimmed();
+  if (FileExists(DataFolder + "\\icons\\" + icon + ".ico")) CopyInstallIcon(CalculatorPreferences);
 }
 
 }  // namespace tarvolinex

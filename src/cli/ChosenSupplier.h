@@ -16,5 +16,7 @@ std::string SupplierIdOf(const Arguments& arguments);
 // Opens the database and reads the supplier into `SupplierCalcSettings` and `CurrentSupplierId`. Throws RuntimeError
 // when there is no database, or no such supplier in it.
 void ChooseSupplier(const std::string& id);
+// The same for a command that publishes: its calculator gets the icon that the preferences choose.
+void ChooseSupplierToPublish(const std::string& id);
 
 }  // namespace tarvolinex

@@ -17,6 +17,7 @@ struct Command {
   const char* usage;
   int (*run)(const std::vector<std::string>&);
   bool usesFolders = true;  // app folder and data folder
+  bool writesFolders = false;
 };
 
 constexpr Command kCommands[] = {
@@ -60,21 +61,21 @@ Prints CSV with the columns ID, CompanyName, Tel, Town, PostCode, in the order o
 Reads a JSON object from standard input, with field names as "record show" prints them, changes those fields of the app
 folder's General.dat, and makes the calculator's pages anew. Fields that are not named keep their values.
 )",
-     RunPreferences},
+     RunPreferences, true, true},
     {"publish", "build a supplier's calculator folder",
      R"(usage: tarvolinex publish --supplier ID
 
 Builds the folder "calculator" of the app folder for the supplier and prints its path. calc.html in it is the
 calculator. A linked form whose page is missing is a warning; the rest is published.
 )",
-     RunPublish},
+     RunPublish, true, true},
     {"package", "pack a supplier's calculator into one file",
      R"(usage: tarvolinex package --supplier ID --output FILE.exe|FILE.zip
 
 Builds the supplier's calculator folder and packs it: a name that ends in ".zip" gives a plain archive, any other a
 Windows program that installs the calculator. Prints the file's path. A file that exists is replaced only with --yes.
 )",
-     RunPackage},
+     RunPackage, true, true},
     {"send", "e-mail a supplier's calculator to its contacts",
      R"(usage: tarvolinex send --supplier ID --contact ID ... --as exe|zip|link --subject TEXT --message TEXT
                        [--instructions]
@@ -89,7 +90,7 @@ contact.
   --as link        with a link to the install program, which is uploaded to the web server first
   --instructions   adds the text that explains to the reader what to do
 )",
-     RunSend},
+     RunSend, true, true},
     {"live", "fill an enquiry page for a supplier",
      R"(usage: tarvolinex live --supplier ID PAGE.html
 
@@ -165,6 +166,11 @@ std::string UsageText(const std::string& command) {
 bool CommandUsesFolders(const std::string& command) {
   const Command* found = FindCommand(command);
   return found && found->usesFolders;
+}
+
+bool CommandWritesFolders(const std::string& command) {
+  const Command* found = FindCommand(command);
+  return found && found->writesFolders;
 }
 
 int RunCommand(const ProgramOptions& options) {

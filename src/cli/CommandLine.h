@@ -24,6 +24,9 @@ std::string UsageText(const std::string& command);
 // False for a command that works on the files that it is given and nothing else.
 bool CommandUsesFolders(const std::string& command);
 
+// True for a command that writes into the app folder; one of them at a time may work there.
+bool CommandWritesFolders(const std::string& command);
+
 // Exit status of a run.
 inline constexpr int kDone = 0, kFailed = 1, kUsageError = 2;
 

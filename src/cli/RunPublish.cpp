@@ -12,7 +12,7 @@ namespace tarvolinex {
 int RunPublish(const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier"}, {}, 0);
   const std::string id = SupplierIdOf(parsed);
-  ChooseSupplier(id);
+  ChooseSupplierToPublish(id);
   BuildCalculatorFolder();
   std::cout << NativePath(CalculatorFolder()) << '\n';
   return kDone;

@@ -43,7 +43,7 @@ int RunSend(const std::vector<std::string>& arguments) {
   if (contacts.empty()) throw UsageError{"--contact ID is needed, once for each contact"};
   const int way = WayOf(parsed.Value("--as"));
   MainWindow form;
-  ChooseSupplier(id);
+  ChooseSupplierToPublish(id);
   ListContacts();
   for (const std::string& contact : contacts) Tick(form.send.lvSendContacts, contact);
   form.send.TxtEmail(0).SetText(parsed.Value("--subject"));

@@ -58,7 +58,10 @@ void LoadWebSettings() {
 }
 
 std::string RememberedDataFolder() {
-  return ChosenDataFolder.empty() ? OptionOr("DATABASEPATH", AppFolder) : ChosenDataFolder;
+  if (!ChosenDataFolder.empty()) return ChosenDataFolder;
+  const std::string folder = OptionOr("DATABASEPATH", AppFolder);
+  // A value is cut; the app folder's own path is known whole.
+  return folder == FirstCharacters(AppFolder, kProfileBuffer - 1) ? AppFolder : folder;
 }
 
 void LoadIniFileValues() {

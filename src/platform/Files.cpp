@@ -146,6 +146,7 @@ std::vector<std::string> ListFiles(std::string_view pattern) {
   const std::string folder = NativePath(FolderOf(pattern));
   for (const auto& entry : fs::directory_iterator(folder.empty() ? "." : folder, ignored)) {
     std::string name = entry.path().filename().string();
+    if (name.starts_with(kUnfinished)) continue;
     if (entry.is_regular_file(ignored) && Matches(FoldCase(name), mask)) names.push_back(std::move(name));
   }
   std::sort(names.begin(), names.end(), [](const auto& a, const auto& b) {

@@ -29,7 +29,7 @@ std::string FolderOf(std::string_view path);
 bool IsPortableFileName(std::string_view name);
 
 // Names (without folders) of the files in the pattern's folder that match it ("*.html", "logo.*"; "*.*" matches every
-// name), case-blind, in case-blind order. A folder that does not exist holds nothing.
+// name), case-blind, in case-blind order, without unfinished ones. A folder that does not exist holds nothing.
 std::vector<std::string> ListFiles(std::string_view pattern);
 // The most recently written of them; empty when none matches. Ties go to the first in order.
 std::string NewestFile(std::string_view pattern);
@@ -42,6 +42,12 @@ void MakeFolder(std::string_view path);  // with its parents
 std::string ReadFile(std::string_view path);
 // Written beside the target, flushed to the disk and renamed over it: the target is the old file or the new one.
 void WriteFile(std::string_view path, std::string_view bytes);
+
+// What the name of an unfinished file begins with. When a program is killed one may stay: an hour later the next write
+// into the folder takes it away, until then nobody lists it.
+inline constexpr std::string_view kUnfinished = ".tarvolinex-";
+// A path for an unfinished file beside the target, where nothing stands yet.
+std::string UnfinishedPath(std::string_view target);
 
 // A file that is written in pieces beside its target and takes the target's place in Commit; without Commit nothing
 // of it remains. Cannot be used for an existing folder.
@@ -60,17 +66,28 @@ class WholeFile {
   int handle_ = -1;
 };
 
-// Keeps a folder for this program alone while it lives.
-class FolderLock {
+// Keeps a file for this program alone while it lives.
+class FileLock {
  public:
-  // Throws 55 when another running program holds the folder, 75 when no lock file can be made in it.
-  explicit FolderLock(std::string_view folder);
-  ~FolderLock();
-  FolderLock(const FolderLock&) = delete;
-  FolderLock& operator=(const FolderLock&) = delete;
+  // Throws 55 when another running program still holds the file after the patience, 75 when it cannot be opened; it is
+  // made when it is missing and `make` is set.
+  FileLock(std::string_view path, std::chrono::seconds patience, bool make = false);
+  ~FileLock();
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
 
  private:
   int handle_ = -1;
+};
+
+// The same for a folder, by a file in it.
+class FolderLock {
+ public:
+  explicit FolderLock(std::string_view folder, std::chrono::seconds patience = {})
+      : lock_(std::string(folder) + "\\tarvolinex.lock", patience, true) {}
+
+ private:
+  FileLock lock_;
 };
 
 // The folder of the running program, and the folder of this user's data of the named program.

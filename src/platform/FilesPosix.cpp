@@ -6,9 +6,11 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <thread>
 
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
@@ -51,7 +53,27 @@ void FlushFolder(const std::string& folder) {
   ::close(handle);
 }
 
+// What programs that were killed have left in the folder. The hour spares what others are writing right now.
+void RemoveUnfinished(const std::string& folder) {
+  namespace fs = std::filesystem;
+  const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
+  std::error_code error;
+  for (const auto& entry : fs::directory_iterator(folder.empty() ? "." : folder, error)) {
+    const std::string name = entry.path().filename().string();
+    if (name.starts_with(kUnfinished) && entry.last_write_time(error) < old && !error) fs::remove(entry.path(), error);
+  }
+}
+
 }  // namespace
+
+std::string UnfinishedPath(std::string_view target) {
+  const std::string native = NativePath(target), folder = FolderOf(native).empty() ? "." : FolderOf(native);
+  for (int attempt = 0;; ++attempt) {
+    const std::string path =
+        folder + "/" + std::string(kUnfinished) + std::to_string(::getpid()) + "-" + std::to_string(attempt) + ".tmp";
+    if (attempt > 1000 || ::access(path.c_str(), F_OK) != 0) return path;
+  }
+}
 
 WholeFile::WholeFile(std::string_view path) : target_(NativePath(path)) {
   if (target_.empty() || FileNameOf(target_).empty()) ThrowError(EINVAL, "Writing", path);
@@ -60,14 +82,12 @@ WholeFile::WholeFile(std::string_view path) : target_(NativePath(path)) {
   const bool replaces = ::stat(target_.c_str(), &old) == 0;
   if (replaces && S_ISDIR(old.st_mode)) ThrowError(EISDIR, "Writing", path);
   if (replaces && ::access(target_.c_str(), W_OK) != 0) ThrowError(EACCES, "Writing", path);
-  const std::string stem = FolderOf(target_).empty() ? "." : FolderOf(target_);
-  for (int attempt = 0; handle_ < 0; ++attempt) {
-    beside_ = stem + "/.tarvolinex-" + std::to_string(::getpid()) + "-" + std::to_string(attempt) + ".tmp";
-    handle_ = ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (handle_ < 0 && (errno != EEXIST || attempt > 1000)) {
-      beside_.clear();
-      ThrowError(errno, "Writing", path);
-    }
+  RemoveUnfinished(FolderOf(target_));
+  beside_ = UnfinishedPath(target_);
+  handle_ = ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (handle_ < 0) {
+    beside_.clear();
+    ThrowError(errno, "Writing", path);
   }
   if (replaces) ::fchmod(handle_, old.st_mode & 07777);
 }
@@ -102,17 +122,25 @@ void WholeFile::Commit() {
   FlushFolder(FolderOf(target_));
 }
 
-FolderLock::FolderLock(std::string_view folder) {
-  const std::string path = NativePath(folder) + "/tarvolinex.lock";
-  handle_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-  if (handle_ < 0) throw RuntimeError(kPathAccess, "Writing " + path + ": " + std::generic_category().message(errno));
-  if (::flock(handle_, LOCK_EX | LOCK_NB) != 0) {
-    ::close(handle_);
-    throw RuntimeError(kFileAlreadyOpen, "Another running Tarvolinex uses the folder " + std::string(folder));
+FileLock::FileLock(std::string_view path, std::chrono::seconds patience, bool make) {
+  constexpr auto kPause = std::chrono::milliseconds(50);
+  const std::string native = NativePath(path);
+  handle_ = ::open(native.c_str(), O_RDWR | O_CLOEXEC | (make ? O_CREAT : 0), 0666);
+  if (handle_ < 0) {
+    throw RuntimeError(kPathAccess, "Writing " + native + ": " + std::generic_category().message(errno) +
+                                        ". Please change the rights of the folder or use another one");
+  }
+  const auto end = std::chrono::steady_clock::now() + patience;
+  while (::flock(handle_, LOCK_EX | LOCK_NB) != 0) {
+    if (std::chrono::steady_clock::now() >= end) {
+      ::close(handle_);
+      throw RuntimeError(kFileAlreadyOpen, "Another running Tarvolinex uses the folder " + FolderOf(path));
+    }
+    std::this_thread::sleep_for(kPause);
   }
 }
 
-FolderLock::~FolderLock() {
+FileLock::~FileLock() {
   ::close(handle_);
 }
 

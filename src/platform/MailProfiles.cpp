@@ -77,17 +77,15 @@ MailProfile LoadMailProfile(const std::string& iniPath, const std::string& name,
 }
 
 void SaveMailProfile(const std::string& iniPath, const MailProfile& profile) {
-  const auto write = [&](const char* key, const std::string& value) {
-    WriteProfileString(iniPath, profile.name, key, value);
-  };
-  write("Transport", kTransports.at(static_cast<std::size_t>(profile.transport)));
-  write("Server", profile.server);
-  write("Security", kSecurities.at(static_cast<std::size_t>(profile.security)));
-  write("User", profile.user);
-  write("PasswordCommand", profile.passwordCommand);
-  write("From", profile.from);
-  write("Folder", profile.folder);
-  if (!profile.caFile.empty()) write("CaFile", profile.caFile);  // few need it
+  std::vector<ProfileEntry> entries = {{"Transport", kTransports.at(static_cast<std::size_t>(profile.transport))},
+                                       {"Server", profile.server},
+                                       {"Security", kSecurities.at(static_cast<std::size_t>(profile.security))},
+                                       {"User", profile.user},
+                                       {"PasswordCommand", profile.passwordCommand},
+                                       {"From", profile.from},
+                                       {"Folder", profile.folder}};
+  if (!profile.caFile.empty()) entries.emplace_back("CaFile", profile.caFile);  // few need it
+  WriteProfileStrings(iniPath, profile.name, entries);
   WriteProfileString(iniPath, kProfiles, kDefault, profile.name);
 }
 

@@ -72,6 +72,32 @@ bool IsQuoted(std::string_view value) {
   return value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front();
 }
 
+// Replaces or adds the key in the bytes of a file.
+void SetValue(std::string& bytes, std::string_view section, std::string_view key, std::string_view value) {
+  const std::string_view lineEnd = bytes.find('\n') != std::string::npos && bytes.find("\r\n") == std::string::npos
+                                       ? std::string_view("\n")
+                                       : std::string_view("\r\n");
+  value = value.substr(0, value.find_first_of("\r\n"));
+  std::string stored = ToWindows1252(value);
+  // Reading takes blanks and one pair of quotes away; a pair of our own keeps what the value has itself.
+  if (IsQuoted(stored) || Blankless(stored) != stored) stored = "\"" + stored + "\"";
+
+  const Place place = FindKey(bytes, ToWindows1252(section), ToWindows1252(key));
+  if (place.keyFound) {
+    const auto valueStart = static_cast<std::size_t>(place.line.text.find('=')) + place.line.start + 1;
+    bytes.replace(valueStart, place.line.start + place.line.text.size() - valueStart, stored);
+  } else {
+    std::string added = ToWindows1252(key) + "=" + stored + std::string(lineEnd);
+    std::size_t at = place.insertAt;
+    if (!place.sectionFound) {
+      added = "[" + ToWindows1252(section) + "]" + std::string(lineEnd) + added;
+      at = bytes.size();
+    }
+    const bool openLine = at > 0 && bytes[at - 1] != '\n' && bytes[at - 1] != '\r';
+    bytes.insert(at, openLine ? std::string(lineEnd) + added : added);
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> GetProfileSections(std::string_view path) {
@@ -120,29 +146,12 @@ std::string GetProfileString(std::string_view path, std::string_view section, st
 }
 
 void WriteProfileString(std::string_view path, std::string_view section, std::string_view key, std::string_view value) {
-  std::string bytes = FileExists(path) ? ReadFile(path) : std::string();
-  const std::string_view lineEnd = bytes.find('\n') != std::string::npos && bytes.find("\r\n") == std::string::npos
-                                       ? std::string_view("\n")
-                                       : std::string_view("\r\n");
-  value = value.substr(0, value.find_first_of("\r\n"));
-  std::string stored = ToWindows1252(value);
-  // Reading takes blanks and one pair of quotes away; a pair of our own keeps what the value has itself.
-  if (IsQuoted(stored) || Blankless(stored) != stored) stored = "\"" + stored + "\"";
+  WriteProfileStrings(path, section, {{std::string(key), std::string(value)}});
+}
 
-  const Place place = FindKey(bytes, ToWindows1252(section), ToWindows1252(key));
-  if (place.keyFound) {
-    const auto valueStart = static_cast<std::size_t>(place.line.text.find('=')) + place.line.start + 1;
-    bytes.replace(valueStart, place.line.start + place.line.text.size() - valueStart, stored);
-  } else {
-    std::string added = ToWindows1252(key) + "=" + stored + std::string(lineEnd);
-    std::size_t at = place.insertAt;
-    if (!place.sectionFound) {
-      added = "[" + ToWindows1252(section) + "]" + std::string(lineEnd) + added;
-      at = bytes.size();
-    }
-    const bool openLine = at > 0 && bytes[at - 1] != '\n' && bytes[at - 1] != '\r';
-    bytes.insert(at, openLine ? std::string(lineEnd) + added : added);
-  }
+void WriteProfileStrings(std::string_view path, std::string_view section, const std::vector<ProfileEntry>& entries) {
+  std::string bytes = FileExists(path) ? ReadFile(path) : std::string();
+  for (const auto& [key, value] : entries) SetValue(bytes, section, key, value);
   WriteFile(path, bytes);
 }
 

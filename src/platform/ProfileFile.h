@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarvolinex {
@@ -26,5 +27,11 @@ void RemoveProfileSection(std::string_view path, std::string_view section);
 // Replaces or adds the one key and leaves every other byte as it is. A line break in the value ends it.
 // Throws RuntimeError when the file cannot be written.
 void WriteProfileString(std::string_view path, std::string_view section, std::string_view key, std::string_view value);
+
+// Key and value.
+using ProfileEntry = std::pair<std::string, std::string>;
+
+// The same for several keys of the section, which are written at once or not at all.
+void WriteProfileStrings(std::string_view path, std::string_view section, const std::vector<ProfileEntry>& entries);
 
 }  // namespace tarvolinex

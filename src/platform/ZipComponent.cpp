@@ -97,10 +97,10 @@ void ShowPercent(zip_t*, double part, void* progress) {
 // Removes the archive that is packed beside the target, whatever becomes of it.
 class Beside {
  public:
-  explicit Beside(const std::string& target) : path_(target + ".tmp") {}
+  explicit Beside(const std::string& target) : path_(UnfinishedPath(target)) {}
   ~Beside() {
     std::error_code ignored;
-    std::filesystem::remove(NativePath(path_), ignored);
+    std::filesystem::remove(path_, ignored);
   }
   Beside(const Beside&) = delete;
   Beside& operator=(const Beside&) = delete;

@@ -1,5 +1,7 @@
 #include "store/DailyCopy.h"
 
+#include <algorithm>
+
 #include "core/Globals.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
@@ -28,8 +30,11 @@ void KeepDailyCopy() {
     if (FileExists(copy)) return;
     if (!FolderExists(folder)) MakeFolder(folder);
     TheStore->connection.CopyTo(copy);
-    // Dates sort by themselves; the oldest come first.
+    // Dates sort by themselves; the oldest come first. What is dated after today was made while the clock was wrong, or
+    // is right while it is wrong now: either way it is older than what is made today.
     auto copies = ListFiles(folder + "\\Tarvolinex *.mdb");
+    const std::string latest = FileNameOf(copy);
+    std::stable_partition(copies.begin(), copies.end(), [&](const std::string& name) { return name > latest; });
     for (std::size_t i = 0; i + kCopiesKept < copies.size(); ++i) DeleteFile(folder + "\\" + copies[i]);
   } catch (const RuntimeError&) {
     // A full disk or a folder without rights must not keep the user from saving.

@@ -81,6 +81,9 @@ bool UnpackDatabase() {
   if (!FileExists(package)) return true;
   SetStatus(false, "Setting Database", 10);
   try {
+    // Two programs must not unpack it, the second over the database that the first has opened.
+    const FileLock alone(package, std::chrono::seconds(30));
+    if (!FileExists(package)) return true;
     ZipComponent zip;
     zip.ZipFileName = package;
     zip.UnzipToFolder = DataFolder;
@@ -89,6 +92,7 @@ bool UnpackDatabase() {
     if (UpperCase(DataFolder) == UpperCase(AppFolder)) CopyFile(package, AppFolder + "\\Database.Bak");
     DeleteFile(package);
   } catch (const RuntimeError& failure) {
+    if (!FileExists(package)) return true;
     if (failure.Number() == kBadFileName) ShowError("Database Invalid", true);
     ShowError(failure.Description());
     return false;

@@ -73,7 +73,9 @@ void ReadMail(std::string_view bytes) {
   message.from = ParseMailAddress(sender);
   if (!IsMailAddress(message.from.address)) return;
   message.to = {{message.from.name, "someone@example.com"}};
-  std::istringstream written(message.Bytes());
+  const std::string bytesSent = message.Bytes();
+  Expect(bytesSent.find("charset=utf-8") != std::string::npos, "a text is sent in UTF-8");
+  std::istringstream written(bytesSent);
   std::string line, names;
   while (std::getline(written, line) && line != "\r") {
     if (line.front() != ' ' && line.front() != '\t') names += line.substr(0, line.find(':')) + " ";

@@ -1,16 +1,29 @@
-// The program is killed while it saves, adds and removes; what it leaves is whole.
+// The program is killed while it saves, adds, removes, publishes and packs; what it leaves is whole.
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <random>
 
+#include "distribute/InstallPackage.h"
+#include "platform/MailProfiles.h"
+#include "platform/RuntimeError.h"
+#include "platform/Text.h"
 #include "platform/ZipComponent.h"
+#include "publish/CalculatorFolder.h"
+#include "publish/LivePage.h"
+#include "publish/Preferences.h"
+#include "store/FormPages.h"
+#include "store/Forms.h"
 #include "support/Fixture.h"
+#include "ui/iconedit/FrmIconEdit.h"
+#include "ui/iconedit/IconFile.h"
 
 namespace tarvolinex {
 
 constexpr int kKills = 200;
+// A machine with much to do gets more time before the next kill when nothing had been written: microseconds.
+constexpr int kLonger = 500;
 
 // Three fields and the ticks of one supplier, all telling the same step.
 void SaveStep(FrmMain& form, int step) {
@@ -26,14 +39,7 @@ void SaveStep(FrmMain& form, int step) {
   form.Toolbar1.Press("SAVE");
 }
 
-// Runs in the child until it is killed.
-[[noreturn]] void WorkUntilKilled(const std::string& folder, int started, int firstStep) {
-  ResetGlobals();
-  ScriptedDesktop desktop;
-  UseDesktop(&desktop);
-  AppFolder = DataFolder = folder;
-  FrmMain form;
-  form.Load();
+void WorkOnSuppliers(FrmMain& form, ScriptedDesktop& desktop, int firstStep) {
   for (int step = firstStep;; ++step) {
     form.LvwSuppliers.ClickRow(step % form.LvwSuppliers.Count());
     if (step % 5 == 3) {
@@ -48,9 +54,54 @@ void SaveStep(FrmMain& form, int step) {
     } else {
       SaveStep(form, step);
     }
-    // From here on there is something to lose, however slow the machine is.
-    if (step == firstStep && write(started, "x", 1) != 1) _exit(2);
   }
+}
+
+// Every other job that writes files, a different one first each time; each file tells the step in two places.
+void WorkOnFiles(FrmMain& form, ScriptedDesktop& desktop, int firstStep) {
+  LoadCalculatorPreferences();
+  FrmIconEdit editor;
+  const std::string page = AppFolder + "\\form.html";
+  for (int step = firstStep;; ++step) {
+    const std::string mark = "S" + std::to_string(step);
+    const std::function<void()> jobs[] = {
+        [&] {
+          CalculatorPreferences.AliasCalcName = CalculatorPreferences.OrgContactName = mark;
+          SaveCalculatorPreferences(CalculatorPreferences);
+        },
+        [&] {
+          MailProfile profile;
+          profile.name = "Office";
+          profile.server = profile.folder = mark;
+          SaveMailProfile(AppFolder + "\\Mail.INI", profile);
+        },
+        [&] {
+          editor.SetLoadPic("");
+          editor.Picture2(step % kPaletteSize).Click();
+          editor.Toolbar1.Press("FILL");
+          editor.SavePic("KILLED");
+        },
+        [&] {
+          WriteFile(page, mark + std::string(20000, ' ') + mark);
+          AddFormPage(mark, page);
+          CreateLivePage(page, "");
+        },
+        [&] {
+          if (!FileExists(AppFolder + "\\Calc_test.Html")) return;
+          desktop.answers = {Answer::Yes};
+          form.send.TxtCalcCreate.SetText(AppFolder + "\\out.exe");
+          BuildCalculatorFolder();
+          BuildDistFiles(true);
+        },
+    };
+    jobs[step % static_cast<int>(std::size(jobs))]();
+  }
+}
+
+// A page of WorkOnFiles: it ends as it begins.
+bool IsWhole(const std::string& page) {
+  const std::string text = ReplaceAll(page, "\r\n", "");
+  return text.substr(0, text.find(' ')) == text.substr(text.rfind(' ') + 1);
 }
 
 class KillTest : public ::testing::Test {
@@ -61,11 +112,27 @@ class KillTest : public ::testing::Test {
     zip.UnzipToFolder = folder.Path();
     zip.Unzip();
   }
-  void RunAndKill(int firstStep, int microseconds) {
+  using Work = void (*)(FrmMain&, ScriptedDesktop&, int firstStep);
+  // In the child, until it is killed.
+  [[noreturn]] void WorkUntilKilled(Work work, int started, int firstStep) {
+    ResetGlobals();
+    ScriptedDesktop desktop;
+    UseDesktop(&desktop);
+    AppFolder = DataFolder = folder.Path();
+    try {
+      FrmMain form;
+      form.Load();
+      if (write(started, "x", 1) == 1) work(form, desktop, firstStep);
+    } catch (const ProgramEnded&) {
+      std::fprintf(stderr, "%s\n", desktop.boxes.back().text.c_str());
+    }
+    _exit(2);
+  }
+  void RunAndKill(Work work, int firstStep, int microseconds) {
     int pipes[2];
     ASSERT_EQ(pipe(pipes), 0);
     const pid_t child = fork();
-    if (child == 0) WorkUntilKilled(folder.Path(), pipes[1], firstStep);
+    if (child == 0) WorkUntilKilled(work, pipes[1], firstStep);
     close(pipes[1]);
     char started = 0;
     ASSERT_EQ(read(pipes[0], &started, 1), 1) << "the program did not come up";
@@ -87,9 +154,9 @@ class KillTest : public ::testing::Test {
 TEST_F(KillTest, EverySupplierIsWhollyAsBeforeOrAsAfter) {
   std::mt19937 random(20261124);
   std::string lastMarks;
-  int changed = 0;
+  int changed = 0, longest = 30000;  // microseconds
   for (int kill = 0; kill < kKills; ++kill) {
-    RunAndKill(kill * 1000, std::uniform_int_distribution<int>(0, 30000)(random));
+    RunAndKill(WorkOnSuppliers, kill * 1000, std::uniform_int_distribution<int>(0, longest)(random));
     Connection connection;
     connection.Open("dbq=" + folder.Path() + "/Tarvolinex.mdb");
     ASSERT_EQ(Ask(connection, "PRAGMA integrity_check"), "ok");
@@ -105,10 +172,95 @@ TEST_F(KillTest, EverySupplierIsWhollyAsBeforeOrAsAfter) {
     ASSERT_EQ(Ask(connection, "SELECT COUNT(*) FROM contacts WHERE Supplierid NOT IN (SELECT ID FROM suppliers)"), "0");
     const std::string marks = Ask(connection, "SELECT group_concat(Town) FROM suppliers");
     changed += marks != lastMarks;
+    longest += marks == lastMarks ? kLonger : 0;
     lastMarks = marks;
   }
   // The kills must have come while there was something to lose.
   EXPECT_GT(changed, kKills / 4);
+}
+
+class FilesKillTest : public KillTest {
+ protected:
+  std::string Path(const std::string& name) { return folder.Path() + "/" + name; }
+  // Each gives what shows the step to which its files belong.
+  std::string Preferences() {
+    CalculatorPreferencesRecord record;
+    ReadRecord(Path("General.dat"), record);
+    EXPECT_EQ(record.AliasCalcName.Trimmed(), record.OrgContactName.Trimmed());
+    std::string mistake;
+    const MailProfile mail = LoadMailProfile(Path("Mail.INI"), "Office", &mistake);
+    EXPECT_EQ(mail.server, mail.folder);
+    return record.AliasCalcName.Trimmed() + mail.server;
+  }
+  std::string Icon() {
+    if (!FileExists(Path("icons/KILLED.ICO"))) return {};
+    const IconImage image = LoadIcon(Path("icons/KILLED.ICO"));
+    EXPECT_EQ(std::count(image.Pixels().begin(), image.Pixels().end(), image.At(0, 0)), kIconSide * kIconSide);
+    return std::to_string(image.At(0, 0));
+  }
+  std::string Pages() {
+    for (const std::string& name : ListFiles(Path("*.html"))) {
+      const std::string page = ReadFile(Path(name));
+      // The calculator's pages end with its name.
+      const bool whole = page.substr(page.rfind('\n', page.size() - 2) + 1).starts_with("name=S");
+      EXPECT_TRUE(name == "CalcTemplate.html" || whole || IsWhole(page)) << name;
+    }
+    Connection connection;
+    connection.Open("dbq=" + Path("Tarvolinex.mdb"));
+    EXPECT_EQ(Ask(connection, "PRAGMA integrity_check"), "ok");
+    Recordset forms;
+    forms.Open("SELECT ID, Description FROM forms WHERE Description GLOB 'S[0-9]*' ORDER BY ID DESC LIMIT 3",
+               connection);
+    for (; !forms.EndOfFile(); forms.MoveNext()) {
+      const std::string page = ReadFile(Path("Forms/" + ValueText(forms.Field(0)) + ".HTML"));
+      EXPECT_TRUE(page.starts_with(ValueText(forms.Field(1)) + " ") && IsWhole(page));
+    }
+    return Ask(connection, "SELECT MAX(ID) FROM forms");
+  }
+  std::string Packed() {
+    if (!FileExists(Path("out.exe"))) return {};
+    ZipComponent zip;
+    zip.ZipFileName = Path("out.exe");
+    zip.UnzipToFolder = Path("unpacked");
+    zip.Unzip();
+    EXPECT_EQ(Unfinished("unpacked"), 0) << "a half file has been packed";
+    const std::string packed = ReadFile(Path("unpacked/general.dat"));
+    std::filesystem::remove_all(Path("unpacked"));
+    return packed;
+  }
+  int Unfinished(const std::string& name) {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(Path(name))) {
+      count += entry.path().filename().string().starts_with(kUnfinished);
+    }
+    return count;
+  }
+};
+
+TEST_F(FilesKillTest, EveryFileIsWhollyAsBeforeOrAsAfter) {
+  DeliverInto(folder.Path());
+  std::filesystem::remove(Path("Database.zip"));
+  CalculatorPreferencesRecord record;
+  record.AliasCalcName = record.OrgContactName = "S";
+  WriteRecord(Path("General.dat"), record);
+  // Of programs that were killed before: just now, and long ago.
+  folder.File("calculator/.tarvolinex-1-0.tmp", "half");
+  const std::string old = folder.File(".tarvolinex-1-0.tmp", "half");
+  std::filesystem::last_write_time(old, std::filesystem::file_time_type::clock::now() - std::chrono::hours(2));
+  std::mt19937 random(20261125);
+  std::string last;
+  int changed = 0, longest = 20000;
+  for (int kill = 0; kill < kKills && !HasFailure(); ++kill) {
+    RunAndKill(WorkOnFiles, kill * 1001, std::uniform_int_distribution<int>(0, longest)(random));
+    const std::string now = Preferences() + "|" + Icon() + "|" + Pages() + "|" + Packed();
+    changed += now != last;
+    longest += now == last ? kLonger : 0;
+    last = now;
+  }
+  // The kills must have come while there was something to lose, and some of them in the middle of a file.
+  EXPECT_GT(changed, kKills / 4);
+  EXPECT_GT(Unfinished(""), 0);
+  EXPECT_FALSE(FileExists(old));
 }
 
 }  // namespace tarvolinex

@@ -319,11 +319,19 @@ TEST_F(SupplierPanelTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
   }
   const auto copies = ListFiles(pattern);
   EXPECT_EQ(copies.size(), 5U);
-  Connection copy;
-  copy.Open("dbq=" + DataFolder + "\\Backup\\" + copies.back());
-  Recordset town;
-  town.Open("SELECT Town FROM suppliers WHERE ID=3", copy);
-  EXPECT_EQ(ValueText(town.Field(0)), "Town 5");
+  const auto townIn = [](const std::string& name) {
+    Connection copy;
+    copy.Open("dbq=" + DataFolder + "\\Backup\\" + name);
+    Recordset town;
+    town.Open("SELECT Town FROM suppliers WHERE ID=3", copy);
+    return ValueText(town.Field(0));
+  };
+  EXPECT_EQ(townIn(copies.back()), "Town 5");
+  desktop.now -= hours(24 * 400);  // it was wrong
+  Type(Field(3), "Town 7");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(townIn(ListFiles(pattern).front()), "Town 6");
+  EXPECT_EQ(ListFiles(pattern).size(), 5U);
 }
 
 TEST_F(SupplierPanelTest, AFormIsOpenedAsACopyOfItsPage) {

@@ -36,7 +36,7 @@ for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'XDG_DESKTOP_DIR'):
 
 def start():
     (root / 'home').mkdir()
-    shared = [SOURCES / f'system/{source}.cpp' for source in ('Failure', 'SmallRuntime', 'Text')]
+    shared = [SOURCES / f'system/{source}.cpp' for source in ('CodePages', 'Failure', 'SmallRuntime', 'Text')]
     compilers = [subprocess.Popen([COMPILER, '-std=c++20', '-static', '-s', '-O1', HERE / f'{source}.cpp', '-o', root / target, *more])
                  for source, target, more in (('helper', 'helper.exe', ['-municode', '-I', SOURCES, *shared]),
                                               ('plant', 'plant.dll', ['-shared']))]
