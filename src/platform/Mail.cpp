@@ -3,7 +3,6 @@
 #include <QProcess>
 #include <chrono>
 #include <random>
-#include <utility>
 
 #include "platform/Clock.h"
 #include "platform/CurlTransfer.h"
@@ -37,7 +36,8 @@ std::string RunProgram(const std::string& program, const QStringList& arguments,
   while (!process.waitForFinished(kTickMilliseconds)) {
     if (process.state() == QProcess::NotRunning) break;
     const auto now = std::chrono::steady_clock::now();
-    if (std::exchange(left, process.bytesToWrite()) != process.bytesToWrite()) taken = now;
+    if (process.bytesToWrite() != left) taken = now;
+    left = process.bytesToWrite();
     if (now - taken > patience.silent || (progress && !progress(total - left, total))) {
       process.kill();
       process.waitForFinished();

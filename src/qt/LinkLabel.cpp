@@ -33,8 +33,7 @@ QAccessibleInterface* AccessTo(const QString&, QObject* object) {
 }  // namespace
 
 LinkLabel::LinkLabel(QWidget* parent) : QLabel(parent) {
-  static const bool known = (QAccessible::installFactory(&AccessTo), true);
-  static_cast<void>(known);
+  [[maybe_unused]] static const bool installed = (QAccessible::installFactory(&AccessTo), true);
   setFocusPolicy(Qt::TabFocus);
   setCursor(Qt::PointingHandCursor);
   QFont underlined = font();

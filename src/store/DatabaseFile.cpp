@@ -92,7 +92,7 @@ bool UnpackDatabase() {
     if (UpperCase(DataFolder) == UpperCase(AppFolder)) CopyFile(package, AppFolder + "\\Database.Bak");
     DeleteFile(package);
   } catch (const RuntimeError& failure) {
-    if (!FileExists(package)) return true;
+    if (!FileExists(package)) return true;  // the other program was faster
     if (failure.Number() == kBadFileName) ShowError("Database Invalid", true);
     ShowError(failure.Description());
     return false;

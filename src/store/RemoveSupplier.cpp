@@ -4,6 +4,7 @@
 #include "core/MainWindow.h"
 #include "core/Reports.h"
 #include "platform/Desktop.h"
+#include "platform/RuntimeError.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 
@@ -43,6 +44,21 @@ std::vector<std::string> RestoringStatements() {
   return restore;
 }
 
+void DeleteShownSupplier() {
+  const std::vector<std::string> restore = RestoringStatements();
+  Transaction transaction;
+  ExecuteStatement(FillStatement(statements::kDeleteSupplier, "<ID>", CurrentSupplierId));
+  ExecuteStatement(FillStatement(statements::kDeleteFormLinks, "<ID>", CurrentSupplierId));
+  ExecuteStatement(FillStatement(statements::kDeleteContacts, "<supplierID>", CurrentSupplierId));
+  transaction.Commit();
+  RemovedSupplier = {CurrentSupplierId, restore};
+  MainForm().menus.MnuUndoRemove.SetEnabled(true);
+  SupplierChanged = false;
+  // The contacts are gone with the supplier; what was typed for one of them has no owner any more.
+  ContactChanged = false;
+  LoadSupplierList(false);
+}
+
 }  // namespace
 
 void RemoveSupplier() {
@@ -59,18 +75,11 @@ void RemoveSupplier() {
       TheDesktop().MessageBox(question, ReplaceAliases("Remove <SUPPLIER>"), BoxButtons::YesNo, BoxIcon::Question);
   if (answer != Answer::Yes) return;
   SetStatus(false, ReplaceAliases("Removing <SUPPLIER>"), 20);
-  const std::vector<std::string> restore = RestoringStatements();
-  Transaction transaction;
-  ExecuteStatement(FillStatement(statements::kDeleteSupplier, "<ID>", CurrentSupplierId));
-  ExecuteStatement(FillStatement(statements::kDeleteFormLinks, "<ID>", CurrentSupplierId));
-  ExecuteStatement(FillStatement(statements::kDeleteContacts, "<supplierID>", CurrentSupplierId));
-  transaction.Commit();
-  RemovedSupplier = {CurrentSupplierId, restore};
-  MainForm().menus.MnuUndoRemove.SetEnabled(true);
-  SupplierChanged = false;
-  // The contacts are gone with the supplier; what was typed for one of them has no owner any more.
-  ContactChanged = false;
-  LoadSupplierList(false);
+  try {
+    DeleteShownSupplier();
+  } catch (const RuntimeError&) {
+    ShowError(ReplaceAliases("Delete <SUPPLIER> Failed"));
+  }
   SetStatus(false, "", -1);
 }
 

@@ -27,13 +27,13 @@ const std::vector<std::string> kListColumns = {"ID",       "CompanyName", "tel",
                                                "Address2", "Town",        "County", "PostCode"};
 constexpr std::size_t kFirstCell = 2;
 
-std::string RowToolTip(std::string_view name) {
-  return std::string("Double click to view <").append(name).append("> calculator");
+void WriteRowToolTip(std::string& toolTip, std::string_view name) {
+  toolTip.assign("Double click to view <").append(name).append("> calculator");
 }
 
 void NameRow(ListView::Row& row, std::string_view name) {
   row.text = name.empty() ? "<NEW>" : name;
-  row.toolTip.assign("Double click to view <").append(name).append("> calculator");
+  WriteRowToolTip(row.toolTip, name);
   row.cells.resize(kListColumns.size() - kFirstCell);
 }
 
@@ -140,7 +140,9 @@ void ShowSupplierName() {
   MainWindow& form = MainForm();
   const std::string name(Trim(form.supplier.TxtSupplier(kSupplierName).Text()));
   form.LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? "<NEW>" : name);
-  form.LvwSuppliers.SetRowToolTip(CurrentSupplierIndex, RowToolTip(name));
+  std::string toolTip;
+  WriteRowToolTip(toolTip, name);
+  form.LvwSuppliers.SetRowToolTip(CurrentSupplierIndex, toolTip);
   form.SetCaption("Tarvolinex - " + name);
 }
 

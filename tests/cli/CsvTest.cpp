@@ -43,9 +43,4 @@ TEST(Csv, LinesThatCrossTheBufferStayWhole) {
   EXPECT_THROW(Cells(std::string((1 << 20) + 1, 'x')), RuntimeError);
 }
 
-TEST(Csv, CellsAreQuotedWhereTheyMustBe) {
-  EXPECT_EQ(CsvCell("plain text"), "plain text");
-  EXPECT_EQ(CsvCell("a,\"b\""), "\"a,\"\"b\"\"\"");
-}
-
 }  // namespace tarvolinex

@@ -65,14 +65,4 @@ TEST(ZipComponent, ADamagedArchiveLeavesTheOldFile) {
   EXPECT_THROW(zip.Unzip(), RuntimeError);
 }
 
-TEST(ZipComponent, AFailureToWriteIsDescribed) {
-  TemporaryFolder folder;
-  folder.File("a", "x");
-  ZipComponent zip;
-  zip.ZipFileName = folder.Path() + "/no/such/out.zip";
-  zip.FilesToProcess = folder.Path() + "\\*.*";
-  EXPECT_NE(zip.Zip(), 0);
-  EXPECT_FALSE(zip.ErrorDescription().empty());
-}
-
 }  // namespace tarvolinex

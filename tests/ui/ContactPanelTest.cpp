@@ -64,14 +64,6 @@ TEST_F(ContactPanelTest, AnEditIsSavedWhenAnotherIsShown) {
   EXPECT_EQ(Ask("SELECT jobtitle FROM contacts WHERE ID=101"), "Buyer");
 }
 
-TEST_F(ContactPanelTest, ANewContactStaysWithItsSupplier) {
-  form->Toolbar1.Press("SAVE");
-  Button(0).Press();
-  Type(Field(1), "Late");
-  Choose("Millrace Laundry Systems Ltd");
-  EXPECT_EQ(Ask("SELECT Supplierid FROM contacts WHERE surname='Late'"), "3");
-}
-
 TEST_F(ContactPanelTest, TypingOnAfterASaveIsNoSecondContact) {
   Button(0).Press();
   Type(Field(1), "Late");

@@ -63,47 +63,6 @@ TEST_F(IconEditorTest, PaintingFollowsThePointerWithoutGaps) {
   EXPECT_EQ(Pixel(20, 20), kTransparentColour);
 }
 
-TEST_F(IconEditorTest, TheRightButtonPicksAColour) {
-  editor.Picture2(12).Press();
-  Click(1, 1);
-  editor.Picture4.Press();
-  EXPECT_EQ(editor.CurrentColour(), kTransparentColour);
-  Click(1, 1, MouseButton::Right);
-  EXPECT_EQ(editor.CurrentColour(), kRed);
-  EXPECT_TRUE(editor.Picture2(12).Marked());
-  EXPECT_FALSE(editor.Picture4.Marked());
-  EXPECT_EQ(editor.Picture5.BackColour(), kRed);
-  editor.Picture3.MouseDown(MouseButton::Right, 10, 10);  // a line
-  EXPECT_EQ(editor.CurrentColour(), kRed);
-  Click(5, 5, MouseButton::Right);
-  EXPECT_EQ(editor.CurrentColour(), kTransparentColour);
-  EXPECT_EQ(Pixel(1, 1), kRed);
-}
-
-TEST_F(IconEditorTest, ChangeColourReachesEveryPixelOfThatColour) {
-  editor.Picture2(12).Press();
-  Click(1, 1);
-  Click(30, 30);
-  editor.MnuChangeColour.Choose();
-  EXPECT_TRUE(editor.Toolbar1.Buttons().at(3).down);
-  EXPECT_FALSE(editor.Toolbar1.Buttons().at(2).down);
-  EXPECT_EQ(editor.Picture3.PointerShape(), Pointer::UpArrow);
-  const IconImage before = editor.Image();
-  Click(1, 1);  // already of that colour
-  EXPECT_EQ(editor.Image(), before);
-  editor.Picture2(9).Press();
-  Press(1, 1);
-  editor.Picture3.MouseMove(At(10), At(10));
-  Release();
-  EXPECT_EQ(Pixel(1, 1), kBlue);
-  EXPECT_EQ(Pixel(30, 30), kBlue);
-  EXPECT_EQ(Pixel(10, 10), kTransparentColour);
-  EXPECT_FALSE(desktop.busy);
-  ExpectShown();
-  editor.MnuUndo.Choose();
-  EXPECT_EQ(editor.Image(), before);
-}
-
 TEST_F(IconEditorTest, FillKeepsTheLinesVisible) {
   const std::pair<int, Colour> fills[] = {{0, kHiddenLines}, {15, kShownLines}, {1, kHiddenLines}, {2, kShownLines}};
   for (const auto& [box, lines] : fills) {

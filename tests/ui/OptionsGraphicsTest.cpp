@@ -202,19 +202,4 @@ TEST_F(OptionsGraphicsTest, EditOpensTheChosenIconOrANewOne) {
   EXPECT_EQ(CalculatorPreferences.IconName.Trimmed(), "FRESH");
 }
 
-TEST_F(OptionsGraphicsTest, WhatTheEditorSavesIsTheChosenIcon) {
-  std::string picture;
-  desktop.modal = [&](Window& window) {
-    if (auto* editor = dynamic_cast<FrmIconEdit*>(&window)) return editor->SavePic("Fresh");
-    auto& shown = dynamic_cast<FrmOptions&>(window);
-    shown.TreeOptions.ClickNode("ICON");
-    shown.CmdIcon.Press();
-    picture = shown.PicIcon.Picture();
-    shown.Cmd(0).Press();
-  };
-  form->menus.MnuPreferences.Choose();
-  EXPECT_EQ(picture, DataFolder + "\\icons\\FRESH.ICO");
-  EXPECT_EQ(CalculatorPreferences.IconName.Trimmed(), "FRESH");
-}
-
 }  // namespace tarvolinex

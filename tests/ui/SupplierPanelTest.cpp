@@ -221,6 +221,15 @@ TEST_F(SupplierPanelTest, ARateThatIsOnlyPassedThroughKeepsItsDigits) {
   EXPECT_EQ(Ask("SELECT Yield0||' '||Com0 FROM suppliers WHERE ID=3"), "9.125 1.26");
 }
 
+TEST_F(SupplierPanelTest, AFailedRemovalIsReportedAndRemovesNothing) {
+  form->Toolbar1.Press("SAVE");
+  TheStore->SupplierRecords.Close();
+  desktop.answers = {Answer::Yes};
+  form->Toolbar1.Press("REMSUPP");
+  EXPECT_EQ(desktop.boxes.at(1).text, "Delete Dealer Failed");
+  EXPECT_EQ(Count("suppliers") + Count("contacts"), "1230");
+}
+
 TEST_F(SupplierPanelTest, TheLastSupplierStays) {
   TheStore->connection.Execute("DELETE FROM suppliers WHERE ID<>3");
   form->menus.MnuRefresh.Choose();

@@ -35,10 +35,7 @@ void FrmMain::WireMenus() {
   menus.MnuAdd.Click = [this] { SupplierCommand(0); };
   menus.MnuRemove.Click = [this] { SupplierCommand(1); };
   menus.MnuSaveDefault.Click = [this] { SaveAsDefault(); };
-  menus.MnuRefresh.Click = [this] {
-    SavePendingChanges();
-    RefreshSupplierList();
-  };
+  menus.MnuRefresh.Click = [this] { RefreshSupplierList(); };
   menus.MnuSearch.Click = [this] { ShowContactSearch(); };
   menus.MnuUndoRemove.Click = [this] {
     SavePendingChanges();
@@ -71,6 +68,7 @@ void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
 }
 
 void FrmMain::RefreshSupplierList() {
+  SavePendingChanges();
   LoadFormsList(rateCard.LvwForms);
   LoadSupplierList(false);
   LvwSuppliers_ItemClick();
@@ -96,9 +94,10 @@ void FrmMain::SaveAsDefault() {
 void FrmMain::CreateNewDatabase() {
   SavePendingChanges();
   SaveContact();
+  const std::string before = DataFolder;
   FRmCreateDB create;
   TheDesktop().ShowModal(create);
-  MakePages(CalculatorPreferences);
+  if (DataFolder != before) MakePages(CalculatorPreferences);
 }
 
 void FrmMain::ShowAbout() {

@@ -215,7 +215,6 @@ void FrmMailSettings::CmdRemove_Click() {
     return ShowError("The e-mail settings cannot be saved.\r\n\r\n" + failure.Description());
   }
   FillProfiles();
-  CboProfile_Click();
 }
 
 void FrmMailSettings::Store() {

@@ -7,7 +7,6 @@
 #include "platform/Text.h"
 #include "publish/CalculatorFolder.h"
 #include "store/Contacts.h"
-#include "store/SaveSupplier.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 #include "ui/main/FrmMain.h"
@@ -45,7 +44,6 @@ void FrmMain::LvwSuppliers_ItemClick() {
   if (CurrentSupplierIndex >= 0 && IdOfKey(LvwSuppliers.At(CurrentSupplierIndex).key) != CurrentSupplierId) {
     LoadSupplier();
   }
-  ShowSupplierName();
   formTicksChanged_ = false;
   if (!loading) RecalculateQuote();
   LoadingSupplier = false;
