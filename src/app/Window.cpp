@@ -6,6 +6,7 @@
 #include "core/Globals.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 #include "qt/QtProgram.h"
 #include "ui/main/FrmAbout.h"
 #include "ui/main/FrmMain.h"
@@ -32,6 +33,8 @@ int RunWindow(int argc, char** argv, const ProgramOptions& options) {
                  "need none.\n";
     return kFailed;
   }
+  // The commands stay English: scripts read what they say.
+  UseTranslations(DeliveredFolder() + "\\locale");
   QtProgram program(argc, argv, VersionText());
   UseDesktop(&program.TheDesktop());
   int status = kFailed;

@@ -5,9 +5,11 @@
 #include <utility>
 
 #include "calc/InputRules.h"
+#include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -166,12 +168,13 @@ void RecalculateShownQuote() {
 void SetIntervalCaptions() {
   QuotePanel& panel = MainForm().quote;
   const bool quarterly = panel.CboProCalc(kListInterval).ListIndex() == 1;
-  const std::string adjective = quarterly ? "Quarterly" : "Monthly";
-  const std::string unit = " (" + CalculatorPreferences.CurrencySymbol.Trimmed() + ")";
-  panel.LblUnit(kBoxPayments).SetCaption(quarterly ? "Quarters" : "Months");
-  panel.LblInterval.SetCaption(adjective);
-  panel.LblProCalc(kBoxPayment).SetCaption("Net " + adjective + " &Payment" + unit);
-  panel.LblResultName(kResultPayment).SetCaption("Net " + adjective + " Payment" + unit);
+  panel.LblUnit(kBoxPayments).SetCaption(quarterly ? Tr("Quarters") : Tr("Months"));
+  panel.LblInterval.SetCaption(quarterly ? Tr("Quarterly") : Tr("Monthly"));
+  panel.LblProCalc(kBoxPayment)
+      .SetCaption(quarterly ? ReplaceAliases("Net Quarterly &Payment (£)")
+                            : ReplaceAliases("Net Monthly &Payment (£)"));
+  panel.LblResultName(kResultPayment)
+      .SetCaption(quarterly ? ReplaceAliases("Net Quarterly Payment (£)") : ReplaceAliases("Net Monthly Payment (£)"));
 }
 
 void ApplyQuoteList(int list) {

@@ -9,6 +9,7 @@
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -80,8 +81,9 @@ void ApplySupplierOptions() {
   if (!premium) panel.ChkPremium.SetValue(false);
   panel.ChkPremium.SetToolTip(premium ? "" : ReplaceAliases("Additional Rate Premium disabled for this <SUPPLIER>"));
   OfferInput(kBoxResidual, SupplierCalcSettings.ResidualOption, &panel.CboProCalc(kListResidualMode),
-             "<RESIDUAL> disabled for this <SUPPLIER>");
-  OfferInput(kBoxMaintenance, SupplierCalcSettings.MaintenanceOption, nullptr, "<MAINT> disabled for this <SUPPLIER>");
+             Marked("<RESIDUAL> disabled for this <SUPPLIER>"));
+  OfferInput(kBoxMaintenance, SupplierCalcSettings.MaintenanceOption, nullptr,
+             Marked("<MAINT> disabled for this <SUPPLIER>"));
   form.loading = before;
 }
 

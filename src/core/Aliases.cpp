@@ -3,6 +3,7 @@
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -23,12 +24,12 @@ void ApplyToToolbar(Toolbar& toolbar) {
 
 std::string PremiumCaption() {
   const std::string caption = SupplierCalcSettings.AdditionalPremiumMsg.Trimmed();
-  return caption.empty() ? "Additional Rate Premium" : caption;
+  return caption.empty() ? Tr("Additional Rate Premium") : caption;
 }
 
 std::string ReplaceAliases(std::string_view text) {
   const CalculatorPreferencesRecord& words = CalculatorPreferences;
-  std::string result(text);
+  std::string result = Tr(text);
   const auto replace = [&](std::string_view placeholder, const std::string& word) {
     if (result.find(placeholder) != std::string::npos) result = ReplaceAll(result, placeholder, word);
   };
@@ -64,13 +65,13 @@ void ApplyCaptions(Window& window) {
   }
 
   MainWindow& form = MainForm();
-  const std::string value = "Value (" + symbol + ")";
-  const std::string percent = "% of " + CalculatorPreferences.AliasCapEquip.Trimmed() + " Cost";
+  const std::string value = Tr("Value (%1)", {symbol});
+  const std::string percent = Tr("% of %1 Cost", {CalculatorPreferences.AliasCapEquip.Trimmed()});
   ComboBox& deposit = form.quote.CboProCalc(kListDepositMode);
   deposit.Clear();
   deposit.Add(value, kDepositValue);
   deposit.Add(percent, kDepositPercent);
-  deposit.Add("Advanced Payments", kDepositAdvanced);
+  deposit.Add(Tr("Advanced Payments"), kDepositAdvanced);
   if (!EqualNoCase(window.Name(), "FRMMAIN")) return;
 
   ComboBox& residual = form.quote.CboProCalc(kListResidualMode);

@@ -3,61 +3,70 @@
 #include <array>
 #include <cassert>
 
+#include "platform/Translation.h"
+
 namespace tarvolinex {
 
 namespace {
 
 MainWindow* currentMainWindow = nullptr;
 
-// A tag of "ALAIS=" makes the caption follow the organisation's own words.
+// What a label reads before the organisation's own words are known, and how it reads with them.
 struct Words {
   const char* caption;
-  const char* tag = "";
+  const char* own = "";
 };
+
+std::string OwnWordsTag(const char* own) {
+  return *own ? std::string("ALAIS=") + own : std::string();
+}
+
+void SetWords(Label& label, const Words& words) {
+  label.SetCaption(Tr(words.caption));
+  label.SetTag(OwnWordsTag(words.own));
+}
 
 template <std::size_t N>
 void SetWords(const ControlArray<Label>& labels, const std::array<Words, N>& words) {
   for (std::size_t i = 0; i < N; ++i) {
-    Label& label = labels(labels.First() + static_cast<int>(i));
-    label.SetCaption(words[i].caption);
-    label.SetTag(words[i].tag);
+    SetWords(labels(labels.First() + static_cast<int>(i)), words[i]);
   }
 }
 
 constexpr std::array<Words, kQuoteBoxes> kBoxWords = {{
-    {"Capital &Cost (£)", "ALAIS=<CAPEQUIP> &Cost (£)"},
-    {"&Number of Payments"},
-    {"Deposit", "ALAIS=<DEPOSIT>"},
-    {"Residual Payment", "ALAIS=<RESIDUAL> Payment"},
-    {"Net Monthly &Payment (£)"},
-    {"&Yield (%)"},
-    {"Maintenance (£)", "ALAIS=<MAINT> (£)"},
-    {"Co&mmission (£)"},
-    {"Comm&ission (%)"},
+    {Marked("Capital &Cost (£)"), Marked("<CAPEQUIP> &Cost (£)")},
+    {Marked("&Number of Payments")},
+    {Marked("Deposit"), Marked("<DEPOSIT>")},
+    {Marked("Residual Payment"), Marked("<RESIDUAL> Payment")},
+    {Marked("Net Monthly &Payment (£)")},
+    {Marked("&Yield (%)")},
+    {Marked("Maintenance (£)"), Marked("<MAINT> (£)")},
+    {Marked("Co&mmission (£)")},
+    {Marked("Comm&ission (%)")},
 }};
 
 constexpr std::array<Words, kQuoteLists> kListWords = {{
-    {"Payment Inter&val"},
-    {"Te&rm"},
-    {"Deposit as", "ALAIS=<DEPOSIT> as"},
-    {"Residual as", "ALAIS=<RESIDUAL> as"},
+    {Marked("Payment Inter&val")},
+    {Marked("Te&rm")},
+    {Marked("Deposit as"), Marked("<DEPOSIT> as")},
+    {Marked("Residual as"), Marked("<RESIDUAL> as")},
 }};
 
 constexpr std::array<Words, kQuoteResults> kResultWords = {{
-    {"Net Monthly Payment (£)"},
-    {"Payment inc VAT (£)", "ALAIS=Payment inc <VAT> (£)"},
-    {"Deposit (£)", "ALAIS=<DEPOSIT> (£)"},
-    {"Deposit inc VAT (£)", "ALAIS=<DEPOSIT> inc <VAT> (£)"},
-    {"Deposit (%)", "ALAIS=<DEPOSIT> (%)"},
-    {"Residual (£)", "ALAIS=<RESIDUAL> (£)"},
-    {"Residual inc VAT (£)", "ALAIS=<RESIDUAL> inc <VAT> (£)"},
-    {"Residual (%)", "ALAIS=<RESIDUAL> (%)"},
-    {"Net Capital (£)"},
-    {"Capital Cost (£)", "ALAIS=<CAPEQUIP> Cost (£)"},
-    {"Commission (£)"},
-    {"Commission (%)"},
-    {"Yield (%)"},
-    {"Premium Yield (%)"},
+    {Marked("Net Monthly Payment (£)")},
+    {Marked("Payment inc VAT (£)"), Marked("Payment inc <VAT> (£)")},
+    {Marked("Deposit (£)"), Marked("<DEPOSIT> (£)")},
+    {Marked("Deposit inc VAT (£)"), Marked("<DEPOSIT> inc <VAT> (£)")},
+    {Marked("Deposit (%)"), Marked("<DEPOSIT> (%)")},
+    {Marked("Residual (£)"), Marked("<RESIDUAL> (£)")},
+    {Marked("Residual inc VAT (£)"), Marked("<RESIDUAL> inc <VAT> (£)")},
+    {Marked("Residual (%)"), Marked("<RESIDUAL> (%)")},
+    {Marked("Net Capital (£)")},
+    {Marked("Capital Cost (£)"), Marked("<CAPEQUIP> Cost (£)")},
+    {Marked("Commission (£)")},
+    {Marked("Commission (%)")},
+    {Marked("Yield (%)")},
+    {Marked("Premium Yield (%)")},
 }};
 
 struct BoundField {
@@ -66,53 +75,58 @@ struct BoundField {
 };
 
 constexpr std::array<BoundField, kSupplierFields> kSupplierFieldTags = {{
-    {{"Supplier &Name", "ALAIS=<SUPPLIER> &Name"}, "RS=SUPPLIER;FIELDNAME=CompanyName;NODEF=0"},
-    {{"Add&ress"}, "RS=SUPPLIER;FIELDNAME=Address1;NODEF=0"},
+    {{Marked("Supplier &Name"), Marked("<SUPPLIER> &Name")}, "RS=SUPPLIER;FIELDNAME=CompanyName;NODEF=0"},
+    {{Marked("Add&ress")}, "RS=SUPPLIER;FIELDNAME=Address1;NODEF=0"},
     {{""}, "RS=SUPPLIER;FIELDNAME=Address2;NODEF=0"},
-    {{"To&wn"}, "RS=SUPPLIER;FIELDNAME=Town;NODEF=0"},
-    {{"&County"}, "RS=SUPPLIER;FIELDNAME=County;NODEF=0"},
-    {{"&Post Code"}, "RS=SUPPLIER;FIELDNAME=PostCode;NODEF=0"},
-    {{"Head Office Te&l"}, "RS=SUPPLIER;FIELDNAME=tel;NODEF=0"},
-    {{"Head Office Fa&x"}, "RS=SUPPLIER;FIELDNAME=fax;NODEF=0"},
-    {{"Head Office E&mail"}, "RS=SUPPLIER;FIELDNAME=email;NODEF=0"},
-    {{"We&b Address"}, "RS=SUPPLIER;FIELDNAME=www;NODEF=0"},
-    {{"Equipment T&ype", "ALAIS=<CAPEQUIP> T&ype"}, "RS=SUPPLIER;FIELDNAME=equipment;NODEF=0"},
+    {{Marked("To&wn")}, "RS=SUPPLIER;FIELDNAME=Town;NODEF=0"},
+    {{Marked("&County")}, "RS=SUPPLIER;FIELDNAME=County;NODEF=0"},
+    {{Marked("&Post Code")}, "RS=SUPPLIER;FIELDNAME=PostCode;NODEF=0"},
+    {{Marked("Head Office Te&l")}, "RS=SUPPLIER;FIELDNAME=tel;NODEF=0"},
+    {{Marked("Head Office Fa&x")}, "RS=SUPPLIER;FIELDNAME=fax;NODEF=0"},
+    {{Marked("Head Office E&mail")}, "RS=SUPPLIER;FIELDNAME=email;NODEF=0"},
+    {{Marked("We&b Address")}, "RS=SUPPLIER;FIELDNAME=www;NODEF=0"},
+    {{Marked("Equipment T&ype"), Marked("<CAPEQUIP> T&ype")}, "RS=SUPPLIER;FIELDNAME=equipment;NODEF=0"},
 }};
 
 constexpr std::array<BoundField, 6> kContactFieldTags = {{
-    {{"F&irst Name"}, "RS=CONTACT;FIELDNAME=FirstName"},
-    {{"S&urname"}, "RS=CONTACT;FIELDNAME=Surname"},
-    {{"&Job Title"}, "RS=CONTACT;FIELDNAME=JobTitle"},
-    {{"Tel"}, "RS=CONTACT;FIELDNAME=Tel"},
-    {{"Fax"}, "RS=CONTACT;FIELDNAME=Fax"},
-    {{"Email"}, "RS=CONTACT;FIELDNAME=Email"},
+    {{Marked("F&irst Name")}, "RS=CONTACT;FIELDNAME=FirstName"},
+    {{Marked("S&urname")}, "RS=CONTACT;FIELDNAME=Surname"},
+    {{Marked("&Job Title")}, "RS=CONTACT;FIELDNAME=JobTitle"},
+    {{Marked("Tel")}, "RS=CONTACT;FIELDNAME=Tel"},
+    {{Marked("Fax")}, "RS=CONTACT;FIELDNAME=Fax"},
+    {{Marked("Email")}, "RS=CONTACT;FIELDNAME=Email"},
 }};
 
 constexpr std::array<Words, 11> kRateWords = {{
-    {"<CAPEQUIP> Cost (£)", "ALAIS=<CAPEQUIP> Cost (£)"},
-    {"To (£)"},
-    {"Yield (%)"},
-    {"Commission (%)"},
-    {"Greater Than"},
-    {"from"},
-    {"from"},
-    {"from"},
-    {"from"},
+    {Marked("<CAPEQUIP> Cost (£)"), Marked("<CAPEQUIP> Cost (£)")},
+    {Marked("To (£)")},
+    {Marked("Yield (%)")},
+    {Marked("Commission (%)")},
+    {Marked("Greater Than")},
+    {Marked("from")},
+    {Marked("from")},
+    {Marked("from")},
+    {Marked("from")},
     {"0.00"},
-    {"and above"},
+    {Marked("and above")},
 }};
 
 constexpr std::array<Words, 3> kPremiumWords = {{
-    {"User &Question"},
-    {"Additional Yield (%)"},
-    {"Apply When Greater than"},
+    {Marked("User &Question")},
+    {Marked("Additional Yield (%)")},
+    {Marked("Apply When Greater than")},
 }};
 
-constexpr std::array<const char*, 3> kSwitchCaptions = {"Additional Rate Premium", "Show <RESIDUAL>", "Show <MAINT>"};
-constexpr std::array<const char*, 3> kSwitchTags = {
-    "RS=SUPPLIER;FIELDNAME=AdditionalPremium;ALAIS=Additional Rate &Premium",
-    "RS=SUPPLIER;FIELDNAME=ResidualOption;ALAIS=Show <RESIDUAL>",
-    "RS=SUPPLIER;FIELDNAME=MaintenanceOption;ALAIS=Show <MAINT>"};
+struct Switch {
+  Words words;
+  const char* column;
+};
+
+constexpr std::array<Switch, 3> kSwitches = {{
+    {{Marked("Additional Rate Premium"), Marked("Additional Rate &Premium")}, "AdditionalPremium"},
+    {{"", Marked("Show <RESIDUAL>")}, "ResidualOption"},
+    {{"", Marked("Show <MAINT>")}, "MaintenanceOption"},
+}};
 constexpr std::array<const char*, 3> kPremiumColumns = {"AdditionalPremiumMsg", "AdditionalPremiumYield",
                                                         "AdditionalPremiumMin"};
 
@@ -121,10 +135,10 @@ std::string SupplierTag(const std::string& column) {
 }
 
 constexpr std::array<Words, 4> kSendWords = {{
-    {"S&ubject"},
-    {"&Message"},
-    {"Send &to"},
-    {"Install &file"},
+    {Marked("S&ubject")},
+    {Marked("&Message")},
+    {Marked("Send &to")},
+    {Marked("Install &file")},
 }};
 
 }  // namespace
@@ -137,52 +151,53 @@ QuotePanel::QuotePanel(Window& window)
       UpDNew(window, "UpDNew", kQuoteBoxes),
       LblUnit(window, "LblUnit", kQuoteBoxes),
       CboProCalc(window, "CboProCalc", kQuoteLists),
-      ChkPremium(window, "ChkPremium", -1, "&Apply premium"),
-      ckCapLock(window, "ckCapLock", -1, "Loc&k"),
-      LblPremium(window, "LblPremium", -1, "Additional Rate Premium"),
-      LblInterval(window, "LblInterval", -1, "Monthly"),
-      FraQuote(window, "FraQuote", -1, "Lease"),
-      FraRate(window, "FraRate", -1, "Rate, commission and payment"),
-      FraResult(window, "FraResult", -1, "Results"),
+      ChkPremium(window, "ChkPremium", -1, Tr("&Apply premium")),
+      ckCapLock(window, "ckCapLock", -1, Tr("Loc&k")),
+      LblPremium(window, "LblPremium", -1, Tr("Additional Rate Premium")),
+      LblInterval(window, "LblInterval", -1, Tr("Monthly")),
+      FraQuote(window, "FraQuote", -1, Tr("Lease")),
+      FraRate(window, "FraRate", -1, Tr("Rate, commission and payment")),
+      FraResult(window, "FraResult", -1, Tr("Results")),
       LblResult(window, "LblResult", kQuoteResults) {
   SetWords(LblProCalc, kBoxWords);
   SetWords(LblProList, kListWords);
   SetWords(LblResultName, kResultWords);
-  ckCapLock.SetToolTip("Keep the capital cost when the payment or the commission is typed");
-  for (const char* interval : {"Monthly", "Quarterly"}) CboProCalc(kListInterval).Add(interval);
-  for (const char* term : {"1 Year", "2 Years", "3 Years", "4 Years", "5 Years"}) CboProCalc(kListTerm).Add(term);
+  ckCapLock.SetToolTip(Tr("Keep the capital cost when the payment or the commission is typed"));
+  for (const std::string& interval : {Tr("Monthly"), Tr("Quarterly")}) CboProCalc(kListInterval).Add(interval);
+  for (const std::string& term : {Tr("1 Year"), Tr("2 Years"), Tr("3 Years"), Tr("4 Years"), Tr("5 Years")}) {
+    CboProCalc(kListTerm).Add(term);
+  }
 }
 
 SupplierPanel::SupplierPanel(Window& window)
-    : FraSupplier(window, "FraSupplier", -1, "Supplier"),
-      FraContacts(window, "FraContacts", -1, "Contacts"),
+    : FraSupplier(window, "FraSupplier", -1, Tr("Supplier")),
+      FraContacts(window, "FraContacts", -1, Tr("Contacts")),
       LblSupplier(window, "LblSupplier", kSupplierFields),
       TxtSupplier(window, "TxtSupplier", kSupplierFields),
       LstContacts(window, "LstContacts"),
       LblContact(window, "LblContact", 6),
       TxtContact(window, "TxtContact", 6),
       CmdContact(window, "CmdContact", 2) {
-  FraSupplier.SetTag("ALAIS=<SUPPLIER>");
+  FraSupplier.SetTag(OwnWordsTag("<SUPPLIER>"));
   for (int i = 0; i < kSupplierFields; ++i) {
     const BoundField& field = kSupplierFieldTags[static_cast<std::size_t>(i)];
-    LblSupplier(i).SetCaption(field.words.caption);
-    LblSupplier(i).SetTag(field.words.tag);
+    SetWords(LblSupplier(i), field.words);
     TxtSupplier(i).SetTag(field.tag);
   }
   for (int i = 0; i < 6; ++i) {
     const BoundField& field = kContactFieldTags[static_cast<std::size_t>(i)];
-    LblContact(i).SetCaption(field.words.caption);
+    SetWords(LblContact(i), field.words);
     TxtContact(i).SetTag(field.tag);
   }
-  CmdContact(0).SetCaption("Add C&ontact");
-  CmdContact(1).SetCaption("R&emove Contact");
+  CmdContact(0).SetCaption(Tr("Add C&ontact"));
+  CmdContact(1).SetCaption(Tr("R&emove Contact"));
 }
 
 RateCardPanel::RateCardPanel(Window& window)
-    : FraRates(window, "FraRates", -1, "Rate card"),
-      FraPremium(window, "FraPremium", -1, "Premium"),
-      FraShow(window, "FraShow", -1, "Options"),
-      FraForms(window, "FraForms", -1, "Available Forms/Information pages"),
+    : FraRates(window, "FraRates", -1, Tr("Rate card")),
+      FraPremium(window, "FraPremium", -1, Tr("Premium")),
+      FraShow(window, "FraShow", -1, Tr("Options")),
+      FraForms(window, "FraForms", -1, Tr("Available Forms/Information pages")),
       LblRateName(window, "LblRateName", static_cast<int>(kRateWords.size())),
       txtRangeTo(window, "txtRangeTo", 4, 1),
       lblRangeFrom(window, "lblRangeFrom", 4),
@@ -205,12 +220,12 @@ RateCardPanel::RateCardPanel(Window& window)
   }
   for (int i = 0; i < 3; ++i) {
     const auto n = static_cast<std::size_t>(i);
-    ChAddRate(i).SetCaption(kSwitchCaptions[n]);
-    ChAddRate(i).SetTag(kSwitchTags[n]);
+    ChAddRate(i).SetCaption(Tr(kSwitches[n].words.caption));
+    ChAddRate(i).SetTag(SupplierTag(kSwitches[n].column) + ";" + OwnWordsTag(kSwitches[n].words.own));
     TxtAddRate(i).SetTag(SupplierTag(kPremiumColumns[n]));
   }
   LvwForms.CheckBoxes = true;
-  LvwForms.Columns() = {{"Form", "", 4000}};
+  LvwForms.Columns() = {{Tr("Form"), "", 4000}};
 }
 
 SendPanel::SendPanel(Window& window)
@@ -223,44 +238,44 @@ SendPanel::SendPanel(Window& window)
       cmboFileType(window, "cmboFileType"),
       CmdCalcGo(window, "CmdCalcGo", 4) {
   SetWords(LblSend, kSendWords);
-  OpCalcCreate(0).SetCaption("Send by e-mail");
-  OpCalcCreate(1).SetCaption("Create an install file");
-  FraCalCreate(0).SetCaption("E-mail");
-  FraCalCreate(1).SetCaption("Install file");
+  OpCalcCreate(0).SetCaption(Tr("Send by e-mail"));
+  OpCalcCreate(1).SetCaption(Tr("Create an install file"));
+  FraCalCreate(0).SetCaption(Tr("E-mail"));
+  FraCalCreate(1).SetCaption(Tr("Install file"));
   lvSendContacts.CheckBoxes = true;
-  lvSendContacts.Columns() = {{"Contact", "", 2600}, {"Email", "", 3800}, {"Last Sent", "", 2400}};
+  lvSendContacts.Columns() = {{Tr("Contact"), "", 2600}, {Tr("Email"), "", 3800}, {Tr("Last Sent"), "", 2400}};
   for (const char* type : {".exe", ".zip"}) cmboFileType.Add(type);
-  constexpr std::array<const char*, 4> kCaptions = {"Se&nd", "&Browse", "&Create", "Check &All"};
-  for (int i = 0; i < 4; ++i) CmdCalcGo(i).SetCaption(kCaptions[static_cast<std::size_t>(i)]);
+  constexpr std::array<const char*, 4> kCaptions = {Marked("Se&nd"), Marked("&Browse"), Marked("&Create"), kCheckAll};
+  for (int i = 0; i < 4; ++i) CmdCalcGo(i).SetCaption(Tr(kCaptions[static_cast<std::size_t>(i)]));
 }
 
 MainMenus::MainMenus(Window& window)
-    : MnuFile(window, "MnuFile", "", "&File"),
-      MnuOpen(window, "MnuOpen", "MnuFile", "Open <SUPPLIER> Database...", "Ctrl+O"),
-      MnuCreate(window, "MnuCreate", "MnuFile", "Create New <SUPPLIER> Database..."),
-      MnuExit(window, "MnuExit", "MnuFile", "Exit", "Ctrl+Q"),
-      MnuEdit(window, "MnuEdit", "", "Edi&t"),
-      MnuAdd(window, "MnuAdd", "MnuEdit", "&Add New <SUPPLIER>", "Ctrl+N"),
-      MnuRemove(window, "MnuRemove", "MnuEdit", "R&emove <SUPPLIER>"),
-      MnuSaveDefault(window, "MnuSaveDefault", "MnuEdit", "Save <SUPPLIER> as default"),
-      MnuRefresh(window, "MnuRefresh", "MnuEdit", "&Refresh <SUPPLIER> List", "F5"),
-      MnuSearch(window, "MnuSearch", "MnuEdit", "&Search For Contact...", "Ctrl+F"),
-      MnuUndoRemove(window, "MnuUndoRemove", "MnuEdit", "&Undo Remove <SUPPLIER>"),
-      MnuOptions(window, "MnuOptions", "", "&Options"),
-      MnuPreferences(window, "MnuPreferences", "MnuOptions", "Options and Preferences..."),
-      MnuDetails(window, "MnuDetails", "MnuOptions", "Your Details..."),
-      MnuPreview(window, "MnuPreview", "MnuOptions", "View <CALCNAME>"),
-      MnuMail(window, "MnuMail", "MnuOptions", "&E-mail Settings..."),
-      MnuHelp(window, "MnuHelp", "", "&Help"),
-      MnuHelpPage(window, "MnuHelpPage", "MnuHelp", "&Help", "F1"),
-      MnuUpgrades(window, "MnuUpgrades", "MnuHelp", "&Check for Tarvolinex upgrades..."),
-      MnuAbout(window, "MnuAbout", "MnuHelp", "&About") {}
+    : MnuFile(window, "MnuFile", "", Tr("&File")),
+      MnuOpen(window, "MnuOpen", "MnuFile", Tr("Open <SUPPLIER> Database..."), "Ctrl+O"),
+      MnuCreate(window, "MnuCreate", "MnuFile", Tr("Create New <SUPPLIER> Database...")),
+      MnuExit(window, "MnuExit", "MnuFile", Tr("Exit"), "Ctrl+Q"),
+      MnuEdit(window, "MnuEdit", "", Tr("Edi&t")),
+      MnuAdd(window, "MnuAdd", "MnuEdit", Tr("&Add New <SUPPLIER>"), "Ctrl+N"),
+      MnuRemove(window, "MnuRemove", "MnuEdit", Tr("R&emove <SUPPLIER>")),
+      MnuSaveDefault(window, "MnuSaveDefault", "MnuEdit", Tr("Save <SUPPLIER> as default")),
+      MnuRefresh(window, "MnuRefresh", "MnuEdit", Tr("&Refresh <SUPPLIER> List"), "F5"),
+      MnuSearch(window, "MnuSearch", "MnuEdit", Tr("&Search For Contact..."), "Ctrl+F"),
+      MnuUndoRemove(window, "MnuUndoRemove", "MnuEdit", Tr("&Undo Remove <SUPPLIER>")),
+      MnuOptions(window, "MnuOptions", "", Tr("&Options")),
+      MnuPreferences(window, "MnuPreferences", "MnuOptions", Tr("Options and Preferences...")),
+      MnuDetails(window, "MnuDetails", "MnuOptions", Tr("Your Details...")),
+      MnuPreview(window, "MnuPreview", "MnuOptions", Tr("View <CALCNAME>")),
+      MnuMail(window, "MnuMail", "MnuOptions", Tr("&E-mail Settings...")),
+      MnuHelp(window, "MnuHelp", "", Tr("&Help")),
+      MnuHelpPage(window, "MnuHelpPage", "MnuHelp", Tr("&Help"), "F1"),
+      MnuUpgrades(window, "MnuUpgrades", "MnuHelp", Tr("&Check for Tarvolinex upgrades...")),
+      MnuAbout(window, "MnuAbout", "MnuHelp", Tr("&About")) {}
 
 MainWindow::MainWindow()
-    : Window("FrmMain", "Tarvolinex"),
+    : Window("FrmMain", Tr("Tarvolinex")),
       menus(*this),
       Toolbar1(*this, "Toolbar1"),
-      LblFilter(*this, "LblFilter", -1, "Fi&lter"),
+      LblFilter(*this, "LblFilter", -1, Tr("Fi&lter")),
       TxtFilter(*this, "TxtFilter"),
       LvwSuppliers(*this, "LvwSuppliers"),
       LblCompany(*this, "LblCompany"),
@@ -274,28 +289,28 @@ MainWindow::MainWindow()
       Timer1(*this, "Timer1") {
   assert(!currentMainWindow && "one main window at a time");
   currentMainWindow = this;
-  Toolbar1.Add({"New", "ADDNEW", "ALAIS=Add <SUPPLIER>", "", ""});
-  Toolbar1.Add({"Remove", "REMSUPP", "ALAIS=Remove <SUPPLIER>", "", ""});
-  Toolbar1.Add({"Save", "SAVE", "ALAIS=Save <SUPPLIER>", "", ""});
-  Toolbar1.Add({"Search", "SEARCH", "ALAIS=Search For <SUPPLIER>/Contact", "", ""});
-  Toolbar1.Add({"Refresh", "REFRESH", "ALAIS=Refresh <SUPPLIER> List", "", ""});
-  Toolbar1.Add({"Options", "EDITPROP", "", "Calculator Options and Preferences", ""});
-  Toolbar1.Add({"Forms", "FORMS", "", "Form Designer", ""});
-  Toolbar1.Add({"View", "PREVIEW", "ALAIS=View <CALCNAME>", "", ""});
-  Toolbar1.Add({"Help", "HELP", "", "Help", ""});
-  LvwSuppliers.Columns() = {{"Name", "", 2700},
-                            {"Telephone", "FIELDNAME=Tel", 1700},
-                            {"Address 1", "FIELDNAME=Address1", 2000},
-                            {"Address 2", "FIELDNAME=Address2", 2000},
-                            {"Town", "FIELDNAME=Town", 1500},
-                            {"County", "FIELDNAME=County", 1500},
-                            {"Post Code", "FIELDNAME=PostCode", 1200}};
-  for (const char* tab :
-       {"Professional Calculator", "&<SUPPLIER> &Details", "Calculator S&ettings", "&Send/Create Calculator"}) {
+  Toolbar1.Add({Tr("New"), "ADDNEW", OwnWordsTag(Marked("Add <SUPPLIER>")), "", ""});
+  Toolbar1.Add({Tr("Remove"), "REMSUPP", OwnWordsTag(Marked("Remove <SUPPLIER>")), "", ""});
+  Toolbar1.Add({Tr("Save"), "SAVE", OwnWordsTag(Marked("Save <SUPPLIER>")), "", ""});
+  Toolbar1.Add({Tr("Search"), "SEARCH", OwnWordsTag(Marked("Search For <SUPPLIER>/Contact")), "", ""});
+  Toolbar1.Add({Tr("Refresh"), "REFRESH", OwnWordsTag(Marked("Refresh <SUPPLIER> List")), "", ""});
+  Toolbar1.Add({Tr("Options"), "EDITPROP", "", Tr("Calculator Options and Preferences"), ""});
+  Toolbar1.Add({Tr("Forms"), "FORMS", "", Tr("Form Designer"), ""});
+  Toolbar1.Add({Tr("View"), "PREVIEW", OwnWordsTag(Marked("View <CALCNAME>")), "", ""});
+  Toolbar1.Add({Tr("Help"), "HELP", "", Tr("Help"), ""});
+  LvwSuppliers.Columns() = {{Tr("Name"), "", 2700},
+                            {Tr("Telephone"), "FIELDNAME=Tel", 1700},
+                            {Tr("Address 1"), "FIELDNAME=Address1", 2000},
+                            {Tr("Address 2"), "FIELDNAME=Address2", 2000},
+                            {Tr("Town"), "FIELDNAME=Town", 1500},
+                            {Tr("County"), "FIELDNAME=County", 1500},
+                            {Tr("Post Code"), "FIELDNAME=PostCode", 1200}};
+  for (const std::string& tab : {Tr("Professional Calculator"), Tr("&<SUPPLIER> &Details"), Tr("Calculator S&ettings"),
+                                 Tr("&Send/Create Calculator")}) {
     TabMain.Add(tab);
   }
   TxtStatus.SetLocked(true);
-  TxtFilter.SetToolTip("Show only suppliers whose name, town or post code holds this text");
+  TxtFilter.SetToolTip(Tr("Show only suppliers whose name, town or post code holds this text"));
 }
 
 MainWindow::~MainWindow() {

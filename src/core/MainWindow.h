@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Controls.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -93,7 +94,7 @@ struct SupplierPanel {
 
 // Indexes of SendPanel::CmdCalcGo, and the captions of the last.
 enum SendButton { kGoSend = 0, kGoBrowse = 1, kGoCreate = 2, kGoCheckAll = 3 };
-inline constexpr const char *kCheckAll = "Check &All", *kUncheckAll = "Uncheck &All";
+inline constexpr const char *kCheckAll = Marked("Check &All"), *kUncheckAll = Marked("Uncheck &All");
 
 struct SendPanel {
   explicit SendPanel(Window& window);

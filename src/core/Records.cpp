@@ -6,6 +6,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -123,8 +124,8 @@ void Read(std::string_view path, Record& record) {
   const std::string bytes = ReadFile(path);
   const std::size_t size = Encode(Record()).size();
   if (bytes.size() < size) {
-    throw RuntimeError(kDeviceError, std::string(path) + " holds " + std::to_string(bytes.size()) +
-                                         " bytes; the record has " + std::to_string(size));
+    throw RuntimeError(kDeviceError, Tr("%1 holds %2 bytes; the record has %3",
+                                        {path, std::to_string(bytes.size()), std::to_string(size)}));
   }
   for (const auto& field : FieldsOf(record)) std::visit(Reader{bytes.data() + field.offset}, field.member(record));
 }

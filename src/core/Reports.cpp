@@ -4,12 +4,13 @@
 #include "core/MainWindow.h"
 #include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
 void ShowError(std::string_view message, bool fatal) {
   SetBusy(false);
-  TheDesktop().MessageBox(std::string(message), "Error", BoxButtons::Ok, BoxIcon::Critical);
+  TheDesktop().MessageBox(Tr(message), Tr("Error"), BoxButtons::Ok, BoxIcon::Critical);
   ErrorShown = true;
   SetStatus(false, "", -1);
   if (fatal) throw ProgramEnded{1};
@@ -20,7 +21,7 @@ void SetStatus(bool flashing, std::string_view text, int progress) {
   if (MainFormExists()) {
     MainWindow& form = MainForm();
     form.Timer1.SetRunning(progress < 0 && flashing);
-    form.TxtStatus.SetText(busy ? text : std::string_view());
+    form.TxtStatus.SetText(busy ? Tr(text) : std::string());
     if (progress >= 0) form.ProgressBar1.SetValue(progress);
     if (!busy) form.ProgressBar1.SetValue(0);
   }

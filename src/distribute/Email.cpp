@@ -17,6 +17,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/PageText.h"
 #include "store/Contacts.h"
@@ -47,15 +48,16 @@ bool ReadyToSend(const std::vector<Recipient>& recipients) {
   const auto& texts = MainForm().send.TxtEmail;
   Desktop& desktop = TheDesktop();
   if (recipients.empty()) {
-    desktop.MessageBox("You must select at least one contact to email", "No Contacts Selected", BoxButtons::Ok,
+    desktop.MessageBox(Tr("You must select at least one contact to email"), Tr("No Contacts Selected"), BoxButtons::Ok,
                        BoxIcon::Exclamation);
     return false;
   }
   if (texts(0).Text().empty()) {
-    desktop.MessageBox("You must enter a Subject for your email", "No subject", BoxButtons::Ok, BoxIcon::Exclamation);
+    desktop.MessageBox(Tr("You must enter a Subject for your email"), Tr("No subject"), BoxButtons::Ok,
+                       BoxIcon::Exclamation);
     return false;
   }
-  return !texts(1).Text().empty() || desktop.MessageBox("Your email has no message, continue?", "No Message",
+  return !texts(1).Text().empty() || desktop.MessageBox(Tr("Your email has no message, continue?"), Tr("No Message"),
                                                         BoxButtons::YesNo, BoxIcon::Information) == Answer::Yes;
 }
 
@@ -74,8 +76,7 @@ bool MailStep(const std::function<void()>& step) {
   } catch (const RuntimeError& failure) {
     if (failure.Number() == kDivisionByZero || failure.Number() == kMailSignedOnAlready) return true;
     if (failure.Number() == kNotConnected) {
-      ShowError(std::string("Failed to connect to remote host.") + kTwoLines +
-                "Please check your Internet connection and try again");
+      ShowError("Failed to connect to remote host.\r\n\r\nPlease check your Internet connection and try again");
       ShowDetail(failure.Description());
       return true;
     }
@@ -88,7 +89,7 @@ bool MailStep(const std::function<void()>& step) {
 // Returns who took the message; nullopt when nobody did.
 std::optional<std::string> Mail(const std::vector<Recipient>& recipients, const std::string& uploadIdentifier) {
   const SendPanel& panel = MainForm().send;
-  MailSession session = NewMailSession("Creating Email");
+  MailSession session = NewMailSession(Tr("Creating Email"));
   const std::vector<std::function<void()>> steps = {
       [&] { session.SignOn(MailProfilesPath(), GetDefaultMailProfile()); },
       [&] { session.Compose(); },
@@ -144,7 +145,7 @@ std::optional<std::string> BuildAndSend(const std::vector<Recipient>& recipients
   const std::string sent = ReplaceAliases(
       "<CALCNAME> has been sent successfully by Tarvolinex.\n\r\nPlease check your email application to verify");
   // Without a profile the user did not choose who takes it.
-  return GetDefaultMailProfile().empty() ? sent + kTwoLines + "The message went to " + *taker + "." : sent;
+  return GetDefaultMailProfile().empty() ? sent + kTwoLines + Tr("The message went to %1.", {*taker}) : sent;
 }
 
 }  // namespace
@@ -198,7 +199,7 @@ bool SendCalculator(const std::function<void()>& askHow) {
   if (!SendConfirmed) return false;
   const auto sent = BuildAndSend(recipients);
   if (!sent) return false;
-  TheDesktop().MessageBox(*sent, "Email", BoxButtons::Ok, BoxIcon::Information);
+  TheDesktop().MessageBox(*sent, Tr("Email"), BoxButtons::Ok, BoxIcon::Information);
   return true;
 }
 

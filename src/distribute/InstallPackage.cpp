@@ -9,6 +9,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "platform/ZipComponent.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/PageText.h"
@@ -90,7 +91,7 @@ bool Pack(const std::string& target, bool byLink) {
   zip.SfxTitle = CalculatorPreferences.AliasCalcName.Padded() + " Self-Extractor";
   zip.Progress = [](int percent) { SetStatus(false, "Creating Install file", percent); };
   if (zip.Zip() == 0) return true;
-  ShowError("Install file creation failed.\n\n" + zip.ErrorDescription());
+  ShowError(Tr("Install file creation failed.\n\n%1", {zip.ErrorDescription()}));
   return false;
 }
 
@@ -99,10 +100,11 @@ std::string Target(bool chosenName) {
   if (!chosenName) return InstallFilePath();
   std::string target(Trim(MainForm().send.TxtCalcCreate.Text()));
   if (FileNameOf(target).empty() || FolderExists(target)) {
-    throw RuntimeError(kBadFileName, "\"" + target + "\" is no file name");
+    throw RuntimeError(kBadFileName, Tr("\"%1\" is no file name", {target}));
   }
-  if (FileExists(target) && TheDesktop().MessageBox("A file of this name already exists.\n\nOverwrite?", "File exists",
-                                                    BoxButtons::YesNo, BoxIcon::Exclamation) != Answer::Yes) {
+  if (FileExists(target) &&
+      TheDesktop().MessageBox(Tr("A file of this name already exists.\n\nOverwrite?"), Tr("File exists"),
+                              BoxButtons::YesNo, BoxIcon::Exclamation) != Answer::Yes) {
     target.clear();
   }
   return target;

@@ -11,13 +11,14 @@
 #include "platform/HttpRequest.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/FolderFiles.h"
 
 namespace tarvolinex {
 
 namespace {
 
-constexpr const char* kTransferring = "Transfering to Tarvolinex Server";
+constexpr const char* kTransferring = Marked("Transfering to Tarvolinex Server");
 
 std::string RequestBody(const std::string& path) {
   return "--AaB03x\r\nContent-Disposition: attachment; name=\"FILE1\"; filename=\"" + ToWindows1252(NativePath(path)) +
@@ -56,11 +57,11 @@ bool UploadFile(const std::string& path, const std::string& host) {
     TheDesktop().DoEvents();
     const UploadAnswer answer = ReadUploadAnswer(request.ResponseText());
     if (!answer.status.empty()) {
-      TheDesktop().MessageBox(answer.status, "File Upload", BoxButtons::Ok, BoxIcon::Information);
+      TheDesktop().MessageBox(answer.status, Tr("File Upload"), BoxButtons::Ok, BoxIcon::Information);
     }
     if (answer.accepted) return true;
     SetStatus(false, "", -1);
-    ShowDetail("The server did not accept the file.");
+    ShowDetail(Tr("The server did not accept the file."));
     return false;
   } catch (const RuntimeError& failure) {
     ShowError("File Upload failed");

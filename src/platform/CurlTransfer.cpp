@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -65,7 +66,7 @@ class Running {
 CurlHandle NewCurlHandle() {
   static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
   CurlHandle handle(started == CURLE_OK ? curl_easy_init() : nullptr);
-  if (!handle) throw RuntimeError(kDeviceError, "The network library cannot be started");
+  if (!handle) throw RuntimeError(kDeviceError, Tr("The network library cannot be started"));
   return handle;
 }
 
@@ -102,7 +103,7 @@ CURLcode RunTransfer(CURL* handle, const CurlUpload& upload, const TransferProgr
         progress && !progress(static_cast<std::int64_t>(upload.sent), static_cast<std::int64_t>(upload.bytes.size()));
   }
   const CURLcode result = stopped ? CURLE_ABORTED_BY_CALLBACK : running.Result();
-  error = stopped ? "stopped" : text[0] ? text.data() : curl_easy_strerror(result);
+  error = stopped ? Tr("stopped") : text[0] ? text.data() : curl_easy_strerror(result);
   curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, nullptr);
   return result;
 }

@@ -11,6 +11,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/StatementText.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -147,7 +148,7 @@ void Connection::Open(std::string_view connectionString) {
     if (part.size() > 4 && EqualNoCase(part.substr(0, 4), "dbq=")) path = part.substr(4);
   }
   if (!FileExists(path)) {
-    throw RuntimeError(kFileNotFound, "The database file does not exist or is no file: " + path);
+    throw RuntimeError(kFileNotFound, Tr("The database file does not exist or is no file: %1", {path}));
   }
   const int result =
       sqlite3_open_v2(NativePath(path).c_str(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
@@ -159,7 +160,7 @@ void Connection::Open(std::string_view connectionString) {
   if (read != SQLITE_OK) {
     const std::string why = database_ ? sqlite3_errmsg(database_) : sqlite3_errstr(read);
     Close();
-    throw RuntimeError(kDatabase, "The database " + path + " cannot be opened: " + why);
+    throw RuntimeError(kDatabase, Tr("The database %1 cannot be opened: %2", {path, why}));
   }
   sqlite3_exec(database_, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
   sqlite3_create_collation(database_, kCaseBlindOrder, SQLITE_UTF8, nullptr, CompareCaseBlind);
@@ -217,7 +218,7 @@ void Connection::CopyTo(std::string_view path) {
   if (result == SQLITE_OK) std::filesystem::rename(beside, NativePath(path), failed);
   if (result == SQLITE_OK && !failed) return;
   std::filesystem::remove(beside, ignored);
-  throw RuntimeError(kDatabase, "The database cannot be copied to " + std::string(path));
+  throw RuntimeError(kDatabase, Tr("The database cannot be copied to %1", {path}));
 }
 
 void Connection::Begin() {

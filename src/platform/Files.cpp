@@ -7,6 +7,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -14,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void Throw(const std::error_code& error, const std::string& doing, std::string_view path) {
+[[noreturn]] void Throw(const std::error_code& error, const char* doing, std::string_view path) {
   int number = kDeviceError;
   if (error == std::errc::no_such_file_or_directory) number = kFileNotFound;
   if (error == std::errc::not_a_directory) number = kPathNotFound;
@@ -26,7 +27,7 @@ namespace {
   if (error == std::errc::no_space_on_device) number = kDiskFull;
   if (error == std::errc::filename_too_long || error == std::errc::invalid_argument) number = kBadFileName;
   if (error == std::errc::device_or_resource_busy || error == std::errc::text_file_busy) number = kFileAlreadyOpen;
-  throw RuntimeError(number, doing + " " + std::string(path) + ": " + error.message());
+  throw RuntimeError(number, Tr(doing, {path, error.message()}));
 }
 
 // The entry of the folder whose name is the given one without regard to case; empty when there is none.
@@ -115,7 +116,7 @@ bool FolderExists(std::string_view path) {
 std::int64_t FileLength(std::string_view path) {
   std::error_code error;
   const auto length = fs::file_size(NativePath(path), error);
-  if (error) Throw(error, "Reading", path);
+  if (error) Throw(error, Marked("Reading %1: %2"), path);
   return static_cast<std::int64_t>(length);
 }
 
@@ -174,43 +175,44 @@ std::string NewestFile(std::string_view pattern) {
 void DeleteFile(std::string_view path) {
   const std::string native = NativePath(path);
   std::error_code error;
-  if (fs::is_directory(native, error)) Throw(std::make_error_code(std::errc::is_a_directory), "Deleting", path);
+  if (fs::is_directory(native, error))
+    Throw(std::make_error_code(std::errc::is_a_directory), Marked("Deleting %1: %2"), path);
   const bool removed = fs::remove(native, error);
-  if (error) Throw(error, "Deleting", path);
-  if (!removed) Throw(std::make_error_code(std::errc::no_such_file_or_directory), "Deleting", path);
+  if (error) Throw(error, Marked("Deleting %1: %2"), path);
+  if (!removed) Throw(std::make_error_code(std::errc::no_such_file_or_directory), Marked("Deleting %1: %2"), path);
 }
 
 void CopyFile(std::string_view from, std::string_view to) {
   std::ifstream source(NativePath(from), std::ios::binary);
   if (!source || !FileExists(from)) {
     const auto why = FileExists(from) ? std::errc::permission_denied : std::errc::no_such_file_or_directory;
-    Throw(std::make_error_code(why), "Copying", from);
+    Throw(std::make_error_code(why), Marked("Copying %1: %2"), from);
   }
   WholeFile target(to);
   std::string buffer(1 << 16, '\0');
   while (source.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || source.gcount() > 0) {
     target.Write(std::string_view(buffer).substr(0, static_cast<std::size_t>(source.gcount())));
   }
-  if (source.bad()) Throw(std::make_error_code(std::errc::io_error), "Reading", from);
+  if (source.bad()) Throw(std::make_error_code(std::errc::io_error), Marked("Reading %1: %2"), from);
   target.Commit();
 }
 
 void MakeFolder(std::string_view path) {
   std::error_code error;
   fs::create_directories(NativePath(path), error);
-  if (error) Throw(error, "Creating the folder", path);
+  if (error) Throw(error, Marked("Creating the folder %1: %2"), path);
 }
 
 std::string ReadFile(std::string_view path) {
   const std::string native = NativePath(path);
   std::error_code error;
   const auto length = fs::file_size(native, error);
-  if (error) Throw(error, "Reading", path);
+  if (error) Throw(error, Marked("Reading %1: %2"), path);
   std::ifstream file(native, std::ios::binary);
-  if (!file) Throw(std::make_error_code(std::errc::permission_denied), "Reading", path);
+  if (!file) Throw(std::make_error_code(std::errc::permission_denied), Marked("Reading %1: %2"), path);
   std::string bytes(length, '\0');
   file.read(bytes.data(), static_cast<std::streamsize>(length));
-  if (file.bad()) Throw(std::make_error_code(std::errc::io_error), "Reading", path);
+  if (file.bad()) Throw(std::make_error_code(std::errc::io_error), Marked("Reading %1: %2"), path);
   bytes.resize(static_cast<std::size_t>(file.gcount()));
   return bytes;
 }

@@ -14,6 +14,7 @@
 
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -42,8 +43,7 @@ int NumberOf(int error) {
 }
 
 [[noreturn]] void ThrowError(int error, const char* doing, std::string_view path) {
-  throw RuntimeError(NumberOf(error),
-                     std::string(doing) + " " + std::string(path) + ": " + std::generic_category().message(error));
+  throw RuntimeError(NumberOf(error), Tr(doing, {path, std::generic_category().message(error)}));
 }
 
 void FlushFolder(const std::string& folder) {
@@ -76,18 +76,18 @@ std::string UnfinishedPath(std::string_view target) {
 }
 
 WholeFile::WholeFile(std::string_view path) : target_(NativePath(path)) {
-  if (target_.empty() || FileNameOf(target_).empty()) ThrowError(EINVAL, "Writing", path);
+  if (target_.empty() || FileNameOf(target_).empty()) ThrowError(EINVAL, Marked("Writing %1: %2"), path);
   // A new file gets the rights that the user's mask gives, an old one keeps its own.
   struct stat old = {};
   const bool replaces = ::stat(target_.c_str(), &old) == 0;
-  if (replaces && S_ISDIR(old.st_mode)) ThrowError(EISDIR, "Writing", path);
-  if (replaces && ::access(target_.c_str(), W_OK) != 0) ThrowError(EACCES, "Writing", path);
+  if (replaces && S_ISDIR(old.st_mode)) ThrowError(EISDIR, Marked("Writing %1: %2"), path);
+  if (replaces && ::access(target_.c_str(), W_OK) != 0) ThrowError(EACCES, Marked("Writing %1: %2"), path);
   RemoveUnfinished(FolderOf(target_));
   beside_ = UnfinishedPath(target_);
   handle_ = ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
   if (handle_ < 0) {
     beside_.clear();
-    ThrowError(errno, "Writing", path);
+    ThrowError(errno, Marked("Writing %1: %2"), path);
   }
   if (replaces) ::fchmod(handle_, old.st_mode & 07777);
 }
@@ -106,18 +106,18 @@ void WholeFile::Write(std::string_view bytes) {
     const ssize_t written = ::write(handle_, bytes.data(), bytes.size());
     if (written < 0) {
       if (errno == EINTR) continue;
-      Fail("Writing");
+      Fail(Marked("Writing %1: %2"));
     }
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
 }
 
 void WholeFile::Commit() {
-  if (::fsync(handle_) != 0) Fail("Writing");
+  if (::fsync(handle_) != 0) Fail(Marked("Writing %1: %2"));
   const int handle = handle_;
   handle_ = -1;
-  if (::close(handle) != 0) Fail("Writing");
-  if (::rename(beside_.c_str(), target_.c_str()) != 0) Fail("Writing");
+  if (::close(handle) != 0) Fail(Marked("Writing %1: %2"));
+  if (::rename(beside_.c_str(), target_.c_str()) != 0) Fail(Marked("Writing %1: %2"));
   beside_.clear();
   FlushFolder(FolderOf(target_));
 }
@@ -127,14 +127,14 @@ FileLock::FileLock(std::string_view path, std::chrono::seconds patience, bool ma
   const std::string native = NativePath(path);
   handle_ = ::open(native.c_str(), O_RDWR | O_CLOEXEC | (make ? O_CREAT : 0), 0666);
   if (handle_ < 0) {
-    throw RuntimeError(kPathAccess, "Writing " + native + ": " + std::generic_category().message(errno) +
-                                        ". Please change the rights of the folder or use another one");
+    throw RuntimeError(kPathAccess, Tr("Writing %1: %2. Please change the rights of the folder or use another one",
+                                       {native, std::generic_category().message(errno)}));
   }
   const auto end = std::chrono::steady_clock::now() + patience;
   while (::flock(handle_, LOCK_EX | LOCK_NB) != 0) {
     if (std::chrono::steady_clock::now() >= end) {
       ::close(handle_);
-      throw RuntimeError(kFileAlreadyOpen, "Another running Tarvolinex uses the folder " + FolderOf(path));
+      throw RuntimeError(kFileAlreadyOpen, Tr("Another running Tarvolinex uses the folder %1", {FolderOf(path)}));
     }
     std::this_thread::sleep_for(kPause);
   }

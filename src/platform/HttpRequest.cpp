@@ -2,6 +2,7 @@
 
 #include "platform/CurlTransfer.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -55,7 +56,7 @@ void HttpRequest::Send(std::string_view body) {
   curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status);
   constexpr long kFirstError = 400;
   if (status >= kFirstError) {
-    throw RuntimeError(kDeviceError, address_ + ": the server answered " + std::to_string(status));
+    throw RuntimeError(kDeviceError, Tr("%1: the server answered %2", {address_, std::to_string(status)}));
   }
 }
 

@@ -9,6 +9,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -27,7 +28,7 @@ std::string RunProgram(const std::string& program, const QStringList& arguments,
   constexpr int kTickMilliseconds = 30;
   QProcess process;
   process.start(Q(program), arguments);
-  if (!process.waitForStarted()) throw RuntimeError(error, program + " cannot be started");
+  if (!process.waitForStarted()) throw RuntimeError(error, Tr("%1 cannot be started", {program}));
   process.write(input.data(), static_cast<qint64>(input.size()));
   process.closeWriteChannel();
   const auto total = static_cast<std::int64_t>(input.size());
@@ -41,11 +42,11 @@ std::string RunProgram(const std::string& program, const QStringList& arguments,
     if (now - taken > patience.silent || (progress && !progress(total - left, total))) {
       process.kill();
       process.waitForFinished();
-      throw RuntimeError(error, program + " was stopped or took too long");
+      throw RuntimeError(error, Tr("%1 was stopped or took too long", {program}));
     }
   }
   if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-    throw RuntimeError(error, program + " failed: " + process.readAllStandardError().trimmed().toStdString());
+    throw RuntimeError(error, Tr("%1 failed: %2", {program, process.readAllStandardError().trimmed().toStdString()}));
   }
   return process.readAllStandardOutput().toStdString();
 }
@@ -82,7 +83,7 @@ void MailSession::SignOnWith(const std::string& iniPath, const MailProfile& prof
   iniPath_ = iniPath;
   profile_ = profile;
   if (profile_.transport == MailTransport::Smtp && profile_.server.empty()) {
-    throw RuntimeError(kMailLoginRefused, iniPath + ", [" + profile.name + "] names no Server");
+    throw RuntimeError(kMailLoginRefused, Tr("%1, [%2] names no Server", {iniPath, profile.name}));
   }
   signedOn_ = true;
 }
@@ -93,7 +94,7 @@ void MailSession::Compose() {
   message_->from = profile_.from.empty() ? DefaultSender : ParseMailAddress(profile_.from);
   sent_ = false;
   if (!IsMailAddress(message_->from.address)) {
-    throw RuntimeError(kMailFailed, "The sender's address \"" + message_->from.address + "\" is no e-mail address");
+    throw RuntimeError(kMailFailed, Tr("The sender's address \"%1\" is no e-mail address", {message_->from.address}));
   }
 }
 
@@ -105,7 +106,7 @@ MailMessage& MailSession::Message() {
 void MailSession::AddRecipient(const std::string& name, const std::string& address) {
   const bool prefixed = EqualNoCase(std::string_view(address).substr(0, kSmtpPrefix.size()), kSmtpPrefix);
   const std::string bare(Trim(std::string_view(address).substr(prefixed ? kSmtpPrefix.size() : 0)));
-  if (!IsMailAddress(bare)) throw RuntimeError(kMailRecipientRefused, "\"" + bare + "\" is no e-mail address");
+  if (!IsMailAddress(bare)) throw RuntimeError(kMailRecipientRefused, Tr("\"%1\" is no e-mail address", {bare}));
   Message().to.push_back({name, bare});
 }
 
@@ -118,7 +119,7 @@ void MailSession::SetNoteText(const std::string& text) {
 }
 
 void MailSession::Attach(const std::string& path, const std::string& name) {
-  if (!FileExists(path)) throw RuntimeError(kMailAttachmentMissing, "There is no file " + path + " to attach");
+  if (!FileExists(path)) throw RuntimeError(kMailAttachmentMissing, Tr("There is no file %1 to attach", {path}));
   Message().attachmentPath = path;
   Message().attachmentName = name;
 }
@@ -143,12 +144,13 @@ void MailSession::SignOff() {
   const bool lost = message_ && !sent_;
   signedOn_ = false;
   message_.reset();
-  if (lost) throw RuntimeError(kMailFailed, "The message was not sent");
+  if (lost) throw RuntimeError(kMailFailed, Tr("The message was not sent"));
 }
 
 std::string MailSession::Taker() const {
-  if (profile_.transport == MailTransport::Smtp) return "the mail server " + profile_.server;
-  return profile_.transport == MailTransport::Sendmail ? "the local sendmail" : "the outbox folder " + OutboxFolder();
+  if (profile_.transport == MailTransport::Smtp) return Tr("the mail server %1", {profile_.server});
+  return profile_.transport == MailTransport::Sendmail ? Tr("the local sendmail")
+                                                       : Tr("the outbox folder %1", {OutboxFolder()});
 }
 
 std::string MailSession::OutboxFolder() const {

@@ -6,6 +6,7 @@
 #include "platform/ProfileFile.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -25,7 +26,7 @@ std::string Understand(const std::array<const char*, 3>& names, const std::strin
     kind = static_cast<Kind>(i);
     return {};
   }
-  return where + ": \"" + word + "\" is none of " + names[0] + ", " + names[1] + ", " + names[2];
+  return Tr("%1: \"%2\" is none of %3, %4, %5", {where, word, names[0], names[1], names[2]});
 }
 
 }  // namespace
@@ -64,7 +65,7 @@ MailProfile LoadMailProfile(const std::string& iniPath, const std::string& name,
   profile.folder = read("Folder");
   profile.caFile = read("CaFile");
   std::string wrong = Understand(kTransports, read("Transport"), where + " Transport", profile.transport);
-  if (read("Transport").empty()) wrong = where + " names no Transport";
+  if (read("Transport").empty()) wrong = Tr("%1 names no Transport", {where});
   const std::string other =
       Understand(kSecurities, read("Security", "starttls"), where + " Security", profile.security);
   if (wrong.empty()) wrong = other;

@@ -4,19 +4,20 @@
 
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
 namespace {
 
 std::unique_ptr<QImageReader> Open(std::string_view path) {
-  if (!FileExists(path)) throw RuntimeError(kFileNotFound, "The picture " + std::string(path) + " does not exist");
+  if (!FileExists(path)) throw RuntimeError(kFileNotFound, Tr("The picture %1 does not exist", {path}));
   auto reader = std::make_unique<QImageReader>(QString::fromStdString(NativePath(path)));
   reader->setDecideFormatFromContent(true);
   // The library also knows drawings and documents, which no browser shows under the name of a picture.
   const QByteArrayList known = {"bmp", "cur", "gif", "ico", "jpeg", "png"};
   if (!known.contains(reader->format())) {
-    throw RuntimeError(kBadPicture, "The picture " + std::string(path) + " is of no known kind");
+    throw RuntimeError(kBadPicture, Tr("The picture %1 is of no known kind", {path}));
   }
   return reader;
 }
@@ -26,12 +27,12 @@ Picture Read(QImageReader& reader, std::string_view path) {
   const QSize size = reader.size();
   constexpr qint64 kLargest = 64'000'000;
   if (qint64{size.width()} * size.height() > kLargest) {
-    throw RuntimeError(kBadPicture, "The picture " + std::string(path) + " is too large");
+    throw RuntimeError(kBadPicture, Tr("The picture %1 is too large", {path}));
   }
   const QImage image = reader.read().convertToFormat(QImage::Format_ARGB32);
   if (image.isNull()) {
     throw RuntimeError(kBadPicture,
-                       "The picture " + std::string(path) + " cannot be read: " + reader.errorString().toStdString());
+                       Tr("The picture %1 cannot be read: %2", {path, reader.errorString().toStdString()}));
   }
   Picture picture{image.width(), image.height(), {}};
   picture.pixels.reserve(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()));
@@ -59,8 +60,8 @@ Picture LoadPicture(std::string_view path, int width, int height) {
       // Another picture of the file may be whole.
     }
   }
-  throw RuntimeError(kBadPicture, "The picture " + std::string(path) + " holds none of " + std::to_string(width) +
-                                      " by " + std::to_string(height) + " pixels");
+  throw RuntimeError(kBadPicture, Tr("The picture %1 holds none of %2 by %3 pixels",
+                                     {path, std::to_string(width), std::to_string(height)}));
 }
 
 }  // namespace tarvolinex

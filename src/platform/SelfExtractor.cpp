@@ -5,6 +5,7 @@
 
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -38,12 +39,12 @@ class Bytes {
     bytes_.replace(offset, with.size(), with);
   }
   void Demand(bool good, const char* what, int number = kBadArchive) const {
-    if (!good) throw RuntimeError(number, "Using the " + role_ + " " + path_ + ": " + what);
+    if (!good) throw RuntimeError(number, Tr("Using the %1 %2: %3", {Tr(role_), path_, Tr(what)}));
   }
 
  private:
   void Need(std::uint64_t offset, std::size_t size) const {
-    Demand(offset <= Size() && size <= Size() - offset, "it is cut short or damaged");
+    Demand(offset <= Size() && size <= Size() - offset, Marked("it is cut short or damaged"));
   }
   std::string path_, role_, bytes_;
 };
@@ -51,14 +52,14 @@ class Bytes {
 // The Windows program that the file begins with.
 class Module {
  public:
-  explicit Module(std::string_view path) : bytes_(path, "self-extractor module") {
+  explicit Module(std::string_view path) : bytes_(path, Marked("self-extractor module")) {
     headers_ = bytes_.Number(0x3C, 4);
     bytes_.Demand(bytes_.Number(0, 2) == 0x5A4D && bytes_.Number(headers_, 4) == 0x4550 &&
                       bytes_.Number(headers_ + 24, 2) == 0x20B,
-                  "it is no 64-bit Windows program");
+                  Marked("it is no 64-bit Windows program"));
     sections_ = headers_ + 24 + bytes_.Number(headers_ + 20, 2);
     // The program looks for its archive behind its last section.
-    bytes_.Demand(EndOfSections() == bytes_.Size(), "something follows its last section");
+    bytes_.Demand(EndOfSections() == bytes_.Size(), Marked("something follows its last section"));
     bytes_.SetNumber(headers_ + 88, 0);  // the check sum of the headers, which no longer holds; 0 stands for none
   }
   void SetIcon(std::string_view picture) {
@@ -66,7 +67,7 @@ class Module {
     const std::uint64_t root = OffsetOf(bytes_.Number(headers_ + 152, 4));
     const std::uint64_t names = Child(root, root, kIconResource), languages = Child(root, names, 0);
     const std::uint64_t data = Child(root, languages, 0);
-    bytes_.Demand(bytes_.Number(data + 4, 4) == picture.size(), "its icon is not the one that can be replaced");
+    bytes_.Demand(bytes_.Number(data + 4, 4) == picture.size(), Marked("its icon is not the one that can be replaced"));
     bytes_.Replace(OffsetOf(bytes_.Number(data, 4)), picture);
   }
   const std::string& All() const { return bytes_.All(); }
@@ -88,7 +89,7 @@ class Module {
         return address - start + bytes_.Number(at + 20, 4);
       }
     }
-    bytes_.Demand(false, "it has no icon");
+    bytes_.Demand(false, Marked("it has no icon"));
     return 0;
   }
   // The entry with that number in a resource folder, or the first when the number is 0.
@@ -97,7 +98,7 @@ class Module {
     for (std::uint64_t at = folder + 16; at < folder + 16 + count * 8; at += 8) {
       if (number == 0 || bytes_.Number(at, 4) == number) return root + (bytes_.Number(at + 4, 4) & 0x7FFFFFFF);
     }
-    bytes_.Demand(false, "it has no icon");
+    bytes_.Demand(false, Marked("it has no icon"));
     return 0;
   }
 
@@ -107,7 +108,7 @@ class Module {
 
 // The icon's picture of 32 by 32 dots in 16 colours; other pictures may stand beside it.
 std::string IconPicture(std::string_view path) {
-  const Bytes icon(path, "icon");
+  const Bytes icon(path, Marked("icon"));
   const std::uint32_t pictures = icon.Number(0, 4) == 0x10000 ? icon.Number(4, 2) : 0;
   for (std::uint32_t i = 0; i < pictures; ++i) {
     const std::uint64_t entry = kIconFolder + std::uint64_t{i} * kIconFolderEntry;
@@ -118,16 +119,16 @@ std::string IconPicture(std::string_view path) {
       return icon.All().substr(at, kIconSize);
     }
   }
-  icon.Demand(false, "it holds no picture of 32 by 32 dots in 16 colours", kBadPicture);
+  icon.Demand(false, Marked("it holds no picture of 32 by 32 dots in 16 colours"), kBadPicture);
   return {};
 }
 
 // The archive as it reads when `shift` bytes stand before it.
 std::string Shifted(std::string_view path, std::uint64_t shift) {
-  Bytes archive(path, "archive");
-  const char* const kDamaged = "its directory is damaged";
+  Bytes archive(path, Marked("archive"));
+  const char* const kDamaged = Marked("its directory is damaged");
   archive.Demand(archive.Size() >= kEndSize, kDamaged);
-  archive.Demand(archive.Size() + shift <= kLargest, "it is too large for an install file");
+  archive.Demand(archive.Size() + shift <= kLargest, Marked("it is too large for an install file"));
   const std::uint64_t end = archive.Size() - kEndSize;
   archive.Demand(archive.Number(end, 4) == kEndMark && archive.Number(end + 20, 2) == 0, kDamaged);
   const std::uint32_t count = archive.Number(end + 10, 2);

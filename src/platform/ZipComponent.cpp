@@ -10,6 +10,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/SelfExtractor.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -33,7 +34,7 @@ std::string ErrorText(int code) {
 Archive OpenArchive(const std::string& path) {
   int code = 0;
   Archive archive(zip_open(NativePath(path).c_str(), ZIP_RDONLY, &code));
-  if (!archive) throw RuntimeError(kBadArchive, "Unpacking " + path + ": " + ErrorText(code));
+  if (!archive) throw RuntimeError(kBadArchive, Tr("Unpacking %1: %2", {path, ErrorText(code)}));
   return archive;
 }
 
@@ -54,7 +55,7 @@ std::vector<std::string> EntryNames(zip_t* archive, const std::string& path) {
   for (zip_int64_t i = 0; i < zip_get_num_entries(archive, 0); ++i) {
     const char* name = zip_get_name(archive, static_cast<zip_uint64_t>(i), ZIP_FL_ENC_GUESS);
     if (!name || !StaysInside(name)) {
-      throw RuntimeError(kBadArchive, "Unpacking " + path + ": refused the entry " + (name ? name : "without a name"));
+      throw RuntimeError(kBadArchive, Tr("Unpacking %1: refused the entry %2", {path, name ? name : "?"}));
     }
     names.emplace_back(name);
   }
@@ -63,7 +64,7 @@ std::vector<std::string> EntryNames(zip_t* archive, const std::string& path) {
 
 void ExtractEntry(zip_t* archive, zip_uint64_t index, const std::string& target, const std::string& path) {
   const ArchivedFile entry(zip_fopen_index(archive, index, 0));
-  if (!entry) throw RuntimeError(kBadArchive, "Unpacking " + path + ": " + zip_strerror(archive));
+  if (!entry) throw RuntimeError(kBadArchive, Tr("Unpacking %1: %2", {path, zip_strerror(archive)}));
   MakeFolder(FolderOf(target));
   WholeFile file(target);
   std::string buffer(1 << 16, '\0');
@@ -72,7 +73,7 @@ void ExtractEntry(zip_t* archive, zip_uint64_t index, const std::string& target,
     file.Write(std::string_view(buffer).substr(0, static_cast<std::size_t>(count)));
   }
   // A wrong check sum shows at the end of the entry.
-  if (count < 0) throw RuntimeError(kBadArchive, "Unpacking " + target + ": " + zip_file_strerror(entry.get()));
+  if (count < 0) throw RuntimeError(kBadArchive, Tr("Unpacking %1: %2", {target, zip_file_strerror(entry.get())}));
   file.Commit();
 }
 
@@ -151,7 +152,7 @@ int ZipComponent::Pack(const std::string& archivePath) {
   int code = 0;
   Archive archive(zip_open(NativePath(archivePath).c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code));
   if (!archive) {
-    error_ = "Writing " + ZipFileName + ": " + ErrorText(code);
+    error_ = Tr("Writing %1: %2", {ZipFileName, ErrorText(code)});
     return code;
   }
   for (const std::string& name : ListFiles(FilesToProcess)) {
@@ -160,7 +161,7 @@ int ZipComponent::Pack(const std::string& archivePath) {
     const zip_int64_t entry = source ? zip_file_add(archive.get(), name.c_str(), source, ZIP_FL_ENC_UTF_8) : -1;
     if (entry < 0) {
       zip_source_free(source);
-      error_ = "Packing " + name + ": " + zip_strerror(archive.get());
+      error_ = Tr("Packing %1: %2", {name, zip_strerror(archive.get())});
       return ZIP_ER_INTERNAL;
     }
     zip_set_file_compression(archive.get(), static_cast<zip_uint64_t>(entry), ZIP_CM_DEFLATE,
@@ -168,7 +169,7 @@ int ZipComponent::Pack(const std::string& archivePath) {
   }
   if (Progress) zip_register_progress_callback_with_state(archive.get(), 0.01, ShowPercent, nullptr, &Progress);
   if (zip_close(archive.get()) != 0) {
-    error_ = "Writing " + ZipFileName + ": " + zip_strerror(archive.get());
+    error_ = Tr("Writing %1: %2", {ZipFileName, zip_strerror(archive.get())});
     return ZIP_ER_WRITE;
   }
   static_cast<void>(archive.release());

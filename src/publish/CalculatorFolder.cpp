@@ -11,6 +11,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/CalculatorData.h"
 #include "publish/FolderFiles.h"
 #include "publish/PageText.h"
@@ -66,17 +67,19 @@ std::vector<PublishedForm> CopyForms(const std::vector<LinkedForm>& forms, std::
   for (const LinkedForm& form : forms) {
     const std::string source = FormPagePath(form.id);
     if (!IsPortableFileName(form.linkName + "!9999.html")) {
-      warning = "Warning: Form <" + form.description + "> cannot be published, because no file can be called\r\n\"" +
-                form.linkName + "\".\r\n\r\nPlease give the form another name and try again";
+      warning =
+          Tr("Warning: Form <%1> cannot be published, because no file can be called\r\n\"%2\".\r\n\r\n"
+             "Please give the form another name and try again",
+             {form.description, form.linkName});
     } else if (!FileExists(source)) {
-      warning = "Warning: Form <" + form.description + "> was not found please check and try again";
+      warning = Tr("Warning: Form <%1> was not found please check and try again", {form.description});
     } else {
       const std::string target = TargetName(form.linkName);
       CopyFile(source, CalculatorFolder() + target);
       if (FileLength(source) > 0) {
         published.push_back({form.linkName, target, ReadPageText(source)});
       } else {
-        warning = "Warning: Form <" + form.description + "> is empty please check and try again";
+        warning = Tr("Warning: Form <%1> is empty please check and try again", {form.description});
       }
     }
   }
@@ -118,7 +121,7 @@ void BuildCalculatorFolder() {
     ShowError("Failed setting up calculator", true);
   }
   SetStatus(false, "", -1);
-  if (!warning.empty()) TheDesktop().MessageBox(warning, "Warning", BoxButtons::Ok, BoxIcon::Critical);
+  if (!warning.empty()) TheDesktop().MessageBox(warning, Tr("Warning"), BoxButtons::Ok, BoxIcon::Critical);
 }
 
 void PreviewCalculator() {
@@ -130,7 +133,7 @@ void PreviewCalculator() {
 void CopyInstallIcon(const CalculatorPreferencesRecord& prefs) {
   const std::string name = prefs.IconName.Trimmed();
   if (name.empty()) {
-    TheDesktop().MessageBox("Warning: No icon has been selected", "Instalation Icon", BoxButtons::Ok,
+    TheDesktop().MessageBox(Tr("Warning: No icon has been selected"), Tr("Instalation Icon"), BoxButtons::Ok,
                             BoxIcon::Exclamation);
     return;
   }

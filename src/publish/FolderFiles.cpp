@@ -5,6 +5,7 @@
 #include "core/Reports.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -12,7 +13,7 @@ void DeleteFileIfPresent(std::string_view path) {
   try {
     for (const std::string& name : ListFiles(path)) DeleteFile(FolderOf(path) + "\\" + name);
   } catch (const RuntimeError&) {
-    ShowError("Deletion of file (" + std::string(path) + ") Failed");
+    ShowError(Tr("Deletion of file (%1) Failed", {path}));
   }
 }
 
@@ -20,7 +21,7 @@ void CopyFileOrStop(std::string_view source, std::string_view destination) {
   try {
     CopyFile(source, destination);
   } catch (const RuntimeError&) {
-    ShowError("File Copy Failed. \n\n" + std::string(destination), true);
+    ShowError(Tr("File Copy Failed. \n\n%1", {destination}), true);
   }
 }
 

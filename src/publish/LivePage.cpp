@@ -9,6 +9,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/PageText.h"
 
 namespace tarvolinex {
@@ -155,7 +156,7 @@ void InsertResponseForm(std::string& text) {
 std::string CreateLivePage(const std::string& pagePath, const std::string& pictureFolder) {
   const std::string livePath = ReplaceAllNoCase(pagePath, ".html", "_live.html");
   try {
-    if (livePath == pagePath) throw RuntimeError(kBadFileName, pagePath + " is no \".html\" page");
+    if (livePath == pagePath) throw RuntimeError(kBadFileName, Tr("%1 is no \".html\" page", {pagePath}));
     std::string text = ReadPage(pagePath);
     FillSupplierMarkers(text);
     InsertResponseForm(text);

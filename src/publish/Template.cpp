@@ -9,6 +9,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/PageText.h"
 
 namespace tarvolinex {
@@ -70,7 +71,7 @@ bool FillTemplate(std::string_view templatePath, const std::string& outputBase,
   try {
     const std::string text = ReadPage(templatePath);
     if (text.find('\0') != std::string::npos) {
-      throw RuntimeError(kDeviceError, std::string(templatePath) + " holds no text");
+      throw RuntimeError(kDeviceError, Tr("%1 holds no text", {templatePath}));
     }
     const std::string page = FillPlaceholders(text, prefs, false), testPage = FillPlaceholders(text, prefs, true);
     WritePage(outputBase + ".Html", page);

@@ -10,6 +10,7 @@
 #include <QUrl>
 
 #include "platform/Files.h"
+#include "platform/Translation.h"
 #include "qt/Dialogs.h"
 #include "qt/Look.h"
 
@@ -103,7 +104,7 @@ int OpenDocument(const std::string& file, const std::string& parameters, const s
 int OpenDocumentWith(QWidget* parent, const std::string& file) {
   const QFileInfo info(Shown(NativePath(file)));
   if (!info.exists()) return kMissing;
-  const std::string program = AskFile(parent, {"Open With", "/usr/bin", "", "All files (*.*)|*.*"}, false);
+  const std::string program = AskFile(parent, {Tr("Open With"), "/usr/bin", "", Tr("All files (*.*)|*.*")}, false);
   if (program.empty()) return kOpened;
   return Result(Start(Shown(program), {info.absoluteFilePath()}, {}));
 }

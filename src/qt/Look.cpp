@@ -1,5 +1,7 @@
 #include "qt/Look.h"
 
+#include "platform/Translation.h"
+
 #include <QGuiApplication>
 #include <QPalette>
 #include <QTextDocument>

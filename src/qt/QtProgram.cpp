@@ -6,6 +6,7 @@
 
 #include "qt/QtDesktop.h"
 #include "qt/Splash.h"
+#include "qt/Translator.h"
 
 namespace tarvolinex {
 
@@ -30,6 +31,7 @@ QtProgram::QtProgram(int& argc, char** argv, std::string version)
     : parts_(std::make_unique<Parts>(argc, argv, std::move(version))) {
   QApplication::setApplicationName("Tarvolinex");
   QApplication::setDesktopFileName("tarvolinex");
+  TranslateDesigns();
 }
 
 QtProgram::~QtProgram() = default;

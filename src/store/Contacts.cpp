@@ -6,6 +6,7 @@
 #include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 
@@ -40,7 +41,7 @@ void FillContactLists() {
   }
   sendTo.EndFill();
   // No tick is left that could be taken away.
-  MainForm().send.CmdCalcGo(kGoCheckAll).SetCaption(kCheckAll);
+  MainForm().send.CmdCalcGo(kGoCheckAll).SetCaption(Tr(kCheckAll));
 }
 
 std::string ContactStatement() {
@@ -70,7 +71,7 @@ void ListContacts() {
   } catch (const RuntimeError&) {
     ShowError("Listing Contacts Failed");
   }
-  panel.CmdContact(0).SetCaption("Add C&ontact");
+  panel.CmdContact(0).SetCaption(Tr("Add C&ontact"));
   ContactListStale = false;
   ContactChanged = false;
   SetStatus(false, "", -1);

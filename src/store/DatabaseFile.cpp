@@ -9,6 +9,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "platform/ZipComponent.h"
 #include "store/Forms.h"
 #include "store/Statements.h"
@@ -28,14 +29,15 @@ void DropTrailingSeparator(std::string& folder) {
 
 bool AgreesToLook() {
   const std::string question =
-      "Database Could not be found :-\n\n" + DataFolder + "\n\nWould you like to find a database your self?";
-  return TheDesktop().MessageBox(question, "Database Connection", BoxButtons::YesNo, BoxIcon::Critical) == Answer::Yes;
+      Tr("Database Could not be found :-\n\n%1\n\nWould you like to find a database your self?", {DataFolder});
+  return TheDesktop().MessageBox(question, Tr("Database Connection"), BoxButtons::YesNo, BoxIcon::Critical) ==
+         Answer::Yes;
 }
 
 // False when the user cancels.
 bool ChooseDatabase() {
   const std::string chosen = TheDesktop().OpenFile(
-      {"Open Database", DataFolder, "", ReplaceAliases("<SUPPLIER> Database (Tarvolinex.mdb)|tarvolinex.mdb")});
+      {Tr("Open Database"), DataFolder, "", ReplaceAliases("<SUPPLIER> Database (Tarvolinex.mdb)|tarvolinex.mdb")});
   if (Trim(chosen).empty()) return false;
   // Both separators occur: what the user chose comes from the machine, what is remembered from the program.
   DataFolder = ReplaceAllNoCase(ReplaceAllNoCase(chosen, "\\Tarvolinex.mdb", ""), "/Tarvolinex.mdb", "");
@@ -120,7 +122,7 @@ bool OpenDatabase(bool& askUser) {
 bool OpenDatabaseForCommand() {
   if (!UnpackDatabase()) return false;
   if (!FileExists(DatabasePath())) {
-    ShowError("Database Could not be found :-\n\n" + DataFolder);
+    ShowError(Tr("Database Could not be found :-\n\n%1", {DataFolder}));
     return false;
   }
   ConnectDatabase();

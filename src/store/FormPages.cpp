@@ -6,6 +6,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/DailyCopy.h"
 #include "store/Forms.h"
 #include "store/Statements.h"
@@ -32,7 +33,7 @@ int NewestFormId() {
   newest.Open(statements::kNewestForm, TheStore->connection);
   const double id = ValueNumber(NullToDefault(newest.Field("maxid"), std::int64_t{0}));
   if (id <= 0 || id > std::numeric_limits<std::int16_t>::max()) {
-    throw RuntimeError(kOverflow, "no ID is left for another form");
+    throw RuntimeError(kOverflow, Tr("no ID is left for another form"));
   }
   return static_cast<int>(id);
 }

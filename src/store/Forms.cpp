@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 
@@ -29,7 +30,7 @@ void LoadFormsList(ListView& list) {
     list.Add({"ID" + std::to_string(id),
               std::string(Trim(ValueText(records.Field("LinkName")))),
               {},
-              "Double click to view <" + description + "> form"});
+              Tr("Double click to view <%1> form", {description})});
   }
   list.EndFill();
   FormLinksChanged = false;

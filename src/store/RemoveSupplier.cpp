@@ -5,6 +5,7 @@
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 
@@ -64,13 +65,13 @@ void DeleteShownSupplier() {
 void RemoveSupplier() {
   ListView& list = MainForm().LvwSuppliers;
   if (list.Count() < 2) {
-    TheDesktop().MessageBox("You can not delete the last supplier.", ReplaceAliases("<SUPPLIER> &  Delete"),
+    TheDesktop().MessageBox(Tr("You can not delete the last supplier."), ReplaceAliases("<SUPPLIER> &  Delete"),
                             BoxButtons::Ok, BoxIcon::Information);
     return;
   }
   const std::string name = list.Selected() < 0 ? std::string() : list.At(list.Selected()).text;
   const std::string question =
-      ReplaceAliases("Are you sure you want to delete this <SUPPLIER>:") + "\n" + name + "\nContinue?";
+      ReplaceAliases("Are you sure you want to delete this <SUPPLIER>:") + "\n" + name + "\n" + Tr("Continue?");
   const auto answer =
       TheDesktop().MessageBox(question, ReplaceAliases("Remove <SUPPLIER>"), BoxButtons::YesNo, BoxIcon::Question);
   if (answer != Answer::Yes) return;

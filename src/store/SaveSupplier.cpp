@@ -9,6 +9,7 @@
 #include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/Forms.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
@@ -63,7 +64,7 @@ void ShowInsertedSupplier() {
   for (const std::string& key : ticked) forms.SetChecked(forms.Find(key), true);
   LoadSupplierList(true);
   const ListView& list = MainForm().LvwSuppliers;
-  if (list.Selected() < 0) throw RuntimeError(kNoCurrentRecord, "the supplier list is empty");
+  if (list.Selected() < 0) throw RuntimeError(kNoCurrentRecord, Tr("the supplier list is empty"));
   CurrentSupplierIndex = list.Selected();
   CurrentSupplierId = IdOfKey(list.At(CurrentSupplierIndex).key);
   ShowSupplierName();

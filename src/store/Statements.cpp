@@ -6,6 +6,7 @@
 #include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/DailyCopy.h"
 
 namespace tarvolinex {
@@ -19,7 +20,8 @@ void Report(Action action) {
     action();
   } catch (const RuntimeError&) {
     const auto& errors = TheStore->connection.Errors();
-    ShowError(errors.empty() ? "Database update failed" : "Database update failed.\n\n" + errors.front(), true);
+    ShowError(errors.empty() ? Tr("Database update failed") : Tr("Database update failed.\n\n%1", {errors.front()}),
+              true);
   }
 }
 

@@ -13,6 +13,7 @@
 #include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/Contacts.h"
 #include "store/Forms.h"
 #include "store/SaveSupplier.h"
@@ -27,12 +28,15 @@ const std::vector<std::string> kListColumns = {"ID",       "CompanyName", "tel",
                                                "Address2", "Town",        "County", "PostCode"};
 constexpr std::size_t kFirstCell = 2;
 
+// Put together in place: a long list has thousands of them.
 void WriteRowToolTip(std::string& toolTip, std::string_view name) {
-  toolTip.assign("Double click to view <").append(name).append("> calculator");
+  static const std::string text = Tr("Double click to view <%1> calculator");
+  static const std::size_t at = std::min(text.find("%1"), text.size());
+  toolTip.assign(text, 0, at).append(name).append(text, std::min(at + 2, text.size()));
 }
 
 void NameRow(ListView::Row& row, std::string_view name) {
-  row.text = name.empty() ? "<NEW>" : name;
+  row.text = name.empty() ? Tr("<NEW>") : name;
   WriteRowToolTip(row.toolTip, name);
   row.cells.resize(kListColumns.size() - kFirstCell);
 }
@@ -80,7 +84,7 @@ void ShowSupplier() {
   Recordset& records = TheStore->SupplierRecords;
   for (Control* control : form.Controls()) BindFieldToControl(records, *control, "SUPPLIER", false);
   if (ValueText(records.Field("AdditionalPremiumMsg")).empty()) {
-    form.quote.LblPremium.SetCaption("Addional Premium Rate");
+    form.quote.LblPremium.SetCaption(Tr("Addional Premium Rate"));
   }
   ShowSupplierName();
   ApplyPremiumSwitch();
@@ -139,7 +143,7 @@ void LoadSupplierList(bool selectNewest) {
 void ShowSupplierName() {
   MainWindow& form = MainForm();
   const std::string name(Trim(form.supplier.TxtSupplier(kSupplierName).Text()));
-  form.LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? "<NEW>" : name);
+  form.LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? Tr("<NEW>") : name);
   std::string toolTip;
   WriteRowToolTip(toolTip, name);
   form.LvwSuppliers.SetRowToolTip(CurrentSupplierIndex, toolTip);
@@ -246,7 +250,7 @@ void NewSupplier() {
   form.LvwSuppliers.Select(form.LvwSuppliers.Count() - 1);
   CurrentSupplierIndex = form.LvwSuppliers.Selected();
   LoadDefaultSupplier();
-  form.LvwSuppliers.SetRowText(CurrentSupplierIndex, "<NEW>");
+  form.LvwSuppliers.SetRowText(CurrentSupplierIndex, Tr("<NEW>"));
   form.TabMain.SelectTab(kTabDetails);
   ClearContacts();
   form.EnableCommands(true);

@@ -39,7 +39,8 @@ Surroundings& Around() {
 
 std::vector<Target> AllTargets() {
   std::vector<Target> all;
-  for (const auto& targets : {PageTargets(), PackageTargets(), RecordTargets(), TextTargets(), WindowsTargets()}) {
+  for (const auto& targets :
+       {DatabaseTargets(), PageTargets(), PackageTargets(), RecordTargets(), TextTargets(), WindowsTargets()}) {
     all.insert(all.end(), targets.begin(), targets.end());
   }
   return all;

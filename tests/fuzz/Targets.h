@@ -14,6 +14,7 @@ struct Target {
   std::string name;  // of its folder in the corpus
   void (*read)(std::string_view bytes);
 };
+std::vector<Target> DatabaseTargets();
 std::vector<Target> PageTargets();
 std::vector<Target> PackageTargets();
 std::vector<Target> RecordTargets();

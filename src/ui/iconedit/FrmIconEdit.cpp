@@ -5,39 +5,41 @@
 
 #include "core/Launcher.h"
 #include "platform/Desktop.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
 namespace {
 
 constexpr std::array<const char*, kPaletteSize> kColourNames = {
-    "Black", "Navy", "Green", "Teal", "Maroon", "Purple",  "Olive",  "Silver",
-    "Gray",  "Blue", "Lime",  "Cyan", "Red",    "Magenta", "Yellow", "White"};
+    Marked("Black"), Marked("Navy"),    Marked("Green"),  Marked("Teal"), Marked("Maroon"), Marked("Purple"),
+    Marked("Olive"), Marked("Silver"),  Marked("Gray"),   Marked("Blue"), Marked("Lime"),   Marked("Cyan"),
+    Marked("Red"),   Marked("Magenta"), Marked("Yellow"), Marked("White")};
 
 }  // namespace
 
 FrmIconEdit::FrmIconEdit()
-    : Window("FrmIconEdit", "Icon Maker"),
-      MnuFile(*this, "MnuFile", "", "&File"),
-      MnuSave(*this, "MnuSave", "MnuFile", "&Save", "Ctrl+S"),
-      MnuSaveAs(*this, "MnuSaveAs", "MnuFile", "&Save As", "Ctrl+Shift+S"),
-      MnuExit(*this, "MnuExit", "MnuFile", "&Exit", "Ctrl+Q"),
-      MnuEdit(*this, "MnuEdit", "", "E&dit"),
-      MnuUndo(*this, "MnuUndo", "MnuEdit", "&Undo", "Ctrl+Z"),
-      MnuEffects(*this, "MnuEffects", "", "&Effects"),
-      MnuFlipHorizontal(*this, "MnuFlipHorizontal", "MnuEffects", "Flip &Horizontal", "H"),
-      MnuFlipVertical(*this, "MnuFlipVertical", "MnuEffects", "Flip &Vertikal", "V"),
-      MnuRotate(*this, "MnuRotate", "MnuEffects", "&Rotate", "R"),
-      MnuChangeColour(*this, "MnuChangeColour", "MnuEffects", "Change Color", "C"),
-      MnuHelp(*this, "MnuHelp", "", "&Help", "F1"),
+    : Window("FrmIconEdit", Tr("Icon Maker")),
+      MnuFile(*this, "MnuFile", "", Tr("&File")),
+      MnuSave(*this, "MnuSave", "MnuFile", Tr("&Save"), "Ctrl+S"),
+      MnuSaveAs(*this, "MnuSaveAs", "MnuFile", Tr("&Save As"), "Ctrl+Shift+S"),
+      MnuExit(*this, "MnuExit", "MnuFile", Tr("&Exit"), "Ctrl+Q"),
+      MnuEdit(*this, "MnuEdit", "", Tr("E&dit")),
+      MnuUndo(*this, "MnuUndo", "MnuEdit", Tr("&Undo"), "Ctrl+Z"),
+      MnuEffects(*this, "MnuEffects", "", Tr("&Effects")),
+      MnuFlipHorizontal(*this, "MnuFlipHorizontal", "MnuEffects", Tr("Flip &Horizontal"), "H"),
+      MnuFlipVertical(*this, "MnuFlipVertical", "MnuEffects", Tr("Flip &Vertikal"), "V"),
+      MnuRotate(*this, "MnuRotate", "MnuEffects", Tr("&Rotate"), "R"),
+      MnuChangeColour(*this, "MnuChangeColour", "MnuEffects", Tr("Change Color"), "C"),
+      MnuHelp(*this, "MnuHelp", "", Tr("&Help"), "F1"),
       Toolbar1(*this, "Toolbar1"),
       Picture3(*this, "Picture3", kIconSide, kIconSide, true),
       Picture2(*this, "Picture2", kPaletteSize),
       Picture4(*this, "Picture4"),
       Picture5(*this, "Picture5"),
-      LblCurrent(*this, "LblCurrent", -1, "Current color"),
+      LblCurrent(*this, "LblCurrent", -1, Tr("Current color")),
       PicPreview(*this, "PicPreview", kIconSide, kIconSide, false),
-      LblPreview(*this, "LblPreview", -1, "Preview") {
+      LblPreview(*this, "LblPreview", -1, Tr("Preview")) {
   MakeToolbar();
   MakeMenus();
   MakePalette();
@@ -51,18 +53,18 @@ FrmIconEdit::FrmIconEdit()
 
 void FrmIconEdit::MakeToolbar() {
   // A command that a menu holds too has its shortcut there.
-  Toolbar1.Add({"", "open", "", "Open (Ctrl+O)", "OPEN", true, "Ctrl+O"});
-  Toolbar1.Add({"", "save", "", "Save (Ctrl+S)", "SAVE"});
-  Toolbar1.Add({"", "paint", "", "Paint (P)", "PAINT", true, "P", true});
-  Toolbar1.Add({"", "change", "", "Change Color (C)", "CHANGE", true, "", true});
-  Toolbar1.Add({"", "fill", "", "Fill (F)", "FILL", true, "F"});
-  Toolbar1.Add({"", "undo", "", "Undo (Ctrl+Z)", "UNDO", false});
-  Toolbar1.Add({"", "grate", "", "Grid (G)", "GRATE", true, "G"});
-  Toolbar1.Add({"", "up", "", "Up (Ctrl+Up)", "UP", true, "Ctrl+Up"});
-  Toolbar1.Add({"", "down", "", "Down (Ctrl+Down)", "DOWN", true, "Ctrl+Down"});
-  Toolbar1.Add({"", "left", "", "Left (Ctrl+Left)", "LEFT", true, "Ctrl+Left"});
-  Toolbar1.Add({"", "right", "", "Right (Ctrl+Right)", "RIGHT", true, "Ctrl+Right"});
-  Toolbar1.Add({"", "rotate", "", "Rotate (R)", "ROTATE"});
+  Toolbar1.Add({"", "open", "", Tr("Open (Ctrl+O)"), "OPEN", true, "Ctrl+O"});
+  Toolbar1.Add({"", "save", "", Tr("Save (Ctrl+S)"), "SAVE"});
+  Toolbar1.Add({"", "paint", "", Tr("Paint (P)"), "PAINT", true, "P", true});
+  Toolbar1.Add({"", "change", "", Tr("Change Color (C)"), "CHANGE", true, "", true});
+  Toolbar1.Add({"", "fill", "", Tr("Fill (F)"), "FILL", true, "F"});
+  Toolbar1.Add({"", "undo", "", Tr("Undo (Ctrl+Z)"), "UNDO", false});
+  Toolbar1.Add({"", "grate", "", Tr("Grid (G)"), "GRATE", true, "G"});
+  Toolbar1.Add({"", "up", "", Tr("Up (Ctrl+Up)"), "UP", true, "Ctrl+Up"});
+  Toolbar1.Add({"", "down", "", Tr("Down (Ctrl+Down)"), "DOWN", true, "Ctrl+Down"});
+  Toolbar1.Add({"", "left", "", Tr("Left (Ctrl+Left)"), "LEFT", true, "Ctrl+Left"});
+  Toolbar1.Add({"", "right", "", Tr("Right (Ctrl+Right)"), "RIGHT", true, "Ctrl+Right"});
+  Toolbar1.Add({"", "rotate", "", Tr("Rotate (R)"), "ROTATE"});
   Toolbar1.ButtonClick = [this](const std::string& key) { ToolbarClick(key); };
 }
 
@@ -84,19 +86,19 @@ void FrmIconEdit::MakeMenus() {
 void FrmIconEdit::MakePalette() {
   for (int i = 0; i < kPaletteSize; ++i) {
     Picture2(i).SetBackColour(kIconPalette[static_cast<std::size_t>(i)]);
-    Picture2(i).SetToolTip(kColourNames[static_cast<std::size_t>(i)]);
+    Picture2(i).SetToolTip(Tr(kColourNames[static_cast<std::size_t>(i)]));
     Picture2(i).Click = [this, i] { SelectColour(i); };
   }
   Picture4.SetBackColour(kTransparentColour);
-  Picture4.SetText("Transparent");
-  Picture4.SetToolTip("Transparent color");
+  Picture4.SetText(Tr("Transparent"));
+  Picture4.SetToolTip(Tr("Transparent color"));
   Picture4.Click = [this] { SelectColour(kPaletteSize); };
 }
 
 std::string FrmIconEdit::ColourName(Colour colour) {
-  if (colour == kTransparentColour) return "Transparent";
+  if (colour == kTransparentColour) return Tr("Transparent");
   const int index = PaletteIndex(colour);
-  return index < 0 ? "Other color" : kColourNames[static_cast<std::size_t>(index)];
+  return index < 0 ? Tr("Other color") : Tr(kColourNames[static_cast<std::size_t>(index)]);
 }
 
 void FrmIconEdit::ToolbarClick(const std::string& key) {

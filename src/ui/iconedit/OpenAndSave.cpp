@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/iconedit/IconFile.h"
 
@@ -37,23 +38,23 @@ void FrmIconEdit::SetLoadPic(const std::string& iconName) {
       image_ = LoadIcon(DataFolder + "\\Icons\\" + iconName);
     } catch (const RuntimeError&) {
       name_.clear();
-      TheDesktop().MessageBox("Invalid or unsupported file format.", "", BoxButtons::Ok, BoxIcon::Critical);
+      TheDesktop().MessageBox(Tr("Invalid or unsupported file format."), "", BoxButtons::Ok, BoxIcon::Critical);
     }
   }
-  SetCaption(name_.empty() ? "Icon Editor <new Icon>" : "Icon Editor - " + name_);
+  SetCaption(name_.empty() ? Tr("Icon Editor <new Icon>") : Tr("Icon Editor - %1", {name_}));
   After();
   modified_ = false;
 }
 
 void FrmIconEdit::Open() {
-  const std::string file = TheDesktop().OpenFile({"", DataFolder + "\\icons", "", "Icons (*.ico)|*.ico"});
+  const std::string file = TheDesktop().OpenFile({"", DataFolder + "\\icons", "", Tr("Icons (*.ico)|*.ico")});
   if (file.empty()) return;
   IconImage loaded;
   try {
-    if (FileLength(file) != kIconFileLength) throw RuntimeError(kBadPicture, file + " has another length");
+    if (FileLength(file) != kIconFileLength) throw RuntimeError(kBadPicture, Tr("%1 has another length", {file}));
     loaded = LoadIcon(file);
   } catch (const RuntimeError&) {
-    TheDesktop().MessageBox("Ivalid or unsupported file format.", "", BoxButtons::Ok, BoxIcon::Critical);
+    TheDesktop().MessageBox(Tr("Ivalid or unsupported file format."), "", BoxButtons::Ok, BoxIcon::Critical);
     return;
   }
   Apply([&](IconImage& image) { image = loaded; });
@@ -74,7 +75,7 @@ void FrmIconEdit::SavePic(const std::string& iconName) {
     }
     modified_ = false;
   }
-  SetCaption("Icon Editor - " + name + ".ICO");
+  SetCaption(Tr("Icon Editor - %1", {name + ".ICO"}));
   if (RefreshIconList) RefreshIconList(name);
 }
 
@@ -87,20 +88,20 @@ void FrmIconEdit::Save() {
 }
 
 void FrmIconEdit::SaveAs() {
-  const auto answer = TheDesktop().InputBox("Enter new Icon Name", "Save as...", "");
+  const auto answer = TheDesktop().InputBox(Tr("Enter new Icon Name"), Tr("Save as..."), "");
   const std::string name(Trim(LastCharacters(answer.value_or(""), kLongestName)));
   if (name.empty()) return;
   if (IsIconName(IconBaseName(name))) return SavePic(name);
-  TheDesktop().MessageBox("\"" + name +
-                              "\" cannot be the name of an icon.\r\n\r\nPlease use letters of western Europe and none "
-                              "of \\ / : * ? \" < > |",
-                          "Save as...", BoxButtons::Ok, BoxIcon::Exclamation);
+  TheDesktop().MessageBox(Tr("\"%1\" cannot be the name of an icon.\r\n\r\nPlease use letters of western "
+                             "Europe and none of \\ / : * ? \" < > |",
+                             {name}),
+                          Tr("Save as..."), BoxButtons::Ok, BoxIcon::Exclamation);
 }
 
 bool FrmIconEdit::MayLeave() {
   EndStroke();
   if (!modified_) return true;
-  switch (TheDesktop().MessageBox("Save icon?", "", BoxButtons::YesNoCancel, BoxIcon::Question)) {
+  switch (TheDesktop().MessageBox(Tr("Save icon?"), "", BoxButtons::YesNoCancel, BoxIcon::Question)) {
     case Answer::Yes:
       SaveAs();
       return !modified_;

@@ -1,5 +1,6 @@
 // The editor's tools and its undo.
 #include "core/Reports.h"
+#include "platform/Translation.h"
 #include "ui/iconedit/FrmIconEdit.h"
 
 namespace tarvolinex {
@@ -76,7 +77,7 @@ void FrmIconEdit::SelectColour(int box) {
   Picture4.SetMarked(box == kPaletteSize);
   current_ = box == kPaletteSize ? kTransparentColour : kIconPalette.at(static_cast<std::size_t>(box));
   Picture5.SetBackColour(current_);
-  Picture5.SetToolTip("Current color: " + ColourName(current_));
+  Picture5.SetToolTip(Tr("Current color: %1", {ColourName(current_)}));
 }
 
 void FrmIconEdit::Fill() {

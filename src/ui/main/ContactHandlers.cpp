@@ -2,6 +2,7 @@
 #include "core/Globals.h"
 #include "core/Reports.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 #include "store/Contacts.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
@@ -10,7 +11,7 @@
 namespace tarvolinex {
 
 namespace {
-constexpr const char* kSaveContact = "Save &Contact";
+constexpr const char* kSaveContact = Marked("Save &Contact");
 }
 
 void FrmMain::WireContacts() {
@@ -28,13 +29,13 @@ void FrmMain::WireContacts() {
 
 void FrmMain::LstContacts_Click() {
   GetContact();
-  supplier.CmdContact(0).SetCaption("Add &Contact");
+  supplier.CmdContact(0).SetCaption(Tr("Add &Contact"));
   supplier.CmdContact(1).SetEnabled(true);
 }
 
 void FrmMain::TxtContact_Change() {
   ContactChanged = true;
-  supplier.CmdContact(0).SetCaption(kSaveContact);
+  supplier.CmdContact(0).SetCaption(Tr(kSaveContact));
   supplier.CmdContact(0).SetEnabled(true);
 }
 
@@ -42,12 +43,12 @@ void FrmMain::TxtContact_GotFocus() {
   const int row = LvwSuppliers.Selected();
   if (row < 0 || LvwSuppliers.At(row).key != "ID0" || Nameless()) return;
   SavePendingChanges();
-  if (supplier.LstContacts.Items().empty()) supplier.CmdContact(0).SetCaption(kSaveContact);
+  if (supplier.LstContacts.Items().empty()) supplier.CmdContact(0).SetCaption(Tr(kSaveContact));
 }
 
 void FrmMain::CmdContact_Click(int button) {
   if (Nameless()) return supplier.TxtSupplier(kSupplierName).SetFocus();
-  const bool saves = supplier.CmdContact(0).Caption() == kSaveContact;
+  const bool saves = supplier.CmdContact(0).Caption() == Tr(kSaveContact);
   SavePendingChanges();
   if (button == 1) return RemoveContact();
   try {
@@ -55,7 +56,7 @@ void FrmMain::CmdContact_Click(int button) {
     ClearContactFields();
     supplier.LstContacts.SetListIndex(-1);
     supplier.TxtContact(0).SetFocus();
-    supplier.CmdContact(0).SetCaption(kSaveContact);
+    supplier.CmdContact(0).SetCaption(Tr(kSaveContact));
   } catch (const RuntimeError&) {
     ShowError("Contact add failed");
   }

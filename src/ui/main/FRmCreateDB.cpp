@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/DatabaseFile.h"
 
 namespace tarvolinex {
@@ -17,21 +18,21 @@ constexpr int kLongestPath = 260;
 }  // namespace
 
 std::string BrowseForFolder(const std::string& title, const std::string& startFolder) {
-  const std::string chosen = TheDesktop().ChooseFolder(title.empty() ? "Select A Directory" : title,
+  const std::string chosen = TheDesktop().ChooseFolder(title.empty() ? Tr("Select A Directory") : title,
                                                        FolderExists(startFolder) ? startFolder : std::string());
   return std::string(FirstCharacters(chosen, kLongestPath));
 }
 
 FRmCreateDB::FRmCreateDB()
-    : Window("FRmCreateDB", "Create New Database"),
-      FraFolder(*this, "FraFolder", -1, "Folder for new database"),
+    : Window("FRmCreateDB", Tr("Create New Database")),
+      FraFolder(*this, "FraFolder", -1, Tr("Folder for new database")),
       TxtFolder(*this, "TxtFolder"),
-      CmdBrowse(*this, "CmdBrowse", -1, "&Browse"),
+      CmdBrowse(*this, "CmdBrowse", -1, Tr("&Browse")),
       cmdaction(*this, "cmdaction", 3) {
   TxtFolder.SetText(kDrive);
   CmdBrowse.Click = [this] { CmdBrowse_Click(); };
-  constexpr const char* kCaptions[] = {"&Create", "C&ancel", "&Help"};
-  for (int i = 0; i < 3; ++i) cmdaction(i).SetCaption(kCaptions[i]);
+  constexpr const char* kCaptions[] = {Marked("&Create"), Marked("C&ancel"), Marked("&Help")};
+  for (int i = 0; i < 3; ++i) cmdaction(i).SetCaption(Tr(kCaptions[i]));
   cmdaction(0).Click = [this] { Create(); };
   cmdaction(1).Click = [this] { Close(); };
   cmdaction(2).Click = [] { ShowHelpPage(0); };
@@ -39,14 +40,14 @@ FRmCreateDB::FRmCreateDB()
 }
 
 void FRmCreateDB::CmdBrowse_Click() {
-  const std::string folder = BrowseForFolder("Create New Database - Location", kDrive);
+  const std::string folder = BrowseForFolder(Tr("Create New Database - Location"), kDrive);
   if (!folder.empty()) TxtFolder.SetText(folder);
 }
 
 bool FRmCreateDB::HaveFolder(const std::string& folder) {
   if (FolderExists(folder)) return true;
-  const auto answer = TheDesktop().MessageBox("folder does not exist, Create?", "Create Database", BoxButtons::YesNo,
-                                              BoxIcon::Question);
+  const auto answer = TheDesktop().MessageBox(Tr("folder does not exist, Create?"), Tr("Create Database"),
+                                              BoxButtons::YesNo, BoxIcon::Question);
   if (answer != Answer::Yes) return false;
   MakeFolder(folder);
   return true;
@@ -60,7 +61,7 @@ void FRmCreateDB::Create() {
   try {
     if (!HaveFolder(folder)) return;
     if (FileExists(folder + "tarvolinex.mdb")) {
-      return ShowError("A database already exists in this folder:\n\n" + folder + "\n\nPlease select another folder");
+      return ShowError(Tr("A database already exists in this folder:\n\n%1\n\nPlease select another folder", {folder}));
     }
     CopyFile(AppFolder + "\\database.bak", folder + "database.zip");
   } catch (const RuntimeError& failure) {
@@ -70,9 +71,9 @@ void FRmCreateDB::Create() {
   bool askUser = false;
   if (!OpenDatabase(askUser)) {
     DataFolder = before;
-    return ShowError("Failed to create database in this folder:\n\n" + folder + "\n\nPlease select another folder");
+    return ShowError(Tr("Failed to create database in this folder:\n\n%1\n\nPlease select another folder", {folder}));
   }
-  TheDesktop().MessageBox("New Database successfully created", "Database Creation", BoxButtons::Ok,
+  TheDesktop().MessageBox(Tr("New Database successfully created"), Tr("Database Creation"), BoxButtons::Ok,
                           BoxIcon::Information);
   Close();
 }

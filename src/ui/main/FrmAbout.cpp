@@ -1,22 +1,23 @@
 #include "ui/main/FrmAbout.h"
 
 #include "core/Launcher.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
-const char* VersionText() {
-  return "Version " TARVOLINEX_VERSION;
+std::string VersionText() {
+  return Tr("Version %1", {TARVOLINEX_VERSION});
 }
 
 FrmAbout::FrmAbout()
-    : Window("FrmAbout", "About Tarvolinex"),
-      LblTitle(*this, "LblTitle", -1, "Tarvolinex"),
+    : Window("FrmAbout", Tr("About Tarvolinex")),
+      LblTitle(*this, "LblTitle", -1, Tr("Tarvolinex")),
       LblVersion(*this, "LblVersion", -1, VersionText()),
       LblText(*this, "LblText", -1,
-              "Quotes leases, keeps suppliers and their rate cards, and publishes lease calculators."),
+              Tr("Quotes leases, keeps suppliers and their rate cards, and publishes lease calculators.")),
       PicLogo(*this, "PicLogo"),
-      CmdOk(*this, "CmdOk", -1, "&OK"),
-      CmdSysInfo(*this, "CmdSysInfo", -1, "&System Info...") {
+      CmdOk(*this, "CmdOk", -1, Tr("&OK")),
+      CmdSysInfo(*this, "CmdSysInfo", -1, Tr("&System Info...")) {
   CmdOk.Click = [this] { Close(); };
   CmdSysInfo.Click = [] { LaunchDocument("/etc/os-release"); };
   KeyUp = [this](Key key) {

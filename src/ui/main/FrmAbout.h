@@ -15,6 +15,6 @@ class FrmAbout : public Window {
 };
 
 // "Version 1.0.0"
-const char* VersionText();
+std::string VersionText();
 
 }  // namespace tarvolinex

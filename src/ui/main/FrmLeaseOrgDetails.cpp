@@ -3,6 +3,7 @@
 #include "core/Globals.h"
 #include "platform/Desktop.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/Preferences.h"
 #include "store/Statements.h"
 
@@ -18,38 +19,38 @@ struct DetailField {
 };
 
 constexpr DetailField kDetails[kFields] = {
-    {"Company &Name *", &CalculatorPreferencesRecord::OrgCompanyName},
-    {"&Address", &CalculatorPreferencesRecord::OrgAddress1},
+    {Marked("Company &Name *"), &CalculatorPreferencesRecord::OrgCompanyName},
+    {Marked("&Address"), &CalculatorPreferencesRecord::OrgAddress1},
     {"", &CalculatorPreferencesRecord::OrgAddress2},
     {"", &CalculatorPreferencesRecord::OrgAddress3},
-    {"Count&y", &CalculatorPreferencesRecord::OrgCounty},
-    {"To&wn", &CalculatorPreferencesRecord::OrgTown},
-    {"&Post Code", &CalculatorPreferencesRecord::OrgPostCode},
-    {"We&b Address", &CalculatorPreferencesRecord::OrgWebAddress},
-    {"&Telephone", &CalculatorPreferencesRecord::OrgTel},
-    {"&Fax", &CalculatorPreferencesRecord::OrgFax},
-    {"&Email *", &CalculatorPreferencesRecord::OrgEmail},
-    {"Conta&ct Name", &CalculatorPreferencesRecord::OrgContactName},
+    {Marked("Count&y"), &CalculatorPreferencesRecord::OrgCounty},
+    {Marked("To&wn"), &CalculatorPreferencesRecord::OrgTown},
+    {Marked("&Post Code"), &CalculatorPreferencesRecord::OrgPostCode},
+    {Marked("We&b Address"), &CalculatorPreferencesRecord::OrgWebAddress},
+    {Marked("&Telephone"), &CalculatorPreferencesRecord::OrgTel},
+    {Marked("&Fax"), &CalculatorPreferencesRecord::OrgFax},
+    {Marked("&Email *"), &CalculatorPreferencesRecord::OrgEmail},
+    {Marked("Conta&ct Name"), &CalculatorPreferencesRecord::OrgContactName},
 };
 
 }  // namespace
 
 FrmLeaseOrgDetails::FrmLeaseOrgDetails()
-    : Window("FrmLeaseOrgDetails", "Your Details"),
+    : Window("FrmLeaseOrgDetails", Tr("Your Details")),
       LblLeaseOrg(*this, "LblLeaseOrg", kFields),
       TxtLeaseOrg(*this, "TxtLeaseOrg", kFields),
       cmdaction(*this, "cmdaction", 2) {
   for (int i = 0; i < kFields; ++i) {
     TextBox& box = TxtLeaseOrg(i);
-    LblLeaseOrg(i).SetCaption(kDetails[i].caption);
+    LblLeaseOrg(i).SetCaption(Tr(kDetails[i].caption));
     box.SetMaxLength((CalculatorPreferences.*kDetails[i].field).Width());
     box.Change = [this] { TxtLeaseOrg_Change(); };
     box.Validate = [&box] { box.SetText(EscapeQuotes(box.Text())); };
   }
   // The prefix of a web address is taken off before it is cut to its width.
   TxtLeaseOrg(kWeb).SetMaxLength(TxtLeaseOrg(kWeb).MaxLength() + static_cast<int>(std::string("http://").size()));
-  cmdaction(0).SetCaption("&OK");
-  cmdaction(1).SetCaption("Cancel");
+  cmdaction(0).SetCaption(Tr("&OK"));
+  cmdaction(1).SetCaption(Tr("Cancel"));
   for (int i = 0; i < 2; ++i) {
     cmdaction(i).Click = [this, i] { cmdaction_Click(i); };
   }
@@ -86,14 +87,14 @@ void FrmLeaseOrgDetails::TxtLeaseOrg_Change() {
 bool FrmLeaseOrgDetails::Checked() {
   const std::string name(Trim(TxtLeaseOrg(kCompany).Text())), email(Trim(TxtLeaseOrg(kEmail).Text()));
   if (name.empty() || email.empty()) {
-    TheDesktop().MessageBox("You must enter your company name and an email address", "Your Details", BoxButtons::Ok,
-                            BoxIcon::Information);
+    TheDesktop().MessageBox(Tr("You must enter your company name and an email address"), Tr("Your Details"),
+                            BoxButtons::Ok, BoxIcon::Information);
     TxtLeaseOrg(name.empty() ? kCompany : kEmail).SetFocus();
     return false;
   }
   if (email.find('@') != std::string::npos && email.find('.') != std::string::npos) return true;
-  return TheDesktop().MessageBox("The email address entered may be invalid. \r\n\r\nContinue?", "Email  Address",
-                                 BoxButtons::OkCancel, BoxIcon::Exclamation) == Answer::Ok;
+  return TheDesktop().MessageBox(Tr("The email address entered may be invalid. \r\n\r\nContinue?"),
+                                 Tr("Email  Address"), BoxButtons::OkCancel, BoxIcon::Exclamation) == Answer::Ok;
 }
 
 void FrmLeaseOrgDetails::cmdaction_Click(int button) {

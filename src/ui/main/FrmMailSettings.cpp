@@ -8,32 +8,33 @@
 #include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
 namespace {
 
 constexpr std::array<const char*, 10> kCaptions = {
-    "&Profile",
-    "&Name",
-    "&Transport",
-    "Ser&ver",
-    "Se&curity",
-    "&User",
-    "Pass&word command",
-    "&From",
-    "Fo&lder",
-    "The password itself is never stored: the command prints it when a message is sent, for example "
-    "\"secret-tool lookup mail lease\". Server is HOST or HOST:PORT. From and Folder may stay empty."};
-constexpr const char* kTitle = "E-mail Settings";
+    Marked("&Profile"),
+    Marked("&Name"),
+    Marked("&Transport"),
+    Marked("Ser&ver"),
+    Marked("Se&curity"),
+    Marked("&User"),
+    Marked("Pass&word command"),
+    Marked("&From"),
+    Marked("Fo&lder"),
+    Marked("The password itself is never stored: the command prints it when a message is sent, for example "
+           "\"secret-tool lookup mail lease\". Server is HOST or HOST:PORT. From and Folder may stay empty.")};
+constexpr const char* kTitle = Marked("E-mail Settings");
 
 }  // namespace
 
 FrmMailSettings::FrmMailSettings()
-    : Window("FrmMailSettings", kTitle),
+    : Window("FrmMailSettings", Tr(kTitle)),
       LblMail(*this, "LblMail", static_cast<int>(kCaptions.size())),
       CboProfile(*this, "CboProfile"),
-      CmdRemove(*this, "CmdRemove", -1, "&Remove"),
+      CmdRemove(*this, "CmdRemove", -1, Tr("&Remove")),
       TxtName(*this, "TxtName"),
       CboTransport(*this, "CboTransport"),
       TxtServer(*this, "TxtServer"),
@@ -44,15 +45,17 @@ FrmMailSettings::FrmMailSettings()
       TxtFolder(*this, "TxtFolder"),
       CmdTest(*this, "CmdTest"),
       cmdaction(*this, "cmdaction", 2) {
-  for (std::size_t i = 0; i < kCaptions.size(); ++i) LblMail(static_cast<int>(i)).SetCaption(kCaptions.at(i));
-  for (const char* transport : {"Mail server (SMTP)", "Local sendmail", "Outbox folder"}) CboTransport.Add(transport);
-  for (const char* security : {"STARTTLS", "TLS", "None"}) CboSecurity.Add(security);
-  CmdTest.SetCaption("Send a test &message to myself");
+  for (std::size_t i = 0; i < kCaptions.size(); ++i) LblMail(static_cast<int>(i)).SetCaption(Tr(kCaptions.at(i)));
+  for (const std::string& transport : {Tr("Mail server (SMTP)"), Tr("Local sendmail"), Tr("Outbox folder")})
+    CboTransport.Add(transport);
+  for (const std::string& security : {std::string("STARTTLS"), std::string("TLS"), Tr("None")})
+    CboSecurity.Add(security);
+  CmdTest.SetCaption(Tr("Send a test &message to myself"));
   CmdTest.Click = [this] { CmdTest_Click(); };
-  CmdRemove.SetToolTip("Remove this profile");
+  CmdRemove.SetToolTip(Tr("Remove this profile"));
   CmdRemove.Click = [this] { CmdRemove_Click(); };
-  cmdaction(0).SetCaption("&OK");
-  cmdaction(1).SetCaption("Cancel");
+  cmdaction(0).SetCaption(Tr("&OK"));
+  cmdaction(1).SetCaption(Tr("Cancel"));
   for (int i = 0; i < 2; ++i) cmdaction(i).Click = [this, i] { cmdaction_Click(i); };
   CboProfile.Click = [this] { CboProfile_Click(); };
   CboTransport.Click = [this] { CboTransport_Click(); };
@@ -66,7 +69,7 @@ FrmMailSettings::FrmMailSettings()
 
 void FrmMailSettings::FillProfiles() {
   CboProfile.Clear();
-  CboProfile.Add("No profile: the local sendmail, else the outbox");
+  CboProfile.Add(Tr("No profile: the local sendmail, else the outbox"));
   int chosen = 0;
   try {
     const std::string used = GetDefaultMailProfile();
@@ -75,9 +78,9 @@ void FrmMailSettings::FillProfiles() {
       if (EqualNoCase(name, used)) chosen = static_cast<int>(CboProfile.Items().size()) - 1;
     }
   } catch (const RuntimeError& failure) {
-    TheDesktop().MessageBox(failure.Description(), kTitle, BoxButtons::Ok, BoxIcon::Exclamation);
+    TheDesktop().MessageBox(failure.Description(), Tr(kTitle), BoxButtons::Ok, BoxIcon::Exclamation);
   }
-  CboProfile.Add("New profile");
+  CboProfile.Add(Tr("New profile"));
   CboProfile.SetListIndex(chosen);
 }
 
@@ -93,7 +96,7 @@ void FrmMailSettings::CboProfile_Click() {
     }
   }
   // Shown as far as it is understood, so that it can be mended.
-  if (!mistake.empty()) TheDesktop().MessageBox(mistake, kTitle, BoxButtons::Ok, BoxIcon::Exclamation);
+  if (!mistake.empty()) TheDesktop().MessageBox(mistake, Tr(kTitle), BoxButtons::Ok, BoxIcon::Exclamation);
   const MailProfile& profile = shown_;
   CmdRemove.SetEnabled(!profile.name.empty());
   TxtName.SetText(profile.name);
@@ -138,26 +141,26 @@ MailProfile FrmMailSettings::Entered() const {
 bool FrmMailSettings::Checked() {
   if (!UsesProfile()) return true;
   const MailProfile profile = Entered();
-  const auto refuse = [](TextBox& box, const char* why) {
-    TheDesktop().MessageBox(why, kTitle, BoxButtons::Ok, BoxIcon::Information);
+  const auto refuse = [](TextBox& box, const std::string& why) {
+    TheDesktop().MessageBox(why, Tr(kTitle), BoxButtons::Ok, BoxIcon::Information);
     box.SetFocus();
     return false;
   };
   if (!IsMailProfileName(profile.name)) {
-    return refuse(TxtName, "Please give the profile a name without square brackets, other than \"PROFILES\"");
+    return refuse(TxtName, Tr("Please give the profile a name without square brackets, other than \"PROFILES\""));
   }
   if (!EqualNoCase(profile.name, shown_.name)) {
     for (std::size_t i = 1; i + 1 < CboProfile.Items().size(); ++i) {
       if (EqualNoCase(profile.name, CboProfile.Items()[i].text)) {
-        return refuse(TxtName, "There is a profile of this name already");
+        return refuse(TxtName, Tr("There is a profile of this name already"));
       }
     }
   }
   if (profile.transport == MailTransport::Smtp && profile.server.empty()) {
-    return refuse(TxtServer, "Please enter the mail server");
+    return refuse(TxtServer, Tr("Please enter the mail server"));
   }
   if (!profile.from.empty() && !IsMailAddress(ParseMailAddress(profile.from).address)) {
-    return refuse(TxtFrom, "From is no e-mail address");
+    return refuse(TxtFrom, Tr("From is no e-mail address"));
   }
   return true;
 }
@@ -180,7 +183,7 @@ void FrmMailSettings::CmdTest_Click() {
 }
 
 void FrmMailSettings::SendTestMessage(const MailProfile& profile) {
-  MailSession session = NewMailSession("Sending a test message");
+  MailSession session = NewMailSession(Tr("Sending a test message"));
   const MailAddress self = profile.from.empty() ? session.DefaultSender : ParseMailAddress(profile.from);
   std::string failed;
   try {
@@ -188,31 +191,31 @@ void FrmMailSettings::SendTestMessage(const MailProfile& profile) {
     session.SignOnWith(MailProfilesPath(), profile);
     session.Compose();
     session.AddRecipient(self.name, self.address);
-    session.SetSubject("Tarvolinex test message");
-    session.SetNoteText("This message shows that Tarvolinex can send e-mail.");
+    session.SetSubject(Tr("Tarvolinex test message"));
+    session.SetNoteText(Tr("This message shows that Tarvolinex can send e-mail."));
     session.Send();
   } catch (const RuntimeError& failure) {
     failed = failure.Description();
   }
   SetStatus(false, "", -1);
   if (failed.empty()) {
-    TheDesktop().MessageBox("The test message to " + self.address + " went to " + session.Taker() + ".", kTitle,
+    TheDesktop().MessageBox(Tr("The test message to %1 went to %2.", {self.address, session.Taker()}), Tr(kTitle),
                             BoxButtons::Ok, BoxIcon::Information);
   } else {
-    TheDesktop().MessageBox("The test message was not sent.\r\n\r\n" + failed, kTitle, BoxButtons::Ok,
+    TheDesktop().MessageBox(Tr("The test message was not sent.\r\n\r\n%1", {failed}), Tr(kTitle), BoxButtons::Ok,
                             BoxIcon::Exclamation);
   }
 }
 
 void FrmMailSettings::CmdRemove_Click() {
-  if (TheDesktop().MessageBox("Remove the profile \"" + shown_.name + "\"?", kTitle, BoxButtons::YesNo,
+  if (TheDesktop().MessageBox(Tr("Remove the profile \"%1\"?", {shown_.name}), Tr(kTitle), BoxButtons::YesNo,
                               BoxIcon::Question) != Answer::Yes) {
     return;
   }
   try {
     RemoveMailProfile(MailProfilesPath(), shown_.name);
   } catch (const RuntimeError& failure) {
-    return ShowError("The e-mail settings cannot be saved.\r\n\r\n" + failure.Description());
+    return ShowError(Tr("The e-mail settings cannot be saved.\r\n\r\n%1", {failure.Description()}));
   }
   FillProfiles();
 }
@@ -236,7 +239,7 @@ void FrmMailSettings::cmdaction_Click(int button) {
     try {
       Store();
     } catch (const RuntimeError& failure) {
-      return ShowError("The e-mail settings cannot be saved.\r\n\r\n" + failure.Description());
+      return ShowError(Tr("The e-mail settings cannot be saved.\r\n\r\n%1", {failure.Description()}));
     }
   }
   Close();

@@ -9,6 +9,7 @@
 #include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/Contacts.h"
 #include "store/DatabaseFile.h"
 #include "store/Suppliers.h"
@@ -33,15 +34,15 @@ struct MenuTag {
 };
 
 constexpr MenuTag kMenuTags[] = {
-    {&MainMenus::MnuOpen, "ALAIS=&Open <SUPPLIER> Database..."},
-    {&MainMenus::MnuCreate, "ALAIS=&Create New <SUPPLIER> Database"},
-    {&MainMenus::MnuAdd, "ALAIS=&Add <SUPPLIER>"},
-    {&MainMenus::MnuRemove, "ALAIS=R&emove <SUPPLIER>"},
-    {&MainMenus::MnuSaveDefault, "ALAIS=Save <SUPPLIER> as Default"},
-    {&MainMenus::MnuRefresh, "ALAIS=&Refresh <SUPPLIER> List"},
-    {&MainMenus::MnuUndoRemove, "ALAIS=&Undo Remove <SUPPLIER>"},
-    {&MainMenus::MnuPreferences, "ALAIS=<CALCNAME> Options and Preferences..."},
-    {&MainMenus::MnuPreview, "ALAIS=&Preview <CALCNAME>"},
+    {&MainMenus::MnuOpen, Marked("&Open <SUPPLIER> Database...")},
+    {&MainMenus::MnuCreate, Marked("&Create New <SUPPLIER> Database")},
+    {&MainMenus::MnuAdd, Marked("&Add <SUPPLIER>")},
+    {&MainMenus::MnuRemove, Marked("R&emove <SUPPLIER>")},
+    {&MainMenus::MnuSaveDefault, Marked("Save <SUPPLIER> as Default")},
+    {&MainMenus::MnuRefresh, Marked("&Refresh <SUPPLIER> List")},
+    {&MainMenus::MnuUndoRemove, Marked("&Undo Remove <SUPPLIER>")},
+    {&MainMenus::MnuPreferences, Marked("<CALCNAME> Options and Preferences...")},
+    {&MainMenus::MnuPreview, Marked("&Preview <CALCNAME>")},
 };
 
 }  // namespace
@@ -77,7 +78,7 @@ void FrmMain::Load() {
   });
   LoadStep([&] { LoadIniFileValues(); });
   LoadStep([&] { LoadAppearance(); });
-  for (const auto& [menu, tag] : kMenuTags) (menus.*menu).SetTag(tag);
+  for (const auto& [menu, tag] : kMenuTags) (menus.*menu).SetTag(std::string("ALAIS=") + tag);
   LoadStep([&] { ApplyCaptions(*this); });
   bool opened = false, askUser = false;
   LoadStep([&] { opened = OpenDatabase(askUser); });

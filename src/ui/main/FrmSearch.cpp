@@ -6,20 +6,21 @@
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 
 namespace tarvolinex {
 
 FrmSearch::FrmSearch()
-    : Window("FrmSearch", "Contact Search"),
-      LblPrompt(*this, "LblPrompt", -1, "Enter contacts name or partial name to search the database for"),
+    : Window("FrmSearch", Tr("Contact Search")),
+      LblPrompt(*this, "LblPrompt", -1, Tr("Enter contacts name or partial name to search the database for")),
       LblSearch(*this, "LblSearch", 2),
       TxtSearch(*this, "TxtSearch", 2),
-      CmdFind(*this, "CmdFind", -1, "&Find First"),
-      CmdClose(*this, "CmdClose", -1, "&Close") {
-  LblSearch(0).SetCaption("F&irst Name");
-  LblSearch(1).SetCaption("&Surname");
+      CmdFind(*this, "CmdFind", -1, Tr("&Find First")),
+      CmdClose(*this, "CmdClose", -1, Tr("&Close")) {
+  LblSearch(0).SetCaption(Tr("F&irst Name"));
+  LblSearch(1).SetCaption(Tr("&Surname"));
   CmdFind.SetEnabled(false);
   CmdFind.Click = [this] { CmdFind_Click(); };
   CmdClose.Click = [this] { Close(); };
@@ -39,7 +40,7 @@ FrmSearch::FrmSearch()
 void FrmSearch::EndSearch() {
   searching_ = false;
   CmdFind.SetEnabled(true);
-  CmdFind.SetCaption("&Find First");
+  CmdFind.SetCaption(Tr("&Find First"));
 }
 
 void FrmSearch::CmdFind_Click() {
@@ -62,20 +63,20 @@ void FrmSearch::SubDoContactSearch() {
   }
   if (matches_.empty()) {
     SetStatus(false, "", -1);
-    TheDesktop().MessageBox("No Contacts Found", "Contract Search", BoxButtons::Ok, BoxIcon::Information);
+    TheDesktop().MessageBox(Tr("No Contacts Found"), Tr("Contract Search"), BoxButtons::Ok, BoxIcon::Information);
     return;
   }
   SetSupplierListView();
   searching_ = true;
-  CmdFind.SetCaption("&Find Next");
+  CmdFind.SetCaption(Tr("&Find Next"));
   SetStatus(false, "", -1);
 }
 
 void FrmSearch::FindNext() {
   if (++current_ < matches_.size()) return SetSupplierListView();
-  TheDesktop().MessageBox("No more contacts found", "Search", BoxButtons::Ok, BoxIcon::Information);
+  TheDesktop().MessageBox(Tr("No more contacts found"), Tr("Search"), BoxButtons::Ok, BoxIcon::Information);
   searching_ = false;
-  CmdFind.SetCaption("&Find First");
+  CmdFind.SetCaption(Tr("&Find First"));
 }
 
 void FrmSearch::SetSupplierListView() {

@@ -6,6 +6,7 @@
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 #include "publish/FolderFiles.h"
 #include "publish/LivePage.h"
 #include "store/Forms.h"
@@ -78,7 +79,7 @@ void FrmMain::LvwForms_DblClick() {
     DeleteFileIfPresent(copy);
     CopyFile(FormPagePath(IdOfKey(rateCard.LvwForms.At(row).key)), copy);
   } catch (const RuntimeError&) {
-    TheDesktop().MessageBox("File Not Found", "", BoxButtons::Ok, BoxIcon::None);
+    TheDesktop().MessageBox(Tr("File Not Found"), "", BoxButtons::Ok, BoxIcon::None);
     return;
   }
   PreviewFormPage(copy);

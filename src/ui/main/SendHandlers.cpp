@@ -10,6 +10,7 @@
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/CalculatorFolder.h"
 #include "store/Suppliers.h"
 #include "ui/main/FrmMailSettings.h"
@@ -55,15 +56,15 @@ void FrmMain::WireSend() {
 
 void FrmMain::CheckAllContacts() {
   CommandButton& button = send.CmdCalcGo(kGoCheckAll);
-  const bool check = button.Caption() == kCheckAll;
+  const bool check = button.Caption() == Tr(kCheckAll);
   for (int row = 0; row < send.lvSendContacts.Count(); ++row) send.lvSendContacts.SetChecked(row, check);
-  button.SetCaption(check ? kUncheckAll : kCheckAll);
+  button.SetCaption(Tr(check ? kUncheckAll : kCheckAll));
 }
 
 void FrmMain::BrowseForInstallFile() {
   const std::string file = TheDesktop().SaveFile(
-      {"Install setup executable", FolderOf(Trim(send.TxtCalcCreate.Text())), "CalcInstall.exe",
-       "Intall setup executable (*.exe)|*.exe|Intall setup zip file (*.zip)|*.zip|All files (*.*)|*.*"});
+      {Tr("Install setup executable"), FolderOf(Trim(send.TxtCalcCreate.Text())), "CalcInstall.exe",
+       Tr("Intall setup executable (*.exe)|*.exe|Intall setup zip file (*.zip)|*.zip|All files (*.*)|*.*")});
   if (!file.empty()) send.TxtCalcCreate.SetText(file);
 }
 
@@ -76,8 +77,8 @@ void FrmMain::CreateInstallFile() {
     if (!BuildDistFiles(true)) return;
   }
   SetStatus(false, "", -1);
-  TheDesktop().MessageBox("Calculator install file created succesfully", "Calculator Install File", BoxButtons::Ok,
-                          BoxIcon::Information);
+  TheDesktop().MessageBox(Tr("Calculator install file created succesfully"), Tr("Calculator Install File"),
+                          BoxButtons::Ok, BoxIcon::Information);
 }
 
 void FrmMain::cmboFileType_Click() {

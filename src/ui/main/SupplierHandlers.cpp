@@ -5,6 +5,7 @@
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/CalculatorFolder.h"
 #include "store/Contacts.h"
 #include "store/Statements.h"
@@ -103,7 +104,7 @@ void FrmMain::TxtSupplier_Change(int field) {
   LblCompany.SetCaption("*" + ReplaceAll(name, "&", "&&") + "*");
   if (field != kSupplierName) return;
   EnableCommands(Trim(name).empty());
-  if (changedBefore) LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? "<NEW>" : name);
+  if (changedBefore) LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? Tr("<NEW>") : name);
 }
 
 void FrmMain::TxtSupplier_LostFocus(int field) {

@@ -5,6 +5,7 @@
 #include "core/Launcher.h"
 #include "core/MainWindow.h"
 #include "distribute/InstallPackage.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -17,20 +18,23 @@ struct Way {
   const char *caption, *hint;
 };
 constexpr Way kWayTexts[kWays] = {
-    {"An &install program, attached", "Installs with one click on Windows, but mail providers often reject programs."},
-    {"A &zip file, attached", "Most mail providers let it through; the reader unpacks it and opens calc.html."},
-    {"A &download link", "Mail providers let links through; the install program is uploaded to the web server first."},
+    {Marked("An &install program, attached"),
+     Marked("Installs with one click on Windows, but mail providers often reject programs.")},
+    {Marked("A &zip file, attached"),
+     Marked("Most mail providers let it through; the reader unpacks it and opens calc.html.")},
+    {Marked("A &download link"),
+     Marked("Mail providers let links through; the install program is uploaded to the web server first.")},
 };
 
 std::string SizeText(int sendType) {
   constexpr std::int64_t kKilobyte = 1024;
-  return " The message has at most " + std::to_string(LargestMessage(sendType) / kKilobyte + 1) + " KB.";
+  return Tr("The message has at most %1 KB.", {std::to_string(LargestMessage(sendType) / kKilobyte + 1)});
 }
 
 }  // namespace
 
 frmSendCalc::frmSendCalc()
-    : Window("frmSendCalc", "Send Calculator"),
+    : Window("frmSendCalc", Tr("Send Calculator")),
       lblSendCalc(*this, "lblSendCalc"),
       TxtEmails(*this, "TxtEmails"),
       OpFileType(*this, "OpFileType", kWays),
@@ -47,15 +51,15 @@ frmSendCalc::frmSendCalc()
   TxtEmails.SetText(names);
   TxtEmails.SetLocked(true);
   for (int i = 0; i < kWays; ++i) {
-    OpFileType(i).SetCaption(kWayTexts[i].caption);
-    LblFileType(i).SetCaption(kWayTexts[i].hint + SizeText(i));
+    OpFileType(i).SetCaption(Tr(kWayTexts[i].caption));
+    LblFileType(i).SetCaption(Tr(kWayTexts[i].hint) + " " + SizeText(i));
   }
   OpFileType(SendType).SetValue(true);
-  ChkInstructions.SetCaption("In&clude instructions for the reader");
+  ChkInstructions.SetCaption(Tr("In&clude instructions for the reader"));
   ChkInstructions.SetValue(IncludeInstructions);
-  const char* captions[] = {"&Send", "Cancel", "&Help"};
+  const char* captions[] = {Marked("&Send"), Marked("Cancel"), Marked("&Help")};
   for (int i = 0; i < 3; ++i) {
-    cmdaction(i).SetCaption(captions[i]);
+    cmdaction(i).SetCaption(Tr(captions[i]));
     cmdaction(i).Click = [this, i] { cmdaction_Click(i); };
   }
   AnswerKeys(*this, cmdaction(0), cmdaction(1));

@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/LivePage.h"
 #include "publish/PageText.h"
 #include "store/FormPages.h"
@@ -30,8 +31,10 @@ std::string CutDescription(std::string_view text) {
 std::string AskDescription(const std::string& path) {
   std::string description = CutDescription(PageTitle(ReadPageText(path)));
   if (description.empty()) {
-    description = CutDescription(
-        TheDesktop().InputBox("Please enter a description for the new form", "For Description", "").value_or(""));
+    description =
+        CutDescription(TheDesktop()
+                           .InputBox(Tr("Please enter a description for the new form"), Tr("For Description"), "")
+                           .value_or(""));
   }
   return std::string(Trim(description));
 }
@@ -39,12 +42,12 @@ std::string AskDescription(const std::string& path) {
 }  // namespace
 
 void FrmOptions::WireForms() {
-  cmdForm(kEditForm).SetCaption("Edit Form");
-  cmdForm(kImportForm).SetCaption("Import Form");
-  cmdForm(kViewForm).SetCaption("View");
-  cmdForm(kViewForm).SetToolTip("View Form in Internet Browser");
-  LblForms(kDescription).SetCaption("Description of form");
-  LblForms(kLinkName).SetCaption("Name of form as seen by users");
+  cmdForm(kEditForm).SetCaption(Tr("Edit Form"));
+  cmdForm(kImportForm).SetCaption(Tr("Import Form"));
+  cmdForm(kViewForm).SetCaption(Tr("View"));
+  cmdForm(kViewForm).SetToolTip(Tr("View Form in Internet Browser"));
+  LblForms(kDescription).SetCaption(Tr("Description of form"));
+  LblForms(kLinkName).SetCaption(Tr("Name of form as seen by users"));
   for (int i : {kDescription, kLinkName}) {
     TextBox& box = txtForms(i);
     box.Change = [this, i] {
@@ -127,13 +130,13 @@ void FrmOptions::DeleteSupplierLinks() {
 
 void FrmOptions::ImportHTMLform() {
   SaveChangedValue();
-  const std::string path = TheDesktop().OpenFile({"HTML Form Inport", AppFolder, "", "HTML Files|*.HTM*"});
+  const std::string path = TheDesktop().OpenFile({Tr("HTML Form Inport"), AppFolder, "", Tr("HTML Files|*.HTM*")});
   if (path.empty()) return;
   const BusyWhile busy;
   try {
     const std::string description = AskDescription(path);
     if (description.empty()) {
-      TheDesktop().MessageBox("Forms require a title, import cancelled", "No Title", BoxButtons::Ok,
+      TheDesktop().MessageBox(Tr("Forms require a title, import cancelled"), Tr("No Title"), BoxButtons::Ok,
                               BoxIcon::Information);
       return;
     }

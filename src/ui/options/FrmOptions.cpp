@@ -8,6 +8,7 @@
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/Preferences.h"
 #include "store/Forms.h"
@@ -21,7 +22,7 @@ constexpr int kDepositTypes = 3;
 }  // namespace
 
 FrmOptions::FrmOptions()
-    : Window("FrmOptions", "Calculator Options"),
+    : Window("FrmOptions", Tr("Calculator Options")),
       TreeOptions(*this, "TreeOptions"),
       Cmd(*this, "Cmd", kButtons),
       FraBlank(*this, "FraBlank"),
@@ -32,23 +33,23 @@ FrmOptions::FrmOptions()
       UpDown1(*this, "UpDown1"),
       FraColour(*this, "FraColour"),
       PicColour(*this, "PicColour"),
-      CmdColor(*this, "CmdColor", -1, "Change"),
+      CmdColor(*this, "CmdColor", -1, Tr("Change")),
       FraYesNo(*this, "FraYesNo"),
       ChkYesNo(*this, "ChkYesNo"),
       FraDepOptions(*this, "FraDepOptions"),
       ChkdepSelect(*this, "ChkdepSelect", kDepositTypes),
-      FraForms(*this, "FraForms", -1, "Forms"),
+      FraForms(*this, "FraForms", -1, Tr("Forms")),
       LblForms(*this, "LblForms", 2),
       txtForms(*this, "txtForms", 2),
-      ChkFrmAvailable(*this, "ChkFrmAvailable", -1, "Add/Remove from available forms list"),
+      ChkFrmAvailable(*this, "ChkFrmAvailable", -1, Tr("Add/Remove from available forms list")),
       cmdForm(*this, "cmdForm", 3),
-      FraIcon(*this, "FraIcon", -1, "Icon"),
+      FraIcon(*this, "FraIcon", -1, Tr("Icon")),
       CboIcons(*this, "CboIcons"),
       PicIcon(*this, "PicIcon"),
-      CmdIcon(*this, "CmdIcon", -1, "Edit"),
+      CmdIcon(*this, "CmdIcon", -1, Tr("Edit")),
       FraLogo(*this, "FraLogo"),
       TxtLogo(*this, "TxtLogo"),
-      CmdCoLog(*this, "CmdCoLog", -1, "Browse...") {
+      CmdCoLog(*this, "CmdCoLog", -1, Tr("Browse...")) {
   WireButtons();
   WireEditors();
   WireForms();
@@ -63,13 +64,13 @@ FrmOptions::FrmOptions()
 }
 
 void FrmOptions::WireButtons() {
-  constexpr const char* kCaptions[] = {"&OK", "&Cancel", "View", "&Help"};
+  constexpr const char* kCaptions[] = {Marked("&OK"), Marked("&Cancel"), Marked("View"), Marked("&Help")};
   for (int i = 0; i < kButtons; ++i) {
-    Cmd(i).SetCaption(kCaptions[i]);
+    Cmd(i).SetCaption(Tr(kCaptions[i]));
     Cmd(i).Click = [this, i] { Cmd_Click(i); };
   }
-  Cmd(kOk).SetToolTip("Save and Close");
-  Cmd(kCancel).SetToolTip("Close options without saving");
+  Cmd(kOk).SetToolTip(Tr("Save and Close"));
+  Cmd(kCancel).SetToolTip(Tr("Close options without saving"));
 }
 
 void FrmOptions::WireEditors() {
@@ -84,8 +85,8 @@ void FrmOptions::WireEditors() {
     };
   }
   CmdColor.Click = [this] { ChangeColour(); };
-  ChkdepSelect(0).SetCaption("Value ($)");
-  ChkdepSelect(2).SetCaption("Advanced Payments");
+  ChkdepSelect(0).SetCaption(Tr("Value ($)"));
+  ChkdepSelect(2).SetCaption(Tr("Advanced Payments"));
   for (int i = 0; i < kDepositTypes; ++i) {
     ChkdepSelect(i).Click = [this, i] { ChkdepSelect_Click(i); };
   }
@@ -158,10 +159,8 @@ void FrmOptions::RemoveUnavailableForms() {
 void FrmOptions::SetSwatch(Colour colour) {
   constexpr Colour kByte = 0xFF;
   PicColour.SetBackColour(colour);
-  std::string tip = "Red " + std::to_string(colour & kByte);
-  tip += ", green " + std::to_string(colour >> 8 & kByte);
-  tip += ", blue " + std::to_string(colour >> 16 & kByte);
-  PicColour.SetToolTip(tip);
+  const auto part = [&](unsigned shift) { return std::to_string(colour >> shift & kByte); };
+  PicColour.SetToolTip(Tr("Red %1, green %2, blue %3", {part(0), part(8), part(16)}));
 }
 
 void FrmOptions::ChangeColour() {

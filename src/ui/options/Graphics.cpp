@@ -7,6 +7,7 @@
 #include "platform/Pictures.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "publish/Template.h"
 #include "ui/iconedit/IconFile.h"
 #include "ui/options/FrmOptions.h"
@@ -15,7 +16,7 @@ namespace tarvolinex {
 
 namespace {
 
-constexpr const char* kNewIcon = "<New Icon>";
+constexpr const char* kNewIcon = Marked("<New Icon>");
 constexpr const char* kIconEnding = ".ICO";
 constexpr std::size_t kEndingLength = 4;
 constexpr std::int64_t kLargestPicture = 10 << 20;  // bytes
@@ -46,7 +47,7 @@ bool FitsRecord(const std::string& iconName) {
   return FitsWindows1252(iconName) && FirstCharacters(iconName, CalculatorPreferences.IconName.Width()) == iconName;
 }
 
-void Tell(const char* text, const char* title, BoxIcon icon) {
+void Tell(const std::string& text, const std::string& title, BoxIcon icon) {
   TheDesktop().MessageBox(text, title, BoxButtons::Ok, icon);
 }
 
@@ -80,7 +81,7 @@ void FrmOptions::RefreshIconList(std::string& name) {
   try {
     CboIcons.Clear();
     ShowIcon("");
-    CboIcons.Add(kNewIcon);
+    CboIcons.Add(Tr(kNewIcon));
     for (const std::string& file : ListFiles(DataFolder + "\\icons\\*.ico")) {
       CboIcons.Add(ReplaceAllNoCase(UpperCase(file), kIconEnding, ""));
     }
@@ -92,8 +93,8 @@ void FrmOptions::RefreshIconList(std::string& name) {
   for (int i = 0; i < static_cast<int>(icons.size()); ++i) {
     if (icons[static_cast<std::size_t>(i)].text == name) return CboIcons.SetListIndex(i);
   }
-  const std::string text = "Your current icon [" + name + "] could not be found\r\n\r\nPlease select another";
-  Tell(text.c_str(), "Icon Selection", BoxIcon::Information);
+  const std::string text = Tr("Your current icon [%1] could not be found\r\n\r\nPlease select another", {name});
+  Tell(text, Tr("Icon Selection"), BoxIcon::Information);
 }
 
 void FrmOptions::ShowIcon(const std::string& fileName) {
@@ -104,15 +105,14 @@ void FrmOptions::ShowIcon(const std::string& fileName) {
 void FrmOptions::CboIcons_Click() {
   const std::string icon = ChosenIconText();
   ShowIcon("");
-  if (icon.empty() || icon == kNewIcon) return;
+  if (icon.empty() || icon == Tr(kNewIcon)) return;
   if (!FitsRecord(icon)) {
-    return Tell(
-        "The name of this icon is longer than 25 characters or has letters that are not of western "
-        "Europe.\r\n\r\nPlease select another",
-        "Icon Selection", BoxIcon::Exclamation);
+    return Tell(Tr("The name of this icon is longer than 25 characters or has letters that are not of western "
+                   "Europe.\r\n\r\nPlease select another"),
+                Tr("Icon Selection"), BoxIcon::Exclamation);
   }
   if (!IsIconFile(DataFolder + "\\icons\\" + icon + kIconEnding)) {
-    return Tell("Invalid or unsupported file format.", "", BoxIcon::Critical);
+    return Tell(Tr("Invalid or unsupported file format."), "", BoxIcon::Critical);
   }
   ShowIcon(icon + kIconEnding);
 }
@@ -124,20 +124,20 @@ std::string FrmOptions::ChosenIconText() const {
 
 void FrmOptions::StoreIcon() {
   const std::string icon = ChosenIconText();
-  if (FoldCase(icon).find(FoldCase(kNewIcon)) != std::string::npos || !FitsRecord(icon)) return;
+  if (FoldCase(icon).find(FoldCase(Tr(kNewIcon))) != std::string::npos || !FitsRecord(icon)) return;
   edited_.IconName = icon;
 }
 
 void FrmOptions::BrowseForPicture() {
   const std::string file = TheDesktop().OpenFile(
-      {"", AppFolder + "\\images", "", "Image files(*.bmp,*.jpg,*.gif,*.png)|*.bmp;*.jpg;*.gif;*.png"});
+      {"", AppFolder + "\\images", "", Tr("Image files(*.bmp,*.jpg,*.gif,*.png)|*.bmp;*.jpg;*.gif;*.png")});
   if (file.empty()) return;
   TxtLogo.SetText(file);
   TxtLogo.SetFocus();
 }
 
 void FrmOptions::ShowPictureImport(const OptionNode& node) {
-  FraLogo.SetCaption(node.caption);
+  FraLogo.SetCaption(Tr(node.caption));
   TxtLogo.SetText(pendingPictures_[PictureKind(node)]);
 }
 
@@ -156,19 +156,21 @@ void FrmOptions::SaveLogo(std::size_t kind) {
   const std::string source(Trim(TxtLogo.Text()));
   const std::string folder = DataFolder + "\\logo\\", baseName = kind == 1 ? "background" : "logo";
   if (!FileExists(source)) {
-    return Tell("Selected graphic could not be found.\r\n\r\nNot Imported", "Graphic Import", BoxIcon::Exclamation);
+    return Tell(Tr("Selected graphic could not be found.\r\n\r\nNot Imported"), Tr("Graphic Import"),
+                BoxIcon::Exclamation);
   }
   const std::string ending = EndingOf(source);
   if (!IsPictureEnding(ending)) {
-    return Tell("The File type Selected is not supported.\r\n\r\n(.BMP  .JPG  .PNG  .GIF) Supported", "Logo Import",
-                BoxIcon::Exclamation);
+    return Tell(Tr("The File type Selected is not supported.\r\n\r\n(.BMP  .JPG  .PNG  .GIF) Supported"),
+                Tr("Logo Import"), BoxIcon::Exclamation);
   }
   try {
-    if (FileLength(source) > kLargestPicture) throw RuntimeError(kBadPicture, source + " is too large to travel");
+    if (FileLength(source) > kLargestPicture)
+      throw RuntimeError(kBadPicture, Tr("%1 is too large to travel", {source}));
     LoadPicture(source);
   } catch (const RuntimeError&) {
     // It only bears the name of a picture, or no mail would take it; the old one stays.
-    return Tell("Importing Graphic Failed.", "Graphic Import", BoxIcon::Critical);
+    return Tell(Tr("Importing Graphic Failed."), Tr("Graphic Import"), BoxIcon::Critical);
   }
   try {
     ReplacePicture(source, folder, baseName, ending);
@@ -180,7 +182,7 @@ void FrmOptions::SaveLogo(std::size_t kind) {
   } catch (const RuntimeError&) {
     return ShowError("Importing Logo");
   }
-  Tell("Importing Graphic Failed.", "Graphic Import", BoxIcon::Critical);
+  Tell(Tr("Importing Graphic Failed."), Tr("Graphic Import"), BoxIcon::Critical);
 }
 
 }  // namespace tarvolinex

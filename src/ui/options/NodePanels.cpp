@@ -6,6 +6,7 @@
 #include "calc/InputRules.h"
 #include "core/Aliases.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/Statements.h"
 #include "ui/options/FrmOptions.h"
 
@@ -113,8 +114,8 @@ void FrmOptions::ShowValue(const OptionNode& node) {
 
 void FrmOptions::ShowOnOff(const OptionNode& node) {
   const bool logo = currentKey_ == "GRAPHICS1";
-  ChkYesNo.SetCaption(logo ? "Header Logo Visible" : "Background Picture Visible");
-  FraYesNo.SetCaption(logo ? "Header Logo On/Off" : "Background Picture On/Off");
+  ChkYesNo.SetCaption(logo ? Tr("Header Logo Visible") : Tr("Background Picture Visible"));
+  FraYesNo.SetCaption(logo ? Tr("Header Logo On/Off") : Tr("Background Picture On/Off"));
   ChkYesNo.SetValue(FieldOf<bool>(edited_, node));
 }
 

@@ -5,6 +5,7 @@
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -13,12 +14,13 @@ namespace {
 constexpr Colour kLink = 0x800000, kLinkUnderPointer = 0xFF0000;
 constexpr int kLabels = 4, kAddress = 1;
 
-constexpr const char* kAboutService =
+constexpr const char* kAboutService = Marked(
     "The design of information pages and particularly forms are an advanced part\r\n"
     "of Tarvolinex. A service is provided to help with this area such \r\n"
-    "that forms can be designed for you.";
-constexpr const char* kAboutAddress = "(please click above for further details on the Tarvolinex form design service)";
-constexpr const char* kAboutEditing =
+    "that forms can be designed for you.");
+constexpr const char* kAboutAddress =
+    Marked("(please click above for further details on the Tarvolinex form design service)");
+constexpr const char* kAboutEditing = Marked(
     "If you wish to design/edit your own forms Tarvolinex does rely \r\n"
     "on you having a means to edit HTML style documents. Tarvolinex \r\n"
     "will attempt to launch your default HTML editor for this \r\n"
@@ -29,17 +31,17 @@ constexpr const char* kAboutEditing =
     "Browser technology. At the very least some basic understanding \r\n"
     "of HTML is required should you choose to continue. A list of \r\n"
     "available fields and values that can be incorporated is available \r\n"
-    "within the on-line help (please click help for further details) ";
+    "within the on-line help (please click help for further details) ");
 
 }  // namespace
 
 frmFormEditWarning::frmFormEditWarning(std::string pagePath)
-    : Window("frmFormEditWarning", "Edit Form"),
+    : Window("frmFormEditWarning", Tr("Edit Form")),
       LblWarning(*this, "LblWarning", kLabels),
-      chkNotePad(*this, "chkNotePad", -1, "Open form in Windows Notepad"),
+      chkNotePad(*this, "chkNotePad", -1, Tr("Open form in Windows Notepad")),
       cmdaction(*this, "cmdaction", 3),
       pagePath_(std::move(pagePath)) {
-  const std::string captions[] = {kAboutService, WebServer, kAboutAddress, kAboutEditing};
+  const std::string captions[] = {Tr(kAboutService), WebServer, Tr(kAboutAddress), Tr(kAboutEditing)};
   for (int i = 0; i < kLabels; ++i) {
     LblWarning(i).SetCaption(captions[i]);
     LblWarning(i).MouseMove = [this, i] {
@@ -49,8 +51,8 @@ frmFormEditWarning::frmFormEditWarning(std::string pagePath)
   MouseMove = [this] { LblWarning(kAddress).SetForeColour(kLink); };
   LblWarning(kAddress).SetForeColour(kLink);
   LblWarning(kAddress).Click = [this] { OpenDesignService(); };
-  constexpr const char* kCaptions[] = {"&Continue", "&Help", "C&ancel"};
-  for (int i = 0; i < 3; ++i) cmdaction(i).SetCaption(kCaptions[i]);
+  constexpr const char* kCaptions[] = {Marked("&Continue"), Marked("&Help"), Marked("C&ancel")};
+  for (int i = 0; i < 3; ++i) cmdaction(i).SetCaption(Tr(kCaptions[i]));
   cmdaction(0).Click = [this] {
     OpenEditor();
     Close();

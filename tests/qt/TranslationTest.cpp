@@ -1,0 +1,128 @@
+#include "platform/Translation.h"
+
+#include <QAccessible>
+
+#include "SampleWindow.h"
+#include "core/Aliases.h"
+#include "core/Reports.h"
+#include "qt/Binder.h"
+#include "qt/Designs.h"
+#include "qt/Look.h"
+#include "qt/Translator.h"
+#include "ui/iconedit/FrmIconEdit.h"
+#include "ui/main/FRmCreateDB.h"
+#include "ui/main/FrmAbout.h"
+#include "ui/main/FrmLeaseOrgDetails.h"
+#include "ui/main/FrmMailSettings.h"
+#include "ui/main/FrmSearch.h"
+#include "ui/main/frmSendCalc.h"
+#include "ui/options/FrmOptions.h"
+#include "ui/options/frmFormEditWarning.h"
+
+namespace tarvolinex {
+namespace {
+
+using Texts = std::set<std::string>;
+
+// A language in which every text is the English one with "~" before it; the build makes it of the list of texts.
+struct Language {
+  Language() { Use("qaa", "C.UTF-8"); }
+  ~Language() { Use("", "C"); }
+  static void Use(const char* language, const char* locale) {
+    setenv("LANGUAGE", language, 1);
+    setenv("LC_ALL", locale, 1);
+    UseTranslations(TRANSLATIONS_FOLDER);
+    TranslateDesigns();
+  }
+};
+
+class Translated : Language, public SampleWindow {};
+
+bool IsTranslatable(const QString& text) {
+  static const QRegularExpression word("[[:alpha:]]{2}"),
+      same("^(\\.exe|\\.zip|STARTTLS|TLS|Tarvolinex.*|www.example.com|Scroll (Left|Right))$");
+  return word.match(text).hasMatch() && !same.match(text).hasMatch();
+}
+
+void AddEnglish(const QString& text, Texts& found) {
+  if (IsTranslatable(text) && !text.contains('~')) found.insert(Held(text));
+}
+
+// All that the window shows or says to a screen reader, down to the entries of its lists.
+void AddEnglish(const QAccessibleInterface* part, Texts& found) {
+  if (!part) return;
+  for (const auto kind : {QAccessible::Name, QAccessible::Description}) AddEnglish(part->text(kind), found);
+  for (int i = 0; i < part->childCount(); ++i) AddEnglish(part->child(i), found);
+}
+
+Texts EnglishIn(QWidget& root) {
+  Texts found;
+  AddEnglish(QAccessible::queryAccessibleInterface(&root), found);
+  for (const QWidget* widget : root.findChildren<QWidget*>()) {
+    for (const QAction* action : widget->actions()) AddEnglish(action->text() + action->toolTip(), found);
+    AddEnglish(widget->toolTip(), found);
+  }
+  return found;
+}
+
+// What the sample database holds stays as it is.
+Texts Data(const FrmMain& form, const FrmOptions& options) {
+  Texts data = {"Dealer", "*" + form.supplier.TxtSupplier(0).Text() + "*",
+                SupplierCalcSettings.AdditionalPremiumMsg.Trimmed()};
+  for (const ListView* list : {&form.LvwSuppliers, &form.rateCard.LvwForms, &form.send.lvSendContacts}) {
+    for (const auto& row : list->Rows()) {
+      data.insert(row.text);
+      data.insert(row.cells.begin(), row.cells.end());
+    }
+  }
+  for (const auto& contact : form.supplier.LstContacts.Items()) data.insert(contact.text);
+  for (const auto& icon : options.CboIcons.Items()) data.insert(icon.text);
+  for (const auto& node : options.TreeOptions.Nodes()) {
+    if (node.parent == "FORMS") data.insert(node.text);
+  }
+  return data;
+}
+
+TEST_F(Translated, EveryTextOfEveryWindow) {
+  WebServer = "www.example.com";
+  FrmAbout about;
+  FrmLeaseOrgDetails details;
+  FrmSearch search;
+  FrmIconEdit editor;
+  FrmOptions options;
+  frmFormEditWarning warning("");
+  FRmCreateDB create;
+  FrmMailSettings mail;
+  frmSendCalc send;
+  options.Load();
+  editor.SetLoadPic("");
+  const Texts data = Data(form, options);
+  const auto english = [&](QWidget& root) {
+    Texts found = EnglishIn(root);
+    for (const std::string& text : data) found.erase(text);
+    return found;
+  };
+  EXPECT_EQ(english(Root()), Texts());
+  for (Window* window :
+       std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning, &create, &mail, &send}) {
+    const auto root = MakeDesign(window->Name());
+    const Binder binder(*window, *root);
+    EXPECT_EQ(english(*root), Texts()) << window->Name();
+  }
+}
+
+TEST_F(Translated, MessagesAndTheValuesInThem) {
+  WhenWaiting<QMessageBox>([](QMessageBox& box) {
+    EXPECT_EQ(box.windowTitle() + box.text(), "~Error~Load failed");
+    box.accept();
+  });
+  ShowError("Load failed");
+  EXPECT_EQ(ReplaceAliases("Saving <SUPPLIER> Failed"), "~Saving Dealer Failed");
+  // What goes in is not searched again, and a "%" that stands for nothing stays.
+  EXPECT_EQ(Tr("Writing %1: %2", {"100%2.dat", "why"}), "~Writing 100%2.dat: why");
+  EXPECT_EQ(Tr("% of %1 Cost", {"Asset"}), "~% of Asset Cost");
+  EXPECT_EQ(Tr("") + Tr("a text that nobody has listed"), "a text that nobody has listed");
+}
+
+}  // namespace
+}  // namespace tarvolinex
