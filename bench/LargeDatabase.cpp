@@ -10,7 +10,7 @@
 
 namespace tarvolinex {
 
-LargeDatabase::LargeDatabase() {
+LargeDatabase::LargeDatabase(int suppliers) {
   AppFolder = DataFolder = (std::filesystem::temp_directory_path() / "tarvolinex-bench").string();
   std::filesystem::remove_all(AppFolder);
   std::filesystem::create_directories(AppFolder);
@@ -19,17 +19,17 @@ LargeDatabase::LargeDatabase() {
   sqlite3* raw = nullptr;
   sqlite3_open((DataFolder + "/Tarvolinex.mdb").c_str(), &raw);
   const std::string read = "CREATE TABLE n(i); WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM c LIMIT " +
-                           std::to_string(kSuppliers) + ") INSERT INTO n SELECT i FROM c;";
+                           std::to_string(suppliers) + ") INSERT INTO n SELECT i FROM c;";
   sqlite3_exec(raw, ReadFile(SCHEMA).c_str(), nullptr, nullptr, nullptr);
   sqlite3_exec(raw, read.c_str(), nullptr, nullptr, nullptr);
   sqlite3_exec(
       raw,
       "INSERT INTO suppliers(CompanyName,Address1,Address2,Town,County,PostCode,tel,RangeEquipFROM0,"
       "RangeEquipFROM1,RangeEquipFROM2,RangeEquipFROM3,Yield0,Yield1,Yield2,Yield3,Yield4,Com0,Com4) "
-      "SELECT 'Supplier ' || (i * 7919 % 10007), i || ' High Street', 'Trading Estate', 'Town ' || (i % 300),"
+      "SELECT 'Supplier ' || (i * 7919 % 100003), i || ' High Street', 'Trading Estate', 'Town ' || (i % 300),"
       "'County', 'AB1 ' || i, '01632 960' || (i % 1000), 100000, 50000, 20000, 5000, 7, 8, 9, 10, 12, 1, 3 FROM n;"
-      "INSERT INTO contacts(Supplierid,firstname,surname,email) SELECT 1 + i % 10000, 'First' || i, 'Sur' || i,"
-      "'c' || i || '@example.com' FROM (SELECT a.i + 10000 * (b.i - 1) AS i FROM n a, n b WHERE b.i <= 5);"
+      "INSERT INTO contacts(Supplierid,firstname,surname,email) SELECT a.i, 'First' || a.i, 'Sur' || a.i || b.i,"
+      "'c' || a.i || '@example.com' FROM n a, (SELECT i FROM n WHERE i <= 5) b;"
       "DROP TABLE n",
       nullptr, nullptr, nullptr);
   sqlite3_close(raw);

@@ -1,4 +1,5 @@
-// A database of 10,000 suppliers with 50,000 contacts and a window on it, shared by the benchmarks.
+// A database of 10,000 suppliers (or another number) with five contacts each and a window on it, shared by the
+// benchmarks.
 #pragma once
 
 namespace tarvolinex {
@@ -8,7 +9,7 @@ inline constexpr int kSuppliers = 10000;
 // Makes the database in a temporary folder, which becomes app folder and data folder; the folder goes with the object.
 class LargeDatabase {
  public:
-  LargeDatabase();
+  explicit LargeDatabase(int suppliers = kSuppliers);
   ~LargeDatabase();
   LargeDatabase(const LargeDatabase&) = delete;
   LargeDatabase& operator=(const LargeDatabase&) = delete;

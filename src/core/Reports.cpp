@@ -26,7 +26,11 @@ void SetStatus(bool flashing, std::string_view text, int progress) {
     if (!busy) form.ProgressBar1.SetValue(0);
   }
   SetBusy(busy);
-  if (progress < 0 && flashing) TheDesktop().DoEvents();
+  if (progress < 0 && flashing) {
+    TheDesktop().DoEvents();
+  } else {
+    TheDesktop().Repaint();
+  }
 }
 
 void SetBusy(bool on) {

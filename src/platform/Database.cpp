@@ -202,7 +202,7 @@ int Connection::LastInsertedId() const {
   return database_ ? static_cast<int>(sqlite3_last_insert_rowid(database_)) : 0;
 }
 
-void Connection::CopyTo(std::string_view path) {
+void Connection::CopyTo(std::string_view path, const std::function<void()>& pause) {
   if (!database_) throw RuntimeError(kDatabase, "No database is open");
   const std::string beside = NativePath(path) + ".tmp";
   std::error_code ignored;
@@ -210,7 +210,8 @@ void Connection::CopyTo(std::string_view path) {
   sqlite3* copy = nullptr;
   int result = sqlite3_open(beside.c_str(), &copy);
   if (sqlite3_backup* backup = sqlite3_backup_init(copy, "main", database_, "main")) {
-    sqlite3_backup_step(backup, -1);
+    constexpr int kPages = 1000;
+    while (sqlite3_backup_step(backup, kPages) == SQLITE_OK) pause();
     result = sqlite3_backup_finish(backup);
   }
   sqlite3_close(copy);

@@ -56,8 +56,9 @@ class Connection {
   // The ID that the last INSERT of this connection was given; 0 before the first one.
   int LastInsertedId() const;
 
-  // Copies the database, as it is between two statements, to a new file, whole or not at all. Throws RuntimeError.
-  void CopyTo(std::string_view path);
+  // Copies the database, as it is between two statements, to a new file, whole or not at all. `pause` is called now and
+  // then meanwhile and may not use the connection. Throws RuntimeError.
+  void CopyTo(std::string_view path, const std::function<void()>& pause);
 
   // Statements between Begin and Commit are stored together or not at all. They do not nest: the innermost pair of
   // nested ones does nothing.

@@ -47,6 +47,9 @@ class Desktop {
   virtual void SetBusyPointer(bool busy) = 0;
   // Lets pending events run: painting, clicks, timer ticks.
   virtual void DoEvents() = 0;
+  // Long work calls it now and then: when the last painting is a while ago, what has changed is painted. No click, key
+  // or tick reaches the program.
+  virtual void Repaint() {}
 
   // Hands a document, program or address to the program associated with it. verb: "open" or "edit".
   // Returns 32 or more on success, 2 for a missing file, 31 when no program is associated.

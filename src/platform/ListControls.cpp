@@ -195,15 +195,10 @@ void ListView::Sort() {
   };
   std::vector<std::string> folded(rows_.size());
   for (std::size_t i = 0; i < rows_.size(); ++i) folded[i] = FoldCase(text(i));
-  std::vector<std::size_t> order(rows_.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    return SortAscending ? folded[a] < folded[b] : folded[b] < folded[a];
-  });
   std::vector<Row> sorted;
   sorted.reserve(rows_.size());
   int selected = -1;
-  for (const std::size_t from : order) {
+  for (const std::size_t from : OrderOf(folded, SortAscending)) {
     if (static_cast<int>(from) == selected_) selected = static_cast<int>(sorted.size());
     sorted.push_back(std::move(rows_[from]));
   }

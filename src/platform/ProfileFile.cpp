@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/Encoding.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -72,13 +73,26 @@ bool IsQuoted(std::string_view value) {
   return value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front();
 }
 
+// A value that the code page cannot hold, such as a path with Polish letters, is stored as UTF-8 behind this mark.
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+std::string StoredText(std::string_view value) {
+  const std::string bytes = ToWindows1252(value);
+  if (FitsWindows1252(value) && !bytes.starts_with(kUtf8Mark)) return bytes;
+  return std::string(kUtf8Mark) + std::string(value);
+}
+
+std::string TextOf(std::string_view stored) {
+  return stored.starts_with(kUtf8Mark) ? DecodeText(stored.substr(kUtf8Mark.size()), "utf-8") : FromWindows1252(stored);
+}
+
 // Replaces or adds the key in the bytes of a file.
 void SetValue(std::string& bytes, std::string_view section, std::string_view key, std::string_view value) {
   const std::string_view lineEnd = bytes.find('\n') != std::string::npos && bytes.find("\r\n") == std::string::npos
                                        ? std::string_view("\n")
                                        : std::string_view("\r\n");
   value = value.substr(0, value.find_first_of("\r\n"));
-  std::string stored = ToWindows1252(value);
+  std::string stored = StoredText(value);
   // Reading takes blanks and one pair of quotes away; a pair of our own keeps what the value has itself.
   if (IsQuoted(stored) || Blankless(stored) != stored) stored = "\"" + stored + "\"";
 
@@ -139,7 +153,7 @@ std::string GetProfileString(std::string_view path, std::string_view section, st
     if (place.keyFound) {
       std::string_view found = place.value;
       if (IsQuoted(found)) found = found.substr(1, found.size() - 2);
-      value = FromWindows1252(found);
+      value = TextOf(found);
     }
   }
   return std::string(FirstCharacters(value, buffer - 1));

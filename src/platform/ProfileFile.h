@@ -1,4 +1,5 @@
-// Windows profile files ("INI"): [section] lines and key=value lines, in the desktop's 8-bit code page.
+// Windows profile files ("INI"): [section] lines and key=value lines, in the desktop's 8-bit code page; a value that it
+// cannot hold is UTF-8 behind a byte order mark.
 #pragma once
 
 #include <string>

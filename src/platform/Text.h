@@ -20,6 +20,9 @@ bool EqualNoCase(std::string_view a, std::string_view b);
 int CompareNoCase(std::string_view a, std::string_view b);
 bool EndsWithNoCase(std::string_view text, std::string_view end);
 
+// The order in which the texts follow each other byte by byte, as indexes of them; equal ones stay as they stand.
+std::vector<std::size_t> OrderOf(const std::vector<std::string>& texts, bool ascending = true);
+
 // Every occurrence, in one pass: what was put in is not searched again. An empty `from` changes nothing.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 std::string ReplaceAllNoCase(std::string_view text, std::string_view from, std::string_view to);

@@ -1,5 +1,6 @@
 #include "qt/QtDesktop.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QClipboard>
 #include <QEventLoop>
@@ -38,6 +39,9 @@ class QtDesktop::PlainPointer {
 QtDesktop::QtDesktop() {
   // Closing is a matter of the windows: a box that is shown before them must not end the run.
   QApplication::setQuitOnLastWindowClosed(false);
+  // Whenever the event loop goes round, everything is painted.
+  QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &listener_,
+                   [this] { sincePainting_.start(); });
   ForgetEnd();
 }
 
@@ -89,6 +93,15 @@ void QtDesktop::SetBusyPointer(bool busy) {
 void QtDesktop::DoEvents() {
   QCoreApplication::processEvents();
   ThrowIfEnded();
+}
+
+void QtDesktop::Repaint() {
+  constexpr int kFrame = 40;  // milliseconds
+  if (sincePainting_.isValid() && !sincePainting_.hasExpired(kFrame)) return;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible()) QCoreApplication::sendPostedEvents(window, QEvent::UpdateRequest);
+  }
+  sincePainting_.start();
 }
 
 int QtDesktop::ShellExecute(const std::string& verb, const std::string& file, const std::string& parameters,

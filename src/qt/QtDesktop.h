@@ -1,6 +1,8 @@
 // The desktop of a run with windows.
 #pragma once
 
+#include <QElapsedTimer>
+#include <QObject>
 #include <map>
 #include <memory>
 #include <vector>
@@ -33,6 +35,7 @@ class QtDesktop : public Desktop {
 
   void SetBusyPointer(bool busy) override;
   void DoEvents() override;
+  void Repaint() override;
   int ShellExecute(const std::string& verb, const std::string& file, const std::string& parameters,
                    const std::string& folder, int showCommand) override;
   int OpenWith(const std::string& file) override;
@@ -71,6 +74,8 @@ class QtDesktop : public Desktop {
   std::map<Window*, Drawn> drawn_;
   std::vector<Window*> modal_;  // the innermost last
   bool busy_ = false;
+  QElapsedTimer sincePainting_;
+  QObject listener_;      // to the event loop, for as long as the desktop lives
   bool running_ = false;  // a request to quit before that would stop the next box instead
 };
 

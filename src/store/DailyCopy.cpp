@@ -29,7 +29,7 @@ void KeepDailyCopy() {
     const std::string copy = folder + "\\Tarvolinex " + Today() + ".mdb";
     if (FileExists(copy)) return;
     if (!FolderExists(folder)) MakeFolder(folder);
-    TheStore->connection.CopyTo(copy);
+    TheStore->connection.CopyTo(copy, [] { TheDesktop().Repaint(); });
     // Dates sort by themselves; the oldest come first. What is dated after today was made while the clock was wrong, or
     // is right while it is wrong now: either way it is older than what is made today.
     auto copies = ListFiles(folder + "\\Tarvolinex *.mdb");

@@ -27,6 +27,7 @@ namespace {
 const std::vector<std::string> kListColumns = {"ID",       "CompanyName", "tel",    "Address1",
                                                "Address2", "Town",        "County", "PostCode"};
 constexpr std::size_t kFirstCell = 2;
+constexpr int kPause = 1024;  // so many rows are read or listed between two looks at what has to be painted
 
 // Put together in place: a long list has thousands of them.
 void WriteRowToolTip(std::string& toolTip, std::string_view name) {
@@ -46,6 +47,7 @@ std::vector<std::string> ReadSuppliers(const Recordset& records, std::vector<Lis
   std::vector<std::string> names;
   names.reserve(rows.size());
   records.ReadRows(kListColumns, [&](const std::vector<std::string_view>& texts) {
+    if (names.size() % kPause == 0) TheDesktop().Repaint();
     if (names.size() == rows.size()) rows.emplace_back();
     ListView::Row& row = rows[names.size()];
     row.key.assign("ID").append(texts[0]);
@@ -64,14 +66,14 @@ void FillSupplierList(bool selectNewest) {
   list.BeginFill();
   std::vector<ListView::Row> rows = list.TakeRows();
   const std::vector<std::string> names = ReadSuppliers(TheStore->SupplierRecords, rows);
-  std::vector<std::size_t> order(names.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return names[a] < names[b]; });
+  TheDesktop().Repaint();
   int newest = 0;
-  for (const std::size_t supplier : order) {
+  for (const std::size_t supplier : OrderOf(names)) {
+    if (list.Count() % kPause == 0) TheDesktop().Repaint();
     if (selectNewest && supplier + 1 == names.size()) newest = list.Count();
     list.Add(std::move(rows[supplier]));
   }
+  TheDesktop().Repaint();
   list.Select(newest);
   if (list.SortColumn >= 0) list.Sort();
   list.EndFill();
