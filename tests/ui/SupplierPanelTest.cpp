@@ -38,23 +38,6 @@ TEST_F(SupplierPanelTest, TheQuoteFollowsAStoredRateCard) {
   EXPECT_EQ(Box(kBoxYield).Text(), "20.00");
 }
 
-TEST_F(SupplierPanelTest, WithoutANameEveryCommandIsBlocked) {
-  Choose("Saxonholt Dental Systems Ltd");
-  Type(Field(kSupplierName), "");
-  EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).text, "<NEW>");
-  EXPECT_FALSE(form->LvwSuppliers.Enabled());
-  for (const auto& tab : form->TabMain.Tabs()) EXPECT_FALSE(tab.enabled);
-  for (const auto& button : form->Toolbar1.Buttons()) EXPECT_FALSE(button.enabled);
-  for (Menu* menu : {&form->menus.MnuFile, &form->menus.MnuEdit, &form->menus.MnuOptions, &form->menus.MnuHelp}) {
-    EXPECT_FALSE(menu->Enabled());
-  }
-  Field(3).SetFocus();
-  EXPECT_EQ(desktop.boxes.at(0).text, "You must enter a Dealer name");
-  EXPECT_EQ(form->ActiveControl(), &Field(kSupplierName));
-  Field(kSupplierName).Type("Back");
-  EXPECT_TRUE(form->LvwSuppliers.Enabled() && form->menus.MnuHelp.Enabled());
-}
-
 TEST_F(SupplierPanelTest, AddingWithPendingEditsOnlySavesThemFirst) {
   Choose("Saxonholt Dental Systems Ltd");
   Type(Field(3), "Elsewhere");
@@ -82,17 +65,6 @@ TEST_F(SupplierPanelTest, ANewSupplierIsSeededStoredAndSelected) {
   EXPECT_EQ(form->LvwSuppliers.Find("ID0"), -1);
   EXPECT_NE(Count("SupplierFormLink WHERE SupplierId=13"), "0");
   EXPECT_EQ(Count("SupplierFormLink WHERE SupplierId=0"), defaults);
-}
-
-TEST_F(SupplierPanelTest, EscapeDropsANamelessNewSupplier) {
-  Add("");
-  form->KeyUp(Key::Escape);
-  EXPECT_EQ(form->LvwSuppliers.Find("ID0"), -1);
-  EXPECT_EQ(form->LvwSuppliers.Selected(), 0);
-  EXPECT_TRUE(form->menus.MnuFile.Enabled());
-  EXPECT_EQ(Count("suppliers"), "12");
-  form->KeyUp(Key::Escape);
-  EXPECT_EQ(Count("suppliers"), "12");
 }
 
 TEST_F(SupplierPanelTest, RemoveAbandonsANamelessNewSupplier) {
