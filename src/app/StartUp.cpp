@@ -1,5 +1,7 @@
 #include "app/StartUp.h"
 
+#include <iostream>
+
 #include "core/AppFolder.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
@@ -16,7 +18,7 @@ namespace tarvolinex {
 
 void PrepareRun(const ProgramOptions& options) {
   ChooseAppFolder(options.appFolder);
-  ChosenDataFolder = options.dataFolder;
+  ChosenDataFolder = options.dataFolder.empty() ? "" : WholePath(options.dataFolder);
   DataFolder = RememberedDataFolder();
   const bool newTemplate = FillAppFolder();
   LoadWebSettings();
@@ -55,13 +57,13 @@ void StartWindow(const ProgramOptions& options, FrmMain& form, const Splash& spl
     PrepareRun(options);
     splash.show();
     form.Load();
-    if (DatabaseUnpacked) MakePages(CalculatorPreferences);  // the pictures came with it
     TheDesktop().Show(form);
     splash.bringToFront();
     TheDesktop().DoEvents();
     AskForOrganisation(form);
     SetBusy(false);
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& failure) {
+    std::cerr << "tarvolinex: " << failure.Description() << '\n';
     ShowError("Load failed", true);
   }
 }

@@ -29,7 +29,9 @@ class CapitalCostSearch {
     }
     Assign(quote_.Payment, target_.ToDouble() / 1.1);
     Assign(quote_.CapitalCost, 10 * target_.ToDouble());
-    if (!ScaleByRatio() && !SearchBands()) GiveUp();
+    if (ScaleByRatio() || SearchBands()) return passes_;
+    PriceFor(remembered_);  // the figures beside the target belong to the cost that is shown
+    GiveUp();
     return passes_;
   }
 

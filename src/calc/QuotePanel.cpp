@@ -165,6 +165,27 @@ void RecalculateShownQuote() {
   RecalculateQuote(ShownQuoteMode, ShownQuoteBox);
 }
 
+KeptQuote::KeptQuote() : wasLoading_(std::exchange(MainForm().loading, true)) {
+  const QuotePanel& panel = MainForm().quote;
+  for (const auto& [list, box] :
+       {std::pair(kListDepositMode, kBoxDeposit), std::pair(kListResidualMode, kBoxResidual)}) {
+    choices_.push_back({list, box, panel.CboProCalc(list).ListIndex(), panel.TxtProCalc(box).Text()});
+  }
+}
+
+KeptQuote::~KeptQuote() {
+  QuotePanel& panel = MainForm().quote;
+  for (const Choice& choice : choices_) {
+    if (choice.position < 0) continue;
+    panel.CboProCalc(choice.list).SetListIndex(choice.position);
+    ApplyQuoteList(choice.list);
+    panel.TxtProCalc(choice.box).SetText(choice.text);
+  }
+  SetIntervalCaptions();
+  MainForm().loading = wasLoading_;
+  if (!wasLoading_) RecalculateShownQuote();
+}
+
 void SetIntervalCaptions() {
   QuotePanel& panel = MainForm().quote;
   const bool quarterly = panel.CboProCalc(kListInterval).ListIndex() == 1;
@@ -210,6 +231,7 @@ void SetDefaults() {
   constexpr int kKinds[kQuoteBoxes] = {kInputAmount,  kInputPayments, kInputAmount, kInputAmount, kInputAmount,
                                        kInputPercent, kInputAmount,   kInputAmount, kInputPercent};
   for (int i = 0; i < kQuoteBoxes; ++i) AttachUpDown(kKinds[i], quote.UpDNew(i), quote.TxtProCalc(i));
+  quote.ckCapLock.SetEnabled(LeadingNumber(quote.TxtProCalc(kBoxCapitalCost).Text()) != 0);
   AttachAll(kInputAmount, card.UpDEquipCost, card.txtRangeTo);
   AttachAll(kInputPercent, card.UpDyield, card.TxtRangeYield);
   AttachAll(kInputPercent, card.UpDCom, card.txtComPerc);

@@ -1,6 +1,9 @@
 // Between the quote panel's boxes and the `Quote`.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "calc/Payment.h"
 
 namespace tarvolinex {
@@ -26,6 +29,25 @@ void RecalculateQuote(int mode = kModeForward, int typedBox = -1);
 // The same calculation once more, after its surroundings have changed: what the user typed last still decides what is
 // given and what is derived.
 void RecalculateShownQuote();
+
+// While it lives, the panel's lists may be made anew; afterwards they, the deposit and the residual are as they were,
+// and the quote is computed again as the user left it.
+// REQUIRES: a main window.
+class KeptQuote {
+ public:
+  KeptQuote();
+  ~KeptQuote();
+  KeptQuote(const KeptQuote&) = delete;
+  KeptQuote& operator=(const KeptQuote&) = delete;
+
+ private:
+  struct Choice {
+    int list, box, position;
+    std::string text;
+  };
+  std::vector<Choice> choices_;
+  bool wasLoading_;
+};
 
 // Captions that name the payment interval.
 void SetIntervalCaptions();

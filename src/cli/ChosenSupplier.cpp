@@ -5,7 +5,6 @@
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "publish/CalculatorFolder.h"
-#include "publish/Template.h"
 #include "store/DatabaseFile.h"
 #include "store/Statements.h"
 
@@ -24,7 +23,6 @@ std::string SupplierIdOf(const Arguments& arguments) {
 
 void ChooseSupplier(const std::string& id) {
   if (!OpenDatabaseForCommand()) throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + id);
-  if (DatabaseUnpacked) MakePages(CalculatorPreferences);  // the pictures came with it
   Recordset& records = TheStore->SupplierRecords;
   OpenRecordset(statements::kSuppliers, records);
   records.Find("ID=" + id);
@@ -35,8 +33,7 @@ void ChooseSupplier(const std::string& id) {
 
 void ChooseSupplierToPublish(const std::string& id) {
   ChooseSupplier(id);
-  const std::string icon = CalculatorPreferences.IconName.Trimmed();
-  if (FileExists(DataFolder + "\\icons\\" + icon + ".ico")) CopyInstallIcon(CalculatorPreferences);
+  BringInstallIcon();
 }
 
 }  // namespace tarvolinex

@@ -62,7 +62,7 @@ void ChooseAppFolder(std::string_view chosen) {
   const std::string program = ProgramFolder();
   // An installed program has its delivered files elsewhere, and root can write to its folder.
   const bool portable = FolderExists(program + "/delivered") && IsWritableFolder(program);
-  AppFolder = !chosen.empty() ? std::string(chosen) : portable ? program : UserDataFolder("tarvolinex");
+  AppFolder = !chosen.empty() ? WholePath(chosen) : portable ? program : UserDataFolder("tarvolinex");
   while (AppFolder.size() > 1 && (AppFolder.back() == '\\' || AppFolder.back() == '/')) AppFolder.pop_back();
   if (!FolderExists(AppFolder)) MakeFolder(AppFolder);
 }
@@ -85,8 +85,11 @@ bool FillAppFolder() {
   }
   files.Remember();
   // A package beside a database would be unpacked over it.
-  for (const std::string& folder : {DataFolder, AppFolder}) {
-    if (FileExists(folder + "\\Tarvolinex.mdb")) return newTemplate;
+  if (FileExists(AppFolder + "\\Tarvolinex.mdb")) return newTemplate;
+  if (FileExists(DataFolder + "\\Tarvolinex.mdb")) {
+    CopyIfMissing(delivered + "\\General.dat", AppFolder + "\\General.dat");
+    CopyIfMissing(delivered + "\\Database.zip", AppFolder + "\\Database.Bak");
+    return newTemplate;
   }
   CopyIfMissing(delivered + "\\General.dat", AppFolder + "\\General.dat");
   CopyIfMissing(delivered + "\\Database.zip", AppFolder + "\\Database.zip");

@@ -41,7 +41,7 @@ constexpr std::array<Words, kQuoteBoxes> kBoxWords = {{
     {Marked("Net Monthly &Payment (£)")},
     {Marked("&Yield (%)")},
     {Marked("Maintenance (£)"), Marked("<MAINT> (£)")},
-    {Marked("Co&mmission (£)")},
+    {Marked("Co&mmission (£)"), "Co&mmission (£)"},
     {Marked("Comm&ission (%)")},
 }};
 
@@ -61,9 +61,9 @@ constexpr std::array<Words, kQuoteResults> kResultWords = {{
     {Marked("Residual (£)"), Marked("<RESIDUAL> (£)")},
     {Marked("Residual inc VAT (£)"), Marked("<RESIDUAL> inc <VAT> (£)")},
     {Marked("Residual (%)"), Marked("<RESIDUAL> (%)")},
-    {Marked("Net Capital (£)")},
+    {Marked("Net Capital (£)"), "Net Capital (£)"},
     {Marked("Capital Cost (£)"), Marked("<CAPEQUIP> Cost (£)")},
-    {Marked("Commission (£)")},
+    {Marked("Commission (£)"), "Commission (£)"},
     {Marked("Commission (%)")},
     {Marked("Yield (%)")},
     {Marked("Premium Yield (%)")},
@@ -99,7 +99,7 @@ constexpr std::array<BoundField, 6> kContactFieldTags = {{
 
 constexpr std::array<Words, 11> kRateWords = {{
     {Marked("<CAPEQUIP> Cost (£)"), Marked("<CAPEQUIP> Cost (£)")},
-    {Marked("To (£)")},
+    {Marked("To (£)"), "To (£)"},
     {Marked("Yield (%)")},
     {Marked("Commission (%)")},
     {Marked("Greater Than")},
@@ -291,7 +291,7 @@ MainWindow::MainWindow()
   currentMainWindow = this;
   Toolbar1.Add({Tr("New"), "ADDNEW", OwnWordsTag(Marked("Add <SUPPLIER>")), "", ""});
   Toolbar1.Add({Tr("Remove"), "REMSUPP", OwnWordsTag(Marked("Remove <SUPPLIER>")), "", ""});
-  Toolbar1.Add({Tr("Save"), "SAVE", OwnWordsTag(Marked("Save <SUPPLIER>")), "", ""});
+  Toolbar1.Add({Tr("Save"), "SAVE", OwnWordsTag(Marked("Save <SUPPLIER>")), "", "", true, "Ctrl+S"});
   Toolbar1.Add({Tr("Search"), "SEARCH", OwnWordsTag(Marked("Search For <SUPPLIER>/Contact")), "", ""});
   Toolbar1.Add({Tr("Refresh"), "REFRESH", OwnWordsTag(Marked("Refresh <SUPPLIER> List")), "", ""});
   Toolbar1.Add({Tr("Options"), "EDITPROP", "", Tr("Calculator Options and Preferences"), ""});

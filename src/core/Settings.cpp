@@ -26,7 +26,8 @@ std::string OptionOr(std::string_view key, std::string_view defaultValue) {
 }
 
 bool IsWholeNumber(std::string_view text) {
-  return !text.empty() && text.size() <= 9 &&
+  constexpr std::size_t kMostDigits = 18;  // of a 64-bit number
+  return !text.empty() && text.size() <= kMostDigits &&
          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 

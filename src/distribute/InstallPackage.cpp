@@ -55,9 +55,17 @@ std::string SetupEntries() {
   return entries.Text();
 }
 
+// As the record holds it. A calculator without a name is called as its page calls itself: nothing can be installed
+// without one.
+std::string PaddedTitle() {
+  auto name = CalculatorPreferences.AliasCalcName;
+  if (name.Trimmed().empty()) name = "Lease calculator";
+  return name.Padded();
+}
+
 void WriteSetupList() {
-  const std::string text = ReplaceAllNoCase(ReadPage(AppFolder + "\\Setup.lst"), "|TITLE|",
-                                            ToWindows1252(CalculatorPreferences.AliasCalcName.Padded()));
+  const std::string text =
+      ReplaceAllNoCase(ReadPage(AppFolder + "\\Setup.lst"), "|TITLE|", ToWindows1252(PaddedTitle()));
   WriteFile(CalculatorFolder() + "Setup.lst", text + kLineEnd + SetupEntries());
 }
 
@@ -74,21 +82,16 @@ std::string Exclusions(bool byLink) {
   return masks;
 }
 
-std::string IconPath() {
-  const std::string path = DataFolder + "\\icons\\" + CalculatorPreferences.IconName.Trimmed() + ".ico";
-  return FileExists(path) ? path : std::string();
-}
-
 bool Pack(const std::string& target, bool byLink) {
   ZipComponent zip;
   zip.ZipFileName = target;
   zip.FilesToExclude = Exclusions(byLink);
   zip.FilesToProcess = CalculatorFolder() + "*.*";
   zip.SfxDefaultFolder = "%t";
-  zip.SfxIcon = IconPath();
+  zip.SfxIcon = InstallIconPath();
   zip.SfxModule = AppFolder + "\\Xcdsfx32.bin";
   zip.SfxCommand = "%t\\setup.exe";
-  zip.SfxTitle = CalculatorPreferences.AliasCalcName.Padded() + " Self-Extractor";
+  zip.SfxTitle = PaddedTitle() + " Self-Extractor";
   zip.Progress = [](int percent) { SetStatus(false, "Creating Install file", percent); };
   if (zip.Zip() == 0) return true;
   ShowError(Tr("Install file creation failed.\n\n%1", {zip.ErrorDescription()}));
@@ -134,7 +137,7 @@ std::int64_t LargestMessage(int sendType) {
   // Each form travels as a page and, longer by its escapes, in the data of the calculator page.
   constexpr int kAsPageAndData = 4;
   for (const int form : LinkedFormIds(CurrentSupplierId)) count(FormPagePath(form), kAsPageAndData);
-  count(IconPath());
+  count(InstallIconPath());
   if (sendType == kSendProgram) {
     count(AppFolder + "\\Xcdsfx32.bin");
     count(CalculatorFolder() + "CalcInstall.CAB");
@@ -154,6 +157,7 @@ bool BuildDistFiles(bool chosenName) {
   if (target.empty()) return false;
   SetStatus(false, "Creating Install file", 0);
   try {
+    BringInstallIcon();
     WriteSetupList();
     // What was asked of the last send does not decide what a file that is made by hand holds.
     return Pack(target, !chosenName && SendType == kSendLink);

@@ -79,6 +79,11 @@ bool Matches(std::string_view name, std::string_view pattern) {
 
 }  // namespace
 
+std::string WholePath(std::string_view path) {
+  const bool whole = path.empty() || IsSeparator(path.front()) || (path.size() > 1 && path[1] == ':');
+  return whole ? std::string(path) : fs::current_path().string() + "/" + std::string(path);
+}
+
 std::string NativePath(std::string_view path) {
   std::string text(path);
   std::replace(text.begin(), text.end(), '\\', '/');

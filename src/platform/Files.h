@@ -15,6 +15,10 @@ namespace tarvolinex {
 // found, a name that does not exist yet stays as written.
 std::string NativePath(std::string_view path);
 
+// A path that starts at the folder in which the program runs, from the root; any other as it stands. Remembered paths
+// must not depend on where the program was started.
+std::string WholePath(std::string_view path);
+
 bool FileExists(std::string_view path);  // a file, not a folder
 bool FolderExists(std::string_view path);
 std::int64_t FileLength(std::string_view path);  // bytes

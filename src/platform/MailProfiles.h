@@ -22,6 +22,8 @@ struct MailProfile {
   std::string from;             // "Name <address>"; empty = the organisation's
   std::string caFile;           // certificates to trust instead of the system's, for a server with its own authority
   std::string folder;           // of an outbox; empty = "Outbox" beside the INI file
+
+  bool operator==(const MailProfile&) const = default;
 };
 
 // "" when the file names none.

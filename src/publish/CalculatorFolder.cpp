@@ -77,7 +77,8 @@ std::vector<PublishedForm> CopyForms(const std::vector<LinkedForm>& forms, std::
       const std::string target = TargetName(form.linkName);
       CopyFile(source, CalculatorFolder() + target);
       if (FileLength(source) > 0) {
-        published.push_back({form.linkName, target, ReadPageText(source)});
+        // The page lists it by a name in any case.
+        published.push_back({form.linkName.empty() ? form.description : form.linkName, target, ReadPageText(source)});
       } else {
         warning = Tr("Warning: Form <%1> is empty please check and try again", {form.description});
       }
@@ -86,9 +87,14 @@ std::vector<PublishedForm> CopyForms(const std::vector<LinkedForm>& forms, std::
   return published;
 }
 
+std::string IconPath(const std::string& name) {
+  return DataFolder + "\\icons\\" + name + ".ico";
+}
+
 // Returns the warning to show, empty for none.
 std::string FillCalculatorFolder() {
   const std::string folder = CalculatorFolder();
+  RefreshPages(CalculatorPreferences);
   SaveSupplierCalcSettings();
   const auto forms = LinkedForms(CurrentSupplierId);
   for (const char* old : {"*.html", "background.*", "logo.*"}) DeleteFileIfPresent(folder + old);
@@ -130,6 +136,15 @@ void PreviewCalculator() {
   LaunchDocument(CalculatorFolder() + "calc_test.html");
 }
 
+std::string InstallIconPath() {
+  const std::string name = CalculatorPreferences.IconName.Trimmed();
+  return !name.empty() && FileExists(IconPath(name)) ? IconPath(name) : std::string();
+}
+
+void BringInstallIcon() {
+  if (!InstallIconPath().empty()) CopyInstallIcon(CalculatorPreferences);
+}
+
 void CopyInstallIcon(const CalculatorPreferencesRecord& prefs) {
   const std::string name = prefs.IconName.Trimmed();
   if (name.empty()) {
@@ -138,7 +153,7 @@ void CopyInstallIcon(const CalculatorPreferencesRecord& prefs) {
     return;
   }
   try {
-    CopyFile(DataFolder + "\\icons\\" + name + ".ico", CalculatorFolder() + "calc.ico");
+    CopyFile(IconPath(name), CalculatorFolder() + "calc.ico");
   } catch (const RuntimeError&) {
     ShowError("Icon Copy Failed", true);
   }

@@ -19,6 +19,12 @@ std::vector<int> LinkedFormIds(int supplierId);
 // Builds the folder and opens its test page.
 void PreviewCalculator();
 
+// The chosen install icon's file in the data folder; "" when none is chosen or there is none of that name.
+std::string InstallIconPath();
+
+// Copies the chosen install icon as below where there is one, and says nothing where there is none.
+void BringInstallIcon();
+
 // Copies the install icon that the preferences choose to the folder's "calc.ico"; warns when none is chosen. A failure
 // is a fatal report.
 void CopyInstallIcon(const CalculatorPreferencesRecord& prefs);

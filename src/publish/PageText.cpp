@@ -78,8 +78,12 @@ std::string PageTitle(std::string_view text) {
   return {};
 }
 
+std::string PageBytes(std::string_view page) {
+  return std::string(page) + std::string(kLineEnd);
+}
+
 void WritePage(std::string_view path, std::string_view page) {
-  WriteFile(path, std::string(page) + std::string(kLineEnd));
+  WriteFile(path, PageBytes(page));
 }
 
 }  // namespace tarvolinex

@@ -21,6 +21,9 @@ std::string ReadPageText(std::string_view path);
 // Of a page's text: what stands between the tags of the first line that holds both; empty when none does.
 std::string PageTitle(std::string_view text);
 
+// A page as its file holds it: with a line end after it.
+std::string PageBytes(std::string_view page);
+
 // Writes what ReadPage gave, with a line end after it, whole or not at all. Throws RuntimeError.
 void WritePage(std::string_view path, std::string_view page);
 

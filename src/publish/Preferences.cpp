@@ -1,5 +1,6 @@
 #include "publish/Preferences.h"
 
+#include "calc/QuotePanel.h"
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
@@ -32,7 +33,9 @@ void SaveCalculatorPreferences(const CalculatorPreferencesRecord& prefs) {
     ShowError("General Calculator Preferences Save Failed", true);
   }
   MakePages(prefs);
-  if (MainFormExists()) ApplyCaptions(MainForm());
+  if (!MainFormExists()) return;
+  const KeptQuote kept;
+  ApplyCaptions(MainForm());
 }
 
 }  // namespace tarvolinex

@@ -4,6 +4,7 @@
 
 #include "core/Globals.h"
 #include "core/Reports.h"
+#include "core/Settings.h"
 #include "platform/Desktop.h"
 #include "platform/Encoding.h"
 #include "platform/Files.h"
@@ -22,6 +23,20 @@ constexpr const char* kTestPageClass = "A71C5E08-3D42-11D7-8C19-0004AC6E2F51";
 std::string FirstFile(const std::string& pattern) {
   const auto names = ListFiles(DataFolder + "\\logo\\" + pattern);
   return names.empty() ? std::string() : names.front();
+}
+
+constexpr const char *kMainPage = "Calc.Html", *kTestPage = "Calc_test.Html";
+
+std::string TemplatePath() {
+  return AppFolder + "\\CalcTemplate.html";
+}
+
+std::string PagePath(const char* name) {
+  return AppFolder + "\\" + name;
+}
+
+std::string BothPages() {
+  return ReadFile(PagePath(kMainPage)) + ReadFile(PagePath(kTestPage));
 }
 
 struct Token {
@@ -85,8 +100,20 @@ bool FillTemplate(std::string_view templatePath, const std::string& outputBase,
 }
 
 void MakePages(const CalculatorPreferencesRecord& prefs) {
-  const std::string source = AppFolder + "\\CalcTemplate.html";
-  if (FileExists(source)) FillTemplate(source, AppFolder + "\\Calc", prefs, "_test");
+  if (!FileExists(TemplatePath())) return;
+  if (FillTemplate(TemplatePath(), AppFolder + "\\Calc", prefs, "_test")) {
+    WriteIni("General", "PAGES", "MADE", Fingerprint(BothPages()));
+  }
+}
+
+void RefreshPages(const CalculatorPreferencesRecord& prefs) {
+  if (!FileExists(TemplatePath()) || !FileExists(PagePath(kMainPage)) || !FileExists(PagePath(kTestPage))) return;
+  const std::string present = BothPages();
+  // Pages that somebody else has put there stay.
+  if (ReadIni("General", "PAGES", "MADE", "") != Fingerprint(present)) return;
+  const std::string text = ReadPage(TemplatePath());
+  const auto page = [&](bool isTestPage) { return PageBytes(FillPlaceholders(text, prefs, isTestPage)); };
+  if (page(false) + page(true) != present) MakePages(prefs);
 }
 
 }  // namespace tarvolinex

@@ -30,4 +30,8 @@ bool FillTemplate(std::string_view templatePath, const std::string& outputBase,
 // Both pages of the app folder from its template; without a template they are left as they are.
 void MakePages(const CalculatorPreferencesRecord& prefs);
 
+// The same when what the pages name has changed since they were made: the pictures of the data folder, the customer
+// reference, the program's version. Pages that are missing or that the program has not made are left as they are.
+void RefreshPages(const CalculatorPreferencesRecord& prefs);
+
 }  // namespace tarvolinex

@@ -217,6 +217,10 @@ bool Binder::FilterKeyPress(Control& control, const QKeyEvent& event) {
     Deliver([&] { list->ToggleCheck(model ? model->RowAt(view->currentIndex().row()) : -1); });
     return true;
   }
+  if (auto* list = dynamic_cast<ListView*>(&control); list && key == Key::Return && list->Selected() >= 0) {
+    Deliver([&] { list->DoubleClickRow(list->Selected()); });
+    return true;
+  }
   if (const auto* list = dynamic_cast<ListView*>(&control); list && event.matches(QKeySequence::Copy)) {
     QGuiApplication::clipboard()->setText(Shown(list->RowLine(list->Selected())));
     return true;

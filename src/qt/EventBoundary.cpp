@@ -2,7 +2,9 @@
 
 #include <QCoreApplication>
 
+#include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -13,7 +15,11 @@ std::optional<int> endedStatus;
 void Deliver(const std::function<void()>& call) noexcept {
   if (endedStatus) return;
   try {
-    call();
+    try {
+      call();
+    } catch (const RuntimeError& failure) {
+      TheDesktop().MessageBox(failure.Description(), Tr("Error"), BoxButtons::Ok, BoxIcon::Critical);
+    }
   } catch (const ProgramEnded& ended) {
     if (!endedStatus) endedStatus = ended.status;
     QCoreApplication::exit(*endedStatus);

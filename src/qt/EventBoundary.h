@@ -7,8 +7,9 @@
 namespace tarvolinex {
 
 // Runs one call from a widget into a window. ProgramEnded ends here: its status is kept and every running event loop
-// is told to stop. Once the program has ended nothing is run any more. Any other exception is a fault of the program
-// and terminates it, because Qt carries no exception across the delivery of an event.
+// is told to stop. Once the program has ended nothing is run any more. A failure that no procedure has reported is
+// shown here. Any other exception is a fault of the program and terminates it, because Qt carries no exception across
+// the delivery of an event.
 void Deliver(const std::function<void()>& call) noexcept;
 
 // Exit status of the ended program; nullopt while it runs.

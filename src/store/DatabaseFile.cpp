@@ -106,6 +106,12 @@ bool UnpackDatabase() {
 
 bool OpenDatabase(bool& askUser) {
   if (!UnpackDatabase() || !FindDatabase(askUser)) {
+    // The file that is open may have been unpacked over.
+    if (DatabaseUnpacked && TheStore->connection.IsOpen()) {
+      ConnectDatabase();
+      LoadStartLists();
+      UseFreshDatabase();
+    }
     SetStatus(false, "", -1);
     return false;
   }

@@ -17,12 +17,11 @@ std::string FormPagePath(int formId) {
   return DataFolder + "\\Forms\\" + std::to_string(formId) + ".HTML";
 }
 
-void LoadFormsList(ListView& list) {
-  SetStatus(false, "Loading forms List", 30);
+namespace {
+
+void FillFormsList(ListView& list) {
   Recordset& records = TheStore->FormRecords;
   OpenRecordset(statements::kAvailableForms, records);
-  list.BeginFill();
-  list.Clear();
   for (; !records.EndOfFile(); records.MoveNext()) {
     const int id = static_cast<int>(ValueNumber(records.Field("ID")));
     if (!FileExists(FormPagePath(id))) continue;
@@ -31,6 +30,19 @@ void LoadFormsList(ListView& list) {
               std::string(Trim(ValueText(records.Field("LinkName")))),
               {},
               Tr("Double click to view <%1> form", {description})});
+  }
+}
+
+}  // namespace
+
+void LoadFormsList(ListView& list) {
+  SetStatus(false, "Loading forms List", 30);
+  list.BeginFill();
+  list.Clear();
+  try {
+    FillFormsList(list);
+  } catch (const RuntimeError& failure) {
+    ShowError(failure.Description());
   }
   list.EndFill();
   FormLinksChanged = false;

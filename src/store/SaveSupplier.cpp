@@ -34,14 +34,15 @@ void RefreshRow() {
   }
 }
 
-// The quote goes on with the rates that have just been stored.
+// The quote goes on with the rates that have just been stored; what the user typed last stays in force.
 void UseStoredRateCard() {
   Recordset& records = TheStore->SupplierRecords;
   records.Find("ID=" + std::to_string(CurrentSupplierId));
-  if (records.EndOfFile()) return;
-  const int mode = ShownQuoteMode, box = ShownQuoteBox;
-  LoadSupplierRateCard(records);
-  RecalculateQuote(mode, box);
+  if (records.EndOfFile()) return ShowError(ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
+  const RateCard before = SupplierCalcSettings;
+  SupplierCalcSettings = ReadSupplierSettings(records);
+  ApplySupplierOptions();
+  if (static_cast<const RateCard&>(SupplierCalcSettings) != before) RecalculateShownQuote();
 }
 
 std::string WithoutLast(const std::string& text) {
@@ -65,6 +66,7 @@ void ShowInsertedSupplier() {
   LoadSupplierList(true);
   const ListView& list = MainForm().LvwSuppliers;
   if (list.Selected() < 0) throw RuntimeError(kNoCurrentRecord, Tr("the supplier list is empty"));
+  if (list.At(list.Selected()).hidden) MainForm().TxtFilter.SetText("");
   CurrentSupplierIndex = list.Selected();
   CurrentSupplierId = IdOfKey(list.At(CurrentSupplierIndex).key);
   ShowSupplierName();

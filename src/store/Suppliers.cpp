@@ -127,7 +127,9 @@ int IdOfKey(std::string_view key) {
 
 void LoadSupplierList(bool selectNewest) {
   ListView& list = MainForm().LvwSuppliers;
-  SetStatus(false, ReplaceAliases("Loading <SUPPLIERS>"), 20);
+  SetStatus(false,
+            ReplaceAll(Tr("Loading <SUPPLIERS>"), "<SUPPLIERS>", CalculatorPreferences.AliasSupplier.Trimmed() + "s"),
+            20);
   const bool focused = MainForm().ActiveControl() == &list;
   list.SetEnabled(false);
   try {

@@ -182,7 +182,14 @@ TEST_F(EmailTest, TheSettingsWindowKeepsAProfileAndTriesIt) {
   EXPECT_EQ(MailProfileNames(MailProfilesPath()), (std::vector<std::string>{"home", "office"}));
   EXPECT_EQ(LoadMailProfile(MailProfilesPath(), "office").caFile, "/own.pem");
   FrmMailSettings last;
-  desktop.answers = {Answer::Yes};
+  last.TxtUser.Type("me");
+  last.CboProfile.Choose(0);  // asked, and the safe answer keeps what was typed
+  EXPECT_EQ(last.CboProfile.Items().at(static_cast<std::size_t>(last.CboProfile.ListIndex())).text, "office");
+  EXPECT_EQ(last.TxtUser.Text(), "me");
+  desktop.answers = {Answer::Yes, Answer::Yes};
+  last.CboProfile.Choose(1);
+  EXPECT_EQ(last.TxtName.Text() + last.TxtUser.Text(), "home");
+  last.CboProfile.Choose(2);
   last.CmdRemove.Press();
   EXPECT_EQ(MailProfileNames(MailProfilesPath()), std::vector<std::string>{"home"});
   EXPECT_EQ(last.CboProfile.ListIndex(), 0);

@@ -40,7 +40,8 @@ TEST(ProfileFile, WritingKeepsEveryOtherByte) {
 TEST(ProfileFile, ValuesComeBackAsTheyWereGiven) {
   TemporaryFolder folder;
   const std::string path = folder.Path() + "/new.ini";
-  for (const char* value : {"plain", "\"quoted\"", " blanks ", "'", "Zoë £5 [x]=y;z", "\"\"", "/home/łucja 日本", " ł "}) {
+  for (const char* value :
+       {"plain", "\"quoted\"", " blanks ", "'", "Zoë £5 [x]=y;z", "\"\"", "/home/łucja 日本", " ł "}) {
     WriteProfileString(path, "S", "k", value);
     EXPECT_EQ(GetProfileString(path, "S", "k", ""), value);
   }

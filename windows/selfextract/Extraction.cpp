@@ -8,6 +8,7 @@
 #include "system/Failure.h"
 #include "system/Names.h"
 #include "system/OnlyOne.h"
+#include "system/Owner.h"
 #include "system/Process.h"
 #include "system/Replacement.h"
 #include "system/Shell.h"
@@ -69,16 +70,19 @@ std::wstring CalculatorName(const std::wstring& title) {
 // A calculator that was fetched by a link comes without its installer: it stays in a folder of the user's and is opened
 // there. An installed one has another folder. What an earlier download put there is replaced whole or not at all.
 void Keep(const Archive& archive, const std::wstring& name, bool silent, ProgressWindow& progress) {
-  const std::wstring folder = LocalDataFolder() + L"\\" + FolderNameFor(name) + L" (download)";
+  const std::wstring ending = L" (download)";
+  std::wstring folder;
   {
     const TemporaryFolder unpacked;
     Write(archive, unpacked.Path(), progress);
     progress.Say(L"Putting the files in place...");
     const OnlyOne only;
+    const std::wstring title = OwnTitle(name, unpacked.Path(), ending);
+    folder = LocalDataFolder() + L"\\" + FolderNameFor(title) + ending;
     Replacement replacement(folder);
     for (const Entry& entry : archive.Entries()) replacement.Add(unpacked.Path() + L"\\" + entry.name);
     InstalledList list;
-    list.title = name;
+    list.title = title;
     replacement.Exchange(list);
     replacement.Commit();
   }

@@ -7,6 +7,7 @@
 #include "system/Files.h"
 #include "system/InstalledList.h"
 #include "system/Names.h"
+#include "system/Owner.h"
 #include "system/Replacement.h"
 #include "system/Shell.h"
 #include "system/Text.h"
@@ -16,25 +17,9 @@ namespace tarvolinex::windows {
 namespace {
 
 constexpr wchar_t kPage[] = L"calc.html", kIcon[] = L"calc.ico", kProgram[] = L"setup.exe";
-constexpr wchar_t kPreferences[] = L"general.dat";
-constexpr std::size_t kCompanyOffset = 202, kCompanySize = 30;  // the publisher's name in the preferences
 
 std::wstring AppKey(const std::wstring& folder) {
   return L"Tarvolinex " + NameOf(folder);
-}
-
-// The leasing company's name, from the preferences that travel with the calculator.
-std::wstring Publisher(const std::wstring& source) {
-  std::wstring company;
-  const std::wstring path = source + L"\\" + kPreferences;
-  if (Exists(path)) {
-    const std::string record = ReadWhole(path);
-    if (record.size() >= kCompanyOffset + kCompanySize) {
-      Decode(std::string_view(record).substr(kCompanyOffset, kCompanySize), kAnsi, company);
-    }
-  }
-  company = Squeezed(company);
-  return company.empty() ? L"Tarvolinex" : company;
 }
 
 // The listed files that are there, by the names that they really have.
@@ -92,20 +77,21 @@ void Announce(const InstalledList& list, const InstalledList& old, const Install
 }  // namespace
 
 std::wstring Install(const SetupList& list, const std::wstring& source) {
-  const std::wstring name = FolderNameFor(list.title), folder = LocalDataFolder() + L"\\" + name;
+  const std::wstring title = OwnTitle(list.title, source), name = FolderNameFor(title), company = CompanyOf(source),
+                     folder = LocalDataFolder() + L"\\" + name;
   const std::vector<std::wstring> files = PresentFiles(list, source);
   Replacement replacement(folder);
   for (const std::wstring& file : files) replacement.Add(source + L"\\" + file);
 
   InstalledList installed;
-  installed.title = list.title;
+  installed.title = title;
   for (const std::wstring& place : {DesktopFolder(), StartMenuFolder()}) {
     installed.shortcuts.push_back(ShortcutPath(place, name, replacement.Old()));
   }
   InstalledApp app;
   app.key = AppKey(folder);
-  app.title = list.title;
-  app.publisher = Publisher(source);
+  app.title = title;
+  app.publisher = company.empty() ? L"Tarvolinex" : company;
   app.folder = folder;
   app.uninstall = folder + L"\\" + kProgram;
   app.icon = Contains(files, kIcon) ? folder + L"\\" + kIcon : app.uninstall;

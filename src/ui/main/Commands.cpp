@@ -5,7 +5,6 @@
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "publish/CalculatorFolder.h"
-#include "publish/Template.h"
 #include "store/Contacts.h"
 #include "store/DatabaseFile.h"
 #include "store/Forms.h"
@@ -26,10 +25,11 @@ void FrmMain::WireMenus() {
     SavePendingChanges();
     SaveContact();  // it belongs to the database that is left
     bool askUser = true;
-    if (OpenDatabase(askUser)) MakePages(CalculatorPreferences);  // they name the pictures of the data folder
+    OpenDatabase(askUser);
   };
   menus.MnuExit.Click = [this] {
     SavePendingChanges();
+    SaveContact();
     Close();
   };
   menus.MnuAdd.Click = [this] { SupplierCommand(0); };
@@ -94,10 +94,8 @@ void FrmMain::SaveAsDefault() {
 void FrmMain::CreateNewDatabase() {
   SavePendingChanges();
   SaveContact();
-  const std::string before = DataFolder;
   FRmCreateDB create;
   TheDesktop().ShowModal(create);
-  if (DataFolder != before) MakePages(CalculatorPreferences);
 }
 
 void FrmMain::ShowAbout() {

@@ -46,10 +46,23 @@ void FrmMain::TxtContact_GotFocus() {
   if (supplier.LstContacts.Items().empty()) supplier.CmdContact(0).SetCaption(Tr(kSaveContact));
 }
 
+// A contact in whose fields nothing stands needs none: nothing is stored.
+bool FrmMain::ContactHasName() {
+  const auto filled = [&](int field) { return !Trim(supplier.TxtContact(field).Text()).empty(); };
+  bool anything = false;
+  for (int field = 0; field <= supplier.TxtContact.Last(); ++field) anything = anything || filled(field);
+  return !anything || filled(0) || filled(1);
+}
+
 void FrmMain::CmdContact_Click(int button) {
   if (Nameless()) return supplier.TxtSupplier(kSupplierName).SetFocus();
   const bool saves = supplier.CmdContact(0).Caption() == Tr(kSaveContact);
   SavePendingChanges();
+  if (button == 0 && saves && !ContactHasName()) {
+    TheDesktop().MessageBox(Tr("Please enter a first name or a surname"), Tr("Contacts"), BoxButtons::Ok,
+                            BoxIcon::Information);
+    return supplier.TxtContact(0).SetFocus();
+  }
   if (button == 1) return RemoveContact();
   try {
     if (saves) return ListContacts();

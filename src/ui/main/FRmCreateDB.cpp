@@ -55,7 +55,7 @@ bool FRmCreateDB::HaveFolder(const std::string& folder) {
 
 void FRmCreateDB::Create() {
   const BusyWhile busy;
-  std::string folder(Trim(TxtFolder.Text()));
+  std::string folder = WholePath(Trim(TxtFolder.Text()));
   if (folder.empty() || (folder.back() != '\\' && folder.back() != '/')) folder += '\\';
   const std::string before = DataFolder;
   try {

@@ -68,6 +68,7 @@ FrmMailSettings::FrmMailSettings()
 }
 
 void FrmMailSettings::FillProfiles() {
+  shownIndex_ = -1;
   CboProfile.Clear();
   CboProfile.Add(Tr("No profile: the local sendmail, else the outbox"));
   int chosen = 0;
@@ -84,7 +85,24 @@ void FrmMailSettings::FillProfiles() {
   CboProfile.SetListIndex(chosen);
 }
 
+// Goes back to the profile that is shown when its changes are to stay.
+bool FrmMailSettings::MayLeaveProfile() {
+  const int chosen = CboProfile.ListIndex();
+  leaving_ = true;
+  CboProfile.SetListIndex(shownIndex_);
+  const MailProfile entered = Entered();
+  const bool leave = !UsesProfile() || entered == shown_ ||
+                     TheDesktop().MessageBox(
+                         Tr("The changes to the profile \"%1\" are not stored yet.\r\n\r\nDrop them?", {entered.name}),
+                         Tr(kTitle), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes;
+  if (leave) CboProfile.SetListIndex(chosen);
+  leaving_ = false;
+  return leave;
+}
+
 void FrmMailSettings::CboProfile_Click() {
+  if (leaving_ || (shownIndex_ >= 0 && !MayLeaveProfile())) return;
+  shownIndex_ = CboProfile.ListIndex();
   shown_ = {};
   std::string mistake;
   if (UsesProfile() && !IsNew()) {

@@ -40,7 +40,11 @@ class FrmMailSettings : public Window {
   // Stores what is shown; a profile that was given another name leaves the old one.
   void Store();
 
-  MailProfile shown_;  // as it stands in the file
+  bool MayLeaveProfile();
+
+  MailProfile shown_;     // as it stands in the file
+  int shownIndex_ = -1;   // its entry of CboProfile
+  bool leaving_ = false;  // the list's choice goes there and back
   bool sending_ = false;
 };
 

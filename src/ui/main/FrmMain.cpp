@@ -81,7 +81,11 @@ void FrmMain::Load() {
   for (const auto& [menu, tag] : kMenuTags) (menus.*menu).SetTag(std::string("ALAIS=") + tag);
   LoadStep([&] { ApplyCaptions(*this); });
   bool opened = false, askUser = false;
-  LoadStep([&] { opened = OpenDatabase(askUser); });
+  try {
+    opened = OpenDatabase(askUser);
+  } catch (const RuntimeError& failure) {
+    ShowError(failure.Description());
+  }
   if (!opened) throw ProgramEnded{1};
   for (int type = 0; type < 3; ++type) LoadStep([&] { GetInstructions(type); });
   LoadStep([&] { SetDefaults(); });

@@ -83,6 +83,7 @@ class FrmMain : public MainWindow {
   void TxtContact_Change();
   void TxtContact_GotFocus();
   void CmdContact_Click(int button);
+  bool ContactHasName();
   void RemoveContact();
 
   void CheckAllContacts();

@@ -57,9 +57,13 @@ void FrmSearch::SubDoContactSearch() {
                 found);
   matches_.clear();
   current_ = 0;
-  for (; !found.EndOfFile(); found.MoveNext()) {
-    matches_.push_back(
-        {static_cast<int>(ValueNumber(found.Field("Supplierid"))), static_cast<int>(ValueNumber(found.Field("id")))});
+  try {
+    for (; !found.EndOfFile(); found.MoveNext()) {
+      matches_.push_back(
+          {static_cast<int>(ValueNumber(found.Field("Supplierid"))), static_cast<int>(ValueNumber(found.Field("id")))});
+    }
+  } catch (const RuntimeError& failure) {
+    return ShowError(failure.Description());
   }
   if (matches_.empty()) {
     SetStatus(false, "", -1);

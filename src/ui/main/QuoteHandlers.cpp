@@ -50,7 +50,11 @@ void FrmMain::WireQuote() {
 void FrmMain::TxtProCalc_Change(int box) {
   if (loading) return;
   const bool nothing = LeadingNumber(quote.TxtProCalc(kBoxCapitalCost).Text()) == 0;
-  if (nothing) quote.ckCapLock.SetValue(false);
+  if (nothing) {
+    loading = true;  // the lock goes off by itself: the cursor stays, and so does what is typed
+    quote.ckCapLock.SetValue(false);
+    loading = false;
+  }
   quote.ckCapLock.SetEnabled(!nothing);
   if (box == kBoxPayments) {
     const int aYear = quote.CboProCalc(kListInterval).ListIndex() == 1 ? 4 : 12;
@@ -73,6 +77,12 @@ void FrmMain::TxtProCalc_LostFocus(int box) {
   loading = loading || LeadingNumber(formatted) == LeadingNumber(field.Text());
   field.SetText(formatted);
   loading = before;
+  // Where the calculation did not take what was typed, the box shows what it came to.
+  const bool computed = box == kBoxPayment || box == kBoxYield || box == kBoxCommission || box == kBoxCommissionPercent;
+  if (!computed || box != ShownQuoteBox || loading) return;
+  loading = true;
+  ShowQuoteResults();
+  loading = false;
 }
 
 void FrmMain::UpDNew_Step(int box, bool up) {
@@ -93,6 +103,8 @@ void FrmMain::ckCapLock_Click() {
   const bool locked = quote.ckCapLock.Value();
   SetControlLocked(quote.TxtProCalc(kBoxCapitalCost), locked);
   SetControlLocked(quote.UpDNew(kBoxCapitalCost), locked);
+  // What was typed last is computed anew without moving the cost.
+  ShownQuoteMode = ModeFor(ShownQuoteBox, locked);
   if (locked || loading) return;
   quote.TxtProCalc(kBoxCapitalCost).SetFocus();
   TxtProCalc_Change(kBoxCapitalCost);

@@ -70,6 +70,11 @@ void FrmMain::BrowseForInstallFile() {
 
 void FrmMain::CreateInstallFile() {
   SavePendingChanges();
+  // Without an ending Windows would not start a program nor open an archive.
+  const std::string path(Trim(send.TxtCalcCreate.Text())), name = FileNameOf(path);
+  if (!name.empty() && name.find('.') == std::string::npos && !FolderExists(path)) {
+    send.TxtCalcCreate.SetText(path + (send.cmboFileType.ListIndex() == kEntryZip ? ".zip" : ".exe"));
+  }
   WriteIni("General", "OPTIONS", "LASTINSTALLFILE", send.TxtCalcCreate.Text());
   {
     const LongWork work;

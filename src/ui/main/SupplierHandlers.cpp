@@ -47,6 +47,11 @@ void FrmMain::LvwSuppliers_ItemClick() {
   }
   formTicksChanged_ = false;
   if (!loading) RecalculateQuote();
+  // Everything is blocked until it has a name, so the user is taken to it.
+  if (CurrentSupplierId != 0 && Nameless()) {
+    TabMain.SelectTab(kTabDetails);
+    supplier.TxtSupplier(kSupplierName).SetFocus();
+  }
   LoadingSupplier = false;
 }
 
@@ -91,7 +96,7 @@ void FrmMain::SupplierCommand(int action) {
   if (const int row = LvwSuppliers.Find("ID0"); row >= 0 && row == LvwSuppliers.Selected()) {
     ContactChanged = false;
     LvwSuppliers.Remove(row);
-    LvwSuppliers.Select(0);
+    LvwSuppliers.Select(LvwSuppliers.FirstShown());
   }
   EnableCommands(false);
   LvwSuppliers_ItemClick();

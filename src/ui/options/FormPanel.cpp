@@ -143,6 +143,7 @@ void FrmOptions::ImportHTMLform() {
     AddFormPage(description, path);
     TheStore->FormRecords.Open(statements::kForms, TheStore->connection);
     AddFormsToTree();
+    TreeOptions.Expand(kFormsKey);
   } catch (const RuntimeError&) {
     ShowError("HTML import Failed");
   }

@@ -77,7 +77,12 @@ void FrmOptions::WireEditors() {
   TreeOptions.NodeClick = [this] { TreeOptions_NodeClick(); };
   // What the record cannot hold is seen at once.
   TxtString.Validate = [this] { TxtString.SetText(FromWindows1252(ToWindows1252(EscapeQuotes(TxtString.Text())))); };
-  TxtIncre.LostFocus = [this] { TxtIncre.SetText(FormatNumberInput(valueKind_, TxtIncre.Text(), valueLimit_)); };
+  TxtIncre.Change = [this] { valueTyped_ = true; };
+  TxtIncre.LostFocus = [this] {
+    const bool typed = valueTyped_;
+    TxtIncre.SetText(FormatNumberInput(valueKind_, TxtIncre.Text(), valueLimit_));
+    valueTyped_ = typed;
+  };
   for (const bool up : {true, false}) {
     (up ? UpDown1.UpClick : UpDown1.DownClick) = [this, up] {
       StepInput(TxtIncre, up, up ? valueLimit_ : 0, valueKind_);

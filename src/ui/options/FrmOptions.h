@@ -110,8 +110,8 @@ class FrmOptions : public Window {
   void SaveLogo(std::size_t kind);
 
   CalculatorPreferencesRecord edited_;
-  std::string currentKey_;  // of the node whose value the visible panel shows; empty when none
-  std::string shownValue_;  // the value box as it was filled: while it reads so, there is nothing to commit
+  std::string currentKey_;   // of the node whose value the visible panel shows; empty when none
+  bool valueTyped_ = false;  // the value box has been changed by the user: there is something to commit
   int valueKind_ = 0;
   std::int32_t valueLimit_ = 0;
   bool filling_ = false;  // the program ticks the boxes itself

@@ -8,7 +8,6 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
-#include "publish/Template.h"
 #include "ui/iconedit/IconFile.h"
 #include "ui/options/FrmOptions.h"
 
@@ -174,11 +173,7 @@ void FrmOptions::SaveLogo(std::size_t kind) {
   }
   try {
     ReplacePicture(source, folder, baseName, ending);
-    if (FileExists(folder + baseName + ending)) {
-      // The pages name the picture, also when the window is left with Cancel.
-      MakePages(CalculatorPreferences);
-      return;
-    }
+    if (FileExists(folder + baseName + ending)) return;
   } catch (const RuntimeError&) {
     return ShowError("Importing Logo");
   }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "calc/InputRules.h"
 #include "core/Aliases.h"
@@ -103,13 +104,13 @@ void FrmOptions::ShowValue(const OptionNode& node) {
   const int decimals = valueKind_ == kInputCount ? 0 : 2;
   if (std::holds_alternative<float Prefs::*>(node.field)) {
     const float rate = FieldOf<float>(edited_, node);
-    shownValue_ = currentKey_ == "TAX" ? FormatSingle(rate) : FormatFixed(rate, decimals);
+    TxtIncre.SetText(currentKey_ == "TAX" ? FormatSingle(rate) : FormatFixed(rate, decimals));
   } else if (std::holds_alternative<std::int16_t Prefs::*>(node.field)) {
-    shownValue_ = FormatFixed(FieldOf<std::int16_t>(edited_, node), decimals);
+    TxtIncre.SetText(FormatFixed(FieldOf<std::int16_t>(edited_, node), decimals));
   } else {
-    shownValue_ = FormatFixed(FieldOf<std::int32_t>(edited_, node), decimals);
+    TxtIncre.SetText(FormatFixed(FieldOf<std::int32_t>(edited_, node), decimals));
   }
-  TxtIncre.SetText(shownValue_);
+  valueTyped_ = false;
 }
 
 void FrmOptions::ShowOnOff(const OptionNode& node) {
@@ -164,10 +165,8 @@ void FrmOptions::SaveChangedValue() {
 
 void FrmOptions::StoreValue(const OptionNode& node) {
   // Rounding a rate that was only looked at would change it.
-  const std::string& text = TxtIncre.Text();
-  if (text == shownValue_ || text == FormatNumberInput(valueKind_, shownValue_)) return;
-  shownValue_ = text;
-  const double number = LeadingNumber(Trim(text));
+  if (!std::exchange(valueTyped_, false)) return;
+  const double number = LeadingNumber(Trim(TxtIncre.Text()));
   if (std::holds_alternative<float Prefs::*>(node.field)) {
     FieldOf<float>(edited_, node) = static_cast<float>(number);
   } else if (std::holds_alternative<std::int16_t Prefs::*>(node.field)) {

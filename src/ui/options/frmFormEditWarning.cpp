@@ -60,8 +60,11 @@ frmFormEditWarning::frmFormEditWarning(std::string pagePath)
   cmdaction(1).Click = [] { ShowHelpPage(2); };
   cmdaction(2).Click = [this] { Close(); };
   KeyUp = [this](Key key) {
+    auto* focused = dynamic_cast<CommandButton*>(ActiveControl());
+    if (key == Key::Return && focused) focused->Press();  // the link answers by itself
     if (key == Key::Escape) cmdaction(2).Press();
   };
+  cmdaction(0).SetFocus();
 }
 
 void frmFormEditWarning::OpenEditor() {

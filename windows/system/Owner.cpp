@@ -1,0 +1,36 @@
+#include "system/Owner.h"
+
+#include "system/Files.h"
+#include "system/Names.h"
+#include "system/Shell.h"
+#include "system/Text.h"
+
+namespace tarvolinex::windows {
+
+namespace {
+
+constexpr wchar_t kPreferences[] = L"general.dat";
+constexpr std::size_t kCompanyOffset = 202, kCompanySize = 30;
+
+}  // namespace
+
+std::wstring CompanyOf(const std::wstring& folder) {
+  std::wstring company;
+  const std::wstring path = folder + L"\\" + kPreferences;
+  if (Exists(path)) {
+    const std::string record = ReadWhole(path);
+    if (record.size() >= kCompanyOffset + kCompanySize) {
+      Decode(std::string_view(record).substr(kCompanyOffset, kCompanySize), kAnsi, company);
+    }
+  }
+  return Squeezed(company);
+}
+
+std::wstring OwnTitle(const std::wstring& title, const std::wstring& source, const std::wstring& ending) {
+  const std::wstring company = CompanyOf(source);
+  const std::wstring there = CompanyOf(LocalDataFolder() + L"\\" + FolderNameFor(title) + ending);
+  const bool others = !company.empty() && !there.empty() && !SameName(company, there);
+  return others ? title + L" (" + company + L")" : title;
+}
+
+}  // namespace tarvolinex::windows
