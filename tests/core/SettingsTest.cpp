@@ -21,6 +21,9 @@ TEST_F(SettingsTest, TheWebServerIsTheFilesEvenWhenBlank) {
   LoadWebSettings();
   EXPECT_EQ(WebServer, "calc.example/a");
   EXPECT_EQ(CustomerReference, "42");
+  folder.File("Tarvolinex.ini", "[WEB]\r\nref=1234567890123\r\n");
+  LoadWebSettings();
+  EXPECT_EQ(CustomerReference, "1234567890123");
 }
 
 TEST_F(SettingsTest, OptionsFillTheWindow) {
@@ -42,6 +45,8 @@ TEST(AppFolder, AChosenFolderIsMadeAndNamedWithoutItsSeparator) {
   ChooseAppFolder(folder.Path() + "/new/");
   EXPECT_EQ(AppFolder, folder.Path() + "/new");
   EXPECT_TRUE(FolderExists(AppFolder));
+  EXPECT_EQ(WholePath("here"), std::filesystem::current_path().string() + "/here");
+  EXPECT_EQ(WholePath("C:\\data") + WholePath("/data"), "C:\\data/data");
   ResetGlobals();
 }
 

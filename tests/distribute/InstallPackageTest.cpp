@@ -52,7 +52,9 @@ TEST_F(InstallPackageTest, TheSetUpListHoldsTheTitleAndEveryFileOfTheFolder) {
   EXPECT_NE(list.find("Title=Lease Tool               \r\n"), std::string::npos) << list;
   RemoveFromFolder("logo.*");
   RemoveFromFolder("background.*");
+  CalculatorPreferences.AliasCalcName = "";
   ASSERT_TRUE(BuildDistFiles(false));
+  EXPECT_NE(ReadFile(CalculatorFolder() + "Setup.lst").find("Title=Lease calculator "), std::string::npos);
   EXPECT_EQ(Added().substr(0, 6 + 5),
             "File7=GR\xD6\xDF"
             "E");
@@ -63,20 +65,22 @@ TEST_F(InstallPackageTest, WhatTravelsDependsOnTheWayAndOnThePreferences) {
   folder.File("calculator/CalcInstall.CAB", "cab");
   const std::string data = " Setup.lst Supplier.dat", pages = " calc.html calcdata.txt general.dat";
   CalculatorPreferences.ShowHeaderLogo = CalculatorPreferences.ShowBackground = true;
+  CalculatorPreferences.IconName = "COINS";
   SendType = kSendProgram;
   ASSERT_TRUE(BuildDistFiles(false));
   EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.exe"),
-            "CalcInstall.CAB Setup.lst Supplier.dat background.JPG calc.html "
+            "CalcInstall.CAB Setup.lst Supplier.dat background.JPG calc.html calc.ico "
             "calcdata.txt general.dat logo.GIF setup.exe\n");
   CalculatorPreferences.ShowHeaderLogo = false;
   SendType = kSendZip;
   ASSERT_TRUE(BuildDistFiles(false));
   EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.zip"),
-            "Setup.lst Supplier.dat background.JPG calc.html calcdata.txt general.dat\n");
+            "Setup.lst Supplier.dat background.JPG calc.html calc.ico calcdata.txt general.dat\n");
   CalculatorPreferences.ShowBackground = false;
   SendType = kSendLink;
   ASSERT_TRUE(BuildDistFiles(false));
-  EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.exe"), "Setup.lst Supplier.dat calc.html calcdata.txt general.dat\n");
+  EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.exe"),
+            "Setup.lst Supplier.dat calc.html calc.ico calcdata.txt general.dat\n");
   // A file made by hand after a link was sent is whole.
   ASSERT_TRUE((BoxPath(folder.Path() + "/mine.exe"), BuildDistFiles(true)));
   EXPECT_NE(Listed(folder.Path() + "/mine.exe").find("setup.exe"), std::string::npos);
@@ -156,6 +160,10 @@ TEST_F(InstallPackageTest, TheSendTabMakesOneAndRemembersItsPath) {
   EXPECT_NE(ReadFile(folder.Path() + "/General.INI").find("LASTINSTALLFILE=" + folder.Path() + "/made.zip"),
             std::string::npos);
   EXPECT_TRUE(form->menus.MnuFile.Enabled());
+  BoxPath(folder.Path() + "/bare");
+  panel.cmboFileType.Choose(1);
+  panel.CmdCalcGo(2).Press();
+  EXPECT_EQ(ReadFile(folder.Path() + "/bare.zip").substr(0, 2), "PK");
 }
 
 }  // namespace tarvolinex

@@ -137,6 +137,19 @@ TEST_F(CalculatorFolderTest, TheIconIsCopiedWhenOneIsChosen) {
   EXPECT_THROW(CopyInstallIcon(CalculatorPreferences), ProgramEnded);
 }
 
+TEST_F(CalculatorFolderTest, PagesFollowWhatTheyNameUnlessSomebodyElseWroteThem) {
+  CalculatorPreferences.ShowHeaderLogo = true;
+  MakePages(CalculatorPreferences);
+  folder.File("logo/logo.PNG", "picture");
+  BuildCalculatorFolder();
+  EXPECT_NE(InFolder("calc.html").find("<img src=logo.PNG>"), std::string::npos);
+  EXPECT_NE(InFolder("calc_test.html").find("<img src=logo.PNG>"), std::string::npos);
+  folder.File("calc.html", "<p>mine</p>");
+  CustomerReference = "99";
+  BuildCalculatorFolder();
+  EXPECT_EQ(InFolder("calc.html"), "<p>mine</p>");
+}
+
 TEST(CalculatorDataTest, NothingInAValueLeavesItsString) {
   const std::string data =
       CalculatorData({}, std::string("\0\xFF", 2), "", {{"\"</script><!--", "a\\\n", "\u2028\u20AC\u0001"}});

@@ -83,6 +83,15 @@ TEST_F(Lists, TicksAreToggledByMouseAndKeyboard) {
   EXPECT_EQ(ticks, std::vector<int>({1, 2}));
 }
 
+TEST_F(Lists, ReturnDoesWhatADoubleClickDoes) {
+  int opened = -1;
+  form_.LvwSuppliers.Add({"ID7", "One", {}, ""});
+  form_.LvwSuppliers.DblClick = [&] { opened = form_.LvwSuppliers.Selected(); };
+  form_.LvwSuppliers.Select(0);
+  QTest::keyClick(&Find<QWidget>("LvwSuppliers"), Qt::Key_Return);
+  EXPECT_EQ(opened, 0);
+}
+
 TEST_F(Lists, AColumnHeaderSortsAndShowsHow) {
   ListView& list = form_.LvwSuppliers;
   Fill(3);

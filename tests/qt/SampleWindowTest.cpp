@@ -32,7 +32,7 @@ TEST_F(SampleWindow, AFieldIsLeftBeforeAShortcutAToolAndATabAct) {
   EXPECT_EQ(Town(1), "O`One");
   EXPECT_EQ(CurrentSupplierId, 1);
   Type("TxtSupplier_3", "O'Two");
-  ClickTool("SAVE");
+  Shortcut(Qt::Key_S);
   EXPECT_EQ(Town(1), "O`Two");
   Type("TxtSupplier_3", "O'Three");
   ClickTab(kTabSettings);

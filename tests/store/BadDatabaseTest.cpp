@@ -147,4 +147,12 @@ TEST_F(BadDatabaseTest, ANewDatabaseOnAFullDiskCanBeTriedAgain) {
   EXPECT_EQ(DataFolder, target);
 }
 
+TEST_F(BadDatabaseTest, AMissingColumnIsReportedAndTheWindowComesUp) {
+  TheStore->connection.Execute("ALTER TABLE Forms DROP COLUMN LinkName");
+  ASSERT_TRUE(StartAgain());
+  EXPECT_EQ(Said().substr(0, 18), "No column LinkName");
+  EXPECT_EQ(form->LvwSuppliers.Count(), 12);
+  EXPECT_NO_THROW(form->menus.MnuRefresh.Choose());
+}
+
 }  // namespace tarvolinex

@@ -37,6 +37,11 @@ TEST_F(FirstStartTest, CancellingTheOpenDialogChangesNothing) {
   EXPECT_FALSE(OpenDatabase(askUser));
   EXPECT_EQ(DataFolder, before);
   EXPECT_TRUE(TheStore->connection.IsOpen());
+  // A package that has come meanwhile is unpacked over the file that is open: the new file is worked on.
+  std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", before + "/Database.zip");
+  askUser = true;
+  EXPECT_FALSE(OpenDatabase(askUser));
+  EXPECT_NO_THROW(TheStore->connection.Execute("UPDATE suppliers SET Town='New' WHERE ID=1"));
   desktop.files = {"/some/where/other.mdb"};
   EXPECT_THROW(OpenDatabase(askUser), ProgramEnded);
   EXPECT_EQ(DataFolder, "/some/where/other.mdb");

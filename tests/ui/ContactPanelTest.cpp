@@ -85,6 +85,13 @@ TEST_F(ContactPanelTest, ANamelessContactIsNeverStored) {
   Type(Field(5), "x@x.example");
   Button(0).Press();
   EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=3"), "2");
+  EXPECT_EQ(desktop.boxes.at(0).text, "Please enter a first name or a surname");
+  EXPECT_EQ(Field(5).Text(), "x@x.example");  // and nothing that was typed is lost
+  Type(Field(0), "Xen");
+  SupplierChanged = false;
+  ErrorShown = true;
+  form->menus.MnuExit.Choose();
+  EXPECT_EQ(Ask("SELECT email FROM contacts WHERE firstname='Xen'"), "x@x.example");
 }
 
 TEST_F(ContactPanelTest, RemovingNeedsASelectedContact) {

@@ -116,6 +116,12 @@ TEST_F(OptionsTest, ARateThatIsOnlyLookedAtKeepsItsDigits) {
   options.Cmd(2).Press();
   Enter(options.TxtIncre, "17.125");
   EXPECT_EQ(StoredAs("TAX", &FrmOptions::TxtIncre), "17.13");  // what the box shows once it is left
+  CalculatorPreferences.TaxRate = 17.505F;
+  options.Load();
+  Select("TAX");
+  Enter(options.TxtIncre, "17.51");  // as the old rate would read
+  options.Cmd(2).Press();
+  EXPECT_EQ(CalculatorPreferences.TaxRate, 17.51F);
 }
 
 TEST_F(OptionsTest, TextsAreTrimmedCutAndWithoutApostrophes) {

@@ -1,6 +1,7 @@
 #include "calc/QuotePanel.h"
 
 #include "core/Aliases.h"
+#include "publish/Preferences.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -120,6 +121,43 @@ TEST_F(QuotePanelTest, LeavingABoxFormatsItAndArrowsStepIt) {
   Type(Box(kBoxYield), "250");
   form->LeaveField();
   EXPECT_EQ(Box(kBoxYield).Text(), "100.00");
+}
+
+TEST_F(QuotePanelTest, ALockWithoutACostGoesOffAndTheTypedPaymentStays) {
+  EXPECT_FALSE(form->quote.ckCapLock.Enabled());
+  form->quote.ckCapLock.SetEnabled(true);
+  form->quote.ckCapLock.SetValue(true);
+  Type(Box(kBoxPayment), "329.13");
+  EXPECT_EQ(form->ActiveControl(), &Box(kBoxPayment));
+  EXPECT_EQ(Box(kBoxPayment).Text() + " " + Box(kBoxCapitalCost).Text(), "329.13 10000.14");
+}
+
+TEST_F(QuotePanelTest, ABoxThatIsLeftShowsWhatTheCalculationTook) {
+  Type(Box(kBoxCapitalCost), "10000");
+  form->quote.CboProCalc(kListDepositMode).Choose(2);
+  Type(Box(kBoxDeposit), "3");
+  form->quote.ckCapLock.SetValue(true);
+  Type(Box(kBoxCommissionPercent), "8");  // with payments in advance the payment decides
+  form->LeaveField();
+  EXPECT_EQ(Box(kBoxCommissionPercent).Text(), Result(kResultCommissionPercent));
+}
+
+TEST_F(QuotePanelTest, ChangedWordsLeaveTheQuoteAndEverySymbolFollows) {
+  Type(Box(kBoxCapitalCost), "10000");
+  form->quote.CboProCalc(kListDepositMode).Choose(1);
+  Type(Box(kBoxDeposit), "10");
+  form->quote.CboProCalc(kListInterval).Choose(1);
+  const std::string payment = Result(kResultPayment);
+  for (const char* symbol : {"$", "", "EUR"}) {
+    CalculatorPreferences.CurrencySymbol = symbol;
+    SaveCalculatorPreferences(CalculatorPreferences);
+  }
+  EXPECT_EQ(form->quote.CboProCalc(kListDepositMode).ListIndex(), 1);
+  EXPECT_EQ(Box(kBoxDeposit).Text() + form->quote.LblUnit(kBoxDeposit).Caption() + Result(kResultPayment),
+            "10%" + payment);
+  EXPECT_EQ(form->quote.LblResultName(kResultPayment).Caption(), "Net Quarterly Payment (EUR)");
+  EXPECT_EQ(form->quote.LblResultName(kResultCommission).Caption(), "Commission (EUR)");
+  EXPECT_EQ(form->rateCard.LblRateName(1).Caption(), "To (EUR)");
 }
 
 }  // namespace tarvolinex

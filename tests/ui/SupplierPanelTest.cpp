@@ -325,4 +325,30 @@ TEST_F(SupplierPanelTest, AFormIsOpenedAsACopyOfItsPage) {
   EXPECT_EQ(desktop.boxes.at(0).text, "File Not Found");
 }
 
+TEST_F(SupplierPanelTest, WhatWasTypedIntoTheQuoteOutlivesASaveOfOtherFields) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(Box(kBoxCapitalCost), "10000");
+  Type(Box(kBoxYield), "12.5");
+  const std::string payment = Box(kBoxPayment).Text();
+  form->TabMain.Choose(kTabDetails);
+  Type(Field(6), "0118 000");
+  form->TabMain.Choose(kTabQuote);
+  EXPECT_EQ(Box(kBoxYield).Text() + " " + Box(kBoxPayment).Text(), "12.50 " + payment);
+  // A locked cost stays, whatever becomes of the rates.
+  Type(Box(kBoxPayment), "300");
+  form->quote.ckCapLock.SetValue(true);
+  const std::string cost = Box(kBoxCapitalCost).Text();
+  Type(form->rateCard.TxtRangeYield(3), "20");
+  form->TabMain.Choose(kTabDetails);
+  EXPECT_EQ(Box(kBoxCapitalCost).Text() + " " + Box(kBoxPayment).Text(), cost + " 300.00");
+}
+
+TEST_F(SupplierPanelTest, ANamelessSupplierOfTheDatabaseLeadsToItsName) {
+  TheStore->connection.Execute("UPDATE suppliers SET CompanyName=NULL WHERE ID=3");
+  form->menus.MnuRefresh.Choose();  // nothing sorts before it
+  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form->TabMain.Selected(), kTabDetails);
+  EXPECT_EQ(form->ActiveControl(), &Field(kSupplierName));
+}
+
 }  // namespace tarvolinex
