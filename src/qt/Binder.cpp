@@ -221,6 +221,12 @@ bool Binder::FilterKeyPress(Control& control, const QKeyEvent& event) {
     Deliver([&] { list->DoubleClickRow(list->Selected()); });
     return true;
   }
+  const int column = event.key() - Qt::Key_1;
+  if (auto* list = dynamic_cast<ListView*>(&control); list && event.modifiers() == Qt::ControlModifier && column >= 0 &&
+                                                      column < static_cast<int>(list->Columns().size())) {
+    Deliver([&] { list->ClickColumn(column); });
+    return true;
+  }
   if (const auto* list = dynamic_cast<ListView*>(&control); list && event.matches(QKeySequence::Copy)) {
     QGuiApplication::clipboard()->setText(Shown(list->RowLine(list->Selected())));
     return true;

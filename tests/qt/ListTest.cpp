@@ -109,6 +109,8 @@ TEST_F(Lists, AColumnHeaderSortsAndShowsHow) {
   EXPECT_EQ(View().currentIndex().row(), 2);  // the selected supplier has moved
   EXPECT_EQ(header.sortIndicatorSection(), 1);
   EXPECT_EQ(header.sortIndicatorOrder(), Qt::DescendingOrder);
+  QTest::keyClick(&View(), Qt::Key_1, Qt::ControlModifier);
+  EXPECT_EQ(header.sortIndicatorSection(), 0);
 }
 
 TEST(Trees, AreBuiltOnceAndKeepWhatTheUserOpened) {
