@@ -4,33 +4,35 @@ import { existsSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, test } from 'node:test';
 import { addressOf, closeBrowsers, enter, textOf, withPage } from './support/browser.mjs';
-import { preferences, publish, record } from './support/folder.mjs';
+import { preferences, publish, record, supplier } from './support/folder.mjs';
 
 after(closeBrowsers);
 
-const folder = publish();
-const inFolder = (name) => join(folder, name);
-const bare = publish();
+const folder = publish({ card: { www: 'https://ferrisdale.example' } }), bare = publish();
 rmSync(join(bare, 'calcdata.txt'));
-const figureFor = (page, cost = '20000') => enter(page, { cost });
+const inFolder = (name) => join(folder, name);
+const figureFor = (page) => enter(page, { cost: '20000' });
 
-// A server that tells plain text from programs.
-async function openFromServer(page, served) {
-  await page.route('http://calculator.example/**', (route) => {
-    const path = join(served, new URL(route.request().url()).pathname);
-    const headers = { 'X-Content-Type-Options': 'nosniff', 'Last-Modified': 'Wed, 15 May 2024 10:00:00 GMT' };
-    return existsSync(path) ? route.fulfill({ path, headers }) : route.fulfill({ status: 404 });
-  });
-  await page.goto('http://calculator.example/calc.html');
-}
-
-test('the same figures come from the folder and from a server with and without calcdata.txt', async () => {
+test('figures, names and links are the same from a folder and a server with and without calcdata.txt', async () => {
   let expected = '';
-  await withPage(addressOf(folder), async (page) => { expected = await figureFor(page); });
-  assert.match(expected, /^\u00a3\d/);
+  const headers = { 'X-Content-Type-Options': 'nosniff', 'Last-Modified': 'Wed, 15 May 2024 10:00:00 GMT' };
+  await withPage(addressOf(folder), async (page) => {
+    expected = await figureFor(page);
+    assert.match(expected, /^\u00a3\d/);
+    assert.equal(await page.title(), `${preferences.AliasCalcName} \u2013 ${supplier.name}`);
+    for (const address of ['https://ferrisdale.example', 'http://www.harrowgate.example']) {
+      assert.equal(await page.locator(`a[href="${address}"]`).count(), 1, address);
+    }
+    const made = `of ${supplier.name}, made by ${preferences.OrgCompanyName} on \\d+ \\w+ \\d{4}`;
+    assert.match(await textOf(page, 'made'), new RegExp(made));
+  });
   for (const served of [folder, bare]) {
     await withPage('about:blank', async (page) => {
-      await openFromServer(page, served);
+      await page.route('http://calculator.example/**', (route) => {
+        const path = join(served, new URL(route.request().url()).pathname);
+        return route.fulfill(existsSync(path) ? { path, headers } : { status: 404 });
+      });
+      await page.goto('http://calculator.example/calc.html');
       assert.equal(await figureFor(page), expected);
       assert.equal(await page.isVisible('#pages'), served === folder);
       if (served === bare) assert.match(await textOf(page, 'made'), /on 15 May 2024/);
@@ -74,9 +76,9 @@ test('files are chosen by hand, pages in their own character set, and what is mi
   }));
 
 test('broken data and limits that contradict each other are named, and no figure is shown', async () => {
-  const [general, supplier] = ['general.dat', 'Supplier.dat'].map((name) => readFileSync(inFolder(name)));
+  const [general, card] = ['general.dat', 'Supplier.dat'].map((name) => readFileSync(inFolder(name)));
   const changed = (bytes, at, ...values) => Buffer.from(bytes).fill(Buffer.from(values), at, at + values.length);
-  const limited = (limits) => record({ ...preferences, ...limits });
+  const limited = (limits) => readFileSync(record({ ...preferences, ...limits }));
   const data = (first, second, forms = []) => {
     const texts = { general: first.toString('base64'), supplier: second.toString('base64'), forms };
     return `window.calcData=${JSON.stringify(texts)};`;
@@ -87,16 +89,16 @@ test('broken data and limits that contradict each other are named, and no figure
     ['window.calcData={"general":"***","supplier":"***"};', /damaged/],
     ['window.calcData=null;', /damaged/],
     ['window.calcData={"general":17};', /damaged[^]*record is missing/],
-    [data(general.subarray(0, 800), supplier), /damaged[^]*800 bytes/],
-    [data(general, supplier.subarray(0, 554)), /damaged[^]*554 bytes/],
-    [data(changed(general, 198, 0, 0, 192, 127), supplier), /damaged[^]*a rate/], // no number
-    [data(changed(general, 202, 7, 1, 2), supplier), /damaged[^]*text/],
-    [data(changed(general, 818, 9, 0), supplier), /damaged[^]*deposit types/],
-    [data(general, changed(supplier, 427, ...Array(8).fill(127))), /damaged[^]*amount/],
-    [data(general, supplier, 'forms'), /damaged[^]*forms/],
-    [data(Buffer.alloc(824), supplier), /limits/],
-    [data(limited({ MinCapitalCost: 10, MaxCapitalCost: 5 }), supplier), /limits of the Equipment cost contradict/],
-    [data(limited({ MinAdvancedPayments: 60 }), supplier), /limits of the term and the payments in advance contradict/],
+    [data(general.subarray(0, 800), card), /damaged[^]*800 bytes/],
+    [data(general, card.subarray(0, 554)), /damaged[^]*554 bytes/],
+    [data(changed(general, 198, 0, 0, 192, 127), card), /damaged[^]*a rate/], // no number
+    [data(changed(general, 202, 7, 1, 2), card), /damaged[^]*text/],
+    [data(changed(general, 818, 9, 0), card), /damaged[^]*deposit types/],
+    [data(general, changed(card, 427, ...Array(8).fill(127))), /damaged[^]*amount/],
+    [data(general, card, 'forms'), /damaged[^]*forms/],
+    [data(Buffer.alloc(824), card), /limits/],
+    [data(limited({ MinCapitalCost: 10, MaxCapitalCost: 5 }), card), /limits of the Equipment cost contradict/],
+    [data(limited({ MinAdvancedPayments: 60 }), card), /limits of the term and the payments in advance contradict/],
   ];
   for (const [text, message] of cases) {
     writeFileSync(join(bare, 'calcdata.txt'), text);

@@ -48,18 +48,14 @@ function randomQuote(random) {
   const payments = random.whole(1, random.oneOf([12, 60, 200]));
   const byValue = random.one(0.3);
   return {
-    Mode: reverse ? 2 : 0,
-    CapitalCost: reverse ? 0 : cost,
-    DepositMode: depositMode,
+    Mode: reverse ? 2 : 0, CapitalCost: reverse ? 0 : cost, DepositMode: depositMode,
     DepositValue: depositMode === 0 && random.one(0.6) ? (cost * random.whole(0, 60) / 100).toFixed(2) : 0,
     DepositPercent: depositMode === 1 ? random.decimal(0, 60, 2) : 0,
     AdvancedPayments: depositMode === 2 ? random.whole(0, Math.min(12, payments)) : 0,
-    NumberOfPayments: payments,
-    Quarterly: random.whole(0, 1),
+    NumberOfPayments: payments, Quarterly: random.whole(0, 1),
     ResidualValue: byValue ? random.oneOf([0, (cost * random.whole(0, 30) / 100).toFixed(2)]) : 0,
     ResidualPercent: byValue ? 0 : random.oneOf([0, random.decimal(0, 40, 2)]),
-    Maintenance: random.one(0.3) ? random.decimal(0, 120, 2) : 0,
-    ApplyPremium: random.whole(0, 1),
+    Maintenance: random.one(0.3) ? random.decimal(0, 120, 2) : 0, ApplyPremium: random.whole(0, 1),
     Payment: reverse ? random.decimal(0, cost / 20 + 1, 2) : 0,
   };
 }
@@ -77,13 +73,9 @@ function quoteOf(row) {
 }
 
 function priceInProgram(rows, general, card) {
-  const folder = newFolder();
   const names = Object.keys(rows[0]);
-  writeFileSync(join(folder, 'General.dat'), general);
-  writeFileSync(join(folder, 'Supplier.dat'), card);
   const input = [names.join(','), ...rows.map((row) => names.map((name) => row[name]).join(','))].join('\n') + '\n';
-  const records = ['--supplier', join(folder, 'Supplier.dat'), '--general', join(folder, 'General.dat')];
-  const lines = runProgram(['quote', ...records, '-'], { input }).trim().split('\n');
+  const lines = runProgram(['quote', '--supplier', card, '--general', general, '-'], { input }).trim().split('\n');
   const header = lines.shift().split(',');
   return lines.map((line) => Object.fromEntries(line.split(',').map((cell, i) => [header[i], cell])));
 }
@@ -94,8 +86,8 @@ test(`${QUOTES} random quotes on ${CARDS} rate cards agree with the program to t
   for (let i = 0; i < CARDS; ++i) {
     const general = record({ ...preferences, TaxRate: random.oneOf([0, 17.5, 20, 7.25]) });
     const settings = record(randomCard(random));
-    const card = LeaseEngine.decodeSettings(settings);
-    const { TaxRate } = LeaseEngine.decodePreferences(general);
+    const card = LeaseEngine.decodeSettings(readFileSync(settings));
+    const { TaxRate } = LeaseEngine.decodePreferences(readFileSync(general));
     const rows = Array.from({ length: QUOTES / CARDS }, () => randomQuote(random));
     priceInProgram(rows, general, settings).forEach((program, at) => {
       const page = quoteOf(rows[at]), told = JSON.stringify(rows[at]);

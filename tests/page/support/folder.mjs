@@ -31,11 +31,11 @@ export const preferences = {
 // The sample supplier whose calculator is published unless a test names another.
 export const supplier = { id: '6', name: 'Ferrisdale CNC Machine Tools Ltd' };
 
-// The record as the program writes it; fields that are not named are empty.
+// A file with the record as the program writes it; fields that are not named are empty.
 export function record(fields) {
   const file = join(newFolder(), 'record.dat');
   runProgram(['record', 'write', file], { input: JSON.stringify(fields) });
-  return readFileSync(file);
+  return file;
 }
 
 const literal = (value) => (typeof value === 'string' ? `'${value.replaceAll("'", "''")}'` : Number(value));
