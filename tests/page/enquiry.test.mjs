@@ -30,7 +30,7 @@ async function copied(page, byHand = false) {
 
 let priced; // The same in both.
 for (const [browser, permissions] of [['chromium', clipboard.permissions], ['firefox']]) {
-  test(`${browser}: a form opens filled, is copied and saved whole, goes back and stays`, { timeout: 120000 }, () =>
+  test(`${browser}: a form opens filled, is copied and saved whole, figures are kept`, { timeout: 120000 }, () =>
     withPage(addressOf(publish()), async (page) => {
       const figure = await enter(page, { cost: '12500', depositMode: '1', deposit: '10' });
       assert.equal(figure, priced ??= figure);

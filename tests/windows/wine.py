@@ -25,15 +25,13 @@ COMPILER = 'x86_64-w64-mingw32-g++'
 # Of Wine's own complaints those are shown that tell why a program did not start.
 COMPLAINTS = '-all,err+virtual,err+module,err+server,err+process,err+environ'
 
+keeper = contextlib.ExitStack()
 root = pathlib.Path(tempfile.mkdtemp(prefix='tarvolinex-wine-'))
 environment = dict(
     os.environ, WINEPREFIX=str(root / 'prefix'), HOME=str(root / 'home'), WINEDEBUG=COMPLAINTS, LC_ALL='C.UTF-8',
     WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe=', SEEN=f'Z:{root}/seen'.replace('/', '\\'))
 for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'XDG_DESKTOP_DIR'):
     environment.pop(name, None)
-
-
-keeper = contextlib.ExitStack()
 
 
 def start():
