@@ -1,123 +1,111 @@
 // Where the page's figures come from: beside it, over HTTP, or chosen by hand; and what it says when they are no good.
 import assert from 'node:assert/strict';
-import { readFileSync, writeFileSync } from 'node:fs';
+import { existsSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
-import { after, before, test } from 'node:test';
-import { addressOf, launch, openPage, serve, textOf } from './support/browser.mjs';
-import { calcData, forms, publish } from './support/folder.mjs';
+import { after, test } from 'node:test';
+import { addressOf, closeBrowsers, enter, textOf, withPage } from './support/browser.mjs';
+import { preferences, publish, record, supplier } from './support/folder.mjs';
 
-let browser;
-before(async () => { browser = await launch(); });
-after(() => browser.close());
+after(closeBrowsers);
 
-async function opened(address, body) {
-  const context = await browser.newContext();
-  const page = await openPage(context, address);
-  await body(page);
-  assert.deepEqual(page.problems, []);
-  await context.close();
-}
-async function figureFor(page, cost) {
-  await page.locator('#cost').fill(cost);
-  return textOf(page, 'figure');
-}
+const folder = publish({ card: { www: 'https://ferrisdale.example' } }), bare = publish();
+rmSync(join(bare, 'calcdata.txt'));
+const inFolder = (name) => join(folder, name);
+const figureFor = (page) => enter(page, { cost: '20000' });
 
-test('the same figures come from the folder, from a server with and without calcdata.txt, and from chosen files', async () => {
-  const folder = publish();
+test('figures, names and links are the same from a folder and a server with and without calcdata.txt', async () => {
   let expected = '';
-  await opened(addressOf(folder), async (page) => { expected = await figureFor(page, '20000'); });
-  assert.match(expected, /^\u00a3\d/);
-
-  for (const except of [[], ['calcdata.txt']]) {
-    const server = await serve(publish({ except }));
-    await opened(`${server.address}calc.html`, async (page) => {
-      assert.equal(await figureFor(page, '20000'), expected);
-      assert.equal(await page.isVisible('#pages'), except.length === 0);
-      if (except.length) assert.match(await textOf(page, 'made'), /on 15 May 2024/);
-    });
-    server.close();
-  }
-
-  await opened(addressOf(publish({ except: ['calcdata.txt'] })), async (page) => {
-    assert.match(await textOf(page, 'trouble'), /calcdata\.txt/);
-    assert.equal(await page.isVisible('#calculator'), false);
-    await page.setInputFiles('#files', [join(folder, 'general.dat')]);
-    await page.locator('#trouble', { hasText: 'Supplier.dat is missing' }).waitFor();
-    await page.setInputFiles('#files', ['general.dat', 'Supplier.dat', forms[0].file].map((name) => join(folder, name)));
-    assert.equal(await figureFor(page, '20000'), expected);
-    assert.equal(await textOf(page, 'form-list'), forms[0].name);
+  const headers = { 'X-Content-Type-Options': 'nosniff', 'Last-Modified': 'Wed, 15 May 2024 10:00:00 GMT' };
+  await withPage(addressOf(folder), async (page) => {
+    expected = await figureFor(page);
+    assert.match(expected, /^\u00a3\d/);
+    assert.equal(await page.title(), `${preferences.AliasCalcName} \u2013 ${supplier.name}`);
+    for (const address of ['https://ferrisdale.example', 'http://www.harrowgate.example']) {
+      assert.equal(await page.locator(`a[href="${address}"]`).count(), 1, address);
+    }
+    const made = `of ${supplier.name}, made by ${preferences.OrgCompanyName} on \\d+ \\w+ \\d{4}`;
+    assert.match(await textOf(page, 'made'), new RegExp(made));
   });
+  for (const served of [folder, bare]) {
+    await withPage('about:blank', async (page) => {
+      await page.route('http://calculator.example/**', (route) => {
+        const path = join(served, new URL(route.request().url()).pathname);
+        return route.fulfill(existsSync(path) ? { path, headers } : { status: 404 });
+      });
+      await page.goto('http://calculator.example/calc.html');
+      assert.equal(await figureFor(page), expected);
+      assert.equal(await page.isVisible('#pages'), served === folder);
+      if (served === bare) assert.match(await textOf(page, 'made'), /on 15 May 2024/);
+    });
+  }
 });
 
-test('chosen pages are read in their own character set, and a file that cannot be read is reported', async () => {
-  const declared = (charset) => `<meta charset="${charset}">`;
-  const pages = {
-    none: Buffer.from('<h1>caf\xe9 \x80</h1>', 'latin1'),
-    'utf-8': Buffer.from('<h1>caf\u00e9 \u20ac</h1>'),
-    mark: Buffer.from('\ufeff<h1>caf\u00e9 \u20ac</h1>'),
-    wide: Buffer.from('\ufeff<h1>caf\u00e9 \u20ac</h1>', 'utf16le'),
-    latin9: Buffer.from(`${declared('iso-8859-15')}<h1>caf\xe9 \xa4</h1>`, 'latin1'),
-    told: Buffer.from(`${declared('UTF-16')}<h1>caf\u00e9 \u20ac</h1>`),
-    unknown: Buffer.from(`${declared('x-none')}<h1>caf\xe9 \x80</h1>`, 'latin1'),
-  };
-  const folder = publish({ except: ['calcdata.txt'] });
-  const names = Object.keys(pages).map((name) => join(folder, `${name}!0.html`));
-  Object.values(pages).forEach((bytes, i) => writeFileSync(names[i], bytes));
-  await opened(addressOf(folder), async (page) => {
-    const records = ['general.dat', 'Supplier.dat'].map((name) => join(folder, name));
-    await page.evaluate(() => { Blob.prototype.read = Blob.prototype.arrayBuffer; Blob.prototype.arrayBuffer = () => Promise.reject(new Error('locked')); });
-    await page.setInputFiles('#files', records);
-    await page.locator('#trouble', { hasText: 'A file cannot be read' }).waitFor();
-    await page.evaluate(() => { Blob.prototype.arrayBuffer = Blob.prototype.read; });
-    await page.setInputFiles('#files', [...records, ...names]);
+test('files are chosen by hand, pages in their own character set, and what is missing or held is told', () =>
+  withPage(addressOf(bare), async (page) => {
+    const pages = {
+      none: Buffer.from('<h1>caf\xe9 \x80</h1>', 'latin1'),
+      'utf-8': Buffer.from('<h1>caf\u00e9 \u20ac</h1>'),
+      mark: Buffer.from('\ufeff<h1>caf\u00e9 \u20ac</h1>'),
+      wide: Buffer.from('\ufeff<h1>caf\u00e9 \u20ac</h1>', 'utf16le'),
+      latin9: Buffer.from('<meta charset="iso-8859-15"><h1>caf\xe9 \xa4</h1>', 'latin1'),
+      told: Buffer.from('<meta charset="UTF-16"><h1>caf\u00e9 \u20ac</h1>'),
+      unknown: Buffer.from('<meta charset="x-none"><h1>caf\xe9 \x80</h1>', 'latin1'),
+    };
+    const files = ['general.dat', 'Supplier.dat'].map(inFolder);
+    const choose = (chosen) => page.setInputFiles('#files', chosen);
+    const told = (text) => page.locator('#trouble', { hasText: text }).waitFor();
+    await told('calcdata.txt');
+    assert.equal(await page.isVisible('#calculator'), false);
+    await choose(files.slice(0, 1));
+    await told('Supplier.dat is missing');
+    await page.evaluate(() => {
+      window.read = Blob.prototype.arrayBuffer;
+      Blob.prototype.arrayBuffer = () => Promise.reject(new Error('locked'));
+    });
+    await choose(files);
+    await told('A file cannot be read');
+    await page.evaluate(() => { Blob.prototype.arrayBuffer = window.read; });
+    for (const [name, bytes] of Object.entries(pages)) writeFileSync(inFolder(`${name}!0.html`), bytes);
+    await choose([...files, ...Object.keys(pages).map((name) => inFolder(`${name}!0.html`))]);
+    assert.match(await figureFor(page), /^\u00a3\d/);
     for (const name of Object.keys(pages)) {
       await page.locator('#form-list button', { hasText: new RegExp(`^${name}$`) }).click();
       assert.equal(await page.frameLocator('iframe').locator('h1').innerText(), 'caf\u00e9 \u20ac', name);
       await page.click('#form-back');
     }
-  });
-});
+  }));
 
-test('broken data is named, and no figure is shown', async () => {
-  const folder = publish();
-  const general = readFileSync(join(folder, 'general.dat')), supplier = readFileSync(join(folder, 'Supplier.dat'));
-  const changed = (record, at, bytes) => Buffer.concat([record.subarray(0, at), Buffer.from(bytes), record.subarray(at + bytes.length)]);
+test('broken data and limits that contradict each other are named, and no figure is shown', async () => {
+  const [general, card] = ['general.dat', 'Supplier.dat'].map((name) => readFileSync(inFolder(name)));
+  const changed = (bytes, at, ...values) => Buffer.from(bytes).fill(Buffer.from(values), at, at + values.length);
+  const limited = (limits) => readFileSync(record({ ...preferences, ...limits }));
+  const data = (first, second, forms = []) => {
+    const texts = { general: first.toString('base64'), supplier: second.toString('base64'), forms };
+    return `window.calcData=${JSON.stringify(texts)};`;
+  };
   const cases = [
     ['window.calcData={"general":', /missing/],
     ['window.calcData={"general":"","supplier":""};', /damaged[^]*0 bytes instead of 824/],
     ['window.calcData={"general":"***","supplier":"***"};', /damaged/],
     ['window.calcData=null;', /damaged/],
     ['window.calcData={"general":17};', /damaged[^]*record is missing/],
-    [calcData(general.subarray(0, 800), supplier, []), /damaged[^]*800 bytes/],
-    [calcData(general, supplier.subarray(0, 554), []), /damaged[^]*554 bytes/],
-    [calcData(changed(general, 198, [0, 0, 192, 127]), supplier, []), /damaged[^]*a rate/], // no number
-    [calcData(changed(general, 202, [7, 1, 2]), supplier, []), /damaged[^]*text/],
-    [calcData(changed(general, 818, [9, 0]), supplier, []), /damaged[^]*deposit types/],
-    [calcData(general, changed(supplier, 427, Array(8).fill(127)), []), /damaged[^]*amount/],
-    [calcData(general, supplier, 'forms'), /damaged[^]*forms/],
-    [calcData(Buffer.alloc(824), supplier, []), /limits/],
+    [data(general.subarray(0, 800), card), /damaged[^]*800 bytes/],
+    [data(general, card.subarray(0, 554)), /damaged[^]*554 bytes/],
+    [data(changed(general, 198, 0, 0, 192, 127), card), /damaged[^]*a rate/], // no number
+    [data(changed(general, 202, 7, 1, 2), card), /damaged[^]*text/],
+    [data(changed(general, 818, 9, 0), card), /damaged[^]*deposit types/],
+    [data(general, changed(card, 427, ...Array(8).fill(127))), /damaged[^]*amount/],
+    [data(general, card, 'forms'), /damaged[^]*forms/],
+    [data(Buffer.alloc(824), card), /limits/],
+    [data(limited({ MinCapitalCost: 10, MaxCapitalCost: 5 }), card), /limits of the Equipment cost contradict/],
+    [data(limited({ MinAdvancedPayments: 60 }), card), /limits of the term and the payments in advance contradict/],
   ];
   for (const [text, message] of cases) {
-    writeFileSync(join(folder, 'calcdata.txt'), text);
-    const context = await browser.newContext();
-    const page = await context.newPage();
-    await page.goto(addressOf(folder));
-    assert.match(await textOf(page, 'trouble'), message, text.slice(0, 60));
-    assert.equal(await page.isVisible('#calculator'), false);
-    await context.close();
+    writeFileSync(join(bare, 'calcdata.txt'), text);
+    await withPage(addressOf(bare), async (page, problems) => {
+      assert.match(await textOf(page, 'trouble'), message, text.slice(0, 60));
+      assert.equal(await page.isVisible('#calculator'), false);
+      problems.splice(0); // The first is no program at all.
+    });
   }
-});
-
-test('a remembered calculation that someone has spoilt is passed over', async () => {
-  const folder = publish();
-  const context = await browser.newContext();
-  const page = await openPage(context, addressOf(folder));
-  await page.fill('#cost', '5000');
-  for (const spoilt of ['{', '7', 'null', '{"cost":{},"find":"\\"]","depositMode":"9","term":5}']) {
-    await page.evaluate((text) => localStorage.setItem(Object.keys(localStorage)[0], text), spoilt);
-    await page.reload();
-    assert.match(await figureFor(page, '5000'), /^\u00a3\d/, spoilt);
-  }
-  assert.deepEqual(page.problems, []);
-  await context.close();
 });

@@ -1,16 +1,20 @@
-// The page's arithmetic against the program's, on random quotes.
+// The page's scripts against the program, without a browser: the same money, the same texts, the same live pages.
 import assert from 'node:assert/strict';
-import { writeFileSync } from 'node:fs';
-import { join } from 'node:path';
+import { readFileSync, readdirSync, writeFileSync } from 'node:fs';
+import { dirname, join } from 'node:path';
 import { test } from 'node:test';
 import vm from 'node:vm';
-import { newFolder, preferences, record, runProgram, scriptOf, supplier } from './support/folder.mjs';
+import {
+  installed, newFolder, preferences, publish, record, runProgram, scriptOf, supplier } from './support/folder.mjs';
 
 const LeaseEngine = vm.runInThisContext(`${scriptOf('engine')}; LeaseEngine`);
 const LeaseForms = vm.runInThisContext(`${scriptOf('forms')}; LeaseForms`);
 const SEED = 20240517;
 const QUOTES = 24000;
 const CARDS = 12;
+const MONEY = ['CapitalCost', 'DepositValue', 'ResidualValue', 'Maintenance', 'Payment'];
+const RESULTS = ['CapitalCost', 'DepositValue', 'ResidualValue', 'Payment', 'NetCapital', 'PaymentIncTax',
+  'DepositIncTax', 'ResidualIncTax'];
 
 // Lehmer's generator: the same quotes in every run.
 function generator(seed) {
@@ -27,7 +31,8 @@ function generator(seed) {
 function randomCard(random) {
   const bounds = [1, 2, 3, 4].map(() => Number(random.decimal(500, 120000, random.oneOf([0, 2, 4]))));
   if (random.one(0.85)) bounds.sort((a, b) => b - a);
-  const card = { ...supplier, AdditionalPremiumYield: Number(random.decimal(0, 4, 3)), AdditionalPremiumMin: random.decimal(0, 60000, 2) };
+  const card = { AdditionalPremiumYield: Number(random.decimal(0, 4, 3)) };
+  card.AdditionalPremiumMin = random.decimal(0, 60000, 2);
   bounds.forEach((bound, i) => { card[`RangeEquipFROM${i}`] = String(bound); });
   for (let i = 0; i < 5; ++i) {
     card[`Yield${i}`] = random.one(0.1) ? 0 : Number(random.decimal(0, 24, 3));
@@ -43,49 +48,34 @@ function randomQuote(random) {
   const payments = random.whole(1, random.oneOf([12, 60, 200]));
   const byValue = random.one(0.3);
   return {
-    Mode: reverse ? 2 : 0,
-    CapitalCost: reverse ? 0 : cost,
-    DepositMode: depositMode,
+    Mode: reverse ? 2 : 0, CapitalCost: reverse ? 0 : cost, DepositMode: depositMode,
     DepositValue: depositMode === 0 && random.one(0.6) ? (cost * random.whole(0, 60) / 100).toFixed(2) : 0,
     DepositPercent: depositMode === 1 ? random.decimal(0, 60, 2) : 0,
     AdvancedPayments: depositMode === 2 ? random.whole(0, Math.min(12, payments)) : 0,
-    NumberOfPayments: payments,
-    Quarterly: random.whole(0, 1),
+    NumberOfPayments: payments, Quarterly: random.whole(0, 1),
     ResidualValue: byValue ? random.oneOf([0, (cost * random.whole(0, 30) / 100).toFixed(2)]) : 0,
     ResidualPercent: byValue ? 0 : random.oneOf([0, random.decimal(0, 40, 2)]),
-    Maintenance: random.one(0.3) ? random.decimal(0, 120, 2) : 0,
-    ApplyPremium: random.whole(0, 1),
+    Maintenance: random.one(0.3) ? random.decimal(0, 120, 2) : 0, ApplyPremium: random.whole(0, 1),
     Payment: reverse ? random.decimal(0, cost / 20 + 1, 2) : 0,
   };
 }
 
-function priceInPage(row, card, taxRate) {
-  const money = (value) => LeaseEngine.moneyFromText(String(value));
-  const quote = Object.assign(LeaseEngine.newQuote(), {
-    capitalCost: money(row.CapitalCost), depositMode: row.DepositMode, depositValue: money(row.DepositValue),
-    depositPercent: Math.fround(row.DepositPercent), advancedPayments: row.AdvancedPayments,
-    numberOfPayments: row.NumberOfPayments, quarterly: row.Quarterly === 1, residualValue: money(row.ResidualValue),
-    residualPercent: Math.fround(row.ResidualPercent), maintenance: money(row.Maintenance),
-    applyPremium: row.ApplyPremium === 1, payment: money(row.Payment),
-  });
-  if (row.Mode === 2) LeaseEngine.findCapitalCost(quote, card, taxRate);
-  else LeaseEngine.calculatePayment(quote, card, taxRate);
+// A row of the program's tables as a quote of the page.
+const ownName = (name) => name[0].toLowerCase() + name.slice(1);
+function quoteOf(row) {
+  const quote = LeaseEngine.newQuote();
+  for (const [name, value] of Object.entries(row)) {
+    if (MONEY.includes(name)) quote[ownName(name)] = LeaseEngine.moneyFromText(String(value));
+    else if (/Percent$/.test(name)) quote[ownName(name)] = Math.fround(value);
+    else quote[ownName(name)] = /^(Quarterly|ApplyPremium)$/.test(name) ? value === 1 : value;
+  }
   return quote;
 }
 
-const RESULTS = {
-  CapitalCost: 'capitalCost', DepositValue: 'depositValue', ResidualValue: 'residualValue', Payment: 'payment',
-  PaymentIncTax: 'paymentIncTax', NetCapital: 'netCapital', DepositIncTax: 'depositIncTax', ResidualIncTax: 'residualIncTax',
-};
-
 function priceInProgram(rows, general, card) {
-  const folder = newFolder();
   const names = Object.keys(rows[0]);
-  writeFileSync(join(folder, 'General.dat'), general);
-  writeFileSync(join(folder, 'Supplier.dat'), card);
   const input = [names.join(','), ...rows.map((row) => names.map((name) => row[name]).join(','))].join('\n') + '\n';
-  const lines = runProgram(
-    ['quote', '--supplier', join(folder, 'Supplier.dat'), '--general', join(folder, 'General.dat'), '-'], input).trim().split('\n');
+  const lines = runProgram(['quote', '--supplier', card, '--general', general, '-'], { input }).trim().split('\n');
   const header = lines.shift().split(',');
   return lines.map((line) => Object.fromEntries(line.split(',').map((cell, i) => [header[i], cell])));
 }
@@ -96,18 +86,19 @@ test(`${QUOTES} random quotes on ${CARDS} rate cards agree with the program to t
   for (let i = 0; i < CARDS; ++i) {
     const general = record({ ...preferences, TaxRate: random.oneOf([0, 17.5, 20, 7.25]) });
     const settings = record(randomCard(random));
-    const card = LeaseEngine.decodeSettings(settings);
-    const { TaxRate } = LeaseEngine.decodePreferences(general);
+    const card = LeaseEngine.decodeSettings(readFileSync(settings));
+    const { TaxRate } = LeaseEngine.decodePreferences(readFileSync(general));
     const rows = Array.from({ length: QUOTES / CARDS }, () => randomQuote(random));
     priceInProgram(rows, general, settings).forEach((program, at) => {
-      const page = priceInPage(rows[at], card, TaxRate);
-      for (const [name, own] of Object.entries(RESULTS)) {
-        assert.equal(page[own], LeaseEngine.moneyFromText(program[name]), `${name} of ${JSON.stringify(rows[at])}`);
+      const page = quoteOf(rows[at]), told = JSON.stringify(rows[at]);
+      LeaseEngine[page.mode === 2 ? 'findCapitalCost' : 'calculatePayment'](page, card, TaxRate);
+      for (const name of RESULTS) {
+        assert.equal(page[ownName(name)], LeaseEngine.moneyFromText(program[name]), `${name} of ${told}`);
       }
-      // The shortest decimal of the same float.
-      assert.equal(String(LeaseForms.shortest(page.residualPercent)), program.ResidualPercent, `ResidualPercent of ${JSON.stringify(rows[at])}`);
+      const residual = LeaseForms.shortest(page.residualPercent); // the shortest decimal of the same float
+      assert.equal(String(residual), program.ResidualPercent, `ResidualPercent of ${told}`);
       compared += 1;
-      if (rows[at].Mode === 2 && page.capitalCost > 0) found += 1;
+      if (page.mode === 2 && page.capitalCost > 0) found += 1;
     });
   }
   assert.equal(compared, QUOTES);
@@ -119,4 +110,44 @@ test('typed amounts become money exactly', () => {
   const cases = [['0', 0], ['12345.67', 123456700], ['.5', 5000], ['0.00005', 0], ['0.00015', 2], ['0.000050001', 1],
     ['99999999.9999', 999999999999], ['-3.1', -31000], ['', null], ['.', null], ['1e5', null], ['1,000', null]];
   for (const [text, units] of cases) assert.equal(LeaseEngine.moneyFromText(text), units, text);
+});
+
+// The table is the program's as well (tests/publish/LivePageTest.cpp), so that both fill markers alike.
+test('markers of the shared quotes', () => {
+  const rows = readFileSync(new URL('../publish/live-quotes.jsonl', import.meta.url), 'utf8').trim().split('\n');
+  const blankCard = LeaseEngine.decodeSettings(Buffer.alloc(555));
+  let markers = 0;
+  for (const row of rows.map((line) => JSON.parse(line))) {
+    const settings = { ...blankCard, AdditionalPremiumMsg: row.AdditionalPremiumMsg || '' };
+    const values = { quote: quoteOf(row), settings, preferences: { CurrencySymbol: row.CurrencySymbol || '$' } };
+    for (const name of Object.keys(row).filter((key) => key.startsWith('Calculator '))) {
+      const text = LeaseForms.compose(`|${name.toLowerCase()}|`, values, (value) => value);
+      assert.equal(text, row[name], `${name}, ${row.Case}`);
+      markers += 1;
+    }
+  }
+  assert.ok(markers > 30, `only ${markers} markers`);
+});
+
+// The program previews a page with the first quote of its window: nothing typed, twelve months.
+test('page and program compose the same live page, with the picture only where its mark is as written', () => {
+  const calculator = publish({ card: { CompanyName: "O'Neill" }, prefs: { AliasSupplier: 'Dealer' } });
+  const file = join(newFolder(), 'page.html');
+  const settings = LeaseEngine.decodeSettings(readFileSync(join(calculator, 'Supplier.dat')));
+  const prefs = LeaseEngine.decodePreferences(readFileSync(join(calculator, 'general.dat')));
+  const quote = Object.assign(LeaseEngine.newQuote(), { numberOfPayments: 12 });
+  const composed = (text, logo = '', ShowHeaderLogo = true) =>
+    LeaseForms.compose(text, { preferences: { ...prefs, ShowHeaderLogo }, settings, quote, logo }, (value) => value);
+  const database = join(installed, 'database', 'Forms');
+  const samples = readdirSync(database).map((name) => readFileSync(join(database, name), 'latin1'));
+  const own = ['a<formstart>|supplier TOWN| |Supplier Company Name| |Other|<FormEnd>c', '<form action="own"><FORMEND>'];
+  for (const text of [...samples.map((sample) => sample.replaceAll('|HEADERPIC|', '')), ...own]) {
+    writeFileSync(file, text, 'latin1');
+    const live = runProgram(['live', '--supplier', supplier.id, file], { appFolder: dirname(calculator) }).trim();
+    const lines = [composed(text), readFileSync(live, 'latin1')].map((page) => page.trim().split(/\r?\n/));
+    assert.deepEqual(lines[0], lines[1]);
+  }
+  const picture = composed('|headerpic||HEADERPIC|', 'logo.a&b "#c"');
+  assert.equal(picture, '|headerpic|<img src="logo.a%26b%20%22%23c%22"><br>');
+  assert.equal(composed('|HEADERPIC|', 'logo.GIF', false), '<BR>');
 });

@@ -2,8 +2,8 @@
 // with its services alive, until its input ends. helper lock: holds up installations until then. helper press BUTTON
 // TITLE: waits for a window, presses its button of that number and prints its text. helper fault: ends as the
 // programs do when they meet a fault of their own. helper load NAME...: loads libraries as a careless program does.
-// Otherwise, as the started "setup.exe": writes its path, its arguments and the names beside it to the file that the
-// variable SEEN names, and ends with status 7.
+// Otherwise, as the started "setup.exe": writes its path and its arguments to the file that the variable SEEN names,
+// and ends with status 7.
 #include <windows.h>
 
 #include <cstdio>
@@ -16,22 +16,20 @@ using namespace tarvolinex::windows;
 
 namespace {
 
+bool Hold(const wchar_t* path) {
+  GetDesktopWindow();
+  return CreateFileW(path, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr) != INVALID_HANDLE_VALUE;
+}
+
+bool Lock() {
+  return WaitForSingleObject(CreateMutexW(nullptr, FALSE, L"Local\\TarvolinexSetup"), 0) == WAIT_OBJECT_0;
+}
+
 int KeepUntilInputEnds(bool held) {
   std::puts(held ? "held" : "failed");
   std::fflush(stdout);
   std::getchar();
   return 0;
-}
-
-int Hold(const wchar_t* path) {
-  GetDesktopWindow();
-  return KeepUntilInputEnds(CreateFileW(path, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr) !=
-                            INVALID_HANDLE_VALUE);
-}
-
-int Lock() {
-  return KeepUntilInputEnds(WaitForSingleObject(CreateMutexW(nullptr, FALSE, L"Local\\TarvolinexSetup"), 0) ==
-                            WAIT_OBJECT_0);
 }
 
 int Press(WPARAM button, const wchar_t* title) {
@@ -58,11 +56,6 @@ int Report(int count, wchar_t** words) {
   GetModuleFileNameW(nullptr, path, MAX_PATH);
   std::wstring seen = std::wstring(path) + L"\n";
   for (int i = 1; i < count; ++i) seen += std::wstring(words[i]) + L" ";
-  const std::wstring folder(path, std::wstring(path).find_last_of(L'\\'));
-  WIN32_FIND_DATAW found;
-  const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-  do seen += std::wstring(L"\n") + found.cFileName;
-  while (FindNextFileW(search, &found));
   FILE* out = _wfopen(_wgetenv(L"SEEN"), L"wb");
   std::fputs(ToUtf8(seen).c_str(), out);
   std::fclose(out);
@@ -73,8 +66,8 @@ int Report(int count, wchar_t** words) {
 
 int wmain(int count, wchar_t** words) {
   const std::wstring word = count > 1 ? words[1] : L"";
-  if (word == L"hold") return Hold(words[2]);
-  if (word == L"lock") return Lock();
+  if (word == L"hold") return KeepUntilInputEnds(Hold(words[2]));
+  if (word == L"lock") return KeepUntilInputEnds(Lock());
   if (word == L"press") return Press(static_cast<WPARAM>(words[2][0] - L'0'), words[3]);
   if (word == L"fault") return Fault();
   if (word != L"load") return Report(count, words);

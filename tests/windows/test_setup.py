@@ -4,10 +4,11 @@ import re
 import shutil
 
 import wine
-from wine import WindowsTest, begin, end, hold, packed, press, release, run, temporary_files, user, wait_until, windows
+from wine import WindowsTest, begin, end, held, packed, press, run, temporary_files, user, wait_until, windows
 
 COMPANY = 'Müller Leasing'
-titles = (f'Preisbuch {n}' for n in itertools.count(1))  # each test has an installation of its own
+numbers = itertools.count(1)  # each test has an installation of its own
+OLD, NEW = 'OLD!0.HTML', 'NEW!0.HTML'
 
 
 def setup_list(title, *more):
@@ -24,246 +25,216 @@ class SetupTest(WindowsTest):
 
     def setUp(self):
         super().setUp()
-        self.title = next(titles)
+        number = next(numbers)
+        self.called(f'Preis: Buch {number:02}', f'Preis_ Buch {number:02}')
         self.source = self.folder / 'source'
-        self.source.mkdir()
-        self.installed = user('AppData/Local', self.title)
-        self.downloaded = user('AppData/Local', f'{self.title} (download)')
         self.files = {'calc.html': b'page 1', 'calcdata.txt': b'', 'general.dat': self.record, 'Supplier.dat': b'record',
                       'calc.ico': wine.ICON.read_bytes(), 'setup.exe': wine.SETUP.read_bytes()}
 
+    def called(self, title, folder):
+        self.title = title
+        self.installed = user('AppData/Local', folder)
+        self.downloaded = user('AppData/Local', f'{folder} (download)')
+
     def write(self, *listed):
         """The folder that the self-extractor leaves behind."""
-        shutil.rmtree(self.source)
+        shutil.rmtree(self.source, ignore_errors=True)
         self.source.mkdir()
-        for name, content in self.files.items():
+        for name, content in (self.files | {'Setup.lst': setup_list(self.title, *listed)}).items():
             (self.source / name).write_bytes(content)
-        (self.source / 'Setup.lst').write_bytes(setup_list(self.title, *listed))
 
     def install(self, *listed):
         self.write(*listed)
         return run(self.source / 'setup.exe', '/S')
 
-    def download(self, files):
+    def download(self, more={}):
         """What a link leads to: an install file without the installer."""
         self.write()
-        (self.source / 'setup.exe').unlink()
-        for name, content in files.items():
-            (self.source / name).write_bytes(content)
-        files = [(p.name, p.read_bytes()) for p in self.source.iterdir()]
-        return packed(self.folder, files, title=f'{self.title.ljust(25)} Self-Extractor')
+        files = {p.name: p.read_bytes() for p in self.source.iterdir() if p.name != 'setup.exe'} | more
+        return packed(self.folder, [*files.items()], title=f'{self.title.ljust(25)} Self-Extractor')
 
     def installed_files(self, folder=None):
         return {p.name: p.read_bytes() for p in (folder or self.installed).iterdir() if p.name != 'Installed.lst'}
 
-    def assert_installed(self, result):
+    def assert_installed(self, result, files=None):
         self.assertEqual((result.returncode, result.stderr), (0, ''))
-        self.assertEqual(self.installed_files(), self.files)
-        self.assertEqual(self.left_beside(), [])
+        self.assertTrue(self.installed_files() == (files or self.files))
+        self.assertEqual((len(self.shortcuts()), self.left_beside()), (2, []))
+
+    def assert_gone(self):
+        self.assertFalse(self.installed.exists())
+        self.assertEqual((self.shortcuts(), self.registered(), self.left_beside()), ([], {}, []))
 
     def left_beside(self):
-        return [p.name for p in self.installed.parent.glob(f'{self.title}.*')]
+        return [p.name for p in self.installed.parent.glob(f'{self.installed.name}*.tarvolinex*')]
 
     def shortcuts(self):
         places = user('Desktop'), user('AppData/Roaming/Microsoft/Windows/Start Menu/Programs')
-        return [p for place in places for p in place.glob(f'{self.title}*.lnk')]
+        return [p for place in places for p in place.glob(f'{self.installed.name}*.lnk')]
 
     def registered(self):
-        key = f'HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Tarvolinex {self.title}'
+        key = f'HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Tarvolinex {self.installed.name}'
         out = self.folder / 'entry.reg'
         if run('reg', 'export', key, windows(out), '/y').returncode != 0:
             return {}
-        pairs = re.findall(r'^"(\w+)"=(?:dword:(\w+)|"(.*)")\r?$', out.read_text(encoding='utf-16'), re.M)
-        return {name: int(number, 16) if number else text.replace('\\"', '"').replace('\\\\', '\\')
-                for name, number, text in pairs}
+        pairs = re.findall(r'^"(\w+)"=(?:dword:|"?)(.*?)"?\r?$', out.read_text(encoding='utf-16'), re.M)
+        return {name: text.replace('\\"', '"').replace('\\\\', '\\') for name, text in pairs}
 
     def cut_off(self):
         """Leaves what a power cut in the middle of an exchange leaves: old files moved out, some new ones in."""
-        new, old = (self.installed.with_name(f'{self.title}.tarvolinex-{which}') for which in ('new', 'old'))
+        new, old = (self.installed.with_name(f'{self.installed.name}.tarvolinex-{which}') for which in ('new', 'old'))
         new.mkdir()
         old.mkdir()
         (new / 'Pending.lst').write_bytes(b'calc.html\r\nNEW!0.HTML\r\nsetup.exe\r\nInstalled.lst\r\n')
         (new / 'setup.exe').write_bytes(b'new')
         (new / 'Installed.lst').write_bytes(b'Title=new\r\n')
-        for name in ('calc.html', 'OLD!0.HTML', 'Installed.lst'):
+        for name in ('calc.html', OLD, 'Installed.lst'):
             (self.installed / name).rename(old / name)
         (self.installed / 'calc.html').write_bytes(b'new')
-        (self.installed / 'NEW!0.HTML').write_bytes(b'new')
+        (self.installed / NEW).write_bytes(b'new')
 
     def uninstall(self):
+        """Starts the removal and waits for the copy that does it."""
         result = run(self.installed / 'setup.exe', '/uninstall', '/S')
         self.assertEqual(result.returncode, 0, result.stderr)
+        wait_until(lambda: not temporary_files())
 
 
 class Installs(SetupTest):
     def test_files_shortcuts_and_entry_and_takes_all_away_again(self):
         self.files |= {'Größe, neu!0.html': b'form', 'logo.GIF': b'logo'}
         self.assert_installed(self.install('logo.GIF', 'background.JPG', 'GRÖßE, NEU!0.HTML'))
-        inside = f'\\AppData\\Local\\{self.title}\\'
-        self.assertEqual(len(self.shortcuts()), 2)
+        inside = f'\\AppData\\Local\\{self.installed.name}\\'
         for shortcut in self.shortcuts():
             for name in ('calc.html', 'calc.ico'):
                 path = f'C:\\users\\{user().name}{inside}{name}'
                 self.assertTrue(any(path.encode(code) in shortcut.read_bytes() for code in ('utf-16-le', 'cp1252')))
         entry = self.registered()
-        self.assertEqual(entry['DisplayName'], self.title)
-        self.assertEqual(entry['Publisher'], COMPANY)
+        self.assertEqual((entry['DisplayName'], entry['Publisher']), (self.title, COMPANY))
         self.assertTrue(entry['DisplayIcon'].endswith(inside + 'calc.ico'))
         self.assertTrue(entry['UninstallString'].endswith(inside + 'setup.exe" /uninstall'))
-        size = sum(len(content) for content in self.files.values())
-        self.assertEqual(entry['EstimatedSize'], -(-size // 1024))
+        self.assertEqual(int(entry['EstimatedSize'], 16), -(-sum(map(len, self.files.values())) // 1024))
+        program, arguments = entry['QuietUninstallString'].split('" ')
+        run(program.strip('"'), *arguments.split())
+        wait_until(lambda: not temporary_files())
+        self.assert_gone()
 
-        program, *arguments = entry['QuietUninstallString'].split('" ')
-        run(program.strip('"'), *arguments[0].split())
-        wait_until(lambda: not self.installed.exists() and not temporary_files())
-        self.assertEqual((self.shortcuts(), self.registered()), ([], {}))
-
-    def test_out_of_an_install_file(self):
-        self.write()
-        files = [(p.name, p.read_bytes()) for p in self.source.iterdir()]
-        self.assert_installed(run(packed(self.folder, files), '/S'))
-
-    def test_without_the_icon_its_own_is_shown(self):
+    def test_titles_become_safe_folder_names_and_without_the_icon_its_own_is_shown(self):
         del self.files['calc.ico']
-        self.assert_installed(self.install())
-        self.assertIn('setup.exe', self.registered()['DisplayIcon'])
-        self.assertIn('\\setup.exe'.encode('utf-16-le'), self.shortcuts()[0].read_bytes())
-
-    def test_titles_become_safe_folder_names(self):
         for title, folder in (('A/B: "C"?', 'A_B_ _C__'), ('..', '_'), ('NUL', '_NUL'), ('Für Söhne.', 'Für Söhne')):
-            self.title = title
-            self.installed = user('AppData/Local', folder)
+            self.called(title, folder)
             self.assert_installed(self.install())
+            self.assertIn('setup.exe', self.registered()['DisplayIcon'])
+            self.assertIn('\\setup.exe'.encode('utf-16-le'), self.shortcuts()[0].read_bytes())
             self.uninstall()
-            wait_until(lambda: not self.installed.exists() and not temporary_files())
+            self.assert_gone()
 
 
 class Replaces(SetupTest):
-    def test_an_older_version_whole_and_keeps_what_is_the_users_own(self):
-        self.files['OLD!0.HTML'] = b'an old form'
-        self.assert_installed(self.install('OLD!0.HTML'))
+    def test_an_older_version_whole_or_not_at_all_and_keeps_what_is_the_users_own(self):
+        own = {'notes.txt': b'mine'}
+        self.files[OLD] = b'an old form'
+        self.assert_installed(self.install(OLD))
         (self.installed / 'notes.txt').write_bytes(b'mine')
-        del self.files['OLD!0.HTML']
-        self.files |= {'calc.html': b'page 2', 'NEW!0.HTML': b'a new form'}
-        result = self.install('NEW!0.HTML')
-        self.files['notes.txt'] = b'mine'
-        self.assert_installed(result)
-        self.assertEqual(len(self.shortcuts()), 2)
-        self.uninstall()
-        wait_until(lambda: not (self.installed / 'Installed.lst').exists() and not temporary_files())
-        self.assertEqual(self.installed_files(), {'notes.txt': b'mine'})
-        del self.files['notes.txt']
-        result = self.install('NEW!0.HTML')
-        self.files['notes.txt'] = b'mine'
-        self.assert_installed(result)
+        old, entry = self.files | own, self.registered()
+        del self.files[OLD]
+        self.files |= {'calc.html': b'page 2', NEW: b'a new form'}
+        with held(self.installed / 'Supplier.dat'):
+            self.assert_refused(self.install(NEW), 'Supplier.dat')
+        self.assertTrue(self.installed_files() == old)
+        self.assertEqual((self.registered(), len(self.shortcuts()), self.left_beside()), (entry, 2, []))
+        for _ in range(2):  # the second time beside what the removal left
+            self.assert_installed(self.install(NEW), self.files | own)
+            self.uninstall()
+            self.assertEqual(self.installed_files(), own)
 
-    def test_nothing_when_a_file_is_held(self):
-        self.assert_installed(self.install())
-        old, entry = dict(self.files), self.registered()
-        holder = hold('hold', windows(self.installed / 'Supplier.dat'))
-        self.files |= {'calc.html': b'page 2', 'NEW!0.HTML': b'form'}
-        self.assert_refused(self.install('NEW!0.HTML'), 'Supplier.dat')
-        new, self.files = self.files, old
-        self.assertEqual((self.installed_files(), self.registered()), (old, entry))
-        self.assertEqual((len(self.shortcuts()), self.left_beside()), (2, []))
-        release(holder)
-        self.files = new
-        self.assert_installed(self.install('NEW!0.HTML'))
-
-    def test_an_exchange_that_was_cut_off_goes_back_at_the_next_start(self):
-        self.files['OLD!0.HTML'] = b'an old form'
-        self.assert_installed(self.install('OLD!0.HTML'))
+    def test_nothing_meanwhile_another_does_and_goes_back_when_it_was_cut_off(self):
+        self.files[OLD] = b'an old form'
+        self.assert_installed(self.install(OLD))
         old = dict(self.files)
-        self.cut_off()
+        download = self.download()
         self.files['calc.ico'] = b''
-        holder = hold('hold', windows(self.installed / 'general.dat'))  # so that the new version does not come
-        self.assert_refused(self.install('OLD!0.HTML'), 'general.dat')
-        release(holder)
-        self.files = old
-        self.assertEqual((self.installed_files(), self.left_beside()), (old, []))
+        self.write(OLD)
+        self.cut_off()
+        before = self.installed_files()
+        with held():
+            waiting = [begin(self.source / 'setup.exe', '/S'), begin(download, '/S'),
+                       begin(self.installed / 'setup.exe', '/uninstall', '/S'),
+                       begin(self.source / 'setup.exe', '/uninstall', f'/from={windows(self.installed)}', '/S')]
+            for process in waiting:
+                self.assert_refused(end(process), 'Another installation')
+        self.assertTrue(self.installed_files() == before)
+        self.assertFalse(self.downloaded.exists())
+        with held(self.installed / 'general.dat'):  # so that the new version does not come
+            self.assert_refused(self.install(OLD), 'general.dat')
+        self.assertTrue(self.installed_files() == old)
+        self.assertEqual(self.left_beside(), [])
         self.cut_off()
         self.uninstall()
-        wait_until(lambda: not self.installed.exists() and not temporary_files())
-        self.assertEqual((self.left_beside(), self.shortcuts()), ([], []))
+        self.assert_gone()
 
-    def test_a_file_of_the_users_own_is_not_overwritten(self):
-        self.installed.mkdir()
-        (self.installed / 'calc.html').write_bytes(b'mine')
+    def test_neither_a_file_of_the_users_own_nor_what_another_program_holds_of_an_earlier_exchange(self):
+        left = self.installed.with_name(f'{self.installed.name}.tarvolinex-new')
+        for folder in (self.installed, left):
+            folder.mkdir()
+            (folder / 'calc.html').write_bytes(b'mine')
+        with held(left / 'calc.html'):
+            self.assert_refused(self.install(), left.name, '(183)')
         self.assert_refused(self.install(), 'calc.html', 'not part of an older version')
         self.assertEqual((self.installed_files(), self.left_beside()), ({'calc.html': b'mine'}, []))
 
     def test_a_removal_that_meets_a_held_file_can_be_started_again(self):
         self.assert_installed(self.install())
-        holder = hold('hold', windows(self.installed / 'calcdata.txt'))
-        self.uninstall()
-        wait_until(lambda: not temporary_files())
+        with held(self.installed / 'calcdata.txt'):
+            self.uninstall()
         self.assertTrue((self.installed / 'setup.exe').exists() and self.registered())
-        release(holder)
-        holder = hold('hold', windows(self.installed / 'setup.exe'))
-        from_here = f'/from={windows(self.installed)}'
-        self.assert_refused(run(self.source / 'setup.exe', '/uninstall', from_here, '/S'), 'setup.exe')
+        with held(self.installed / 'setup.exe'):
+            removal = run(self.source / 'setup.exe', '/uninstall', f'/from={windows(self.installed)}', '/S')
+            self.assert_refused(removal, 'setup.exe')
         self.assertTrue(self.registered())
-        release(holder)
         self.uninstall()
-        wait_until(lambda: not self.installed.exists() and not temporary_files())
-        self.assertEqual(self.registered(), {})
+        self.assert_gone()
 
-    def test_what_an_earlier_exchange_left_and_another_program_holds(self):
-        left = self.installed.with_name(f'{self.title}.tarvolinex-new')
-        left.mkdir()
-        (left / 'calc.html').touch()
-        holder = hold('hold', windows(left / 'calc.html'))
-        self.assert_refused(self.install(), left.name, '(183)')
-        release(holder)
-        self.assert_installed(self.install())
-
-
-class Downloads(SetupTest):
-    def test_beside_an_installation_and_replaced_whole(self):
-        """A link first, then an installation, then a newer link."""
-        self.assertEqual(run(self.download({'OLD!0.HTML': b'an old form'}), '/S').returncode, 0)
+    def test_a_download_whole_or_not_at_all_beside_an_installation(self):
+        self.assertEqual(run(self.download({OLD: b'an old form'}), '/S').returncode, 0)
         old = self.installed_files(self.downloaded)
-        self.assertEqual({'OLD!0.HTML', 'calc.html', 'Setup.lst'} - old.keys(), set())
+        self.assertEqual({OLD, 'calc.html', 'Setup.lst'} - old.keys(), set())
         self.assert_installed(self.install())
         (self.downloaded / 'notes.txt').write_bytes(b'mine')
-        newer = self.download({'calc.html': b'page 2', 'NEW!0.HTML': b'a new form'})
-        holder = hold('hold', windows(self.downloaded / 'calc.html'))
-        self.assert_refused(run(newer, '/S'), 'calc.html')
-        release(holder)
-        self.assertEqual(self.installed_files(self.downloaded), old | {'notes.txt': b'mine'})
+        old['notes.txt'] = b'mine'
+        newer = self.download({'calc.html': b'page 2', NEW: b'a new form'})
+        with held(self.downloaded / 'calc.html'):
+            self.assert_refused(run(newer, '/S'), 'calc.html')
+        self.assertTrue(self.installed_files(self.downloaded) == old)
         self.assertEqual(run(newer, '/S').returncode, 0)
-        new = {**old, 'calc.html': b'page 2', 'NEW!0.HTML': b'a new form', 'notes.txt': b'mine'}
-        del new['OLD!0.HTML']
-        self.assertEqual(self.installed_files(self.downloaded), new)
-        self.assertEqual(self.installed_files(), self.files)
-        self.assertEqual(list(self.downloaded.parent.glob('*.tarvolinex-*')), [])
+        del old[OLD]
+        self.assertTrue(self.installed_files(self.downloaded) == old | {'calc.html': b'page 2', NEW: b'a new form'})
+        self.assertTrue(self.installed_files() == self.files)
+        self.assertEqual(self.left_beside(), [])
 
 
 class Asks(SetupTest):
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        classes = 'HKCR\\'
-        run('reg', 'add', f'{classes}.html', '/ve', '/d', 'page', '/f')
-        run('reg', 'add', f'{classes}page\\shell\\open\\command', '/ve', '/d', f'"{windows(wine.root)}\\helper.exe" "%1"', '/f')
+    def assert_opened(self, folder):
+        seen = wine.root / 'seen'
+        wait_until(lambda: seen.exists() and seen.stat().st_size)
+        page = seen.read_text(encoding='utf-8').split('\n')[1].strip()
+        self.assertEqual(page, f'C:\\users\\{user().name}\\AppData\\Local\\{folder.name}\\calc.html')
+        seen.unlink()
 
-    def opened(self):
-        """The page that was opened, by its full path."""
-        wait_until(lambda: (wine.root / 'seen').exists() and (wine.root / 'seen').stat().st_size)
-        _, page, *_ = (wine.root / 'seen').read_text(encoding='utf-8').split('\n')
-        (wine.root / 'seen').unlink()
-        return page.strip()
-
-    def test_first_and_then_opens_the_calculator(self):
-        self.title = f'{self.title} für Söhne'
-        self.installed = user('AppData/Local', self.title)
+    def test_first_then_opens_the_calculator_and_tells_a_failure_but_asks_nothing_for_a_download(self):
+        self.called('Preis: Söhne', 'Preis_ Söhne')
+        command = f'"{windows(wine.root)}\\helper.exe" "%1"'
+        for key, value in (('.html', 'page'), ('page\\shell\\open\\command', command)):
+            run('reg', 'add', f'HKCR\\{key}', '/ve', '/d', value, '/f')
+        self.assertEqual(run(self.download()).returncode, 0)
+        self.assert_opened(self.downloaded)
         self.write()
         for button, status in ((2, 2), (1, 0)):
             self.assertFalse(self.installed.exists())
             setup = begin(self.source / 'setup.exe')
             self.assertIn(f'Install "{self.title}"', press(button, self.title))
             self.assertEqual(end(setup).returncode, status)
-        self.assertEqual(self.opened(), f'C:\\users\\{user().name}\\AppData\\Local\\{self.title}\\calc.html')
+        self.assert_opened(self.installed)
         for button, status in ((2, 2), (1, 0)):
             removal = begin(self.installed / 'setup.exe')
             self.assertIn(f'Remove "{self.title}"', press(button, self.title))
@@ -271,14 +242,7 @@ class Asks(SetupTest):
                 self.assertIn('was removed', press(1, self.title))
             self.assertEqual(end(removal).returncode, status)
         wait_until(lambda: not temporary_files())
-        self.assertFalse(self.installed.exists())
-
-    def test_nothing_for_a_download_and_opens_it(self):
-        self.assertEqual(run(self.download({})).returncode, 0)
-        self.assertEqual(self.opened(), f'C:\\users\\{user().name}\\AppData\\Local\\{self.downloaded.name}\\calc.html')
-
-    def test_and_tells_a_failure_in_a_window(self):
-        self.write()
+        self.assert_gone()
         (self.source / 'general.dat').unlink()
         setup = begin(self.source / 'setup.exe')
         press(1, self.title)
@@ -286,42 +250,16 @@ class Asks(SetupTest):
         self.assertEqual(end(setup).returncode, 1)
 
 
-class Waits(SetupTest):
-    def test_for_another_installation_and_touches_nothing_meanwhile(self):
-        self.files['OLD!0.HTML'] = b'an old form'
-        self.assert_installed(self.install('OLD!0.HTML'))
-        download = self.download({})
-        self.write('OLD!0.HTML')
-        self.cut_off()
-        before = self.installed_files()
-        other = hold('lock')
-        waiting = [begin(self.source / 'setup.exe', '/S'), begin(download, '/S'),
-                   begin(self.installed / 'setup.exe', '/uninstall', '/S'),
-                   begin(self.source / 'setup.exe', '/uninstall', f'/from={windows(self.installed)}', '/S')]
-        for process in waiting:
-            self.assert_refused(end(process), 'Another installation')
-        release(other)
-        self.assertEqual(self.installed_files(), before)
-        self.assertFalse(self.downloaded.exists())
-
-
 class Refuses(SetupTest):
-    def assert_installs_nothing(self, result, *words):
-        self.assert_refused(result, *words)
-        self.assertFalse(self.installed.exists())
-        self.assertEqual((self.shortcuts(), self.registered(), self.left_beside()), ([], {}, []))
-
-    def test_listed_names_that_are_no_plain_file_names_or_missing(self):
+    def test_lists_without_a_title_or_with_names_that_are_missing_or_no_plain_file_names(self):
         for name in ('..\\evil.html', 'C:\\evil.html', 'sub\\evil.html', 'NUL.html', 'evil.html:x', '', 'evil.'):
-            self.assert_installs_nothing(self.install(name), f'"{name}"', 'Setup.lst')
-        self.assert_installs_nothing(self.install('CALC.HTML'), '"CALC.HTML"', 'twice')
-        del self.files['general.dat']
-        self.assert_installs_nothing(self.install('GONE!0.HTML'), '"general.dat" is missing')
-
-    def test_without_a_list_or_a_title(self):
-        self.write()
+            self.assert_refused(self.install(name), f'"{name}"', 'Setup.lst')
+        self.assert_refused(self.install('CALC.HTML'), '"CALC.HTML"', 'twice')
         (self.source / 'Setup.lst').write_bytes(setup_list(''))
-        self.assert_installs_nothing(run(self.source / 'setup.exe', '/S'), 'names no title')
+        self.assert_refused(run(self.source / 'setup.exe', '/S'), 'names no title')
         (self.source / 'Setup.lst').unlink()
-        self.assert_installs_nothing(run(self.source / 'setup.exe', '/S'), 'Setup.lst')
-        self.assert_installs_nothing(run(self.source / 'setup.exe', '/S', '/uninstall'), 'Nothing is installed')
+        self.assert_refused(run(self.source / 'setup.exe', '/S'), 'Setup.lst')
+        self.assert_refused(run(self.source / 'setup.exe', '/S', '/uninstall'), 'Nothing is installed')
+        del self.files['general.dat']
+        self.assert_refused(self.install('GONE!0.HTML'), '"general.dat" is missing')
+        self.assert_gone()

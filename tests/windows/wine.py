@@ -1,10 +1,9 @@
 """A Windows of the tests' own (Wine, without a display), the programs under test and install files for them."""
-import io
+import contextlib
 import json
 import os
 import pathlib
 import shutil
-import struct
 import subprocess
 import tempfile
 import time
@@ -26,6 +25,7 @@ COMPILER = 'x86_64-w64-mingw32-g++'
 # Of Wine's own complaints those are shown that tell why a program did not start.
 COMPLAINTS = '-all,err+virtual,err+module,err+server,err+process,err+environ'
 
+keeper = contextlib.ExitStack()
 root = pathlib.Path(tempfile.mkdtemp(prefix='tarvolinex-wine-'))
 environment = dict(
     os.environ, WINEPREFIX=str(root / 'prefix'), HOME=str(root / 'home'), WINEDEBUG=COMPLAINTS, LC_ALL='C.UTF-8',
@@ -37,31 +37,26 @@ for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'XDG_DESKTOP_DIR'):
 def start():
     (root / 'home').mkdir()
     shared = [SOURCES / f'system/{source}.cpp' for source in ('CodePages', 'Failure', 'SmallRuntime', 'Text')]
-    compilers = [subprocess.Popen([COMPILER, '-std=c++20', '-static', '-s', '-O1', HERE / f'{source}.cpp', '-o', root / target, *more])
-                 for source, target, more in (('helper', 'helper.exe', ['-municode', '-I', SOURCES, *shared]),
-                                              ('plant', 'plant.dll', ['-shared']))]
+    compile = [COMPILER, '-std=c++20', '-static', '-s', '-O1', '-I', SOURCES, '-o']
+    compilers = [subprocess.Popen([*compile, root / 'helper.exe', HERE / 'helper.cpp', '-municode', *shared]),
+                 subprocess.Popen([*compile, root / 'plant.dll', HERE / 'plant.cpp', '-shared'])]
     run('wineboot', '--init')
     run('reg', 'add', 'HKCU\\Software\\Wine\\Drivers', '/v', 'Graphics', '/d', 'null')  # windows that nobody sees
     assert all(compiler.wait() == 0 for compiler in compilers)
-    global temporary
-    told = run('cmd', '/c', 'echo', '%TEMP%').stdout.strip()
-    temporary = root / 'prefix/drive_c' / told[3:].replace('\\', '/')
-    assert temporary.is_dir(), told
     # As long as one program runs, the services need not start anew for each of the others.
     (root / 'kept').touch()
-    global keeper
-    keeper = hold('hold', windows(root / 'kept'))
+    keeper.enter_context(held(root / 'kept'))
 
 
 def stop():
-    release(keeper)
+    keeper.close()
     subprocess.run(['wineserver', '-k', '-w'], env=environment, check=False)
     shutil.rmtree(root, ignore_errors=True)
 
 
 def begin(program, *arguments, **variables):
-    return subprocess.Popen(['wine', str(program), *arguments], env=dict(environment, **variables), stdout=subprocess.PIPE,
-                            stderr=subprocess.PIPE, encoding='utf-8', errors='replace')
+    return subprocess.Popen(['wine', str(program), *arguments], env=dict(environment, **variables), encoding='utf-8',
+                            errors='replace', stdout=subprocess.PIPE, stderr=subprocess.PIPE)
 
 
 def end(process):
@@ -80,18 +75,14 @@ def press(button, title):
     return result.stdout
 
 
-def hold(*words):
-    """What the helper's words make it keep stays so until it is released."""
-    process = subprocess.Popen(['wine', str(root / 'helper.exe'), *words], env=environment,
-                               stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-    assert process.stdout.readline().strip() == b'held'
-    return process
-
-
-def release(process):
-    process.stdin.close()
-    process.stdout.close()
-    process.wait()
+@contextlib.contextmanager
+def held(path=None):
+    """Another program keeps the file to itself meanwhile; without one, it installs something."""
+    words = ['hold', windows(path)] if path else ['lock']
+    with subprocess.Popen(['wine', str(root / 'helper.exe'), *words], env=environment, stdin=subprocess.PIPE,
+                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as process:
+        assert process.stdout.readline().strip() == b'held'
+        yield
 
 
 def windows(path):
@@ -106,7 +97,7 @@ def user(*below):
 
 def temporary_files():
     """What the programs left in the user's temporary folder."""
-    return sorted(p.name for p in temporary.glob('tarvolinex*'))
+    return sorted(p.name for p in user('AppData/Local/Temp').glob('tarvolinex*'))
 
 
 def wait_until(condition, seconds=15):
@@ -121,38 +112,20 @@ def preferences(company):
     """The delivered preferences with the company's name, as the program writes them."""
     path = root / 'General.dat'
     shutil.copy(PREFERENCES, path)
-    subprocess.run([PROGRAM, 'record', 'write', path], input=json.dumps({'OrgCompanyName': company}).encode(), check=True)
+    fields = json.dumps({'OrgCompanyName': company})
+    subprocess.run([PROGRAM, 'record', 'write', path], input=fields, encoding='utf-8', check=True)
     return path.read_bytes()
 
 
-def archive(files):
-    """A zip of (name or ZipInfo, bytes) pairs."""
-    out = io.BytesIO()
-    with zipfile.ZipFile(out, 'w', zipfile.ZIP_DEFLATED) as packed:
+def packed(folder, files, command='%t\\setup.exe', title='Preisbuch'):
+    """An install file of (name or ZipInfo, bytes) pairs in the folder, made by the packer of the program."""
+    archive, target = folder / 'in.zip', folder / 'CalcInstall.exe'
+    with zipfile.ZipFile(archive, 'w', zipfile.ZIP_DEFLATED) as out:
         for name, data in files:
-            packed.writestr(name, data)
-    return out.getvalue()
-
-
-def packed(folder, files, name='CalcInstall.exe', command='%t\\setup.exe', title='Preisbuch'):
-    """An install file in the folder, made by the packer of the program, of an archive's bytes or of pairs."""
-    (folder / 'in.zip').write_bytes(files if isinstance(files, bytes) else archive(files))
-    target = folder / name
-    subprocess.run([PACK, title, command, MODULE, ICON, folder / 'in.zip', target], check=True)
-    (folder / 'in.zip').unlink()
+            out.writestr(name, data)
+    subprocess.run([PACK, title, command, MODULE, ICON, archive, target], check=True)
+    archive.unlink()
     return target
-
-
-def damaged_at(path, mark, offset, data):
-    """Writes over the bytes `offset` behind the last place of the mark."""
-    content = bytearray(path.read_bytes())
-    at = content.rindex(mark) + offset
-    content[at:at + len(data)] = data
-    path.write_bytes(content)
-
-
-def u32(number):
-    return struct.pack('<I', number)
 
 
 class WindowsTest(unittest.TestCase):

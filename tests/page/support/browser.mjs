@@ -1,44 +1,54 @@
-// A headless browser for the tests, and what they do with a page.
-import { createReadStream, existsSync } from 'node:fs';
-import { createServer } from 'node:http';
-import { extname, join } from 'node:path';
+// Debian's browsers without windows, and what the tests do with a page.
+import assert from 'node:assert/strict';
+import { join } from 'node:path';
 import { pathToFileURL } from 'node:url';
-import { chromium } from 'playwright-core';
+import axe from 'axe-core';
+import { chromium, firefox } from 'playwright-core';
 
-export const launch = () =>
-  chromium.launch({
-    executablePath: process.env.CHROMIUM || '/usr/bin/chromium',
-    args: ['--headless', '--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
-      '--disable-background-networking', '--disable-component-update', '--disable-sync'],
-  });
+const launchers = {
+  chromium: () => chromium.launch({ executablePath: process.env.CHROMIUM || '/usr/bin/chromium',
+    args: ['--disable-gpu', '--disable-quic', '--disable-sync'] }),
+  firefox: () => firefox.launch({ executablePath: process.env.FIREFOX || '/usr/bin/firefox-esr',
+    channel: 'moz-firefox' }),
+};
+const launched = {};
+export const closeBrowsers = () =>
+  Promise.all(Object.values(launched).map(async (launching) => (await launching).close()));
 
-// Opens a page; what it reports as errors gathers in `problems`.
-export async function openPage(context, address) {
+// Runs `body` with an address opened in a profile of its own; no error may come up on the way.
+export async function withPage(address, body, { browser = 'chromium', ...options } = {}) {
+  launched[browser] ??= launchers[browser]();
+  const context = await (await launched[browser]).newContext({ viewport: { width: 1280, height: 900 }, ...options });
   const page = await context.newPage();
-  page.problems = [];
-  page.on('pageerror', (error) => page.problems.push(String(error)));
-  page.on('dialog', (dialog) => { page.problems.push(`dialog: ${dialog.message()}`); dialog.dismiss(); });
+  const problems = [];
+  page.on('pageerror', (error) => problems.push(String(error)));
+  page.on('dialog', (dialog) => { problems.push(`dialog: ${dialog.message()}`); dialog.dismiss(); });
   await page.goto(address);
-  return page;
+  await body(page, problems);
+  assert.deepEqual(problems, []);
+  await context.close();
 }
 export const addressOf = (folder, name = 'calc.html') => pathToFileURL(join(folder, name)).href;
 
-// What stands where, as a reader sees it.
+// What stands there, as a reader sees it.
 export const textOf = (page, id) => page.locator(`#${id}`).innerText();
-export const choose = (page, name, value) => page.locator(`input[name="${name}"][value="${value}"]`).check();
 
-// Serves a folder on a free port of this machine.
-export async function serve(folder) {
-  const types = { '.html': 'text/html; charset=windows-1252', '.txt': 'text/plain', '.GIF': 'image/gif', '.JPG': 'image/jpeg' };
-  const server = createServer((request, response) => {
-    const file = join(folder, decodeURIComponent(new URL(request.url, 'http://x').pathname));
-    if (!existsSync(file)) return response.writeHead(404).end();
-    response.writeHead(200, {
-      'Content-Type': types[extname(file)] || 'application/octet-stream', 'X-Content-Type-Options': 'nosniff',
-      'Last-Modified': 'Wed, 15 May 2024 10:00:00 GMT',
-    });
-    return createReadStream(file).pipe(response);
-  });
-  await new Promise((ready) => server.listen(0, '127.0.0.1', ready));
-  return { address: `http://127.0.0.1:${server.address().port}/`, close: () => server.close() };
+// Fills boxes and ticks what is `true`, by id, and chooses radio buttons, by name, in that order; returns the figure.
+export async function enter(page, entries) {
+  for (const [name, value] of Object.entries(entries)) {
+    if (value === true) await page.check(`#${name}`);
+    else if (/^(find|interval|.*Mode)$/.test(name)) await page.check(`input[name="${name}"][value="${value}"]`);
+    else await page.fill(`#${name}`, value);
+  }
+  return textOf(page, 'figure');
+}
+
+// The form pages are the organisation's own: they are not looked into.
+export async function assertAccessible(page, place) {
+  await page.evaluate(axe.source);
+  const runOnly = ['wcag2a', 'wcag2aa', 'wcag21a', 'wcag21aa', 'wcag22aa', 'best-practice'];
+  const { violations } = await page.evaluate((options) => window.axe.run(options), { runOnly, iframes: false });
+  assert.deepEqual(violations.map((v) => `${place}: ${v.id} ${v.nodes.map((n) => n.html).join(' ')}`), []);
+  const width = await page.evaluate(() => document.documentElement.scrollWidth);
+  assert.ok(width <= page.viewportSize().width, `${place} is ${width} wide`);
 }
