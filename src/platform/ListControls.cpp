@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 #include "platform/Controls.h"
@@ -185,7 +184,7 @@ void ListView::ClickColumn(int column) {
   if (ColumnClick) ColumnClick(column);
 }
 
-void ListView::Sort() {
+void ListView::Sort(const std::function<void()>& pause) {
   if (SortColumn < 0) return;
   const auto text = [&](std::size_t row) -> const std::string& {
     static const std::string empty;
@@ -195,10 +194,13 @@ void ListView::Sort() {
   };
   std::vector<std::string> folded(rows_.size());
   for (std::size_t i = 0; i < rows_.size(); ++i) folded[i] = FoldCase(text(i));
+  if (pause) pause();
+  const std::vector<std::size_t> order = OrderOf(folded, SortAscending);
+  if (pause) pause();
   std::vector<Row> sorted;
   sorted.reserve(rows_.size());
   int selected = -1;
-  for (const std::size_t from : OrderOf(folded, SortAscending)) {
+  for (const std::size_t from : order) {
     if (static_cast<int>(from) == selected_) selected = static_cast<int>(sorted.size());
     sorted.push_back(std::move(rows_[from]));
   }

@@ -116,8 +116,8 @@ class ListView : public Control {
 
   int SortColumn = -1;  // -1 = in the order of filling
   bool SortAscending = true;
-  // Sorts by SortColumn without regard to case; the selected row stays selected.
-  void Sort();
+  // Sorts by SortColumn without regard to case; the selected row stays selected. `pause` is called now and then.
+  void Sort(const std::function<void()>& pause = {});
 
   Event ItemClick;
   Event DblClick;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <numeric>
 
 #include "calc/InputRules.h"
 #include "calc/RateCard.h"
@@ -75,7 +74,8 @@ void FillSupplierList(bool selectNewest) {
   }
   TheDesktop().Repaint();
   list.Select(newest);
-  if (list.SortColumn >= 0) list.Sort();
+  if (list.SortColumn >= 0) list.Sort([] { TheDesktop().Repaint(); });
+  TheDesktop().Repaint();
   list.EndFill();
   if (!selectNewest) list.Select(list.FirstShown());
 }

@@ -113,6 +113,11 @@ test('what the supplier or the organisation does not offer is not there', async 
     assert.match(await textOf(page, 'plan'), /1 payment in advance/);
     assert.doesNotMatch(await textOf(page, 'result'), /VAT/);
   });
+  await withCalculator({ prefs: { MinAdvancedPayments: 0, DepositOptions: 4 } }, async (page) => {
+    await enter(page, { cost: '5000' });
+    assert.doesNotMatch(await textOf(page, 'plan'), /in advance/);
+    assert.match(await textOf(page, 'figure'), /\d/);
+  });
   await withCalculator({ prefs: { MinAdvancedPayments: 20, DepositOptions: 4 } }, async (page) => {
     assert.equal(await page.isDisabled('input[value="quarterly"]'), true);
   });

@@ -195,6 +195,22 @@ class Replaces(SetupTest):
         self.uninstall()
         self.assert_gone()
 
+    def test_its_own_companys_alone_of_two_with_one_title(self):
+        alphas = self.files
+        self.assert_installed(self.install())
+        self.assertEqual(run(self.download(), '/S').returncode, 0)
+        installed, downloaded = self.installed, self.installed_files(self.downloaded)
+        self.files = alphas | {'general.dat': wine.preferences('Beta & Co'), 'calc.html': b'page of Beta'}
+        alphas_download = self.downloaded
+        self.called(self.title, f'{installed.name} (Beta & Co)')
+        for _ in range(2):
+            self.assert_installed(self.install())
+            self.assertEqual(run(self.download(), '/S').returncode, 0)
+        self.assertEqual(self.registered()['DisplayName'], f'{self.title} (Beta & Co)')
+        self.assertEqual(self.installed_files(self.downloaded)['calc.html'], b'page of Beta')
+        self.assertTrue(self.installed_files(installed) == alphas)
+        self.assertTrue(self.installed_files(alphas_download) == downloaded)
+
     def test_a_download_whole_or_not_at_all_beside_an_installation(self):
         self.assertEqual(run(self.download({OLD: b'an old form'}), '/S').returncode, 0)
         old = self.installed_files(self.downloaded)

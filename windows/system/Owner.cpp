@@ -2,6 +2,7 @@
 
 #include "system/Files.h"
 #include "system/Names.h"
+#include "system/Replacement.h"
 #include "system/Shell.h"
 #include "system/Text.h"
 
@@ -27,8 +28,9 @@ std::wstring CompanyOf(const std::wstring& folder) {
 }
 
 std::wstring OwnTitle(const std::wstring& title, const std::wstring& source, const std::wstring& ending) {
-  const std::wstring company = CompanyOf(source);
-  const std::wstring there = CompanyOf(LocalDataFolder() + L"\\" + FolderNameFor(title) + ending);
+  const std::wstring folder = LocalDataFolder() + L"\\" + FolderNameFor(title) + ending;
+  Recover(folder);  // of an exchange that was cut off half is missing there
+  const std::wstring company = CompanyOf(source), there = CompanyOf(folder);
   const bool others = !company.empty() && !there.empty() && !SameName(company, there);
   return others ? title + L" (" + company + L")" : title;
 }

@@ -59,7 +59,7 @@ void FrmMain::LvwSuppliers_ColumnClick(int column) {
   SetStatus(false, "Sorting", 50);
   LvwSuppliers.SortAscending = LvwSuppliers.SortColumn != column || !LvwSuppliers.SortAscending;
   LvwSuppliers.SortColumn = column;
-  LvwSuppliers.Sort();
+  LvwSuppliers.Sort([] { TheDesktop().Repaint(); });
   CurrentSupplierIndex = LvwSuppliers.Selected();
   SetStatus(false, "", -1);
 }
