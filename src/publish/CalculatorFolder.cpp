@@ -142,7 +142,9 @@ std::string InstallIconPath() {
 }
 
 void BringInstallIcon() {
-  if (!InstallIconPath().empty()) CopyInstallIcon(CalculatorPreferences);
+  const std::string source = InstallIconPath(), target = CalculatorFolder() + "calc.ico";
+  if (source.empty() || (FileExists(target) && ReadFile(source) == ReadFile(target))) return;
+  CopyInstallIcon(CalculatorPreferences);
 }
 
 void CopyInstallIcon(const CalculatorPreferencesRecord& prefs) {

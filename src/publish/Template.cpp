@@ -39,6 +39,12 @@ std::string BothPages() {
   return ReadFile(PagePath(kMainPage)) + ReadFile(PagePath(kTestPage));
 }
 
+// Tells whether the pages would read otherwise now.
+std::string InputsOfPages(const CalculatorPreferencesRecord& prefs) {
+  return Fingerprint(LogoFileName() + "|" + BackgroundFileName() + "|" + CustomerReference +
+                     "|" TARVOLINEX_VERSION "|" + RecordBytes(prefs));
+}
+
 struct Token {
   const char* name;
   std::string value;
@@ -103,17 +109,15 @@ void MakePages(const CalculatorPreferencesRecord& prefs) {
   if (!FileExists(TemplatePath())) return;
   if (FillTemplate(TemplatePath(), AppFolder + "\\Calc", prefs, "_test")) {
     WriteIni("General", "PAGES", "MADE", Fingerprint(BothPages()));
+    WriteIni("General", "PAGES", "OF", InputsOfPages(prefs));
   }
 }
 
 void RefreshPages(const CalculatorPreferencesRecord& prefs) {
   if (!FileExists(TemplatePath()) || !FileExists(PagePath(kMainPage)) || !FileExists(PagePath(kTestPage))) return;
-  const std::string present = BothPages();
+  if (ReadIni("General", "PAGES", "OF", "") == InputsOfPages(prefs)) return;
   // Pages that somebody else has put there stay.
-  if (ReadIni("General", "PAGES", "MADE", "") != Fingerprint(present)) return;
-  const std::string text = ReadPage(TemplatePath());
-  const auto page = [&](bool isTestPage) { return PageBytes(FillPlaceholders(text, prefs, isTestPage)); };
-  if (page(false) + page(true) != present) MakePages(prefs);
+  if (ReadIni("General", "PAGES", "MADE", "") == Fingerprint(BothPages())) MakePages(prefs);
 }
 
 }  // namespace tarvolinex
