@@ -1,7 +1,9 @@
 // The contact list and the contact fields.
 #include "core/Globals.h"
 #include "core/Reports.h"
+#include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
+#include "platform/Text.h"
 #include "platform/Translation.h"
 #include "store/Contacts.h"
 #include "store/Statements.h"

@@ -5,6 +5,7 @@
 #include "core/MainWindow.h"
 #include "core/Reports.h"
 #include "platform/Desktop.h"
+#include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
 #include "store/Statements.h"
