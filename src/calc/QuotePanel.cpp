@@ -63,7 +63,7 @@ QuoteTerms Terms() {
 void ApplyUnit(int box, int position) {
   QuotePanel& panel = MainForm().quote;
   const std::string symbol = CalculatorPreferences.CurrencySymbol.Trimmed();
-  panel.LblUnit(box).SetCaption(position == 0 ? symbol : position == 1 ? "%" : "");
+  panel.LblUnit(box).SetCaption(position == 0 ? CaptionOf(symbol) : position == 1 ? "%" : "");
   AttachUpDown(position, panel.UpDNew(box), panel.TxtProCalc(box));
   panel.TxtProCalc(box).SetText("0");
 }
@@ -192,10 +192,11 @@ void SetIntervalCaptions() {
   panel.LblUnit(kBoxPayments).SetCaption(quarterly ? Tr("Quarters") : Tr("Months"));
   panel.LblInterval.SetCaption(quarterly ? Tr("Quarterly") : Tr("Monthly"));
   panel.LblProCalc(kBoxPayment)
-      .SetCaption(quarterly ? ReplaceAliases("Net Quarterly &Payment (£)")
-                            : ReplaceAliases("Net Monthly &Payment (£)"));
+      .SetCaption(quarterly ? CaptionWithAliases("Net Quarterly &Payment (£)")
+                            : CaptionWithAliases("Net Monthly &Payment (£)"));
   panel.LblResultName(kResultPayment)
-      .SetCaption(quarterly ? ReplaceAliases("Net Quarterly Payment (£)") : ReplaceAliases("Net Monthly Payment (£)"));
+      .SetCaption(quarterly ? CaptionWithAliases("Net Quarterly Payment (£)")
+                            : CaptionWithAliases("Net Monthly Payment (£)"));
 }
 
 void ApplyQuoteList(int list) {

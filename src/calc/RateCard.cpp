@@ -76,7 +76,7 @@ void ApplySupplierOptions() {
   QuotePanel& panel = form.quote;
   const bool before = std::exchange(form.loading, true);
   const bool premium = SupplierCalcSettings.AdditionalPremium;
-  panel.LblPremium.SetCaption(ReplaceAll(PremiumCaption(), "&", "&&"));
+  panel.LblPremium.SetCaption(CaptionOf(PremiumCaption()));
   SetControlLocked(panel.ChkPremium, !premium);
   if (!premium) panel.ChkPremium.SetValue(false);
   panel.ChkPremium.SetToolTip(premium ? "" : ReplaceAliases("Additional Rate Premium disabled for this <SUPPLIER>"));

@@ -13,6 +13,27 @@ bool CarriesCaption(std::string_view type) {
   return type == "LABEL" || type == "FRAME" || type == "COMMANDBUTTON" || type == "MENU" || type == "CHECKBOX";
 }
 
+// The words as they stand, or as they stand in a caption, where a single "&" would be an access key.
+std::string WithWords(std::string_view text, bool inCaption) {
+  const CalculatorPreferencesRecord& words = CalculatorPreferences;
+  std::string result = Tr(text);
+  const auto replace = [&](std::string_view placeholder, const std::string& word) {
+    if (result.find(placeholder) == std::string::npos) return;
+    result = ReplaceAll(result, placeholder, inCaption ? CaptionOf(word) : word);
+  };
+  replace("<DEPOSIT>", words.AliasDeposit.Trimmed());
+  replace("<RESIDUAL>", words.AliasResidual.Trimmed());
+  replace("<MAINT>", words.AliasMaint.Trimmed());
+  replace("<VAT>", words.AliasVat.Trimmed());
+  replace("<CAPEQUIP>", words.AliasCapEquip.Trimmed());
+  replace("£", words.CurrencySymbol.Trimmed());
+  replace("<SUPPLIER>", words.AliasSupplier.Trimmed());
+  replace("<CALCNAME>", words.AliasCalcName.Trimmed());
+  replace("<ADDRATEMSG>", PremiumCaption());
+  replace("<SUPPLIERNAME>", SupplierCalcSettings.CompanyName.Trimmed());
+  return result;
+}
+
 void ApplyToToolbar(Toolbar& toolbar) {
   for (int i = 0; i < static_cast<int>(toolbar.Buttons().size()); ++i) {
     const std::string words = GetTagValue(toolbar.Buttons()[static_cast<std::size_t>(i)].tag, "ALAIS");
@@ -28,22 +49,11 @@ std::string PremiumCaption() {
 }
 
 std::string ReplaceAliases(std::string_view text) {
-  const CalculatorPreferencesRecord& words = CalculatorPreferences;
-  std::string result = Tr(text);
-  const auto replace = [&](std::string_view placeholder, const std::string& word) {
-    if (result.find(placeholder) != std::string::npos) result = ReplaceAll(result, placeholder, word);
-  };
-  replace("<DEPOSIT>", words.AliasDeposit.Trimmed());
-  replace("<RESIDUAL>", words.AliasResidual.Trimmed());
-  replace("<MAINT>", words.AliasMaint.Trimmed());
-  replace("<VAT>", words.AliasVat.Trimmed());
-  replace("<CAPEQUIP>", words.AliasCapEquip.Trimmed());
-  replace("£", words.CurrencySymbol.Trimmed());
-  replace("<SUPPLIER>", words.AliasSupplier.Trimmed());
-  replace("<CALCNAME>", words.AliasCalcName.Trimmed());
-  replace("<ADDRATEMSG>", PremiumCaption());
-  replace("<SUPPLIERNAME>", SupplierCalcSettings.CompanyName.Trimmed());
-  return result;
+  return WithWords(text, false);
+}
+
+std::string CaptionWithAliases(std::string_view caption) {
+  return WithWords(caption, true);
 }
 
 std::string GetTagValue(std::string_view tag, std::string_view key) {
@@ -61,7 +71,8 @@ void ApplyCaptions(Window& window) {
     if (!CarriesCaption(control->TypeName())) continue;
     auto& captioned = static_cast<CaptionedControl&>(*control);
     const std::string words = GetTagValue(control->Tag(), "ALAIS");
-    captioned.SetCaption(ReplaceAll(words.empty() ? captioned.Caption() : ReplaceAliases(words), "£", symbol));
+    const std::string caption = words.empty() ? captioned.Caption() : CaptionWithAliases(words);
+    captioned.SetCaption(ReplaceAll(caption, "£", CaptionOf(symbol)));
   }
 
   MainWindow& form = MainForm();
@@ -80,7 +91,7 @@ void ApplyCaptions(Window& window) {
   residual.Add(percent);
   deposit.SetListIndex(0);
   residual.SetListIndex(0);
-  form.TabMain.SetTabCaption(kTabDetails, ReplaceAliases("<SUPPLIER> &Detail"));
+  form.TabMain.SetTabCaption(kTabDetails, CaptionWithAliases("<SUPPLIER> &Detail"));
 }
 
 }  // namespace tarvolinex

@@ -13,6 +13,10 @@ namespace tarvolinex {
 // brings in is replaced when its own turn comes later.
 std::string ReplaceAliases(std::string_view text);
 
+// The same for what carries a caption: an "&" of the caption marks its access key, one that a word brings in is shown
+// as it stands.
+std::string CaptionWithAliases(std::string_view caption);
+
 // The shown supplier's caption of the premium, or "Additional Rate Premium" when it has none.
 std::string PremiumCaption();
 

@@ -66,6 +66,10 @@ void Label::SetForeColour(Colour colour) {
   if (std::exchange(foreColour_, colour) != colour) Paint(Aspect::State);
 }
 
+std::string CaptionOf(std::string_view text) {
+  return ReplaceAll(text, "&", "&&");
+}
+
 void CaptionedControl::SetCaption(std::string_view caption) {
   if (caption_ == caption) return;
   caption_ = caption;

@@ -36,6 +36,9 @@ class TextBox : public Control {
   int maxLength_ = 0;
 };
 
+// The text as a caption that reads so, without an access key.
+std::string CaptionOf(std::string_view text);
+
 // What carries a caption, with "&" before its access key ("&&" for the character itself).
 class CaptionedControl : public Control {
  public:

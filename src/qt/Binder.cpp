@@ -66,8 +66,8 @@ bool NeedsNoControl(const QWidget& widget) {
 Binder::Binder(Window& window, QWidget& root) : window_(&window), root_(root), inner_(InnerPart(root)) {
   BindAll();
   NameUpDowns();
-  root_.setWindowTitle(Shown(window.Caption()));
-  window.PaintCaption = [this] { root_.setWindowTitle(Shown(window_->Caption())); };
+  root_.setWindowTitle(PlainTitle(window.Caption()));
+  window.PaintCaption = [this] { root_.setWindowTitle(PlainTitle(window_->Caption())); };
   root_.installEventFilter(this);
   if (&inner_ != &root_) inner_.installEventFilter(this);
 }

@@ -63,6 +63,10 @@ QString WithoutAccessKey(std::string_view caption) {
   return Marked(caption, "", "&");
 }
 
+QString PlainTitle(std::string_view text) {
+  return Shown(text).replace("[*]", "[*][*]");
+}
+
 QString PlainToolTip(std::string_view text) {
   const QString shown = Shown(text);
   return Qt::mightBeRichText(shown) ? shown.toHtmlEscaped() : shown;

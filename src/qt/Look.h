@@ -21,6 +21,9 @@ QString WithAccessKey(std::string_view caption);
 // The caption as it reads, without access keys.
 QString WithoutAccessKey(std::string_view caption);
 
+// A window's title that is shown letter for letter: to the toolkit "[*]" is a mark of its own.
+QString PlainTitle(std::string_view text);
+
 // A tool tip that is shown letter for letter, whatever "<" and ">" it holds.
 QString PlainToolTip(std::string_view text);
 

@@ -46,4 +46,20 @@ TEST_F(AliasesTest, CaptionsFollowTheTags) {
   EXPECT_EQ(form->quote.CboProCalc(kListResidualMode).Items().size(), 2U);
 }
 
+TEST_F(AliasesTest, AnAmpersandOfAWordIsNoAccessKey) {
+  CalculatorPreferences.AliasSupplier = "A&B";
+  CalculatorPreferences.AliasCapEquip = "P&L";
+  CalculatorPreferences.CurrencySymbol = "&";
+  EXPECT_EQ(ReplaceAliases("R&emove <SUPPLIER>"), "R&emove A&B");
+  form->menus.MnuRemove.SetTag("ALAIS=R&emove <SUPPLIER>");
+  form->quote.FraQuote.SetCaption("Lease (£)");
+  ApplyCaptions(*form);
+  EXPECT_EQ(form->menus.MnuRemove.Caption(), "R&emove A&&B");
+  EXPECT_EQ(form->quote.LblProCalc(kBoxCapitalCost).Caption(), "P&&L &Cost (&&)");
+  EXPECT_EQ(form->quote.FraQuote.Caption(), "Lease (&&)");
+  EXPECT_EQ(form->TabMain.Tabs()[kTabDetails].caption, "A&&B &Detail");
+  EXPECT_EQ(form->quote.CboProCalc(kListDepositMode).Items()[1].text, "% of P&L Cost");
+  EXPECT_EQ(form->Toolbar1.Buttons()[0].toolTip, "Add A&B");
+}
+
 }  // namespace tarvolinex

@@ -106,7 +106,7 @@ void FrmMain::TxtSupplier_Change(int field) {
   const bool changedBefore = SupplierChanged;
   SupplierChanged = true;
   const std::string& name = supplier.TxtSupplier(kSupplierName).Text();
-  LblCompany.SetCaption("*" + ReplaceAll(name, "&", "&&") + "*");
+  LblCompany.SetCaption("*" + CaptionOf(name) + "*");
   if (field != kSupplierName) return;
   EnableCommands(Trim(name).empty());
   if (changedBefore) LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? Tr("<NEW>") : name);

@@ -43,7 +43,7 @@ frmSendCalc::frmSendCalc()
       cmdaction(*this, "cmdaction", 3) {
   SendConfirmed = false;
   SetCaption(ReplaceAliases("Send <CALCNAME>"));
-  lblSendCalc.SetCaption(ReplaceAliases("The <CALCNAME> for <SUPPLIERNAME> goes to:"));
+  lblSendCalc.SetCaption(CaptionWithAliases("The <CALCNAME> for <SUPPLIERNAME> goes to:"));
   std::string names;
   for (const ListView::Row& row : MainForm().send.lvSendContacts.Rows()) {
     if (row.checked) names += (names.empty() ? "" : "\r\n") + row.text;

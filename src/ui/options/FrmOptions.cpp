@@ -126,7 +126,7 @@ void FrmOptions::AddRootTree() {
     TreeOptions.Add({node.key, node.parent, ReplaceAliases(node.caption)});
     if (std::string_view(node.key) == kFormsKey) AddFormsToTree();
   }
-  ChkdepSelect(1).SetCaption(ReplaceAliases("Percentage  of <CAPEQUIP>"));
+  ChkdepSelect(1).SetCaption(CaptionWithAliases("Percentage  of <CAPEQUIP>"));
 }
 
 void FrmOptions::SavePreferences() {

@@ -86,7 +86,7 @@ void FrmOptions::ShowEditor(const OptionNode& node) {
       break;
   }
   const bool named = panel == &FraColour || panel == &FraValue || panel == &FraTextString || panel == &FraDepOptions;
-  if (named) panel->SetCaption(ReplaceAll(TreeOptions.Find(currentKey_)->text, "&", "&&"));
+  if (named) panel->SetCaption(CaptionOf(TreeOptions.Find(currentKey_)->text));
   panel->SetVisible(true);
 }
 
