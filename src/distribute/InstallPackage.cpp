@@ -8,6 +8,7 @@
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/SelfExtractor.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
 #include "platform/ZipComponent.h"
@@ -82,13 +83,26 @@ std::string Exclusions(bool byLink) {
   return masks;
 }
 
+// The icon that the user has chosen; "" for the module's own when there is none or it cannot be put into a program.
+std::string UsableIcon(const std::string& target) {
+  std::string icon = InstallIconPath();
+  if (icon.empty() || EqualNoCase(FileNameOf(target).substr(FileNameOf(target).rfind('.') + 1), "zip")) return icon;
+  if (IsInstallIcon(icon)) return icon;
+  TheDesktop().MessageBox(
+      Tr("The icon \"%1\" holds no picture of 32 by 32 dots in 16 colours.\n\nThe install file gets "
+         "the usual icon instead. Please select another in the options.",
+         {CalculatorPreferences.IconName.Trimmed()}),
+      Tr("Instalation Icon"), BoxButtons::Ok, BoxIcon::Exclamation);
+  return {};
+}
+
 bool Pack(const std::string& target, bool byLink) {
   ZipComponent zip;
   zip.ZipFileName = target;
   zip.FilesToExclude = Exclusions(byLink);
   zip.FilesToProcess = CalculatorFolder() + "*.*";
   zip.SfxDefaultFolder = "%t";
-  zip.SfxIcon = InstallIconPath();
+  zip.SfxIcon = UsableIcon(target);
   zip.SfxModule = AppFolder + "\\Xcdsfx32.bin";
   zip.SfxCommand = "%t\\setup.exe";
   zip.SfxTitle = PaddedTitle() + " Self-Extractor";

@@ -77,6 +77,23 @@ bool Matches(std::string_view name, std::string_view pattern) {
   return p == pattern.size();
 }
 
+std::vector<std::string> FilesIn(std::string_view pattern, std::error_code& error) {
+  const std::string mask = FoldCase(FileNameOf(pattern));
+  std::vector<std::string> names;
+  const std::string folder = NativePath(FolderOf(pattern));
+  for (const auto& entry : fs::directory_iterator(folder.empty() ? "." : folder, error)) {
+    std::string name = entry.path().filename().string();
+    if (name.starts_with(kUnfinished)) continue;
+    std::error_code ignored;
+    if (entry.is_regular_file(ignored) && Matches(FoldCase(name), mask)) names.push_back(std::move(name));
+  }
+  std::sort(names.begin(), names.end(), [](const auto& a, const auto& b) {
+    const int order = CompareNoCase(a, b);
+    return order != 0 ? order < 0 : a < b;
+  });
+  return names;
+}
+
 }  // namespace
 
 std::string WholePath(std::string_view path) {
@@ -146,19 +163,14 @@ bool IsPortableFileName(std::string_view name) {
 }
 
 std::vector<std::string> ListFiles(std::string_view pattern) {
-  const std::string mask = FoldCase(FileNameOf(pattern));
-  std::vector<std::string> names;
   std::error_code ignored;
-  const std::string folder = NativePath(FolderOf(pattern));
-  for (const auto& entry : fs::directory_iterator(folder.empty() ? "." : folder, ignored)) {
-    std::string name = entry.path().filename().string();
-    if (name.starts_with(kUnfinished)) continue;
-    if (entry.is_regular_file(ignored) && Matches(FoldCase(name), mask)) names.push_back(std::move(name));
-  }
-  std::sort(names.begin(), names.end(), [](const auto& a, const auto& b) {
-    const int order = CompareNoCase(a, b);
-    return order != 0 ? order < 0 : a < b;
-  });
+  return FilesIn(pattern, ignored);
+}
+
+std::vector<std::string> ListFilesOrFail(std::string_view pattern) {
+  std::error_code error;
+  auto names = FilesIn(pattern, error);
+  if (error && error != std::errc::no_such_file_or_directory) Throw(error, Marked("Listing %1: %2"), FolderOf(pattern));
   return names;
 }
 

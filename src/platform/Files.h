@@ -33,8 +33,11 @@ std::string FolderOf(std::string_view path);
 bool IsPortableFileName(std::string_view name);
 
 // Names (without folders) of the files in the pattern's folder that match it ("*.html", "logo.*"; "*.*" matches every
-// name), case-blind, in case-blind order, without unfinished ones. A folder that does not exist holds nothing.
+// name), case-blind, in case-blind order, without unfinished ones. A folder that does not exist or cannot be listed
+// holds nothing.
 std::vector<std::string> ListFiles(std::string_view pattern);
+// The same; throws RuntimeError when there is a folder, or something else in its place, that cannot be listed.
+std::vector<std::string> ListFilesOrFail(std::string_view pattern);
 // The most recently written of them; empty when none matches. Ties go to the first in order.
 std::string NewestFile(std::string_view pattern);
 

@@ -175,4 +175,12 @@ void WriteSelfExtractor(const SelfExtractorSettings& settings, std::string_view 
   file.Commit();
 }
 
+bool IsInstallIcon(std::string_view path) {
+  try {
+    return !IconPicture(path).empty();
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
 }  // namespace tarvolinex

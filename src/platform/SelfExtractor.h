@@ -20,4 +20,7 @@ struct SelfExtractorSettings {
 void WriteSelfExtractor(const SelfExtractorSettings& settings, std::string_view module, std::string_view icon,
                         std::string_view archive, std::string_view target);
 
+// Whether the file can be read and is an icon that WriteSelfExtractor takes.
+bool IsInstallIcon(std::string_view path);
+
 }  // namespace tarvolinex

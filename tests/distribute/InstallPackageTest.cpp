@@ -60,6 +60,24 @@ TEST_F(InstallPackageTest, TheSetUpListHoldsTheTitleAndEveryFileOfTheFolder) {
             "E");
 }
 
+TEST_F(InstallPackageTest, AnIconThatNoProgramCanBearGivesWayToTheUsualOne) {
+  CalculatorPreferences.IconName = "";
+  SendType = kSendProgram;
+  ASSERT_TRUE(BuildDistFiles(false));
+  const std::string usual = ReadFile(AppFolder + "\\CalcInstall.exe");
+  folder.File("icons/DEEP.ICO", std::string(2238, 'x'));
+  CalculatorPreferences.IconName = "DEEP";
+  desktop.boxes.clear();
+  ASSERT_TRUE(BuildDistFiles(false));
+  ASSERT_EQ(desktop.boxes.size(), 1U);
+  EXPECT_NE(desktop.boxes[0].text.find("\"DEEP\" holds no picture"), std::string::npos);
+  EXPECT_EQ(desktop.boxes[0].icon, BoxIcon::Exclamation);
+  EXPECT_TRUE(ReadFile(AppFolder + "\\CalcInstall.exe").starts_with(usual.substr(0, 60'000)));
+  SendType = kSendZip;
+  ASSERT_TRUE(BuildDistFiles(false));
+  EXPECT_EQ(desktop.boxes.size(), 1U);  // a plain archive bears none
+}
+
 TEST_F(InstallPackageTest, WhatTravelsDependsOnTheWayAndOnThePreferences) {
   RemoveFromFolder("*!*.html");
   folder.File("calculator/CalcInstall.CAB", "cab");

@@ -194,16 +194,29 @@ TEST_F(IconEditorTest, ADamagedIconIsReportedAndNeverReplaced) {
 }
 
 TEST_F(IconEditorTest, NamesThatNoFileCanHaveWriteNothing) {
-  for (const char* bad : {"..\\evil", "../evil", "a*b", "c:evil", "...", "a\tb"}) {
+  for (const char* bad : {"..\\evil", "../evil", "a*b", "c:evil", "...", "a\tb", "COM1", "con.x"}) {
     Click(1, 1);
     desktop.files = {bad};
     editor.MnuSave.Choose();
     EXPECT_NE(desktop.boxes.back().text.find("cannot be the name of an icon"), std::string::npos) << bad;
     EXPECT_TRUE(editor.Modified());
   }
+  EXPECT_NE(desktop.boxes.back().text.find("COM1 to COM9"), std::string::npos);
   EXPECT_TRUE(ListFiles(DataFolder + "/icons/*").empty());
   EXPECT_TRUE(ListFiles(DataFolder + "/*").empty());
   EXPECT_TRUE(refreshed.empty());
+}
+
+TEST_F(IconEditorTest, ABadNameThatAnIconHasIsToldAndAnotherAskedFor) {
+  const std::string bytes = IconBytes(One(5, 6, kBlue));
+  folder.File("icons/COM1.ICO", bytes);
+  editor.SetLoadPic("COM1.ICO");
+  Click(1, 1);
+  desktop.files = {"fine"};
+  editor.MnuSave.Choose();
+  EXPECT_EQ(desktop.boxes.size(), 1U);
+  EXPECT_EQ(Stored("COM1.ICO"), bytes);
+  EXPECT_EQ(Stored("FINE.ICO"), IconBytes(editor.Image()));
 }
 
 TEST_F(IconEditorTest, ClosingAsksAboutChanges) {

@@ -119,6 +119,7 @@ TEST_F(OptionsGraphicsTest, EachPathStaysWithItsNode) {
   Select("GRAPHICS2");
   desktop.files = {path};
   options.CmdCoLog.Press();
+  EXPECT_TRUE(FolderExists(AppFolder + "\\images"));  // where the dialog starts
   EXPECT_EQ(options.TxtLogo.Text(), path);
   EXPECT_EQ(options.ActiveControl(), &options.TxtLogo);
   options.CmdCoLog.Press();  // cancelled
@@ -157,6 +158,7 @@ TEST_F(OptionsGraphicsTest, OnlyIconsOfTheTwoLengthsAndSizesAreTaken) {
   folder.File("icons/LONG.ICO", coins + std::string(2238 - 766, '\0'));
   folder.File("icons/NOISE.ICO", std::string(766, 'x'));
   folder.File("icons/WIDE.ICO", ReadFile(folder.Path() + "/logo/logo.GIF").substr(0, 766));
+  folder.File("icons/DEPTH.ICO", coins.substr(0, 36) + "\x08" + coins.substr(37));
   folder.File("icons/TWO.ICO", coins + std::string(1078 - 766, '\0'));
   options.Load();
   for (const char* icon : {"LONG", "NOISE", "WIDE"}) {
@@ -168,6 +170,18 @@ TEST_F(OptionsGraphicsTest, OnlyIconsOfTheTwoLengthsAndSizesAreTaken) {
     EXPECT_EQ(desktop.boxes.back().icon, BoxIcon::Critical);
   }
   EXPECT_EQ(Choose("TWO"), DataFolder + "\\icons\\TWO.ICO");
+  Select("ICON");
+  EXPECT_EQ(Choose("DEPTH"), "");  // no install file takes it
+  options.Cmd(0).Press();
+  EXPECT_EQ(CalculatorPreferences.IconName.Trimmed(), "COINS");
+}
+
+TEST_F(OptionsGraphicsTest, AFolderThatCannotBeListedIsReported) {
+  std::filesystem::rename(folder.Path() + "/icons", folder.Path() + "/kept");
+  folder.File("icons", "a file where the folder should be");
+  options.Load();
+  EXPECT_EQ(desktop.boxes.back().text, "Error Loading Icons");
+  EXPECT_EQ(desktop.boxes.back().title, "Error");
 }
 
 TEST_F(OptionsGraphicsTest, ANameThatTheRecordCannotHoldIsNotStored) {

@@ -26,6 +26,14 @@ std::string_view LastCharacters(std::string_view text, int n) {
   return text.substr(start);
 }
 
+void TellBadName(const std::string& name) {
+  TheDesktop().MessageBox(Tr("\"%1\" cannot be the name of an icon.\r\n\r\nPlease use letters of western "
+                             "Europe, none of \\ / : * ? \" < > | and no point at the end. Windows keeps the names "
+                             "CON, PRN, AUX, NUL, COM1 to COM9 and LPT1 to LPT9 for devices.",
+                             {name}),
+                          Tr("Save as..."), BoxButtons::Ok, BoxIcon::Exclamation);
+}
+
 }  // namespace
 
 void FrmIconEdit::SetLoadPic(const std::string& iconName) {
@@ -80,11 +88,10 @@ void FrmIconEdit::SavePic(const std::string& iconName) {
 }
 
 void FrmIconEdit::Save() {
-  if (name_.empty()) {
-    SaveAs();
-  } else {
-    SavePic(name_);
-  }
+  if (name_.empty()) return SaveAs();
+  if (IsIconName(IconBaseName(name_))) return SavePic(name_);
+  TellBadName(name_);
+  SaveAs();
 }
 
 void FrmIconEdit::SaveAs() {
@@ -92,10 +99,7 @@ void FrmIconEdit::SaveAs() {
   const std::string name(Trim(LastCharacters(answer.value_or(""), kLongestName)));
   if (name.empty()) return;
   if (IsIconName(IconBaseName(name))) return SavePic(name);
-  TheDesktop().MessageBox(Tr("\"%1\" cannot be the name of an icon.\r\n\r\nPlease use letters of western "
-                             "Europe and none of \\ / : * ? \" < > |",
-                             {name}),
-                          Tr("Save as..."), BoxButtons::Ok, BoxIcon::Exclamation);
+  TellBadName(name);
 }
 
 bool FrmIconEdit::MayLeave() {

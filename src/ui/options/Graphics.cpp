@@ -6,6 +6,7 @@
 #include "platform/Files.h"
 #include "platform/Pictures.h"
 #include "platform/RuntimeError.h"
+#include "platform/SelfExtractor.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
 #include "ui/iconedit/IconFile.h"
@@ -29,13 +30,13 @@ bool IsPictureEnding(const std::string& ending) {
   return ending == ".GIF" || ending == ".BMP" || ending == ".PNG" || ending == ".JPG";
 }
 
-// An icon that the editor and every calculator's folder can use.
+// An icon that the editor, every calculator's folder and its install file can use.
 bool IsIconFile(const std::string& path) {
   try {
     const std::int64_t length = FileLength(path);
     if (length != kIconFileLength && length != kTwoIconsFileLength) return false;
     LoadIcon(path);
-    return true;
+    return IsInstallIcon(path);
   } catch (const RuntimeError&) {
     return false;
   }
@@ -81,7 +82,7 @@ void FrmOptions::RefreshIconList(std::string& name) {
     CboIcons.Clear();
     ShowIcon("");
     CboIcons.Add(Tr(kNewIcon));
-    for (const std::string& file : ListFiles(DataFolder + "\\icons\\*.ico")) {
+    for (const std::string& file : ListFilesOrFail(DataFolder + "\\icons\\*.ico")) {
       CboIcons.Add(ReplaceAllNoCase(UpperCase(file), kIconEnding, ""));
     }
   } catch (const RuntimeError&) {
@@ -123,13 +124,21 @@ std::string FrmOptions::ChosenIconText() const {
 
 void FrmOptions::StoreIcon() {
   const std::string icon = ChosenIconText();
-  if (FoldCase(icon).find(FoldCase(Tr(kNewIcon))) != std::string::npos || !FitsRecord(icon)) return;
+  // One that was refused is no choice: the icon that was chosen before stays.
+  const bool refused = !icon.empty() && chosenIcon_.empty();
+  if (refused || FoldCase(icon).find(FoldCase(Tr(kNewIcon))) != std::string::npos) return;
   edited_.IconName = icon;
 }
 
 void FrmOptions::BrowseForPicture() {
-  const std::string file = TheDesktop().OpenFile(
-      {"", AppFolder + "\\images", "", Tr("Image files(*.bmp,*.jpg,*.gif,*.png)|*.bmp;*.jpg;*.gif;*.png")});
+  const std::string images = AppFolder + "\\images";
+  try {
+    if (!FolderExists(images)) MakeFolder(images);
+  } catch (const RuntimeError&) {
+    // The dialog starts where the desktop starts it.
+  }
+  const std::string file =
+      TheDesktop().OpenFile({"", images, "", Tr("Image files(*.bmp,*.jpg,*.gif,*.png)|*.bmp;*.jpg;*.gif;*.png")});
   if (file.empty()) return;
   TxtLogo.SetText(file);
   TxtLogo.SetFocus();
