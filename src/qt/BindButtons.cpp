@@ -1,6 +1,7 @@
 // Labels, frames, buttons and the other small controls.
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QImage>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -54,7 +55,9 @@ void PaintPicture(const PictureBox& box, QLabel& widget) {
     return;
   }
   widget.setProperty(kPainted, true);
-  QPixmap picture(box.Picture().starts_with(':') ? Shown(box.Picture()) : Shown(NativePath(box.Picture())));
+  // Read anew each time: a pixmap of a file's name may be the one that was shown before the file was changed.
+  const QImage read(box.Picture().starts_with(':') ? Shown(box.Picture()) : Shown(NativePath(box.Picture())));
+  QPixmap picture = QPixmap::fromImage(read);
   const QSize room = widget.contentsRect().size();
   if (picture.width() > room.width() || picture.height() > room.height()) {
     picture = picture.scaled(room * widget.devicePixelRatio(), Qt::KeepAspectRatio, Qt::SmoothTransformation);

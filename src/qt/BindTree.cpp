@@ -102,12 +102,17 @@ bool BindTreeView(TreeView& tree, QWidget& widget, QObject& owner) {
   painter->Paint(Aspect::State, -1);
   painter->Build();
   // After the widget has dealt with the click: the handler may build the tree anew.
-  QObject::connect(drawn, &QTreeWidget::itemSelectionChanged, &owner, [&tree, drawn, &owner] {
-    const QList<QTreeWidgetItem*> selected = drawn->selectedItems();
-    if (selected.isEmpty()) return;
+  const auto click = [&tree, &owner](const std::string& key) {
     QMetaObject::invokeMethod(
-        &owner, [&tree, key = KeyOf(*selected.front())] { Deliver([&] { tree.ClickNode(key); }); },
-        Qt::QueuedConnection);
+        &owner, [&tree, key] { Deliver([&] { tree.ClickNode(key); }); }, Qt::QueuedConnection);
+  };
+  QObject::connect(drawn, &QTreeWidget::itemSelectionChanged, &owner, [drawn, click] {
+    const QList<QTreeWidgetItem*> selected = drawn->selectedItems();
+    if (!selected.isEmpty()) click(KeyOf(*selected.front()));
+  });
+  // A press on another node selects it, and the program hears of that; on the selected one it is the press that counts.
+  QObject::connect(drawn, &QTreeWidget::itemPressed, &owner, [&tree, click](QTreeWidgetItem* item) {
+    if (KeyOf(*item) == tree.Selected()) click(tree.Selected());
   });
   QObject::connect(drawn, &QTreeWidget::itemDoubleClicked, &owner, [&tree, &owner] {
     QMetaObject::invokeMethod(

@@ -75,6 +75,33 @@ TEST_F(OptionsWindow, TheKeyboardAloneWalksTheTreeAndEdits) {
   EXPECT_EQ(CalculatorPreferences.CurrencySymbol.Trimmed(), "1234");
 }
 
+TEST_F(OptionsWindow, AClickOnTheSelectedNodeCommits) {
+  ClickItem("How leasing works");
+  Settle();
+  auto& line = In<QLineEdit>("txtForms_1");
+  QTest::keyClicks(&line, "x");
+  const std::string typed = line.text().toStdString();
+  ClickItem("How leasing works");
+  Settle();
+  Recordset row;
+  row.Open("SELECT COUNT(*) FROM Forms WHERE LinkName='" + typed + "'", TheStore->connection);
+  EXPECT_EQ(ValueText(row.Field(0)), "1");
+}
+
+TEST_F(OptionsWindow, ThePreviewShowsTheIconsPresentPicture) {
+  const std::string path = DataFolder + "/icons/COINS.ICO", other = ReadFile(DataFolder + "/icons/CHART.ICO");
+  ClickItem("Icon");
+  Settle();
+  const auto written = std::filesystem::last_write_time(path);
+  const QImage before = In<QLabel>("PicIcon").pixmap().toImage();
+  WriteFile(path, other);
+  std::filesystem::last_write_time(path, written);
+  options.CboIcons.Choose(0);
+  options.CboIcons.Choose(3);
+  ASSERT_EQ(options.PicIcon.Picture(), DataFolder + "\\icons\\COINS.ICO");
+  EXPECT_NE(In<QLabel>("PicIcon").pixmap().toImage(), before);
+}
+
 TEST_F(OptionsWindow, ALinkWorksByPointerAndByKey) {
   frmFormEditWarning warning("");
   int opened = 0;
