@@ -46,11 +46,12 @@ std::string Count(int count) {
   return FormatNumberInput(kInputCount, std::to_string(count));
 }
 
+// The payments in advance are counted with the others, and the years are those of the whole count.
 std::string TermText() {
-  const int years = Quote.NumberOfPayments / (Quote.Quarterly ? 4 : 12);
-  const bool whole = years > 0 && Quote.NumberOfPayments % (Quote.Quarterly ? 4 : 12) == 0;
-  return Count(Quote.AdvancedPayments + Quote.NumberOfPayments) + (Quote.Quarterly ? " Quarters" : " Months") +
-         (whole ? " (" + Count(years) + " Year" + (years >= 2 ? "s" : "") + ")" : "");
+  const int count = Quote.AdvancedPayments + Quote.NumberOfPayments, aYear = Quote.Quarterly ? 4 : 12;
+  const int years = count % aYear == 0 ? count / aYear : 0;
+  return Count(count) + (Quote.Quarterly ? " Quarters" : " Months") +
+         (years > 0 ? " (" + Count(years) + " Year" + (years >= 2 ? "s" : "") + ")" : "");
 }
 
 // The deposit's share of the capital cost, which the quote keeps only of a deposit that was given as one.
