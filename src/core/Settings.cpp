@@ -26,9 +26,7 @@ std::string OptionOr(std::string_view key, std::string_view defaultValue) {
 }
 
 bool IsWholeNumber(std::string_view text) {
-  constexpr std::size_t kMostDigits = 18;  // of a 64-bit number
-  return !text.empty() && text.size() <= kMostDigits &&
-         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "distribute/Upload.h"
 
-#include <cstdio>
+#include <algorithm>
 
 #include "core/Globals.h"
 #include "core/Reports.h"
@@ -28,10 +28,13 @@ std::string RequestBody(const std::string& path) {
 }  // namespace
 
 std::string UploadIdentifier(std::chrono::system_clock::time_point now) {
-  const auto reference = static_cast<long long>(LeadingNumber(CustomerReference));
-  char digits[32];
-  std::snprintf(digits, sizeof digits, "%06lld", reference);
-  return digits + std::to_string(LocalSecondsSince1999(now));
+  constexpr std::size_t kFewestDigits = 6;
+  // As text: a reference may be longer than any number that the machine counts with.
+  std::string_view digits = Trim(CustomerReference);
+  digits = digits.substr(0, digits.find_first_not_of("0123456789"));
+  digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
+  const std::string zeros(kFewestDigits - std::min(kFewestDigits, digits.size()), '0');
+  return zeros + std::string(digits) + std::to_string(LocalSecondsSince1999(now));
 }
 
 UploadAnswer ReadUploadAnswer(std::string_view bytes) {

@@ -1,6 +1,7 @@
 #include "platform/Database.h"
 
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <array>
 #include <charconv>
@@ -26,6 +27,17 @@ std::string_view ViewOf(const void* bytes, int length) {
 
 int CompareCaseBlind(void*, int na, const void* a, int nb, const void* b) {
   return CompareNoCase(ViewOf(a, na), ViewOf(b, nb));
+}
+
+// The path comes last and may hold semicolons itself.
+std::string PathIn(std::string_view connectionString) {
+  constexpr std::string_view kKey = "dbq=";
+  while (!EqualNoCase(connectionString.substr(0, kKey.size()), kKey)) {
+    const auto end = connectionString.find(';');
+    if (end == std::string_view::npos) return {};
+    connectionString.remove_prefix(end + 1);
+  }
+  return std::string(connectionString.substr(kKey.size()));
 }
 
 // "%" stands for any text and "_" for any character, both texts folded.
@@ -143,10 +155,7 @@ bool ValueTruth(const Value& value) {
 
 void Connection::Open(std::string_view connectionString) {
   Close();
-  std::string path;
-  for (const std::string_view part : Split(connectionString, ';')) {
-    if (part.size() > 4 && EqualNoCase(part.substr(0, 4), "dbq=")) path = part.substr(4);
-  }
+  const std::string path = PathIn(connectionString);
   if (!FileExists(path)) {
     throw RuntimeError(kFileNotFound, Tr("The database file does not exist or is no file: %1", {path}));
   }
@@ -204,7 +213,8 @@ int Connection::LastInsertedId() const {
 
 void Connection::CopyTo(std::string_view path, const std::function<void()>& pause) {
   if (!database_) throw RuntimeError(kDatabase, "No database is open");
-  const std::string beside = NativePath(path) + ".tmp";
+  // A name of this program's own: what two programs write into one file is no copy.
+  const std::string beside = NativePath(path) + "." + std::to_string(::getpid()) + ".tmp";
   std::error_code ignored;
   std::filesystem::remove(beside, ignored);
   sqlite3* copy = nullptr;

@@ -27,6 +27,8 @@ void KeepDailyCopy() {
   try {
     const std::string folder = DataFolder + "\\Backup";
     const std::string copy = folder + "\\Tarvolinex " + Today() + ".mdb";
+    // Of copies that were killed, on whatever day. Another program that is copying right now only does so in vain.
+    for (const std::string& name : ListFiles(folder + "\\Tarvolinex *.mdb.*tmp*")) DeleteFile(folder + "\\" + name);
     if (FileExists(copy)) return;
     if (!FolderExists(folder)) MakeFolder(folder);
     TheStore->connection.CopyTo(copy, [] { TheDesktop().Repaint(); });

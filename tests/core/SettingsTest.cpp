@@ -21,9 +21,9 @@ TEST_F(SettingsTest, TheWebServerIsTheFilesEvenWhenBlank) {
   LoadWebSettings();
   EXPECT_EQ(WebServer, "calc.example/a");
   EXPECT_EQ(CustomerReference, "42");
-  folder.File("Tarvolinex.ini", "[WEB]\r\nref=1234567890123\r\n");
+  folder.File("Tarvolinex.ini", "[WEB]\r\nref=12345678901234567890123\r\n");
   LoadWebSettings();
-  EXPECT_EQ(CustomerReference, "1234567890123");
+  EXPECT_EQ(CustomerReference, "12345678901234567890123");
 }
 
 TEST_F(SettingsTest, OptionsFillTheWindow) {

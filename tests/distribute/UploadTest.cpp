@@ -86,11 +86,16 @@ TEST_F(UploadTest, TheIdentifierIsTheReferenceAndTheSecondsOfLocalTime) {
   moment.tm_hour = 10;
   moment.tm_isdst = -1;
   const auto now = std::chrono::system_clock::from_time_t(std::mktime(&moment));
-  // 1,533 days and ten hours.
-  CustomerReference = "123";
-  EXPECT_EQ(UploadIdentifier(now), "000123132487200");
-  CustomerReference = "1234567";
-  EXPECT_EQ(UploadIdentifier(now), "1234567132487200");
+  for (const auto& [reference, written] : std::vector<std::pair<std::string, std::string>>{
+           {"123", "000123"},
+           {"0007", "000007"},
+           {"", "000000"},
+           {"1234567", "1234567"},
+           {"123456789012345678", "123456789012345678"},
+           {"98765432109876543210987654321", "98765432109876543210987654321"}}) {
+    CustomerReference = reference;
+    EXPECT_EQ(UploadIdentifier(now), written + "132487200");  // 1,533 days and ten hours
+  }
 }
 
 TEST_F(UploadTest, TheVersionPageIsAskedForThisInstallation) {

@@ -31,7 +31,7 @@ class DatabaseTest : public ::testing::Test {
     return texts;
   }
   TemporaryFolder folder;
-  std::string path = folder.Path() + "/Tarvolinex.mdb";
+  std::string path = folder.Path() + "/one;dbq=two;Tarvolinex.mdb";
   Connection connection;
 };
 

@@ -289,6 +289,9 @@ TEST_F(SupplierPanelTest, AFailedSaveEndsTheProgramAndChangesNothing) {
 
 TEST_F(SupplierPanelTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
   const std::string pattern = DataFolder + "\\Backup\\*.mdb";
+  for (const char* killed : {".tmp", ".77.tmp", ".77.tmp-journal"}) {
+    folder.File("Backup/Tarvolinex 2020-01-01.mdb" + std::string(killed), "half");
+  }
   using std::chrono::hours;
   desktop.now = std::chrono::system_clock::from_time_t(1800000000);
   Choose("Saxonholt Dental Systems Ltd");
@@ -300,6 +303,7 @@ TEST_F(SupplierPanelTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
   }
   const auto copies = ListFiles(pattern);
   EXPECT_EQ(copies.size(), 5U);
+  EXPECT_EQ(ListFiles(DataFolder + "\\Backup\\*.*").size(), 5U);
   const auto townIn = [](const std::string& name) {
     Connection copy;
     copy.Open("dbq=" + DataFolder + "\\Backup\\" + name);
