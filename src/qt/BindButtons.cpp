@@ -33,6 +33,12 @@ void PaintChoice(const Choice& control, QAbstractButton& button) {
   button.setChecked(control.Value());
 }
 
+// On a background of its own a text has the colour that it was given.
+QColor Ink(const Label& label) {
+  const QColor ink = ToQColor(label.ForeColour());
+  return label.BackColour() == kSystemWindow ? ReadableOnWindow(ink) : ink;
+}
+
 void PaintLabel(const Label& label, QLabel& widget) {
   PaintShared(label, widget);
   widget.setText(widget.buddy() ? WithAccessKey(label.Caption()) : WithoutAccessKey(label.Caption()));
@@ -41,23 +47,43 @@ void PaintLabel(const Label& label, QLabel& widget) {
   QPalette palette;
   const bool written = label.ForeColour() != kSystemWindowText;
   if (coloured) palette.setColor(QPalette::Window, ToQColor(label.BackColour()));
-  if (written) palette.setColor(QPalette::WindowText, ReadableOnWindow(ToQColor(label.ForeColour())));
+  if (written) palette.setColor(QPalette::WindowText, Ink(label));
   if (coloured || written || widget.autoFillBackground()) widget.setPalette(palette);
   widget.setAutoFillBackground(coloured);
+}
+
+// As the background of a page in small: the colour, and over it the picture side by side.
+void PaintTiles(const PictureBox& box, const QImage& read, QLabel& widget) {
+  constexpr int kSmaller = 3;
+  QPalette palette;
+  palette.setColor(QPalette::Window, ToQColor(box.BackColour()));
+  if (!read.isNull()) {
+    const QSize size = (read.size() / kSmaller).expandedTo(QSize(1, 1)) * widget.devicePixelRatio();
+    QPixmap tile = QPixmap::fromImage(read.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    tile.setDevicePixelRatio(widget.devicePixelRatio());
+    palette.setBrush(QPalette::Window, tile);
+  }
+  widget.setPalette(palette);
+  widget.setAutoFillBackground(true);
+}
+
+QImage PictureOf(const PictureBox& box) {
+  if (box.Picture().empty()) return {};
+  // Read anew each time: a pixmap of a file's name may be the one that was shown before the file was changed.
+  return QImage(box.Picture().starts_with(':') ? Shown(box.Picture()) : Shown(NativePath(box.Picture())));
 }
 
 // A picture larger than its box is shrunk to fit, a smaller one is shown as it is.
 void PaintPicture(const PictureBox& box, QLabel& widget) {
   constexpr const char* kPainted = "painted";  // the picture that the widget shows is not its design's
   PaintShared(box, widget);
+  if (widget.property("tiled").toBool()) return PaintTiles(box, PictureOf(box), widget);
   if (box.Picture().empty()) {
     if (widget.property(kPainted).toBool()) widget.clear();
     return;
   }
   widget.setProperty(kPainted, true);
-  // Read anew each time: a pixmap of a file's name may be the one that was shown before the file was changed.
-  const QImage read(box.Picture().starts_with(':') ? Shown(box.Picture()) : Shown(NativePath(box.Picture())));
-  QPixmap picture = QPixmap::fromImage(read);
+  QPixmap picture = QPixmap::fromImage(PictureOf(box));
   const QSize room = widget.contentsRect().size();
   if (picture.width() > room.width() || picture.height() > room.height()) {
     picture = picture.scaled(room * widget.devicePixelRatio(), Qt::KeepAspectRatio, Qt::SmoothTransformation);

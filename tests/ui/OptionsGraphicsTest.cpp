@@ -120,6 +120,10 @@ TEST_F(OptionsGraphicsTest, EachPathStaysWithItsNode) {
   desktop.files = {path};
   options.CmdCoLog.Press();
   EXPECT_TRUE(FolderExists(AppFolder + "\\images"));  // where the dialog starts
+  EXPECT_EQ(options.PicLogo.Picture(), path);
+  options.TxtLogo.SetText(path + "x");
+  EXPECT_EQ(options.PicLogo.Picture(), DataFolder + "\\logo\\logo.GIF");
+  options.TxtLogo.SetText(path);
   EXPECT_EQ(options.TxtLogo.Text(), path);
   EXPECT_EQ(options.ActiveControl(), &options.TxtLogo);
   options.CmdCoLog.Press();  // cancelled

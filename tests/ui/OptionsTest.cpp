@@ -1,4 +1,5 @@
 #include <limits>
+#include <set>
 
 #include "support/OptionsFixture.h"
 
@@ -52,6 +53,43 @@ TEST_F(OptionsTest, EveryNodeBringsUpItsEditorAlone) {
   Select("GRAPHICS3");
   EXPECT_EQ(options.FraYesNo.Caption(), "Background Picture On/Off");
   EXPECT_EQ(options.ChkdepSelect(1).Caption(), "Percentage  of Equipment");
+}
+
+TEST_F(OptionsTest, EverySettingSaysWhatItDoes) {
+  EXPECT_NE(options.LblHint.Caption(), "");
+  CalculatorPreferences.AliasSupplier = "A&B";
+  std::set<std::string> hints;
+  for (const auto& node : options.TreeOptions.Nodes()) {
+    Select(node.key);
+    EXPECT_TRUE(options.LblHint.Caption().ends_with(".")) << node.key;
+    const bool own = hints.insert(options.LblHint.Caption()).second;
+    EXPECT_TRUE(own || node.parent == "FORMS") << node.key;
+  }
+  Select("FORMS");
+  EXPECT_NE(options.LblHint.Caption().find(" A&&B "), std::string::npos);
+}
+
+TEST_F(OptionsTest, TheSmallCalculatorShowsWhatIsBeingChosen) {
+  EXPECT_FALSE(options.PicPage.Visible());
+  Select("COLOURS4");
+  const Colour title = options.LblPreview(0).ForeColour();
+  desktop.colours = {0xFFFFFF, 0x000000};
+  options.CmdColor.Press();
+  EXPECT_EQ(options.LblPreview(3).BackColour(), 0xFFFFFFU);
+  EXPECT_EQ(options.LblPreview(3).ForeColour(), 0x000000U);
+  options.CmdColor.Press();
+  EXPECT_EQ(options.LblPreview(3).ForeColour(), 0xFFFFFFU);
+  EXPECT_EQ(options.LblPreview(0).ForeColour(), title);
+  for (const auto& [key, picture] :
+       {std::pair{"GRAPHICS1", &options.PicPageLogo}, std::pair{"GRAPHICS3", &options.PicPage}}) {
+    Select(key);
+    options.ChkYesNo.SetValue(true);
+    EXPECT_TRUE(FileExists(picture->Picture())) << key;
+    options.ChkYesNo.SetValue(false);
+    EXPECT_EQ(picture->Picture(), "") << key;
+  }
+  Select("TAX");
+  EXPECT_FALSE(options.PicPage.Visible());
 }
 
 TEST_F(OptionsTest, AValueIsCommittedToItsOwnFieldWhenTheNodeIsLeft) {

@@ -18,7 +18,7 @@ namespace tarvolinex {
 
 namespace {
 enum Button { kOk, kCancel, kView, kHelp, kButtons };
-constexpr int kDepositTypes = 3;
+constexpr int kDepositTypes = 3, kPreviewTexts = 5;
 }  // namespace
 
 FrmOptions::FrmOptions()
@@ -49,7 +49,15 @@ FrmOptions::FrmOptions()
       CmdIcon(*this, "CmdIcon", -1, Tr("Edit")),
       FraLogo(*this, "FraLogo"),
       TxtLogo(*this, "TxtLogo"),
-      CmdCoLog(*this, "CmdCoLog", -1, Tr("Browse...")) {
+      CmdCoLog(*this, "CmdCoLog", -1, Tr("Browse...")),
+      LblPicture(*this, "LblPicture"),
+      PicLogo(*this, "PicLogo"),
+      LblHint(*this, "LblHint"),
+      LblPreviewTitle(*this, "LblPreviewTitle", -1, Tr("Preview")),
+      PicPage(*this, "PicPage"),
+      LblPreviewPanel(*this, "LblPreviewPanel"),
+      PicPageLogo(*this, "PicPageLogo"),
+      LblPreview(*this, "LblPreview", kPreviewTexts) {
   WireButtons();
   WireEditors();
   WireForms();
@@ -104,6 +112,7 @@ void FrmOptions::Load() {
   pendingPictures_ = {};
   HidePanels();
   FraBlank.SetVisible(true);
+  ShowHint(nullptr);
   Cmd(kView).SetImage("PREVIEW");
   Cmd(kHelp).SetImage("HELP");
   std::string icon = edited_.IconName.Trimmed();
@@ -169,7 +178,10 @@ void FrmOptions::SetSwatch(Colour colour) {
 }
 
 void FrmOptions::ChangeColour() {
-  if (const auto chosen = TheDesktop().ChooseColour(PicColour.BackColour())) SetSwatch(*chosen);
+  const auto chosen = TheDesktop().ChooseColour(PicColour.BackColour());
+  if (!chosen) return;
+  SetSwatch(*chosen);
+  ShowPreview();
 }
 
 void FrmOptions::ChkdepSelect_Click(int box) {

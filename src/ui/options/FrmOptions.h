@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -11,6 +12,8 @@
 #include "ui/options/OptionNodes.h"
 
 namespace tarvolinex {
+
+inline constexpr std::int64_t kLargestPicture = 10 << 20;  // bytes; what is larger no calculator carries
 
 class FrmOptions : public Window {
  public:
@@ -56,6 +59,15 @@ class FrmOptions : public Window {
   Frame FraLogo;
   TextBox TxtLogo;
   CommandButton CmdCoLog;
+  Label LblPicture;  // which picture is shown below
+  PictureBox PicLogo;
+  Label LblHint;  // what the selected setting does for whom
+  // A calculator in small, in the colours and with the pictures as they are edited.
+  Label LblPreviewTitle;
+  PictureBox PicPage;
+  Label LblPreviewPanel;
+  PictureBox PicPageLogo;
+  ControlArray<Label> LblPreview;
 
  private:
   void WireButtons();
@@ -81,6 +93,9 @@ class FrmOptions : public Window {
   void SetSwatch(Colour colour);
   void ChangeColour();
   void ChkdepSelect_Click(int box);
+  // The setting's sentence, and the small calculator where the setting is one that it shows.
+  void ShowHint(const OptionNode* node);
+  void ShowPreview();
 
   void WireForms();
   bool IsFormKey(const std::string& key) const;
@@ -105,6 +120,8 @@ class FrmOptions : public Window {
   void BrowseForPicture();
   void ShowPictureImport(const OptionNode& node);
   void StorePicture(const OptionNode& node);
+  // The picture that is typed, else the one in use.
+  void ShowChosenPicture();
   // 0 the header logo, 1 the background.
   static std::size_t PictureKind(const OptionNode& node);
   void SaveLogo(std::size_t kind);

@@ -19,7 +19,6 @@ namespace {
 constexpr const char* kNewIcon = Marked("<New Icon>");
 constexpr const char* kIconEnding = ".ICO";
 constexpr std::size_t kEndingLength = 4;
-constexpr std::int64_t kLargestPicture = 10 << 20;  // bytes
 
 // ".GIF" and so on: the last four characters in capitals.
 std::string EndingOf(const std::string& path) {
@@ -73,6 +72,8 @@ void FrmOptions::WireGraphics() {
     if (!OpenIconEditor) return;
     OpenIconEditor(chosenIcon_, [this](std::string name) { RefreshIconList(name); });
   };
+  TxtLogo.Change = [this] { ShowChosenPicture(); };
+  ChkYesNo.Click = [this] { ShowPreview(); };
   CmdCoLog.Click = [this] { BrowseForPicture(); };
 }
 
@@ -147,6 +148,7 @@ void FrmOptions::BrowseForPicture() {
 void FrmOptions::ShowPictureImport(const OptionNode& node) {
   FraLogo.SetCaption(Tr(node.caption));
   TxtLogo.SetText(pendingPictures_[PictureKind(node)]);
+  ShowChosenPicture();
 }
 
 std::size_t FrmOptions::PictureKind(const OptionNode& node) {

@@ -46,6 +46,7 @@ void FrmOptions::TreeOptions_NodeClick() {
   SaveChangedValue();
   currentKey_ = TreeOptions.Selected();
   const OptionNode* node = FindOptionNode(currentKey_);
+  ShowHint(node);
   if (IsFormKey(currentKey_)) return ShowForm();
   if (node && node->editor != OptionEditor::None) return ShowEditor(*node);
   FraBlank.SetVisible(true);

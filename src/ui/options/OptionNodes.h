@@ -19,11 +19,15 @@ using OptionField =
 struct OptionNode {
   const char *key, *parent;  // parent: empty for a root
   const char* caption;       // with aliases
+  const char* hint;          // what the setting does for whom, with aliases
   OptionEditor editor = OptionEditor::None;
   OptionField field = {};
   int kind = 0;   // of a value: which input rule it follows
   int limit = 0;  // of a value: the largest; of a text: how many characters it holds
 };
+
+// What a form page is, for its details.
+extern const char* const kFormHint;
 
 inline constexpr const char* kFormsKey = "FORMS";  // and, with a form's ID, the keys of the forms
 
