@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <optional>
 
 #include "calc/Payment.h"
 
@@ -35,7 +36,25 @@ class CapitalCostSearch {
     return passes_;
   }
 
+  std::optional<NearestPayments> Nearest(Currency found) {
+    if (target_ <= Currency()) return {};
+    PriceFor(found);
+    if (Met()) return {};
+    constexpr std::int64_t kPenny = 100;
+    NearestPayments nearest;
+    for (const Currency bound : Bounds()) {
+      for (const std::int64_t cost : {bound.Units(), bound.Units() + kPenny}) {
+        if (cost <= 0) continue;
+        PriceFor(Currency::FromUnits(cost));
+        Keep(nearest);
+      }
+    }
+    return nearest;
+  }
+
  private:
+  static constexpr int kBounds = 6;
+
   static void Assign(Currency& target, double amount) {
     if (const auto value = Currency::FromDouble(amount)) target = *value;
   }
@@ -85,12 +104,24 @@ class CapitalCostSearch {
     return true;
   }
 
-  // Between two neighbouring bounds the payment only grows with the cost, so halving finds it. The highest band that
-  // holds an answer gives it.
-  bool SearchBands() {
+  // Where the rates change, in falling order.
+  std::array<Currency, kBounds> Bounds() const {
     std::array<Currency, kBounds> bounds = {Currency(), terms_.card.AdditionalPremiumMin};
     std::copy_n(terms_.card.RangeEquipFROM.begin(), 4, bounds.begin() + 2);
     std::sort(bounds.begin(), bounds.end(), std::greater<>());
+    return bounds;
+  }
+
+  void Keep(NearestPayments& nearest) const {
+    const PricedCost priced{quote_.CapitalCost, quote_.Payment};
+    if (priced.payment < target_ && (!nearest.below || nearest.below->payment < priced.payment)) nearest.below = priced;
+    if (priced.payment > target_ && (!nearest.above || nearest.above->payment > priced.payment)) nearest.above = priced;
+  }
+
+  // Between two neighbouring bounds the payment only grows with the cost, so halving finds it. The highest band that
+  // holds an answer gives it.
+  bool SearchBands() {
+    const std::array<Currency, kBounds> bounds = Bounds();
     Currency upper = Currency::FromUnits(kHighestCost);
     for (const Currency bound : bounds) {
       if (bound < Currency() || bound >= upper) continue;
@@ -114,7 +145,6 @@ class CapitalCostSearch {
     return false;
   }
 
-  static constexpr int kBounds = 6;
   static constexpr std::int64_t kHighestCost = std::int64_t{1} << 50;  // 112,589,990,684.26
   static constexpr int kMostBandPasses = kBounds * 51;
 
@@ -132,6 +162,11 @@ int CalculateQuote(int mode, QuoteRecord& quote, const QuoteTerms& terms) {
   if (mode == kModeCapitalCost) return CapitalCostSearch(quote, terms).Run();
   CalculatePayment(mode, quote, terms);
   return 1;
+}
+
+std::optional<NearestPayments> NearestTo(const QuoteRecord& asked, Currency found, const QuoteTerms& terms) {
+  QuoteRecord trial = asked;
+  return CapitalCostSearch(trial, terms).Nearest(found);
 }
 
 }  // namespace tarvolinex

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include "core/Globals.h"
+#include "core/Reports.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -33,7 +36,66 @@ double ClickStep(int kind) {
   return kind == kInputPercent ? 0.25 : 1;
 }
 
+// The text without the sign of a unit.
+std::string Unmarked(std::string_view text) {
+  const std::string symbol = CalculatorPreferences.CurrencySymbol.Trimmed();
+  return std::string(Trim(ReplaceAll(ReplaceAll(text, symbol, ""), "%", "")));
+}
+
+// The text stands for another unit than the box's.
+bool IsOfOtherUnit(const NumberRule& rule, std::string_view text) {
+  const std::string symbol = CalculatorPreferences.CurrencySymbol.Trimmed();
+  const bool percent = text.find('%') != std::string_view::npos;
+  const bool money = !symbol.empty() && text.find(symbol) != std::string_view::npos;
+  return (percent && rule.kind != kInputPercent) || (money && rule.kind != kInputAmount);
+}
+
+bool HasDigit(std::string_view text) {
+  return text.find_first_of("0123456789") != std::string_view::npos;
+}
+
+double SmallestOf(const NumberRule& rule) {
+  return rule.kind == kInputPayments ? 1 : 0;
+}
+
+std::string Formatted(const NumberRule& rule, std::string_view text) {
+  return FormatNumberInput(rule.kind == kInputPayments ? kInputCount : rule.kind, Unmarked(text), rule.largest);
+}
+
 }  // namespace
+
+double TypedNumber(std::string_view text) {
+  return LeadingNumber(Unmarked(text));
+}
+
+std::string FaultOf(const NumberRule& rule, std::string_view text) {
+  const std::string typed(Trim(text)), number = Unmarked(text);
+  if (typed.empty()) return rule.kind == kInputPayments ? Tr("%1: a number is wanted", {rule.name}) : std::string();
+  if (IsOfOtherUnit(rule, text)) {
+    if (!rule.otherWay.empty()) return Tr("%1: %2 goes with \"%3\" beside the box", {rule.name, typed, rule.otherWay});
+    return rule.kind == kInputPercent ? Tr("%1: %2 is an amount; this is a percentage", {rule.name, typed})
+                                      : Tr("%1: %2 does not belong here", {rule.name, typed});
+  }
+  std::string digits;
+  if (!ExactNumberText(number, digits)) return Tr("%1: %2 is no number", {rule.name, typed});
+  const int decimals = rule.kind == kInputAmount || rule.kind == kInputPercent ? 2 : 0;
+  const double value = TypedNumber(text);
+  if (rule.largest > 0 && value > rule.largest) {
+    return Tr("%1: %2 is more than %3", {rule.name, typed, FormatFixed(rule.largest, decimals)});
+  }
+  if (value < SmallestOf(rule)) {
+    return Tr("%1: %2 is less than %3", {rule.name, typed, FormatFixed(SmallestOf(rule), decimals)});
+  }
+  return {};
+}
+
+std::string TextWhenLeft(const NumberRule& rule, std::string_view text, std::string_view before) {
+  const bool empty = Trim(text).empty(), payments = rule.kind == kInputPayments;
+  const bool none = IsOfOtherUnit(rule, text) || (!empty && !HasDigit(text)) || (payments && TypedNumber(text) < 1);
+  if (none && FaultOf(rule, before).empty()) return Formatted(rule, before);
+  if (!payments) return Formatted(rule, none ? "" : text);
+  return FormatFixed(std::clamp(TypedNumber(text), SmallestOf(rule), rule.largest), 0);
+}
 
 std::string FormatNumberInput(int kind, std::string_view value, double largest) {
   double number = LeadingNumber(value);
@@ -52,8 +114,17 @@ std::string FormatNumberInput(int kind, std::string_view value, double largest) 
   }
 }
 
+void SayFault(std::string_view fault, const TextBox& box) {
+  if (fault.empty() || !box.Fault().empty()) return SetNote(fault.empty() ? "" : box.Fault());
+  SetNote(Tr("%1. It is %2 now.", {fault, box.Text()}));
+}
+
+void SayNumbersOnly() {
+  SetNote(Tr("Only a number goes here"));
+}
+
 void StepInput(TextBox& box, bool up, double limit, int kind) {
-  const double number = LeadingNumber(box.Text());
+  const double number = TypedNumber(box.Text());
   const double next = up ? std::min(number + ClickStep(kind), limit) : std::max(number - ClickStep(kind), limit);
   box.SetText(FormatNumberInput(kind, FormatFixed(next, 4)));
 }

@@ -19,6 +19,7 @@ enum InputKind {
 };
 
 inline constexpr double kLargestAmount = 99'999'999;
+inline constexpr double kMostPayments = 1000;
 
 // kInputAmount, kInputPercent: the leading number as "#0.00"; above `largest` (when that is above 0) it becomes
 //   99,999,999 for an amount and `largest` for a percentage.
@@ -26,6 +27,31 @@ inline constexpr double kLargestAmount = 99'999'999;
 // kInputFreeText: apostrophes become grave accents, then trimmed.
 // Any other kind: the value as it is.
 std::string FormatNumberInput(int kind, std::string_view value, double largest = 0);
+
+// The number that a box's text gives: as LeadingNumber, whatever currency symbol or percent sign stands beside it.
+double TypedNumber(std::string_view text);
+
+// What a box may hold.
+struct NumberRule {
+  int kind = kInputAmount;
+  double largest = 0;
+  std::string name;      // of the box, for reports
+  std::string otherWay;  // the choice beside the box that takes the other unit; empty = none
+};
+
+// What is wrong with a text for such a box, as a sentence that names the box and the text; empty = nothing. The least
+// value is 0, of a number of payments 1. An empty text is no fault, except for a number of payments.
+std::string FaultOf(const NumberRule& rule, std::string_view text);
+
+// What the box shows when it is left: the text formatted; `before`, which the box held when it was entered, formatted
+// instead when the text is none of its numbers (another unit, no digits, no payments at all).
+std::string TextWhenLeft(const NumberRule& rule, std::string_view text, std::string_view before);
+
+// Says on the status line what was wrong with a box that has been left, and what it holds now. Without a fault the
+// line is cleared.
+void SayFault(std::string_view fault, const TextBox& box);
+// Says there that a box took nothing else than a number.
+void SayNumbersOnly();
 
 // One click of an up-down: the box's number moves by the kind's step (100, 0.25 for a percentage, 1 for a count) and
 // stops at the limit.

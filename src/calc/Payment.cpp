@@ -5,9 +5,7 @@
 
 namespace tarvolinex {
 
-namespace {
-
-// Band of a capital cost, -1 for none. The thresholds are tested one by one, a later match replacing an earlier one,
+// The thresholds are tested one by one, a later match replacing an earlier one,
 // so that a card whose thresholds are out of order is read as it always was.
 int BandOf(const RateCard& card, Currency cost) {
   const auto& from = card.RangeEquipFROM;
@@ -18,6 +16,8 @@ int BandOf(const RateCard& card, Currency cost) {
   }
   return Currency() < cost && cost <= from[3] ? 4 : band;
 }
+
+namespace {
 
 float InBand(const std::array<float, 5>& rates, int band) {
   return band < 0 ? 0.0F : rates[static_cast<std::size_t>(band)];

@@ -6,6 +6,8 @@
 // by zero, a result that does not fit) leaves its target as it was and the calculation goes on; nothing is reported.
 #pragma once
 
+#include <optional>
+
 #include "core/Quote.h"
 #include "core/Records.h"
 
@@ -35,6 +37,8 @@ struct QuoteTerms {
   bool capitalCostLocked = false;  // the capital cost is kept when a search has nothing to find
 };
 
+// The band of a capital cost, 0 to 4; -1 for a capital cost of 0 or less.
+int BandOf(const RateCard& card, Currency capitalCost);
 // Yield of the band of a capital cost, percent a year, without premium; 0 for a capital cost of 0 or less.
 float BandYield(const RateCard& card, Currency capitalCost);
 // Commission of the same band, percent of the capital cost.
@@ -57,5 +61,17 @@ void CalculatePayment(int mode, QuoteRecord& quote, const QuoteTerms& terms);
 // one pass. Returns the number of passes (at most 2,000). A search that finds none gives the Payment and the capital
 // cost back as they were, with a commission of 0.
 int CalculateQuote(int mode, QuoteRecord& quote, const QuoteTerms& terms);
+
+// A capital cost with its payment.
+struct PricedCost {
+  Currency cost, payment;
+};
+// The payments just below and just above one that no capital cost gives: they lie at edges of the bands.
+struct NearestPayments {
+  std::optional<PricedCost> below, above;
+};
+// Why a search of mode 2 ended at `found`: nullopt when that cost gives the payment that `asked` asks for (or when it
+// asks for none), else what comes nearest to it.
+std::optional<NearestPayments> NearestTo(const QuoteRecord& asked, Currency found, const QuoteTerms& terms);
 
 }  // namespace tarvolinex

@@ -4,7 +4,7 @@
 #include <limits>
 #include <utility>
 
-#include "calc/InputRules.h"
+#include "calc/PricedBy.h"
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
@@ -16,7 +16,7 @@ namespace tarvolinex {
 namespace {
 
 double BoxNumber(int box) {
-  return LeadingNumber(MainForm().quote.TxtProCalc(box).Text());
+  return TypedNumber(MainForm().quote.TxtProCalc(box).Text());
 }
 
 Currency BoxAmount(int box) {
@@ -68,6 +68,21 @@ void ApplyUnit(int box, int position) {
   panel.TxtProCalc(box).SetText("0");
 }
 
+// A caption as it reads, without its access key.
+std::string Plain(std::string_view caption) {
+  std::string plain;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    if (caption[i] == '&' && i + 1 < caption.size()) ++i;
+    plain += caption[i];
+  }
+  return plain;
+}
+
+double LargestOf(int kind) {
+  if (kind == kInputPayments || kind == kInputCount) return kMostPayments;
+  return kind == kInputPercent ? 100 : kLargestAmount;
+}
+
 void AttachAll(int kind, const ControlArray<UpDown>& upDowns, const ControlArray<TextBox>& boxes) {
   for (int i = boxes.First(); i <= boxes.Last(); ++i) AttachUpDown(kind, upDowns(i), boxes(i));
 }
@@ -88,6 +103,31 @@ int QuoteBoxKind(int box) {
       return kInputPercent;
     default:
       return kInputAmount;
+  }
+}
+
+NumberRule QuoteBoxRule(int box) {
+  const QuotePanel& panel = MainForm().quote;
+  NumberRule rule;
+  rule.kind = QuoteBoxKind(box);
+  rule.largest = LargestOf(rule.kind);
+  rule.name = Plain(panel.LblProCalc(box).Caption());
+  if (box == kBoxDeposit || box == kBoxResidual) {
+    const auto& ways = panel.CboProCalc(box == kBoxDeposit ? kListDepositMode : kListResidualMode).Items();
+    const bool percent = panel.TxtProCalc(box).Text().find('%') != std::string::npos;
+    if (ways.size() > 1) rule.otherWay = ways[percent ? kDepositPercent : kDepositValue].text;
+  }
+  return rule;
+}
+
+void MarkQuote() {
+  QuotePanel& panel = MainForm().quote;
+  for (int box = 0; box < kQuoteBoxes; ++box) {
+    panel.TxtProCalc(box).SetFault(FaultOf(QuoteBoxRule(box), panel.TxtProCalc(box).Text()));
+  }
+  constexpr Colour kRed = 0x0000C0;
+  for (const int result : {kResultCommission, kResultCommissionPercent}) {
+    panel.LblResult(result).SetForeColour(Quote.CommissionValue < Currency() ? kRed : kSystemWindowText);
   }
 }
 
@@ -154,8 +194,11 @@ void RecalculateQuote(int mode, int typedBox) {
     const double amount = Quote.CapitalCost.ToDouble() * static_cast<double>(Quote.CommissionPercent) / 100;
     Quote.CommissionValue = Currency::FromDouble(amount).value_or(Currency());
   }
+  const QuoteRecord asked = Quote;
   CalculateQuote(mode);
   ShowQuoteResults(typedBox);
+  ShowPricing(mode, asked, Terms());
+  MarkQuote();
   ShownQuoteMode = mode;
   ShownQuoteBox = typedBox;
   form.loading = before;
@@ -232,7 +275,7 @@ void SetDefaults() {
   constexpr int kKinds[kQuoteBoxes] = {kInputAmount,  kInputPayments, kInputAmount, kInputAmount, kInputAmount,
                                        kInputPercent, kInputAmount,   kInputAmount, kInputPercent};
   for (int i = 0; i < kQuoteBoxes; ++i) AttachUpDown(kKinds[i], quote.UpDNew(i), quote.TxtProCalc(i));
-  quote.ckCapLock.SetEnabled(LeadingNumber(quote.TxtProCalc(kBoxCapitalCost).Text()) != 0);
+  quote.ckCapLock.SetEnabled(BoxNumber(kBoxCapitalCost) != 0);
   AttachAll(kInputAmount, card.UpDEquipCost, card.txtRangeTo);
   AttachAll(kInputPercent, card.UpDyield, card.TxtRangeYield);
   AttachAll(kInputPercent, card.UpDCom, card.txtComPerc);

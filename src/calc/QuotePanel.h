@@ -4,12 +4,19 @@
 #include <string>
 #include <vector>
 
+#include "calc/InputRules.h"
 #include "calc/Payment.h"
 
 namespace tarvolinex {
 
 // The up-down kind of a quote box, as the deposit and residual modes make it.
 int QuoteBoxKind(int box);
+
+// What a quote box may hold, as the modes make it.
+NumberRule QuoteBoxRule(int box);
+
+// Marks the boxes that hold what they may not, and a commission below 0.
+void MarkQuote();
 
 // Fills the `Quote` from the panel. A yield box that still shows the last result stands for the result's exact value
 // (the box has two decimals), unless it is the box that the user changed.

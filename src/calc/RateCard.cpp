@@ -15,6 +15,10 @@ namespace tarvolinex {
 
 namespace {
 
+constexpr const char* kNoPremium = Marked("Additional Rate Premium disabled for this <SUPPLIER>");
+constexpr const char* kNoResidual = Marked("<RESIDUAL> disabled for this <SUPPLIER>");
+constexpr const char* kNoMaintenance = Marked("<MAINT> disabled for this <SUPPLIER>");
+
 // Locks or frees one input with what belongs to it; a locked one holds 0 and says why.
 void OfferInput(int box, bool offered, ComboBox* list, const char* reason) {
   QuotePanel& panel = MainForm().quote;
@@ -79,12 +83,21 @@ void ApplySupplierOptions() {
   panel.LblPremium.SetCaption(CaptionOf(PremiumCaption()));
   SetControlLocked(panel.ChkPremium, !premium);
   if (!premium) panel.ChkPremium.SetValue(false);
-  panel.ChkPremium.SetToolTip(premium ? "" : ReplaceAliases("Additional Rate Premium disabled for this <SUPPLIER>"));
-  OfferInput(kBoxResidual, SupplierCalcSettings.ResidualOption, &panel.CboProCalc(kListResidualMode),
-             Marked("<RESIDUAL> disabled for this <SUPPLIER>"));
-  OfferInput(kBoxMaintenance, SupplierCalcSettings.MaintenanceOption, nullptr,
-             Marked("<MAINT> disabled for this <SUPPLIER>"));
+  panel.ChkPremium.SetToolTip(premium ? "" : ReplaceAliases(kNoPremium));
+  OfferInput(kBoxResidual, SupplierCalcSettings.ResidualOption, &panel.CboProCalc(kListResidualMode), kNoResidual);
+  OfferInput(kBoxMaintenance, SupplierCalcSettings.MaintenanceOption, nullptr, kNoMaintenance);
   form.loading = before;
+}
+
+void NameWhatIsLocked() {
+  QuotePanel& panel = MainForm().quote;
+  const std::pair<Control*, const char*> inputs[] = {{&panel.ChkPremium, kNoPremium},
+                                                     {&panel.TxtProCalc(kBoxResidual), kNoResidual},
+                                                     {&panel.CboProCalc(kListResidualMode), kNoResidual},
+                                                     {&panel.TxtProCalc(kBoxMaintenance), kNoMaintenance}};
+  for (const auto& [input, reason] : inputs) {
+    if (!input->ToolTip().empty()) input->SetToolTip(ReplaceAliases(reason));
+  }
 }
 
 void RepairThresholdOrder(int box) {

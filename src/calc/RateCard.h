@@ -16,6 +16,9 @@ void LoadSupplierRateCard(const Recordset& supplier);
 // residual and maintenance inputs.
 void ApplySupplierOptions();
 
+// What is locked says why in the organisation's present words.
+void NameWhatIsLocked();
+
 // After threshold box i (1 to 4) was left: boxes above it are raised to at least its value and boxes below it lowered
 // to at most its value, each only if it has to.
 void RepairThresholdOrder(int box);

@@ -68,6 +68,7 @@ void ApplyCaptions(Window& window) {
   const std::string symbol = CalculatorPreferences.CurrencySymbol.Trimmed();
   for (Control* control : window.Controls()) {
     if (auto* toolbar = dynamic_cast<Toolbar*>(control)) ApplyToToolbar(*toolbar);
+    if (auto* box = dynamic_cast<TextBox*>(control); box && box->ForNumber()) box->SetForNumber(symbol);
     if (!CarriesCaption(control->TypeName())) continue;
     auto& captioned = static_cast<CaptionedControl&>(*control);
     const std::string words = GetTagValue(control->Tag(), "ALAIS");

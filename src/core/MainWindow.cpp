@@ -3,6 +3,7 @@
 #include <array>
 #include <cassert>
 
+#include "platform/Text.h"
 #include "platform/Translation.h"
 
 namespace tarvolinex {
@@ -46,7 +47,7 @@ constexpr std::array<Words, kQuoteBoxes> kBoxWords = {{
 }};
 
 constexpr std::array<Words, kQuoteLists> kListWords = {{
-    {Marked("Payment Inter&val")},
+    {Marked("Inter&val")},
     {Marked("Te&rm")},
     {Marked("Deposit as"), Marked("<DEPOSIT> as")},
     {Marked("Residual as"), Marked("<RESIDUAL> as")},
@@ -79,9 +80,9 @@ constexpr std::array<BoundField, kSupplierFields> kSupplierFieldTags = {{
     {{Marked("Add&ress")}, "RS=SUPPLIER;FIELDNAME=Address1;NODEF=0"},
     {{""}, "RS=SUPPLIER;FIELDNAME=Address2;NODEF=0"},
     {{Marked("To&wn")}, "RS=SUPPLIER;FIELDNAME=Town;NODEF=0"},
-    {{Marked("&County")}, "RS=SUPPLIER;FIELDNAME=County;NODEF=0"},
+    {{Marked("Co&unty")}, "RS=SUPPLIER;FIELDNAME=County;NODEF=0"},
     {{Marked("&Post Code")}, "RS=SUPPLIER;FIELDNAME=PostCode;NODEF=0"},
-    {{Marked("Head Office Te&l")}, "RS=SUPPLIER;FIELDNAME=tel;NODEF=0"},
+    {{Marked("Head Office Tel")}, "RS=SUPPLIER;FIELDNAME=tel;NODEF=0"},
     {{Marked("Head Office Fa&x")}, "RS=SUPPLIER;FIELDNAME=fax;NODEF=0"},
     {{Marked("Head Office E&mail")}, "RS=SUPPLIER;FIELDNAME=email;NODEF=0"},
     {{Marked("We&b Address")}, "RS=SUPPLIER;FIELDNAME=www;NODEF=0"},
@@ -90,7 +91,7 @@ constexpr std::array<BoundField, kSupplierFields> kSupplierFieldTags = {{
 
 constexpr std::array<BoundField, 6> kContactFieldTags = {{
     {{Marked("F&irst Name")}, "RS=CONTACT;FIELDNAME=FirstName"},
-    {{Marked("S&urname")}, "RS=CONTACT;FIELDNAME=Surname"},
+    {{Marked("Surn&ame")}, "RS=CONTACT;FIELDNAME=Surname"},
     {{Marked("&Job Title")}, "RS=CONTACT;FIELDNAME=JobTitle"},
     {{Marked("Tel")}, "RS=CONTACT;FIELDNAME=Tel"},
     {{Marked("Fax")}, "RS=CONTACT;FIELDNAME=Fax"},
@@ -113,8 +114,8 @@ constexpr std::array<Words, 11> kRateWords = {{
 
 constexpr std::array<Words, 3> kPremiumWords = {{
     {Marked("User &Question")},
-    {Marked("Additional Yield (%)")},
-    {Marked("Apply When Greater than")},
+    {Marked("Additional &Yield (%)")},
+    {Marked("Apply &When Greater than")},
 }};
 
 struct Switch {
@@ -123,7 +124,7 @@ struct Switch {
 };
 
 constexpr std::array<Switch, 3> kSwitches = {{
-    {{Marked("Additional Rate Premium"), Marked("Additional Rate &Premium")}, "AdditionalPremium"},
+    {{Marked("Additional Rate Premium"), Marked("Additional Rate Premium")}, "AdditionalPremium"},
     {{"", Marked("Show <RESIDUAL>")}, "ResidualOption"},
     {{"", Marked("Show <MAINT>")}, "MaintenanceOption"},
 }};
@@ -137,8 +138,8 @@ std::string SupplierTag(const std::string& column) {
 constexpr std::array<Words, 4> kSendWords = {{
     {Marked("S&ubject")},
     {Marked("&Message")},
-    {Marked("Send &to")},
-    {Marked("Install &file")},
+    {Marked("Send to")},
+    {Marked("&Install file")},
 }};
 
 }  // namespace
@@ -156,9 +157,16 @@ QuotePanel::QuotePanel(Window& window)
       LblPremium(window, "LblPremium", -1, Tr("Additional Rate Premium")),
       LblInterval(window, "LblInterval", -1, Tr("Monthly")),
       FraQuote(window, "FraQuote", -1, Tr("Lease")),
-      FraRate(window, "FraRate", -1, Tr("Rate, commission and payment")),
+      FraRate(window, "FraRate", -1, Tr("Rate and payment")),
       FraResult(window, "FraResult", -1, Tr("Results")),
-      LblResult(window, "LblResult", kQuoteResults) {
+      LblResult(window, "LblResult", kQuoteResults),
+      LblNearest(window, "LblNearest"),
+      LblPriced(window, "LblPriced"),
+      FraBands(window, "FraBands", -1, Tr("Rate card in force")),
+      LvwBands(window, "LvwBands") {
+  for (int i = 0; i < kQuoteBoxes; ++i) TxtProCalc(i).SetForNumber("");
+  // What stands in these lists says itself what it is; the captions name them to a screen reader.
+  for (const int list : {kListDepositMode, kListResidualMode}) LblProList(list).SetVisible(false);
   SetWords(LblProCalc, kBoxWords);
   SetWords(LblProList, kListWords);
   SetWords(LblResultName, kResultWords);
@@ -213,6 +221,9 @@ RateCardPanel::RateCardPanel(Window& window)
       LvwForms(window, "LvwForms") {
   SetWords(LblRateName, kRateWords);
   SetWords(LblAddRate, kPremiumWords);
+  for (const ControlArray<TextBox>* boxes : {&txtRangeTo, &TxtRangeYield, &txtComPerc, &TxtAddRate}) {
+    for (int i = boxes == &TxtAddRate ? 1 : boxes->First(); i <= boxes->Last(); ++i) (*boxes)(i).SetForNumber("");
+  }
   for (int i = 0; i < 4; ++i) txtRangeTo(i + 1).SetTag(SupplierTag("RangeEquipFROM" + std::to_string(i)));
   for (int i = 0; i < 5; ++i) {
     TxtRangeYield(i).SetTag(SupplierTag("Yield" + std::to_string(i)));
@@ -238,12 +249,12 @@ SendPanel::SendPanel(Window& window)
       cmboFileType(window, "cmboFileType"),
       CmdCalcGo(window, "CmdCalcGo", 4) {
   SetWords(LblSend, kSendWords);
-  OpCalcCreate(0).SetCaption(Tr("Send by e-mail"));
-  OpCalcCreate(1).SetCaption(Tr("Create an install file"));
+  OpCalcCreate(0).SetCaption(Tr("Send b&y e-mail"));
+  OpCalcCreate(1).SetCaption(Tr("C&reate an install file"));
   FraCalCreate(0).SetCaption(Tr("E-mail"));
   FraCalCreate(1).SetCaption(Tr("Install file"));
   lvSendContacts.CheckBoxes = true;
-  lvSendContacts.Columns() = {{Tr("Contact"), "", 2600}, {Tr("Email"), "", 3800}, {Tr("Last Sent"), "", 2400}};
+  lvSendContacts.Columns() = {{Tr("Contact"), "", 2300}, {Tr("Email"), "", 3700}, {Tr("Last Sent"), "", 2200}};
   for (const char* type : {".exe", ".zip"}) cmboFileType.Add(type);
   constexpr std::array<const char*, 4> kCaptions = {Marked("Se&nd"), Marked("&Browse"), Marked("&Create"), kCheckAll};
   for (int i = 0; i < 4; ++i) CmdCalcGo(i).SetCaption(Tr(kCaptions[static_cast<std::size_t>(i)]));
@@ -285,6 +296,7 @@ MainWindow::MainWindow()
       rateCard(*this),
       send(*this),
       TxtStatus(*this, "TxtStatus"),
+      LblDatabase(*this, "LblDatabase"),
       ProgressBar1(*this, "ProgressBar1"),
       Timer1(*this, "Timer1") {
   assert(!currentMainWindow && "one main window at a time");
@@ -298,7 +310,7 @@ MainWindow::MainWindow()
   Toolbar1.Add({Tr("Forms"), "FORMS", "", Tr("Form Designer"), ""});
   Toolbar1.Add({Tr("View"), "PREVIEW", OwnWordsTag(Marked("View <CALCNAME>")), "", ""});
   Toolbar1.Add({Tr("Help"), "HELP", "", Tr("Help"), ""});
-  LvwSuppliers.Columns() = {{Tr("Name"), "", 2700},
+  LvwSuppliers.Columns() = {{Tr("Name"), "", 3600},
                             {Tr("Telephone"), "FIELDNAME=Tel", 1700},
                             {Tr("Address 1"), "FIELDNAME=Address1", 2000},
                             {Tr("Address 2"), "FIELDNAME=Address2", 2000},
@@ -315,6 +327,13 @@ MainWindow::MainWindow()
 
 MainWindow::~MainWindow() {
   currentMainWindow = nullptr;
+}
+
+void MainWindow::ShowDatabase(const std::string& path) {
+  const bool slashes = path.find('/') != std::string::npos;
+  const std::string text = Tr("Database: %1", {slashes ? ReplaceAll(path, "\\", "/") : path});
+  LblDatabase.SetCaption(ReplaceAll(text, "&", "&&"));
+  LblDatabase.SetToolTip(text);
 }
 
 void MainWindow::EnableCommands(bool blocked) {

@@ -59,6 +59,10 @@ struct QuotePanel {
   Label LblInterval;
   Frame FraQuote, FraRate, FraResult;
   ControlArray<Label> LblResult;  // by QuoteResult
+  Label LblNearest;               // why no capital cost gives the payment, and what comes nearest
+  Label LblPriced;                // what the results were priced by
+  Frame FraBands;
+  ListView LvwBands;  // the rate card in force
 };
 
 struct RateCardPanel {
@@ -137,11 +141,18 @@ class MainWindow : public Window {
   RateCardPanel rateCard;
   SendPanel send;
   TextBox TxtStatus;
+  Label LblDatabase;  // the database in use
   ProgressBar ProgressBar1;
   Timer Timer1;
 
   // The loading indication: the program itself is filling the quote panel, so its handlers return at once.
   bool loading = false;
+
+  // What the status line reads while nothing goes on.
+  std::string note;
+
+  // Names the database in use.
+  void ShowDatabase(const std::string& path);
 
   // Blocks or frees the supplier list, the tab headers, the toolbar and the four top-level menus.
   void EnableCommands(bool blocked);

@@ -21,7 +21,7 @@ void SetStatus(bool flashing, std::string_view text, int progress) {
   if (MainFormExists()) {
     MainWindow& form = MainForm();
     form.Timer1.SetRunning(progress < 0 && flashing);
-    form.TxtStatus.SetText(busy ? Tr(text) : std::string());
+    form.TxtStatus.SetText(busy ? Tr(text) : form.note);
     if (progress >= 0) form.ProgressBar1.SetValue(progress);
     if (!busy) form.ProgressBar1.SetValue(0);
   }
@@ -31,6 +31,13 @@ void SetStatus(bool flashing, std::string_view text, int progress) {
   } else {
     TheDesktop().Repaint();
   }
+}
+
+void SetNote(std::string_view text) {
+  if (!MainFormExists()) return;
+  MainWindow& form = MainForm();
+  if (form.TxtStatus.Text() == form.note) form.TxtStatus.SetText(text);
+  form.note = text;
 }
 
 void SetBusy(bool on) {

@@ -16,6 +16,9 @@ void ShowError(std::string_view message, bool fatal = false);
 // A long operation finishes with SetStatus(false, "", -1).
 void SetStatus(bool flashing, std::string_view text, int progress);
 
+// What the status line reads while nothing goes on, until the next one; empty = nothing.
+void SetNote(std::string_view text);
+
 void SetBusy(bool on);
 
 // The hourglass for as long as it lives.

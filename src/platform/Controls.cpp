@@ -54,6 +54,22 @@ void TextBox::Type(std::string_view text) {
   SetText(maxLength_ > 0 ? FirstCharacters(text, maxLength_) : text);
 }
 
+void TextBox::Load(std::string_view text) {
+  loaded_ = text;
+  SetText(text);
+}
+
+void TextBox::SetForNumber(std::string_view currencySymbol) {
+  forNumber_ = true;
+  currencySymbol_ = currencySymbol;
+}
+
+void TextBox::SetFault(std::string fault) {
+  if (fault_ == fault) return;
+  fault_ = std::move(fault);
+  Paint(Aspect::State);
+}
+
 void TextBox::SetLocked(bool locked) {
   if (std::exchange(locked_, locked) != locked) Paint(Aspect::State);
 }

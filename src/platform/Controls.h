@@ -23,16 +23,29 @@ class TextBox : public Control {
   void SetText(std::string_view text);
   // What the user's typing does: as SetText, cut to MaxLength; nothing when locked or disabled.
   void Type(std::string_view text);
+  // As SetText, for a text that is on record: it counts as unedited until it differs from this.
+  void Load(std::string_view text);
+  bool Edited() const { return text_ != loaded_; }
   bool Locked() const { return locked_; }
   void SetLocked(bool locked);
   int MaxLength() const { return maxLength_; }  // characters; 0 = no limit
   void SetMaxLength(int characters);
 
+  // A box for a number: whoever draws it refuses what the user types, pastes or drops unless it is made of digits, a
+  // sign, separators, "%" and the currency's symbol. A program may set any text.
+  void SetForNumber(std::string_view currencySymbol);
+  bool ForNumber() const { return forNumber_; }
+  const std::string& CurrencySymbol() const { return currencySymbol_; }
+  // What is wrong with the text, as a sentence; empty = nothing. A box with a fault is marked.
+  void SetFault(std::string fault);
+  const std::string& Fault() const { return fault_; }
+
   Event Change;
+  Event Refused;  // the user's input was not for this box
 
  private:
-  std::string text_;
-  bool locked_ = false;
+  std::string text_, loaded_, currencySymbol_, fault_;
+  bool locked_ = false, forNumber_ = false;
   int maxLength_ = 0;
 };
 

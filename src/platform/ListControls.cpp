@@ -26,7 +26,9 @@ void ComboBox::SetListIndex(int index) {
 }
 
 void ComboBox::Choose(int index) {
-  if (!locked_ && Enabled()) SetListIndex(index);
+  if (locked_ || !Enabled()) return;
+  if (index == listIndex_) return Fire(Click);
+  SetListIndex(index);
 }
 
 int ComboBox::ItemData() const {

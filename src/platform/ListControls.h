@@ -21,7 +21,7 @@ class ComboBox : public Control {
   int ListIndex() const { return listIndex_; }  // -1 = nothing selected
   // Fires Click when the index changes. An index outside the list selects nothing.
   void SetListIndex(int index);
-  // What the user's choice does: nothing when locked or disabled.
+  // What the user's choice does, also of the item that is selected already: Click. Nothing when locked or disabled.
   void Choose(int index);
   // The selected item's data; -1 when nothing is selected.
   int ItemData() const;

@@ -258,6 +258,14 @@ std::optional<std::string_view> ExactNumberText(std::string_view text, std::stri
   return buffer;
 }
 
+std::string WithThousands(std::string_view number) {
+  std::string text(number);
+  if (text.find_first_not_of("-.0123456789") != std::string::npos) return text;
+  const std::size_t first = text.find_first_not_of('-'), end = std::min(text.find('.'), text.size());
+  for (std::size_t at = end; first != std::string::npos && at > first + 3;) text.insert(at -= 3, ",");
+  return text;
+}
+
 std::string FormatFixed(double value, int decimals) {
   if (!std::isfinite(value)) value = 0;
   std::array<char, 400> shortest;

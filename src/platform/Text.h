@@ -45,6 +45,10 @@ std::optional<std::string_view> ExactNumberText(std::string_view text, std::stri
 // (so 1.005 is shown as 1.01). Values that are no number are shown as 0.
 std::string FormatFixed(double value, int decimals);
 
+// A number as FormatFixed writes it with a comma before every three digits of its whole part; any other
+// text as it is.
+std::string WithThousands(std::string_view number);
+
 // The shortest decimal text that reads back as the same float, without an exponent.
 std::string FormatSingle(float value);
 

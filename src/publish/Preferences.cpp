@@ -1,6 +1,7 @@
 #include "publish/Preferences.h"
 
 #include "calc/QuotePanel.h"
+#include "calc/RateCard.h"
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
@@ -36,6 +37,7 @@ void SaveCalculatorPreferences(const CalculatorPreferencesRecord& prefs) {
   if (!MainFormExists()) return;
   const KeptQuote kept;
   ApplyCaptions(MainForm());
+  NameWhatIsLocked();
 }
 
 }  // namespace tarvolinex

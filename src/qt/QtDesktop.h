@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Desktop.h"
+#include "qt/AltLetters.h"
 
 class QEventLoop;
 class QWidget;
@@ -75,6 +76,7 @@ class QtDesktop : public Desktop {
   std::vector<Window*> modal_;  // the innermost last
   bool busy_ = false;
   QElapsedTimer sincePainting_;
+  AltLetters altLetters_;
   QObject listener_;      // to the event loop, for as long as the desktop lives
   bool running_ = false;  // a request to quit before that would stop the next box instead
 };

@@ -186,20 +186,20 @@ void BindFieldToControl(const Recordset& recordSet, Control& control, std::strin
     switch (recordSet.TypeOf(column)) {
       case ColumnType::WholeNumber:
         box->SetMaxLength(10);
-        box->SetText(FormatNumberInput(kInputPercent, ValueText(NullToDefault(value, std::int64_t{0}))));
+        box->Load(FormatNumberInput(kInputPercent, ValueText(NullToDefault(value, std::int64_t{0}))));
         break;
       case ColumnType::Currency:
         box->SetMaxLength(12);
-        box->SetText(FormatNumberInput(kInputAmount, ValueText(NullToDefault(value, Currency()))));
+        box->Load(FormatNumberInput(kInputAmount, ValueText(NullToDefault(value, Currency()))));
         break;
       case ColumnType::Single:
         // A rate keeps every digit that it has: storing the field again must not round it.
         box->SetMaxLength(10);
-        box->SetText(RateFieldText(value));
+        box->Load(RateFieldText(value));
         break;
       default:
         box->SetMaxLength(recordSet.DefinedSize(column));
-        box->SetText(ValueText(value));
+        box->Load(ValueText(value));
     }
   } catch (const RuntimeError&) {
     // A column that this database lacks: the field stays as it is.

@@ -44,6 +44,53 @@ TEST_F(QuotePanelTest, TermAndIntervalGiveTheNumberOfPayments) {
   EXPECT_EQ(Box(kBoxPayments).Text(), "8");
   Box(kBoxPayments).Type("9");
   EXPECT_EQ(form->quote.CboProCalc(kListTerm).ListIndex(), 1);
+  form->quote.CboProCalc(kListTerm).Choose(1);  // which it shows already
+  EXPECT_EQ(Box(kBoxPayments).Text(), "8");
+  Type(Box(kBoxDeposit), "250");
+  form->quote.CboProCalc(kListDepositMode).Choose(0);
+  EXPECT_EQ(Box(kBoxDeposit).Text(), "250");
+}
+
+TEST_F(QuotePanelTest, WhatABoxMayNotHoldIsMarkedAtOnceAndNamedWhenItIsLeft) {
+  Type(Box(kBoxCapitalCost), "£10,000");
+  EXPECT_EQ(Result(kResultNetCapital), "10000.00");
+  Type(Box(kBoxDeposit), "500");
+  form->LeaveField();
+  Box(kBoxDeposit).Type("10%");
+  EXPECT_EQ(Box(kBoxDeposit).Fault(), "Deposit: 10% goes with \"% of Equipment Cost\" beside the box");
+  Type(Box(kBoxPayments), "70000");
+  EXPECT_EQ(Box(kBoxDeposit).Text() + Result(kResultDeposit) + Box(kBoxDeposit).Fault(), "500.00500.00");
+  EXPECT_EQ(form->TxtStatus.Text(), "Deposit: 10% goes with \"% of Equipment Cost\" beside the box. It is 500.00 now.");
+  form->TabMain.Choose(kTabDetails);
+  EXPECT_EQ(Box(kBoxPayments).Text() + " " + std::to_string(Quote.NumberOfPayments), "1000 1000");
+  EXPECT_EQ(form->TxtStatus.Text(), "Number of Payments: 70000 is more than 1000. It is 1000 now.");
+}
+
+TEST_F(QuotePanelTest, ResultsSayWhatPricedThemAndWhyNoCostGivesAPayment) {
+  SupplierCalcSettings.RangeEquipFROM[3] = Currency::FromUnits(5'000'0000);
+  SupplierCalcSettings.AdditionalPremiumMin = Currency::FromUnits(3'000'0000);
+  const auto priced = [&] { return form->quote.LblPriced.Caption(); };
+  EXPECT_EQ(priced(), "Nothing is priced yet");
+  form->quote.ChkPremium.SetValue(true);
+  Type(Box(kBoxCapitalCost), "3000");
+  EXPECT_EQ(priced(),
+            "Priced by band 5 (up to 5,000.00): yield 10.00 %, commission 2.00 %\n"
+            "Premium off: it is for more than 3,000.00");
+  EXPECT_EQ(form->quote.LvwBands.At(4).cells,
+            (std::vector<std::string>{"", "5,000.00", "10.00", "2.00", "this quote"}));
+  // 3,000.00 costs 98.74 at 10 %; a penny more has the premium's 11 %.
+  Type(Box(kBoxPayment), "99.50");
+  EXPECT_EQ(form->quote.LblNearest.Caption(),
+            "No capital cost gives 99.50: it falls between two bands. Nearest are 98.74, for 3,000.00, and 100.18, for "
+            "3,000.01.");
+  Box(kBoxPayment).Type("98.00");
+  EXPECT_EQ(form->quote.LblNearest.Caption(), "");
+  Type(Box(kBoxCapitalCost), "10000");
+  form->quote.ckCapLock.SetValue(true);
+  Type(Box(kBoxPayment), "300");
+  EXPECT_TRUE(priced().ends_with("\nThe commission is below 0"));
+  EXPECT_NE(form->quote.LblResult(kResultCommission).ForeColour(), kSystemWindowText);
+  EXPECT_FALSE(Box(kBoxCommission).Fault().empty());
 }
 
 TEST_F(QuotePanelTest, APaymentFindsTheCapitalCostOrTheCommission) {
@@ -148,6 +195,8 @@ TEST_F(QuotePanelTest, ChangedWordsLeaveTheQuoteAndEverySymbolFollows) {
   Type(Box(kBoxDeposit), "10");
   form->quote.CboProCalc(kListInterval).Choose(1);
   const std::string payment = Result(kResultPayment);
+  Box(kBoxMaintenance).SetToolTip("locked");
+  CalculatorPreferences.AliasSupplier = "Vendor";
   for (const char* symbol : {"$", "", "EUR"}) {
     CalculatorPreferences.CurrencySymbol = symbol;
     SaveCalculatorPreferences(CalculatorPreferences);
@@ -158,6 +207,7 @@ TEST_F(QuotePanelTest, ChangedWordsLeaveTheQuoteAndEverySymbolFollows) {
   EXPECT_EQ(form->quote.LblResultName(kResultPayment).Caption(), "Net Quarterly Payment (EUR)");
   EXPECT_EQ(form->quote.LblResultName(kResultCommission).Caption(), "Commission (EUR)");
   EXPECT_EQ(form->rateCard.LblRateName(1).Caption(), "To (EUR)");
+  EXPECT_EQ(Box(kBoxMaintenance).ToolTip(), "Service disabled for this Vendor");
 }
 
 }  // namespace tarvolinex

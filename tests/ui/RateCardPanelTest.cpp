@@ -45,6 +45,22 @@ TEST_F(RateCardPanelTest, RatesAreFormattedWithinTheirLimits) {
   EXPECT_EQ(form->rateCard.TxtAddRate(0).Text(), "Isn`t it?");
 }
 
+using RateCardOfSample = SampleTest;
+
+// The cursor stands in a rate box while another supplier's rates are loaded.
+TEST_F(RateCardOfSample, WhatNobodyTypedIsStoredAsItWas) {
+  TheStore->connection.Execute("UPDATE suppliers SET Yield0=9.125 WHERE ID=1");
+  form->rateCard.TxtRangeYield(0).SetFocus();
+  form->menus.MnuRefresh.Choose();
+  EXPECT_EQ(form->rateCard.TxtRangeYield(0).Text(), "9.125");
+  form->rateCard.txtRangeTo(2).SetFocus();
+  form->rateCard.TxtRangeYield(1).SetFocus();
+  form->rateCard.TxtRangeYield(1).Type("8.126");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Ask("SELECT Yield0 FROM suppliers WHERE ID=1"), "9.125");
+  EXPECT_EQ(Ask("SELECT Yield1 FROM suppliers WHERE ID=1"), "8.13");
+}
+
 TEST_F(RateCardPanelTest, WhatASupplierDoesNotOfferIsLockedAndSaysWhy) {
   SupplierCalcSettings.AdditionalPremium = SupplierCalcSettings.ResidualOption =
       SupplierCalcSettings.MaintenanceOption = true;

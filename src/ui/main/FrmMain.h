@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "calc/InputRules.h"
 #include "core/MainWindow.h"
 
 namespace tarvolinex {
@@ -69,8 +70,8 @@ class FrmMain : public MainWindow {
   void ChkPremium_Click();
 
   void txtRangeTo_Change(int box);
-  void txtRangeTo_LostFocus(int box);
-  void WireRateBox(TextBox& box, UpDown& upDown, int kind, double largest);
+  void WireRateBox(TextBox& box, UpDown& upDown, NumberRule rule);
+  bool LeaveRateBox(TextBox& box, const NumberRule& rule);
 
   void TxtSupplier_Change(int field);
   void TxtSupplier_LostFocus(int field);
@@ -92,7 +93,7 @@ class FrmMain : public MainWindow {
   void cmboFileType_Click();
   void TxtCalcCreate_Change();
 
-  std::string enteredRate_;        // the text of the rate box with the focus as it was entered
+  std::string enteredNumber_;      // the text of the number box with the focus as it was entered
   bool formTicksChanged_ = false;  // by the user, since the shown supplier was loaded
 };
 

@@ -1,4 +1,6 @@
 // The quote panel's handlers.
+#include <algorithm>
+
 #include "calc/InputRules.h"
 #include "calc/QuotePanel.h"
 #include "core/Globals.h"
@@ -23,19 +25,14 @@ int ModeFor(int box, bool locked) {
   }
 }
 
-// Kind of the formatter and largest value of a quote box.
-std::string FormatBox(int box, const std::string& text) {
-  const int kind = QuoteBoxKind(box);
-  if (kind == kInputPayments) return FormatNumberInput(kInputCount, text);
-  return FormatNumberInput(kind, text, kind == kInputPercent ? 100 : kLargestAmount);
-}
-
 }  // namespace
 
 void FrmMain::WireQuote() {
   for (int i = 0; i < kQuoteBoxes; ++i) {
     quote.TxtProCalc(i).Change = [this, i] { TxtProCalc_Change(i); };
+    quote.TxtProCalc(i).GotFocus = [this, i] { enteredNumber_ = quote.TxtProCalc(i).Text(); };
     quote.TxtProCalc(i).LostFocus = [this, i] { TxtProCalc_LostFocus(i); };
+    quote.TxtProCalc(i).Refused = [] { SayNumbersOnly(); };
     quote.UpDNew(i).UpClick = [this, i] { UpDNew_Step(i, true); };
     quote.UpDNew(i).DownClick = [this, i] { UpDNew_Step(i, false); };
     quote.UpDNew(i).Change = [this, i] { TxtProCalc_LostFocus(i); };
@@ -49,7 +46,7 @@ void FrmMain::WireQuote() {
 
 void FrmMain::TxtProCalc_Change(int box) {
   if (loading) return;
-  const bool nothing = LeadingNumber(quote.TxtProCalc(kBoxCapitalCost).Text()) == 0;
+  const bool nothing = TypedNumber(quote.TxtProCalc(kBoxCapitalCost).Text()) == 0;
   if (nothing) {
     loading = true;  // the lock goes off by itself: the cursor stays, and so does what is typed
     quote.ckCapLock.SetValue(false);
@@ -58,7 +55,8 @@ void FrmMain::TxtProCalc_Change(int box) {
   quote.ckCapLock.SetEnabled(!nothing);
   if (box == kBoxPayments) {
     const int aYear = quote.CboProCalc(kListInterval).ListIndex() == 1 ? 4 : 12;
-    const int payments = static_cast<int>(LeadingNumber(quote.TxtProCalc(kBoxPayments).Text()));
+    const int payments =
+        static_cast<int>(std::clamp(TypedNumber(quote.TxtProCalc(kBoxPayments).Text()), 0.0, kMostPayments + 1));
     const int years = payments / aYear;
     if (payments % aYear == 0 && years >= 1 && years <= 5) {
       loading = true;
@@ -71,12 +69,17 @@ void FrmMain::TxtProCalc_Change(int box) {
 
 void FrmMain::TxtProCalc_LostFocus(int box) {
   TextBox& field = quote.TxtProCalc(box);
-  const std::string formatted = FormatBox(box, field.Text());
+  const NumberRule rule = QuoteBoxRule(box);
+  const std::string fault = FaultOf(rule, field.Text());
+  const std::string formatted = TextWhenLeft(rule, field.Text(), enteredNumber_);
   // The same number in another dress is nothing to calculate with: what the user typed last stays in force.
   const bool before = loading;
-  loading = loading || LeadingNumber(formatted) == LeadingNumber(field.Text());
+  loading = loading || LeadingNumber(formatted) == TypedNumber(field.Text());
   field.SetText(formatted);
   loading = before;
+  enteredNumber_ = formatted;
+  MarkQuote();
+  SayFault(fault, field);
   // Where the calculation did not take what was typed, the box shows what it came to.
   const bool computed = box == kBoxPayment || box == kBoxYield || box == kBoxCommission || box == kBoxCommissionPercent;
   if (!computed || box != ShownQuoteBox || loading) return;
@@ -93,6 +96,9 @@ void FrmMain::UpDNew_Step(int box, bool up) {
 
 void FrmMain::CboProCalc_Click(int list) {
   if (loading) return;
+  // A unit that is chosen once more keeps what the box holds.
+  const int box = list == kListDepositMode ? kBoxDeposit : list == kListResidualMode ? kBoxResidual : -1;
+  if (box >= 0 && quote.UpDNew(box).Kind == quote.CboProCalc(list).ListIndex()) return;
   loading = true;
   ApplyQuoteList(list);
   loading = false;

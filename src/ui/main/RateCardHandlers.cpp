@@ -19,36 +19,57 @@ namespace {
 constexpr double kLargestYield = 100, kLargestCommission = 200;
 }
 
-void FrmMain::WireRateBox(TextBox& box, UpDown& upDown, int kind, double largest) {
-  box.Change = [] { SupplierChanged = true; };
-  // A rate that was only passed through keeps the digits that it has.
-  box.GotFocus = [this, &box] { enteredRate_ = box.Text(); };
-  box.LostFocus = [this, &box, kind, largest] {
-    if (box.Text() != enteredRate_) box.SetText(FormatNumberInput(kind, box.Text(), largest));
-    enteredRate_ = box.Text();
+void FrmMain::WireRateBox(TextBox& box, UpDown& upDown, NumberRule rule) {
+  box.Change = [&box, rule] {
+    SupplierChanged = true;
+    box.SetFault(FaultOf(rule, box.Text()));
   };
-  upDown.UpClick = [&box, &upDown, kind] { StepInput(box, true, upDown.Max, kind); };
-  upDown.DownClick = [&box, &upDown, kind] { StepInput(box, false, upDown.Min, kind); };
-  upDown.Change = [&box, kind] { box.SetText(FormatNumberInput(kind, box.Text())); };
+  box.GotFocus = [this, &box] { enteredNumber_ = box.Text(); };
+  box.LostFocus = [this, &box, rule] { LeaveRateBox(box, rule); };
+  box.Refused = [] { SayNumbersOnly(); };
+  upDown.UpClick = [&box, &upDown, rule] { StepInput(box, true, upDown.Max, rule.kind); };
+  upDown.DownClick = [&box, &upDown, rule] { StepInput(box, false, upDown.Min, rule.kind); };
+  upDown.Change = [&box, rule] { box.SetText(FormatNumberInput(rule.kind, box.Text())); };
+}
+
+// What nobody edited keeps the digits that it has.
+bool FrmMain::LeaveRateBox(TextBox& box, const NumberRule& rule) {
+  if (!box.Edited()) return false;
+  const std::string fault = FaultOf(rule, box.Text());
+  box.SetText(TextWhenLeft(rule, box.Text(), enteredNumber_));
+  enteredNumber_ = box.Text();
+  SayFault(fault, box);
+  return true;
 }
 
 void FrmMain::WireRateCard() {
   for (int i = 1; i <= 4; ++i) {
-    WireRateBox(rateCard.txtRangeTo(i), rateCard.UpDEquipCost(i), kInputAmount, kLargestAmount);
-    rateCard.txtRangeTo(i).Change = [this, i] { txtRangeTo_Change(i); };
-    rateCard.txtRangeTo(i).LostFocus = [this, i] { txtRangeTo_LostFocus(i); };
-    rateCard.UpDEquipCost(i).Change = [this, i] { txtRangeTo_LostFocus(i); };
+    const NumberRule rule = {kInputAmount, kLargestAmount, Tr("Threshold of band %1", {std::to_string(i + 1)}), ""};
+    WireRateBox(rateCard.txtRangeTo(i), rateCard.UpDEquipCost(i), rule);
+    rateCard.txtRangeTo(i).Change = [this, i, mark = rateCard.txtRangeTo(i).Change] {
+      mark();
+      txtRangeTo_Change(i);
+    };
+    const Event left = [this, i, rule] {
+      if (LeaveRateBox(rateCard.txtRangeTo(i), rule)) RepairThresholdOrder(i);
+    };
+    rateCard.txtRangeTo(i).LostFocus = rateCard.UpDEquipCost(i).Change = left;
   }
   for (int i = 0; i < 5; ++i) {
-    WireRateBox(rateCard.TxtRangeYield(i), rateCard.UpDyield(i), kInputPercent, kLargestYield);
-    WireRateBox(rateCard.txtComPerc(i), rateCard.UpDCom(i), kInputPercent, kLargestCommission);
+    const std::string band = std::to_string(i + 1);
+    WireRateBox(rateCard.TxtRangeYield(i), rateCard.UpDyield(i),
+                {kInputPercent, kLargestYield, Tr("Yield of band %1", {band}), ""});
+    WireRateBox(rateCard.txtComPerc(i), rateCard.UpDCom(i),
+                {kInputPercent, kLargestCommission, Tr("Commission of band %1", {band}), ""});
   }
   rateCard.TxtAddRate(0).Change = [] { SupplierChanged = true; };
   rateCard.TxtAddRate(0).Validate = [this] {
     rateCard.TxtAddRate(0).SetText(FormatNumberInput(kInputFreeText, rateCard.TxtAddRate(0).Text()));
   };
-  WireRateBox(rateCard.TxtAddRate(1), rateCard.UpDAddRate(1), kInputPercent, kLargestYield);
-  WireRateBox(rateCard.TxtAddRate(2), rateCard.UpDAddRate(2), kInputAmount, kLargestAmount);
+  WireRateBox(rateCard.TxtAddRate(1), rateCard.UpDAddRate(1),
+              {kInputPercent, kLargestYield, Tr("Additional yield of the premium"), ""});
+  WireRateBox(rateCard.TxtAddRate(2), rateCard.UpDAddRate(2),
+              {kInputAmount, kLargestAmount, Tr("Least cost of the premium"), ""});
   for (int i = 0; i < 3; ++i) {
     rateCard.ChAddRate(i).Click = [i] {
       SupplierChanged = true;
@@ -60,14 +81,7 @@ void FrmMain::WireRateCard() {
 }
 
 void FrmMain::txtRangeTo_Change(int box) {
-  SupplierChanged = true;
   rateCard.lblRangeFrom(box - 1).SetCaption(FormatNumberInput(kInputAmount, rateCard.txtRangeTo(box).Text()));
-}
-
-void FrmMain::txtRangeTo_LostFocus(int box) {
-  TextBox& field = rateCard.txtRangeTo(box);
-  field.SetText(FormatNumberInput(kInputAmount, field.Text(), kLargestAmount));
-  RepairThresholdOrder(box);
 }
 
 // A copy of the form's page is opened, so that nothing the reader does there touches the form itself.
