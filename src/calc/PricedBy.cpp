@@ -127,7 +127,7 @@ std::string NearestText(Currency payment, const NearestPayments& nearest) {
 
 void ShowPricing(int mode, const QuoteRecord& asked, const QuoteTerms& terms) {
   QuotePanel& panel = MainForm().quote;
-  panel.LblPriced.SetCaption(ReplaceAll(PricedBy(Quote, mode, terms.card), "&", "&&"));
+  panel.LblPriced.SetCaption(CaptionOf(PricedBy(Quote, mode, terms.card)));
   const bool search = mode == kModeCapitalCost;
   const auto nearest = search ? NearestTo(asked, Quote.CapitalCost, terms) : std::nullopt;
   panel.LblNearest.SetCaption(nearest ? NearestText(asked.Payment, *nearest) : std::string());

@@ -332,7 +332,7 @@ MainWindow::~MainWindow() {
 void MainWindow::ShowDatabase(const std::string& path) {
   const bool slashes = path.find('/') != std::string::npos;
   const std::string text = Tr("Database: %1", {slashes ? ReplaceAll(path, "\\", "/") : path});
-  LblDatabase.SetCaption(ReplaceAll(text, "&", "&&"));
+  LblDatabase.SetCaption(CaptionOf(text));
   LblDatabase.SetToolTip(text);
 }
 

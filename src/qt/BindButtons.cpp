@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 
 #include "platform/Files.h"
+#include "platform/Text.h"
 #include "qt/BindControls.h"
 #include "qt/EventBoundary.h"
 #include "qt/LinkLabel.h"
@@ -39,16 +40,27 @@ QColor Ink(const Label& label) {
   return label.BackColour() == kSystemWindow ? ReadableOnWindow(ink) : ink;
 }
 
+// The caption as the design wants it drawn: an amount with its thousands apart, a path shortened in its middle.
+QString LabelText(const Label& label, const QLabel& widget) {
+  if (widget.buddy()) return WithAccessKey(label.Caption());
+  if (widget.property("thousands").toBool()) return Shown(WithThousands(label.Caption()));
+  const QString text = WithoutAccessKey(label.Caption());
+  return widget.property("shortened").toBool()
+             ? widget.fontMetrics().elidedText(text, Qt::ElideMiddle, widget.contentsRect().width())
+             : text;
+}
+
 void PaintLabel(const Label& label, QLabel& widget) {
   PaintShared(label, widget);
-  widget.setText(widget.buddy() ? WithAccessKey(label.Caption()) : WithoutAccessKey(label.Caption()));
+  widget.setText(LabelText(label, widget));
+  if (widget.property("onlyWithText").toBool()) widget.setVisible(label.Visible() && !label.Caption().empty());
   if (widget.buddy()) widget.buddy()->setAccessibleName(WithoutAccessKey(label.Caption()));
   const bool coloured = label.BackColour() != kSystemWindow;
   QPalette palette;
   const bool written = label.ForeColour() != kSystemWindowText;
   if (coloured) palette.setColor(QPalette::Window, ToQColor(label.BackColour()));
   if (written) palette.setColor(QPalette::WindowText, Ink(label));
-  if (coloured || written || widget.autoFillBackground()) widget.setPalette(palette);
+  if (coloured || written || widget.testAttribute(Qt::WA_SetPalette)) widget.setPalette(palette);
   widget.setAutoFillBackground(coloured);
 }
 
@@ -200,6 +212,7 @@ bool BindProgressBar(ProgressBar& bar, QWidget& widget) {
   bar.Painter = [&bar, drawn](Aspect, int) {
     PaintShared(bar, *drawn);
     drawn->setValue(bar.Value());
+    drawn->setVisible(bar.Visible() && bar.Value() > 0);
   };
   bar.Painter(Aspect::State, -1);
   return true;

@@ -9,6 +9,7 @@
 #include <QLayout>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <algorithm>
 
@@ -23,7 +24,9 @@ namespace {
 
 QWidget& InnerPart(QWidget& root) {
   const auto* main = qobject_cast<QMainWindow*>(&root);
-  return main && main->centralWidget() ? *main->centralWidget() : root;
+  QWidget* central = main ? main->centralWidget() : nullptr;
+  if (const auto* scrolled = qobject_cast<QScrollArea*>(central)) central = scrolled->widget();
+  return central ? *central : root;
 }
 
 QMenuBar* MenuBarOf(QWidget& root) {
@@ -51,6 +54,13 @@ Key KeyOf(const QKeyEvent& event) {
       return Key::Delete;
     default:
       return Key::None;
+  }
+}
+
+// On a small screen what takes the focus by key may be scrolled away.
+void BringIntoView(QWidget& widget) {
+  for (QWidget* parent = widget.parentWidget(); parent; parent = parent->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(parent)) area->ensureWidgetVisible(&widget, 0, 0);
   }
 }
 
@@ -185,6 +195,7 @@ bool Binder::eventFilter(QObject* object, QEvent* event) {
 bool Binder::FilterControl(Control& control, QObject* object, QEvent* event) {
   switch (event->type()) {
     case QEvent::FocusIn:
+      if (static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason) BringIntoView(*WidgetOf(control));
       Deliver([&] { control.Owner().MoveFocus(&control); });
       return false;
     case QEvent::KeyPress:

@@ -8,6 +8,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QScreen>
+#include <QScrollArea>
 #include <QWidget>
 #include <algorithm>
 #include <utility>
@@ -204,10 +205,23 @@ void QtDesktop::OnClosed(Window& window) {
   }
 }
 
+namespace {
+// As small as its central part may be, or as its screen is: there the central part scrolls.
+void KeepSmallestSize(QWidget& widget, QSize room) {
+  const auto* main = qobject_cast<QMainWindow*>(&widget);
+  const auto* scrolled = main ? qobject_cast<QScrollArea*>(main->centralWidget()) : nullptr;
+  if (!scrolled || !scrolled->widget()) return;
+  constexpr QSize kFrame(4, 40);
+  const QSize smallest = scrolled->widget()->minimumSize() + QSize(0, main->menuBar()->sizeHint().height());
+  widget.setMinimumSize(smallest.boundedTo(room - kFrame));
+}
+}  // namespace
+
 void QtDesktop::Present(Window& window, QWidget& widget) {
   window.Reopen();
   const QSize room = widget.screen()->availableSize();
   if (!widget.isVisible()) widget.resize(widget.size().boundedTo(room));
+  KeepSmallestSize(widget, room);
   widget.show();
   widget.raise();
   widget.activateWindow();

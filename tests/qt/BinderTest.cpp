@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,6 +20,7 @@
 #include "ShownWindow.h"
 #include "core/Globals.h"
 #include "qt/Designs.h"
+#include "qt/Look.h"
 #include "qt/UpDownButtons.h"
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FRmCreateDB.h"
@@ -76,6 +78,33 @@ TEST_F(Binding, EveryControlHasItsWidgetAndEveryWidgetItsControlAndAName) {
   }
 }
 
+// Those of the menus, the tabs and the filter hold on every tab.
+TEST_F(Binding, AnAccessKeyLeadsToOneThingOnEachTab) {
+  const QString twice = "OE";  // of the contact buttons, beside a menu and a tab
+  QStringList outside;
+  for (const char* menu : {"MnuFile", "MnuEdit", "MnuOptions", "MnuHelp"}) {
+    outside.append(Find<QMenu>(menu).title());
+  }
+  auto& tabs = Find<QTabWidget>("TabMain");
+  for (int i = 0; i < tabs.count(); ++i) outside.append(tabs.tabText(i));
+  outside.append(Find<QLabel>("LblFilter").text());
+  for (int i = 0; i < tabs.count(); ++i) {
+    QStringList captions = outside;
+    for (const QLabel* label : tabs.widget(i)->findChildren<QLabel*>()) {
+      if (label->buddy()) captions.append(label->text());
+    }
+    for (const auto* button : tabs.widget(i)->findChildren<QAbstractButton*>()) captions.append(button->text());
+    QString keys;
+    for (const QString& caption : captions) {
+      const QString key = QKeySequence::mnemonic(caption).toString().right(1);
+      EXPECT_FALSE(!key.isEmpty() && keys.contains(key) && !(i == kTabDetails && twice.contains(key)))
+          << Held(caption) << " on tab " << i;
+      keys += key;
+    }
+    EXPECT_GE(keys.size(), 9);
+  }
+}
+
 TEST_F(Binding, TypingFiresChangeAtEachKeyAndPaintsWhatTheHandlerSets) {
   Names changes;
   TextBox& cost = form_.quote.TxtProCalc(kBoxCapitalCost);
@@ -92,6 +121,55 @@ TEST_F(Binding, TypingFiresChangeAtEachKeyAndPaintsWhatTheHandlerSets) {
   cost.SetText("7");  // by program: once, and the widget does not answer
   EXPECT_EQ(changes, Names({"1", "12", "7"}));
   EXPECT_EQ(line.text(), "7");
+}
+
+TEST_F(Binding, ABoxForANumberTakesNothingElseAndAltWritesNothing) {
+  TextBox& yield = form_.quote.TxtProCalc(kBoxYield);
+  yield.SetForNumber("£");
+  int refused = 0;
+  yield.Refused = [&] { ++refused; };
+  auto& line = Find<QLineEdit>("TxtProCalc_5");
+  line.setFocus();
+  QTest::keyClicks(&line, "1a2 .x5£%");
+  EXPECT_EQ(yield.Text(), "12.5£%");
+  EXPECT_GE(refused, 2);
+  for (const char* pasted : {" 1,234.5\n", "1234 x"}) {
+    line.selectAll();
+    QGuiApplication::clipboard()->setText(pasted);
+    QTest::keyClick(&line, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(yield.Text(), "1,234.5");
+  }
+  yield.SetText("12.5abc");  // by program: whatever it is
+  EXPECT_EQ(line.text(), "12.5abc");
+  Click(Find<QWidget>("TxtProCalc_0"));
+  Click(line, line.rect().center());
+  Settle();
+  EXPECT_EQ(line.selectedText(), "12.5abc");
+  yield.SetFault("Yield: too much");
+  EXPECT_EQ(line.toolTip(), "Yield: too much");
+  EXPECT_NE(line.palette().color(QPalette::Base), QApplication::palette().color(QPalette::Base));
+  yield.SetFault("");
+  EXPECT_TRUE(line.actions().isEmpty());
+
+  form_.TabMain.SelectTab(kTabDetails);
+  auto& town = Find<QLineEdit>("TxtSupplier_3");
+  town.setFocus();
+  QTest::keyClicks(&town, "q", Qt::AltModifier);
+  EXPECT_EQ(town.text(), "");
+}
+
+TEST_F(Binding, ResultsAreDrawnWithThousandsApart) {
+  form_.quote.LblResult(kResultPayment).SetCaption("-1234567.89");
+  auto& drawn = Find<QLabel>("LblResult_0");
+  EXPECT_EQ(drawn.text(), "-1,234,567.89");
+  for (const Colour ink : {Colour{0x0000C0}, kSystemWindowText}) {
+    form_.quote.LblResult(kResultPayment).SetForeColour(ink);
+    const QColor text = QApplication::palette().color(QPalette::WindowText);
+    EXPECT_EQ(drawn.palette().color(QPalette::WindowText) == text, ink == kSystemWindowText);
+  }
+  EXPECT_FALSE(Find<QWidget>("ProgressBar1").isVisible());
+  form_.ProgressBar1.SetValue(5);
+  EXPECT_TRUE(Find<QWidget>("ProgressBar1").isVisible());
 }
 
 TEST_F(Binding, TheCursorStaysWhereTheUserTypes) {

@@ -7,6 +7,7 @@
 #include "ShownWindow.h"
 #include "qt/Binder.h"
 #include "qt/ListModels.h"
+#include "qt/Look.h"
 
 namespace tarvolinex {
 namespace {
@@ -103,7 +104,7 @@ TEST_F(Lists, AColumnHeaderSortsAndShowsHow) {
   };
   QHeaderView& header = *View().header();
   EXPECT_FALSE(header.isSortIndicatorShown());
-  EXPECT_EQ(header.sectionSize(0), 2700 / 15);
+  EXPECT_EQ(header.sectionSize(0), ToPixels(form_.LvwSuppliers.Columns()[0].width));
   Click(*header.viewport(), {header.sectionPosition(1) + 20, 8});
   EXPECT_EQ(list.At(0).text, "Supplier 2");
   EXPECT_EQ(View().currentIndex().row(), 2);  // the selected supplier has moved

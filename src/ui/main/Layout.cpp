@@ -16,6 +16,7 @@ constexpr int kFilterLabel = 750, kFilterTop = 860, kFilterHeight = 375, kSmalle
 constexpr int kTop = 1300;         // of the list and the tab set
 constexpr int kAroundTabs = 1850;  // what the window's height has beyond the tab set's
 constexpr int kStatusHeight = 375, kProgressWidth = 2400;
+constexpr int kRoomForBands = 7600;  // the tab set is this high before the quote tab shows the rate card
 
 }  // namespace
 
@@ -46,8 +47,12 @@ void FrmMain::Arrange(int width, int height) {
   LblFilter.SetPosition({kRightEdge, kFilterTop, kFilterLabel, kFilterHeight});
   TxtFilter.SetPosition(
       {kRightEdge + kFilterLabel, kFilterTop, std::min(listWidth - kFilterLabel - kRightEdge, 4500), kFilterHeight});
-  TxtStatus.SetPosition({kRightEdge, statusTop, width - 3 * kRightEdge - kProgressWidth, kStatusHeight});
-  ProgressBar1.SetPosition({width - kRightEdge - kProgressWidth, statusTop, kProgressWidth, kStatusHeight});
+  quote.FraBands.SetVisible(tabHeight >= kRoomForBands);
+  // The status text has half of the line, the database in use the other, behind the progress bar.
+  const int half = (width - 3 * kRightEdge) / 2, databaseLeft = width - kRightEdge - half + kProgressWidth + kRightEdge;
+  TxtStatus.SetPosition({kRightEdge, statusTop, half, kStatusHeight});
+  ProgressBar1.SetPosition({width - kRightEdge - half, statusTop, kProgressWidth, kStatusHeight});
+  LblDatabase.SetPosition({databaseLeft, statusTop, width - kRightEdge - databaseLeft, kStatusHeight});
 }
 
 }  // namespace tarvolinex
