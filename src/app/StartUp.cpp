@@ -26,7 +26,15 @@ void PrepareRun(const ProgramOptions& options) {
   // A new app folder can publish from the start, also when its first start was cut off, and a new version of the page
   // counts at once.
   const bool neverMade = !FileExists(AppFolder + "\\calc.html") && !FileExists(AppFolder + "\\calc_test.html");
-  if (newTemplate || neverMade) MakePages(CalculatorPreferences);
+  if (!newTemplate && !neverMade && !PagesAreDue(CalculatorPreferences)) return;
+  if (options.command.empty() || CommandWritesFolders(options.command)) return MakePages(CalculatorPreferences);
+  try {
+    // This command works beside other programs; when there is one, the pages are in its hands.
+    const FolderLock alone(AppFolder);
+    LoadCalculatorPreferences();
+    MakePages(CalculatorPreferences);
+  } catch (const RuntimeError&) {
+  }
 }
 
 namespace {

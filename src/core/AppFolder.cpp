@@ -1,6 +1,8 @@
 #include "core/AppFolder.h"
 
-#include <map>
+#include <set>
+#include <utility>
+#include <vector>
 
 #include "core/Globals.h"
 #include "platform/Encoding.h"
@@ -21,40 +23,64 @@ void CopyIfMissing(const std::string& from, const std::string& to) {
 }
 
 // Which content of each delivered file the program has put into the app folder: a file that is still like that follows
-// a new version of the program, one that the user has changed stays.
+// a new version of the program, one that the user has changed stays. The list names what is coming before it comes, so
+// that a start that is cut off takes none of it for the user's.
 class DeliveredFiles {
  public:
-  DeliveredFiles() : before_(FileExists(Path()) ? ReadFile(Path()) : std::string()) {
-    for (const std::string_view line : Split(before_, '\n')) {
+  DeliveredFiles() : listed_(FileExists(Path()) ? ReadFile(Path()) : std::string()) {
+    for (const std::string_view line : Split(listed_, '\n')) {
       const auto blank = line.find(' ');
-      if (blank != std::string_view::npos) known_[std::string(line.substr(blank + 1))] = line.substr(0, blank);
+      if (blank != std::string_view::npos) known_.emplace(line.substr(blank + 1), line.substr(0, blank));
     }
   }
-  // Returns true when the app folder's file was made or replaced.
-  bool Bring(const std::string& name) {
+  // Returns true when the app folder's file is to be made or replaced.
+  bool Want(const std::string& name) {
     const std::string from = DeliveredFolder() + "\\" + name, to = AppFolder + "\\" + name;
     if (!FileExists(from)) return false;
-    const std::string content = ReadFile(from), print = Fingerprint(content);
+    std::string content = ReadFile(from);
+    const std::string print = Fingerprint(content);
     const std::string present = FileExists(to) ? Fingerprint(ReadFile(to)) : std::string();
-    if (present == print) known_[name] = print;
-    const auto known = known_.find(name);
-    const bool ours = present.empty() || (known != known_.end() && known->second == present);
-    if (present == print || !ours) return false;
-    WriteFile(to, content);
-    known_[name] = print;
+    if (present == print) Settle(name, print);
+    if (present == print || (!present.empty() && !known_.contains({name, present}))) return false;
+    known_.emplace(name, print);
+    wanted_.push_back({name, print, std::move(content)});
     return true;
   }
-  void Remember() const {
-    std::string text;
-    for (const auto& [name, print] : known_) text += print + " " + name + "\n";
-    if (text != before_) WriteFile(Path(), text);
+  void Bring() {
+    Remember();
+    for (const Wanted& file : wanted_) {
+      WriteFile(AppFolder + "\\" + file.name, file.content);
+      Settle(file.name, file.print);
+    }
+    Remember();
   }
 
  private:
+  struct Wanted {
+    std::string name, print, content;
+  };
   static std::string Path() { return AppFolder + "\\Delivered.lst"; }
-  std::string before_;
-  std::map<std::string, std::string> known_;
+  void Settle(const std::string& name, const std::string& print) {
+    std::erase_if(known_, [&](const auto& entry) { return entry.first == name; });
+    known_.emplace(name, print);
+  }
+  void Remember() {
+    std::string text;
+    for (const auto& [name, print] : known_) text += print + " " + name + "\n";
+    if (text == listed_) return;
+    WriteFile(Path(), text);
+    listed_ = text;
+  }
+  std::string listed_;
+  std::set<std::pair<std::string, std::string>> known_;  // name and print
+  std::vector<Wanted> wanted_;
 };
+
+std::vector<std::string> WrittenFolders() {
+  std::vector<std::string> folders = {AppFolder, CalculatorFolder(), AppFolder + "\\Help"};
+  for (const char* name : {"", "\\Forms", "\\logo", "\\icons", "\\Backup"}) folders.push_back(DataFolder + name);
+  return folders;
+}
 
 }  // namespace
 
@@ -77,13 +103,14 @@ bool FillAppFolder() {
   const std::string delivered = DeliveredFolder();
   if (!FolderExists(CalculatorFolder())) MakeFolder(CalculatorFolder());
   DeliveredFiles files;
-  const bool newTemplate = files.Bring("CalcTemplate.html");
-  for (const char* name : kNeededFiles) files.Bring(name);
+  const bool newTemplate = files.Want("CalcTemplate.html");
+  for (const char* name : kNeededFiles) files.Want(name);
   for (const std::string& name : ListFiles(delivered + kHelpFiles)) {
     if (!FolderExists(AppFolder + "\\Help")) MakeFolder(AppFolder + "\\Help");
-    files.Bring("Help\\" + name);
+    files.Want("Help\\" + name);
   }
-  files.Remember();
+  files.Bring();
+  for (const std::string& written : WrittenFolders()) RemoveUnfinished(written);
   // A package beside a database would be unpacked over it.
   if (FileExists(AppFolder + "\\Tarvolinex.mdb")) return newTemplate;
   if (FileExists(DataFolder + "\\Tarvolinex.mdb")) {

@@ -50,11 +50,25 @@ std::string ReadFile(std::string_view path);
 // Written beside the target, flushed to the disk and renamed over it: the target is the old file or the new one.
 void WriteFile(std::string_view path, std::string_view bytes);
 
-// What the name of an unfinished file begins with. When a program is killed one may stay: an hour later the next write
-// into the folder takes it away, until then nobody lists it.
+// What the name of an unfinished file begins with; nobody lists it. It is locked while its program lives: what killed
+// programs of this machine have left goes with the next write into the folder, another machine's an hour later.
 inline constexpr std::string_view kUnfinished = ".tarvolinex-";
-// A path for an unfinished file beside the target, where nothing stands yet.
-std::string UnfinishedPath(std::string_view target);
+void RemoveUnfinished(std::string_view folder);
+
+// A name beside the target that is this program's alone while it lives, for a file that a library writes: what stands
+// under the name and whatever longer one goes with it. Throws RuntimeError when nothing can be written there.
+class UnfinishedFile {
+ public:
+  explicit UnfinishedFile(std::string_view target);
+  ~UnfinishedFile();
+  UnfinishedFile(const UnfinishedFile&) = delete;
+  UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+  int handle_ = -1;
+};
 
 // A file that is written in pieces beside its target and takes the target's place in Commit; without Commit nothing
 // of it remains. Cannot be used for an existing folder.

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -11,6 +12,7 @@
 #include <filesystem>
 #include <system_error>
 #include <thread>
+#include <vector>
 
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
@@ -53,26 +55,82 @@ void FlushFolder(const std::string& folder) {
   ::close(handle);
 }
 
-// What programs that were killed have left in the folder. The hour spares what others are writing right now.
-void RemoveUnfinished(const std::string& folder) {
-  namespace fs = std::filesystem;
-  const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
-  std::error_code error;
-  for (const auto& entry : fs::directory_iterator(folder.empty() ? "." : folder, error)) {
-    const std::string name = entry.path().filename().string();
-    if (name.starts_with(kUnfinished) && entry.last_write_time(error) < old && !error) fs::remove(entry.path(), error);
+constexpr std::string_view kUnfinishedEnding = ".tmp";
+
+// What the names of this machine's unfinished files begin with: a lock tells nothing of another machine's.
+std::string UnfinishedHere() {
+  std::array<char, 256> host{};
+  ::gethostname(host.data(), host.size() - 1);
+  std::string name(host.data());
+  std::replace(name.begin(), name.end(), '/', '_');
+  return std::string(kUnfinished) + name + "-";
+}
+
+// Makes an empty file of a name that nobody has, in the folder, and locks it; returns its handle, -1 when that fails.
+int MakeUnfinished(const std::string& folder, std::string& path) {
+  constexpr int kAttempts = 1000;
+  const std::string before =
+      (folder.empty() ? "." : folder) + "/" + UnfinishedHere() + std::to_string(::getpid()) + "-";
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    path = before + std::to_string(attempt) + std::string(kUnfinishedEnding);
+    const int handle = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (handle < 0 && errno == EEXIST) continue;
+    if (handle < 0) break;
+    // Another program may have come between and taken it for a dead one's.
+    struct stat status = {};
+    const bool taken = ::flock(handle, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (!taken && ::fstat(handle, &status) == 0 && status.st_nlink > 0) return handle;
+    ::close(handle);
   }
+  path.clear();
+  return -1;
+}
+
+// The file that is locked for it, and what was made beside it under a longer name.
+void RemoveDead(const std::filesystem::path& path, bool here) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const std::string name = path.filename().string();
+  const auto end = name.find(kUnfinishedEnding);
+  const fs::path locked = end == std::string::npos ? path : path.parent_path() / name.substr(0, end + 4);
+  const int handle = here ? ::open(locked.c_str(), O_RDONLY | O_CLOEXEC) : -1;
+  const bool gone = here && handle < 0 && errno == ENOENT;
+  if (gone || (handle >= 0 && ::flock(handle, LOCK_EX | LOCK_NB) == 0)) {
+    fs::remove(path, error);
+  } else if (fs::last_write_time(path, error) < fs::file_time_type::clock::now() - std::chrono::hours(1) && !error) {
+    fs::remove(path, error);
+  }
+  if (handle >= 0) ::close(handle);
 }
 
 }  // namespace
 
-std::string UnfinishedPath(std::string_view target) {
-  const std::string native = NativePath(target), folder = FolderOf(native).empty() ? "." : FolderOf(native);
-  for (int attempt = 0;; ++attempt) {
-    const std::string path =
-        folder + "/" + std::string(kUnfinished) + std::to_string(::getpid()) + "-" + std::to_string(attempt) + ".tmp";
-    if (attempt > 1000 || ::access(path.c_str(), F_OK) != 0) return path;
+void RemoveUnfinished(std::string_view path) {
+  const std::string folder = NativePath(path), here = UnfinishedHere();
+  std::error_code error;
+  std::vector<std::filesystem::path> found;
+  for (const auto& entry : std::filesystem::directory_iterator(folder.empty() ? "." : folder, error)) {
+    if (entry.path().filename().string().starts_with(kUnfinished)) found.push_back(entry.path());
   }
+  // Those with a longer name first: they are known by the one that they stand beside.
+  std::sort(found.rbegin(), found.rend());
+  for (const auto& file : found) RemoveDead(file, file.filename().string().starts_with(here));
+}
+
+UnfinishedFile::UnfinishedFile(std::string_view target) {
+  handle_ = MakeUnfinished(FolderOf(NativePath(target)), path_);
+  if (handle_ < 0) ThrowError(errno, Marked("Writing %1: %2"), target);
+}
+
+UnfinishedFile::~UnfinishedFile() {
+  std::error_code ignored;
+  const std::string name = FileNameOf(path_);
+  for (const auto& entry : std::filesystem::directory_iterator(FolderOf(path_), ignored)) {
+    const std::string other = entry.path().filename().string();
+    if (other != name && other.starts_with(name)) std::filesystem::remove(entry.path(), ignored);
+  }
+  ::unlink(path_.c_str());
+  ::close(handle_);
 }
 
 WholeFile::WholeFile(std::string_view path) : target_(NativePath(path)) {
@@ -83,18 +141,14 @@ WholeFile::WholeFile(std::string_view path) : target_(NativePath(path)) {
   if (replaces && S_ISDIR(old.st_mode)) ThrowError(EISDIR, Marked("Writing %1: %2"), path);
   if (replaces && ::access(target_.c_str(), W_OK) != 0) ThrowError(EACCES, Marked("Writing %1: %2"), path);
   RemoveUnfinished(FolderOf(target_));
-  beside_ = UnfinishedPath(target_);
-  handle_ = ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  if (handle_ < 0) {
-    beside_.clear();
-    ThrowError(errno, Marked("Writing %1: %2"), path);
-  }
+  handle_ = MakeUnfinished(FolderOf(target_), beside_);
+  if (handle_ < 0) ThrowError(errno, Marked("Writing %1: %2"), path);
   if (replaces) ::fchmod(handle_, old.st_mode & 07777);
 }
 
 WholeFile::~WholeFile() {
-  if (handle_ >= 0) ::close(handle_);
   if (!beside_.empty()) ::unlink(beside_.c_str());
+  if (handle_ >= 0) ::close(handle_);
 }
 
 void WholeFile::Fail(const char* doing) const {
@@ -145,7 +199,7 @@ FileLock::~FileLock() {
 }
 
 bool IsWritableFolder(std::string_view path) {
-  return FolderExists(path) && ::access(NativePath(path).c_str(), W_OK | X_OK) == 0;
+  return FolderExists(path) && ::faccessat(AT_FDCWD, NativePath(path).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 std::string ProgramFolder() {

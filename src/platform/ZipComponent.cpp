@@ -90,26 +90,15 @@ std::set<std::string> ExcludedNames(const std::string& patterns, const std::stri
   return names;
 }
 
+bool IsTheSameFile(const std::string& one, const std::string& other) {
+  std::error_code ignored;
+  return std::filesystem::equivalent(NativePath(one), NativePath(other), ignored);
+}
+
 void ShowPercent(zip_t*, double part, void* progress) {
   constexpr double kWhole = 100;
   (*static_cast<const std::function<void(int)>*>(progress))(static_cast<int>(part * kWhole));
 }
-
-// Removes the archive that is packed beside the target, whatever becomes of it.
-class Beside {
- public:
-  explicit Beside(const std::string& target) : path_(UnfinishedPath(target)) {}
-  ~Beside() {
-    std::error_code ignored;
-    std::filesystem::remove(path_, ignored);
-  }
-  Beside(const Beside&) = delete;
-  Beside& operator=(const Beside&) = delete;
-  const std::string& Path() const { return path_; }
-
- private:
-  std::string path_;
-};
 
 }  // namespace
 
@@ -128,10 +117,12 @@ void ZipComponent::Unzip() const {
 
 int ZipComponent::Zip() {
   error_.clear();
-  const Beside beside(ZipFileName);
   try {
-    const int code = Pack(beside.Path());
-    if (code == 0) Finish(beside.Path());
+    // The library makes names of its own from the one that it is given.
+    const UnfinishedFile beside(ZipFileName);
+    const std::string archive = beside.Path() + ".zip";
+    const int code = Pack(archive);
+    if (code == 0) Finish(archive);
     return code;
   } catch (const RuntimeError& failure) {
     error_ = failure.Description();
@@ -156,7 +147,7 @@ int ZipComponent::Pack(const std::string& archivePath) {
     return code;
   }
   for (const std::string& name : ListFiles(FilesToProcess)) {
-    if (excluded.count(name) > 0) continue;
+    if (excluded.contains(name) || IsTheSameFile(folder + "\\" + name, ZipFileName)) continue;
     zip_source_t* source = zip_source_file(archive.get(), NativePath(folder + "\\" + name).c_str(), 0, -1);
     const zip_int64_t entry = source ? zip_file_add(archive.get(), name.c_str(), source, ZIP_FL_ENC_UTF_8) : -1;
     if (entry < 0) {

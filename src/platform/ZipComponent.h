@@ -30,8 +30,8 @@ class ZipComponent {
 
   // Packs the matching files without folder parts into a new ZipFileName, written whole or not at all: a name that ends
   // in ".zip" becomes a plain archive, without setup.exe and CalcInstall.CAB, because mail providers reject archives
-  // with a program inside; any other name a self-extracting program. Returns 0, or a code that ErrorDescription
-  // explains.
+  // with a program inside; any other name a self-extracting program. What ZipFileName held is not packed. Returns 0, or
+  // a code that ErrorDescription explains.
   int Zip();
   const std::string& ErrorDescription() const { return error_; }
 

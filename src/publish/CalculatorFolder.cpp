@@ -94,7 +94,9 @@ std::string IconPath(const std::string& name) {
 // Returns the warning to show, empty for none.
 std::string FillCalculatorFolder() {
   const std::string folder = CalculatorFolder();
-  RefreshPages(CalculatorPreferences);
+  if (!RefreshPages(CalculatorPreferences)) {
+    throw RuntimeError(kDeviceError, Tr("One of the two pages in %1 is older than the other", {AppFolder}));
+  }
   SaveSupplierCalcSettings();
   const auto forms = LinkedForms(CurrentSupplierId);
   for (const char* old : {"*.html", "background.*", "logo.*"}) DeleteFileIfPresent(folder + old);

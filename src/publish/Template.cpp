@@ -4,10 +4,10 @@
 
 #include "core/Globals.h"
 #include "core/Reports.h"
-#include "core/Settings.h"
 #include "platform/Desktop.h"
 #include "platform/Encoding.h"
 #include "platform/Files.h"
+#include "platform/ProfileFile.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
@@ -27,6 +27,11 @@ std::string FirstFile(const std::string& pattern) {
 
 constexpr const char *kMainPage = "Calc.Html", *kTestPage = "Calc_test.Html";
 
+// What "Pages.INI" tells: the prints of the pages that are there, of those that are about to take their place (blank
+// once both have), and what they were made of.
+constexpr const char *kMarks = "PAGES", *kMade = "MADE", *kMaking = "MAKING", *kOf = "OF";
+constexpr const char* kNoPage = "-";
+
 std::string TemplatePath() {
   return AppFolder + "\\CalcTemplate.html";
 }
@@ -35,14 +40,45 @@ std::string PagePath(const char* name) {
   return AppFolder + "\\" + name;
 }
 
-std::string BothPages() {
-  return ReadFile(PagePath(kMainPage)) + ReadFile(PagePath(kTestPage));
+std::string PrintOf(const char* page) {
+  try {
+    return FileExists(PagePath(page)) ? Fingerprint(ReadFile(PagePath(page))) : kNoPage;
+  } catch (const RuntimeError&) {
+    return {};
+  }
+}
+
+std::string MarksPath() {
+  return AppFolder + "\\Pages.INI";
+}
+
+std::string Mark(const char* key) {
+  try {
+    return GetProfileString(MarksPath(), kMarks, key, "");
+  } catch (const RuntimeError&) {
+    return {};
+  }
+}
+
+std::string Prints(const std::string& main, const std::string& test) {
+  return main + " " + test;
+}
+
+// Whether the program has put the page there, or nobody has: its print is at the same place of one of the marks.
+bool IsOurs(const char* page, bool main) {
+  const std::string print = PrintOf(page);
+  if (print.empty() || print == kNoPage) return print == kNoPage;
+  for (const char* key : {kMade, kMaking}) {
+    const std::string prints = Mark(key);
+    if (main ? prints.starts_with(print + " ") : prints.ends_with(" " + print)) return true;
+  }
+  return false;
 }
 
 // Tells whether the pages would read otherwise now.
 std::string InputsOfPages(const CalculatorPreferencesRecord& prefs) {
-  return Fingerprint(LogoFileName() + "|" + BackgroundFileName() + "|" + CustomerReference +
-                     "|" TARVOLINEX_VERSION "|" + RecordBytes(prefs));
+  return Fingerprint(Fingerprint(ReadFile(TemplatePath())) + "|" + LogoFileName() + "|" + BackgroundFileName() + "|" +
+                     CustomerReference + "|" TARVOLINEX_VERSION "|" + RecordBytes(prefs));
 }
 
 struct Token {
@@ -88,13 +124,15 @@ std::string FillPlaceholders(std::string_view text, const CalculatorPreferencesR
 }
 
 bool FillTemplate(std::string_view templatePath, const std::string& outputBase,
-                  const CalculatorPreferencesRecord& prefs, const std::string& testSuffix) {
+                  const CalculatorPreferencesRecord& prefs, const std::string& testSuffix,
+                  const std::function<void(const std::string&, const std::string&)>& before) {
   try {
     const std::string text = ReadPage(templatePath);
     if (text.find('\0') != std::string::npos) {
       throw RuntimeError(kDeviceError, Tr("%1 holds no text", {templatePath}));
     }
     const std::string page = FillPlaceholders(text, prefs, false), testPage = FillPlaceholders(text, prefs, true);
+    if (before) before(page, testPage);
     WritePage(outputBase + ".Html", page);
     WritePage(outputBase + testSuffix + ".Html", testPage);
   } catch (const RuntimeError&) {
@@ -105,19 +143,38 @@ bool FillTemplate(std::string_view templatePath, const std::string& outputBase,
   return true;
 }
 
+bool PagesAreDue(const CalculatorPreferencesRecord& prefs) {
+  if (!FileExists(TemplatePath())) return false;
+  const bool cutOff = !Mark(kMaking).empty();
+  if (!cutOff) {
+    if (!FileExists(PagePath(kMainPage)) || !FileExists(PagePath(kTestPage))) return false;
+    if (Mark(kOf) == InputsOfPages(prefs)) return false;
+  }
+  // Pages that somebody else has put there stay.
+  return IsOurs(kMainPage, true) && IsOurs(kTestPage, false);
+}
+
 void MakePages(const CalculatorPreferencesRecord& prefs) {
   if (!FileExists(TemplatePath())) return;
-  if (FillTemplate(TemplatePath(), AppFolder + "\\Calc", prefs, "_test")) {
-    WriteIni("General", "PAGES", "MADE", Fingerprint(BothPages()));
-    WriteIni("General", "PAGES", "OF", InputsOfPages(prefs));
+  std::string made;
+  // Whatever happens between the two pages, they are known as ours, and as unfinished.
+  const auto mark = [&](const std::string& page, const std::string& testPage) {
+    made = Prints(Fingerprint(PageBytes(page)), Fingerprint(PageBytes(testPage)));
+    WriteProfileStrings(MarksPath(), kMarks,
+                        {{kMade, Prints(PrintOf(kMainPage), PrintOf(kTestPage))}, {kMaking, made}});
+  };
+  if (!FillTemplate(TemplatePath(), AppFolder + "\\Calc", prefs, "_test", mark)) return;
+  try {
+    WriteProfileStrings(MarksPath(), kMarks, {{kMade, made}, {kMaking, ""}, {kOf, InputsOfPages(prefs)}});
+  } catch (const RuntimeError&) {
+    // The next start or publish makes the same pages once more.
   }
 }
 
-void RefreshPages(const CalculatorPreferencesRecord& prefs) {
-  if (!FileExists(TemplatePath()) || !FileExists(PagePath(kMainPage)) || !FileExists(PagePath(kTestPage))) return;
-  if (ReadIni("General", "PAGES", "OF", "") == InputsOfPages(prefs)) return;
-  // Pages that somebody else has put there stay.
-  if (ReadIni("General", "PAGES", "MADE", "") == Fingerprint(BothPages())) MakePages(prefs);
+bool RefreshPages(const CalculatorPreferencesRecord& prefs) {
+  if (PagesAreDue(prefs)) MakePages(prefs);
+  const std::string prints = Prints(PrintOf(kMainPage), PrintOf(kTestPage)), making = Mark(kMaking);
+  return making.empty() || prints == making || prints == Mark(kMade);
 }
 
 }  // namespace tarvolinex

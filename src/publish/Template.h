@@ -1,6 +1,7 @@
 // The calculator's two pages, made of one template with the organisation's branding.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -21,17 +22,25 @@ std::string ColourToHtml(Colour colour);
 // CUSTREF, ASPTAGS (case-blind). Values go in as they stand: the template takes care where they can do no harm.
 std::string FillPlaceholders(std::string_view text, const CalculatorPreferencesRecord& prefs, bool isTestPage);
 
-// Writes output base + ".Html" and output base + test suffix + ".Html", each whole or not at all. Returns false after a
-// report ("HTML creation failed", not fatal) when the template cannot be read or holds no text, or a page cannot be
-// written.
+// Writes output base + ".Html" and output base + test suffix + ".Html", each whole or not at all; `before`, which may
+// throw RuntimeError, learns of both pages' texts (without the line end that WritePage adds) before either is written.
+// Returns false after a report ("HTML creation failed", not fatal) when the template cannot be read or holds no text,
+// or a page cannot be written.
 bool FillTemplate(std::string_view templatePath, const std::string& outputBase,
-                  const CalculatorPreferencesRecord& prefs, const std::string& testSuffix);
+                  const CalculatorPreferencesRecord& prefs, const std::string& testSuffix,
+                  const std::function<void(const std::string& page, const std::string& testPage)>& before = {});
 
-// Both pages of the app folder from its template; without a template they are left as they are.
+// Both pages of the app folder from its template; without a template they are left as they are. "Pages.INI" is told
+// before and after, so that a making that is cut off anywhere is found by PagesAreDue.
+// REQUIRES: no other program works in the app folder.
 void MakePages(const CalculatorPreferencesRecord& prefs);
 
-// The same when what the pages name has changed since they were made: the pictures of the data folder, the customer
-// reference, the program's version. Pages that are missing or that the program has not made are left as they are.
-void RefreshPages(const CalculatorPreferencesRecord& prefs);
+// Whether they are to be made anew: their making was cut off, or what they are made of has changed since (the template,
+// the preferences, the pictures of the data folder, the customer reference, the program's version). Never for pages
+// that the program has not made, nor for one that is missing though both were made.
+bool PagesAreDue(const CalculatorPreferencesRecord& prefs);
+
+// Makes them when they are due. Returns false when that failed and one page is older than the other.
+bool RefreshPages(const CalculatorPreferencesRecord& prefs);
 
 }  // namespace tarvolinex
