@@ -51,7 +51,7 @@ std::vector<LinkedForm> LinkedForms(int supplierId) {
 std::string TargetName(const std::string& linkName) {
   constexpr const char* kEnding = ".html";
   const std::string name = linkName + kEnding;
-  const auto before = ListFiles(CalculatorFolder() + ReplaceAll(name, kEnding, std::string("*") + kEnding));
+  const auto before = ListFiles(CalculatorFolder() + ReplaceAllNoCase(name, kEnding, std::string("*") + kEnding));
   return ReplaceAllNoCase(name, kEnding, "!" + std::to_string(before.size()) + kEnding);
 }
 
@@ -61,18 +61,25 @@ void CopyPicture(const std::string& name) {
   CopyFileOrStop(DataFolder + "\\logo\\" + name, CalculatorFolder() + name);
 }
 
-// Copies the forms' pages. Returns those that are there; `warning` names the last that could not be published.
-std::vector<PublishedForm> CopyForms(const std::vector<LinkedForm>& forms, std::string& warning) {
+// What the user is told of forms that are not published. Of those that are missing only the last is named.
+struct FormWarnings {
+  std::string missing, others;
+  void Add(const std::string& text) { others += (others.empty() ? "" : "\r\n\r\n") + text; }
+  std::string Text() const { return missing + (missing.empty() || others.empty() ? "" : "\r\n\r\n") + others; }
+};
+
+// Copies the forms' pages. Returns those that are there and not empty.
+std::vector<PublishedForm> CopyForms(const std::vector<LinkedForm>& forms, FormWarnings& warnings) {
   std::vector<PublishedForm> published;
   for (const LinkedForm& form : forms) {
     const std::string source = FormPagePath(form.id);
     if (!IsPortableFileName(form.linkName + "!9999.html")) {
-      warning =
+      warnings.Add(
           Tr("Warning: Form <%1> cannot be published, because no file can be called\r\n\"%2\".\r\n\r\n"
              "Please give the form another name and try again",
-             {form.description, form.linkName});
+             {form.description, form.linkName}));
     } else if (!FileExists(source)) {
-      warning = Tr("Warning: Form <%1> was not found please check and try again", {form.description});
+      warnings.missing = Tr("Warning: Form <%1> was not found please check and try again", {form.description});
     } else {
       const std::string target = TargetName(form.linkName);
       CopyFile(source, CalculatorFolder() + target);
@@ -80,7 +87,7 @@ std::vector<PublishedForm> CopyForms(const std::vector<LinkedForm>& forms, std::
         // The page lists it by a name in any case.
         published.push_back({form.linkName.empty() ? form.description : form.linkName, target, ReadPageText(source)});
       } else {
-        warning = Tr("Warning: Form <%1> is empty please check and try again", {form.description});
+        warnings.Add(Tr("Warning: Form <%1> is empty please check and try again", {form.description}));
       }
     }
   }
@@ -105,11 +112,11 @@ std::string FillCalculatorFolder() {
   CopyPicture(LogoFileName());
   CopyFileOrStop(AppFolder + "\\general.dat", folder + "general.dat");
   CopyPicture(BackgroundFileName());
-  std::string warning;
-  const auto published = CopyForms(forms, warning);
+  FormWarnings warnings;
+  const auto published = CopyForms(forms, warnings);
   WriteFile(folder + "calcdata.txt", CalculatorData(TheDesktop().Now(), ReadFile(folder + "general.dat"),
                                                     ReadFile(folder + "Supplier.dat"), published));
-  return warning;
+  return warnings.Text();
 }
 
 }  // namespace
@@ -146,7 +153,7 @@ std::string InstallIconPath() {
 void BringInstallIcon() {
   const std::string source = InstallIconPath(), target = CalculatorFolder() + "calc.ico";
   if (source.empty() || (FileExists(target) && ReadFile(source) == ReadFile(target))) return;
-  CopyInstallIcon(CalculatorPreferences);
+  CopyFile(source, target);
 }
 
 void CopyInstallIcon(const CalculatorPreferencesRecord& prefs) {

@@ -62,10 +62,13 @@ TEST_F(CalculatorFolderTest, FormsTakeTheirLinkNamesAndTheNumberOfThoseBefore) {
   Link(3, "Form2", "three");
   Link(4, "Form", "four");
   Link(5, "a.html", "five");
+  Link(6, "Tariff.HTML", "six");
+  Link(7, "tariff.html", "seven");
   BuildCalculatorFolder();
   EXPECT_EQ(InFolder("Quote!0.html") + InFolder("Quote!1.html"), "onetwo");
   EXPECT_EQ(InFolder("Form2!0.html") + InFolder("Form!1.html"), "threefour");
   EXPECT_EQ(InFolder("a!0.html!0.html"), "five");
+  EXPECT_EQ(InFolder("Tariff!0.html!0.html") + InFolder("tariff!1.html!1.html"), "sixseven");
   EXPECT_NE(InFolder("calcdata.txt").find(R"({"name":"Form","file":"Form!1.html","text":"\r\nfour"})"),
             std::string::npos);
 }
@@ -94,10 +97,18 @@ TEST_F(CalculatorFolderTest, AFormThatCannotBePublishedIsNamedAndTheRestIs) {
     EXPECT_EQ(ListFiles(AppFolder + "\\*.*"), before);
     desktop.boxes.clear();
   }
+  ExecuteStatement("UPDATE Forms SET LinkName='Gone' WHERE ID=2");
   Link(3, "Gone too", "none");
   BuildCalculatorFolder();
-  ASSERT_EQ(desktop.boxes.size(), 1U);
-  EXPECT_EQ(desktop.boxes[0].text, "Warning: Form <Form 3> was not found please check and try again");
+  Link(4, "Empty", "");
+  Link(5, "Empty too", "");
+  BuildCalculatorFolder();
+  ASSERT_EQ(desktop.boxes.size(), 2U);
+  const std::string missing = "Warning: Form <Form 3> was not found please check and try again";
+  EXPECT_EQ(desktop.boxes[0].text, missing);
+  EXPECT_EQ(desktop.boxes[1].text, missing +
+                                       "\r\n\r\nWarning: Form <Form 4> is empty please check and try again"
+                                       "\r\n\r\nWarning: Form <Form 5> is empty please check and try again");
 }
 
 TEST_F(CalculatorFolderTest, AMissingPageOrFolderEndsTheProgram) {
