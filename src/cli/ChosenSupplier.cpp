@@ -2,6 +2,7 @@
 
 #include "calc/RateCard.h"
 #include "core/Globals.h"
+#include "core/Limits.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "publish/CalculatorFolder.h"
@@ -32,6 +33,7 @@ void ChooseSupplier(const std::string& id) {
 }
 
 void ChooseSupplierToPublish(const std::string& id) {
+  CheckLimits(CalculatorPreferences);
   ChooseSupplier(id);
   BringInstallIcon();
 }

@@ -16,6 +16,7 @@ int RunPackage(const std::vector<std::string>& arguments) {
   const std::string output = parsed.Value("--output");
   if (output.empty()) throw UsageError{"--output FILE.exe or FILE.zip is needed"};
   MainWindow form;
+  if (!CanPack()) return kFailed;
   ChooseSupplierToPublish(id);
   form.send.TxtCalcCreate.SetText(output);
   BuildCalculatorFolder();

@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/RecordJson.h"
 #include "core/Globals.h"
+#include "core/Limits.h"
 #include "publish/Preferences.h"
 
 namespace tarvolinex {
@@ -14,6 +15,7 @@ int RunPreferences(const std::vector<std::string>& arguments) {
   if (parsed.Words() != std::vector<std::string>{"write"}) throw UsageError{"expected \"write\""};
   const std::string text{std::istreambuf_iterator<char>(std::cin), {}};
   ChangeRecord(CalculatorPreferences, ParseJsonObject(text));
+  CheckLimits(CalculatorPreferences);
   SaveCalculatorPreferences(CalculatorPreferences);
   return ErrorShown ? kFailed : kDone;
 }

@@ -192,6 +192,7 @@ MailSession NewMailSession(const std::string& progressText) {
 }
 
 bool SendCalculator(const std::function<void()>& askHow) {
+  if (!CanPack()) return false;
   const std::vector<Recipient> recipients = TickedContacts();
   if (!ReadyToSend(recipients)) return false;
   SendConfirmed = false;

@@ -5,6 +5,7 @@
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
+#include "distribute/LongWork.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
@@ -73,7 +74,12 @@ void WriteSetupList() {
 std::string Exclusions(bool byLink) {
   // The test page never travels.
   std::string masks = "*test*.*";
-  const auto leaveOut = [&](const char* mask) { masks += std::string(kLineEnd) + mask; };
+  const auto leaveOut = [&](const std::string& mask) { masks += kLineEnd + mask; };
+  // Install files that were made in the folder.
+  leaveOut("*.zip");
+  for (const std::string& program : ListFiles(CalculatorFolder() + "*.exe")) {
+    if (!EqualNoCase(program, "setup.exe")) leaveOut(program);
+  }
   if (!CalculatorPreferences.ShowHeaderLogo) leaveOut("logo.*");
   if (!CalculatorPreferences.ShowBackground) leaveOut("background.*");
   if (byLink) {
@@ -158,6 +164,14 @@ std::int64_t LargestMessage(int sendType) {
     count(CalculatorFolder() + "setup.exe");
   }
   return textAndHeaders + bytes * 138 / 100;  // base64 with its line ends
+}
+
+bool CanPack() {
+  if (!CanPublish(CalculatorPreferences)) return false;
+  if (!FolderExists(CalculatorFolder()) || IsWritableFolder(CalculatorFolder())) return true;
+  ShowError("Install File Creation Failed");
+  ShowDetail(Tr("The folder %1 cannot be written to", {CalculatorFolder()}));
+  return false;
 }
 
 bool BuildDistFiles(bool chosenName) {

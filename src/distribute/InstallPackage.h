@@ -15,6 +15,10 @@ std::string InstallFilePath();
 // Bytes that a message of this type cannot exceed, before anything has been built: nothing is counted as compressed.
 std::int64_t LargestMessage(int sendType);
 
+// False after a report when limits of the preferences contradict each other or the calculator folder cannot be written
+// to: asked before a calculator is built in order to be packed, because building ends the program when it fails.
+bool CanPack();
+
 // Writes the set-up list into `CalculatorFolder` and packs the folder. The target is the path box of the send tab
 // (chosenName; an existing file is replaced only when the user agrees) or InstallFilePath. A name that ends in ".zip"
 // gives a plain archive without programs, any other a self-extracting program. Returns true when the archive was

@@ -21,6 +21,7 @@ enum ErrorNumber {
   kDatabase = 3100,
   kBadArchive = 3200,
   kBadPicture = 481,
+  kLimits = 3300,  // limits that contradict each other
   // Mail and web services.
   kMailFailed = 32002,
   kMailLoginRefused = 32003,

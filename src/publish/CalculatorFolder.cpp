@@ -6,6 +6,7 @@
 
 #include "core/Globals.h"
 #include "core/Launcher.h"
+#include "core/Limits.h"
 #include "core/Reports.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
@@ -139,7 +140,15 @@ void BuildCalculatorFolder() {
   if (!warning.empty()) TheDesktop().MessageBox(warning, Tr("Warning"), BoxButtons::Ok, BoxIcon::Critical);
 }
 
+bool CanPublish(const CalculatorPreferencesRecord& prefs) {
+  const std::string why = ContradictoryLimits(prefs);
+  if (why.empty()) return true;
+  TheDesktop().MessageBox(why, Tr("Calculator Options"), BoxButtons::Ok, BoxIcon::Exclamation);
+  return false;
+}
+
 void PreviewCalculator() {
+  if (!CanPublish(CalculatorPreferences)) return;
   BuildCalculatorFolder();
   DeleteFileIfPresent(CalculatorFolder() + "LastCalc.dat");
   LaunchDocument(CalculatorFolder() + "calc_test.html");

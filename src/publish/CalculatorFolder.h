@@ -16,13 +16,18 @@ void BuildCalculatorFolder();
 // The forms linked to a supplier, in the order in which they are published.
 std::vector<int> LinkedFormIds(int supplierId);
 
-// Builds the folder and opens its test page.
+// False when limits of the preferences contradict each other; a box has then said which. Whoever stores preferences or
+// hands a calculator out asks first.
+bool CanPublish(const CalculatorPreferencesRecord& prefs);
+
+// Builds the folder and opens its test page, when the preferences' limits allow it.
 void PreviewCalculator();
 
 // The chosen install icon's file in the data folder; "" when none is chosen or there is none of that name.
 std::string InstallIconPath();
 
-// Copies the chosen install icon as below where there is one, and says nothing where there is none.
+// Copies the chosen install icon as below where there is one, and says nothing where there is none. Throws
+// RuntimeError.
 void BringInstallIcon();
 
 // Copies the install icon that the preferences choose to the folder's "calc.ico"; warns when none is chosen. A failure

@@ -129,6 +129,23 @@ TEST_F(CommandLineTest, ACalculatorIsPublishedFromANewFolder) {
   EXPECT_EQ(Program("package --supplier 1 --output " + folder.Path() + "/none/x.exe").status, 1);
 }
 
+TEST_F(CommandLineTest, LimitsThatContradictEachOtherStopEveryCommandThatStoresOrPublishesThem) {
+  const std::string app = folder.Path() + "/app";
+  EXPECT_EQ(Program("suppliers").status, 0);
+  const std::string before = ReadFile(app + "/General.dat");
+  EXPECT_EQ(Program("preferences write", R"({"MinTerm": 150})").status, 1);
+  EXPECT_EQ(ReadFile(app + "/General.dat"), before);
+  EXPECT_EQ(Program("record write " + app + "/General.dat", R"({"MinTerm": 150})").status, 0);
+  for (const std::string& words :
+       {std::string("publish --supplier 1"), "package --supplier 1 --output " + app + "/x.exe",
+        std::string("send --supplier 1 --contact 1 --as zip --subject a --message b")}) {
+    const Run run = Program(words);
+    EXPECT_EQ(run.status, 1) << words;
+    EXPECT_NE(run.err.find("the minimum of 150 is above the maximum of 60"), std::string::npos) << run.err;
+  }
+  EXPECT_FALSE(FileExists(app + "/calculator/Supplier.dat") || FileExists(app + "/x.exe"));
+}
+
 TEST_F(CommandLineTest, ANewVersionReplacesWhatNobodyHasChanged) {
   const std::string app = folder.Path() + "/app";
   EXPECT_EQ(Program("suppliers").status, 0);

@@ -104,6 +104,27 @@ TEST_F(InstallPackageTest, WhatTravelsDependsOnTheWayAndOnThePreferences) {
   EXPECT_NE(Listed(folder.Path() + "/mine.exe").find("setup.exe"), std::string::npos);
 }
 
+TEST_F(InstallPackageTest, NoInstallFileIsPackedIntoAnother) {
+  for (const char* name : {"one.exe", "two.zip", "one.exe", "three.bin", "three.bin"}) {
+    desktop.answers = {Answer::Yes};
+    BoxPath(CalculatorFolder() + name);
+    ASSERT_TRUE(BuildDistFiles(true));
+    EXPECT_EQ(Listed(CalculatorFolder() + name).find(name), std::string::npos);
+    EXPECT_EQ(Listed(CalculatorFolder() + name).find("one.exe"), std::string::npos);
+  }
+}
+
+TEST_F(InstallPackageTest, ACalculatorFolderThatIsReadOnlyIsReported) {
+  const AnotherUser user;
+  BoxPath("/tmp/none.exe");
+  form->send.CmdCalcGo(2).Press();
+  EXPECT_EQ(desktop.boxes.back().text, "Install File Creation Failed");
+  EXPECT_NE(form->TxtStatus.Text().find("cannot be written to"), std::string::npos);
+  CalculatorPreferences.IconName = "COINS";
+  EXPECT_FALSE(BuildDistFiles(true));
+  EXPECT_EQ(desktop.boxes.back().text, "Install File Creation Failed");
+}
+
 TEST_F(InstallPackageTest, AnExistingFileIsReplacedOnlyWhenTheUserAgrees) {
   BoxPath(folder.File("report.EXE", "old"));
   EXPECT_FALSE(BuildDistFiles(true));

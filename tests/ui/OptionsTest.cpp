@@ -1,6 +1,7 @@
 #include <limits>
 #include <set>
 
+#include "core/Limits.h"
 #include "support/OptionsFixture.h"
 
 namespace tarvolinex {
@@ -223,6 +224,56 @@ TEST_F(OptionsTest, CancelLeavesTheRecordAndViewSavesIt) {
   options.KeyUp(Key::Escape);
   EXPECT_TRUE(options.Closed());
   EXPECT_EQ(CalculatorPreferences.ShowHeaderLogo, shown);
+}
+
+TEST_F(OptionsTest, LimitsThatContradictEachOtherAreNamedAndNothingIsWrittenOrSent) {
+  struct Case {
+    std::function<void(CalculatorPreferencesRecord&)> change;
+    const char* said;  // empty: allowed
+  };
+  using Prefs = CalculatorPreferencesRecord&;
+  const Case cases[] = {
+      {[](Prefs p) { p.MinTerm = 150, p.MaxTerm = 60; },
+       "Lease term in months: the minimum of 150 is above the maximum of 60"},
+      {[](Prefs p) { p.MinTerm = p.MaxTerm = 36; }, ""},
+      {[](Prefs p) { p.MinTerm = p.MaxTerm = 0; }, ""},
+      {[](Prefs p) { p.MinCapitalCost = 500, p.MaxCapitalCost = 0; },
+       "Equipment cost: the minimum of 500 is above the maximum of 0"},
+      {[](Prefs p) { p.MinDepositPercent = 50.5F, p.MaxDepositPercent = 50; },
+       "Deposit percentage: the minimum of 50.5% is"},
+      {[](Prefs p) { p.MinResidualPercent = 31, p.MaxResidualPercent = 30; },
+       "Residual percentage: the minimum of 31% is"},
+      {[](Prefs p) { p.MinAdvancedPayments = 60; },
+       "Advanced payments: the minimum of 60 leaves nothing of the maximum term of 60"},
+      {[](Prefs p) { p.MinAdvancedPayments = 60, p.DepositOptions = 3; }, ""},
+  };
+  ReadRecord(DELIVERED_FOLDER "/General.dat", CalculatorPreferences);
+  const CalculatorPreferencesRecord good = CalculatorPreferences;
+  SaveCalculatorPreferences(good);
+  const std::string before = ReadFile(AppFolder + "\\General.dat");
+  for (const Case& c : cases) {
+    CalculatorPreferences = good;
+    c.change(CalculatorPreferences);
+    EXPECT_TRUE(*c.said ? ContradictoryLimits(CalculatorPreferences).starts_with(c.said)
+                        : ContradictoryLimits(CalculatorPreferences).empty())
+        << ContradictoryLimits(CalculatorPreferences);
+    if (!*c.said) continue;
+    options.Load();
+    for (const int button : {0, 2}) {
+      desktop.boxes.clear();
+      options.Cmd(button).Press();
+      ASSERT_EQ(desktop.boxes.size(), 1U);
+      EXPECT_TRUE(desktop.boxes[0].text.starts_with(c.said));
+      EXPECT_FALSE(options.Closed());
+    }
+    for (CommandButton* button : {&form->send.CmdCalcGo(0), &form->send.CmdCalcGo(2)}) {
+      button->Press();
+      EXPECT_TRUE(desktop.boxes.back().text.starts_with(c.said)) << desktop.boxes.back().text;
+    }
+    form->menus.MnuPreview.Choose();
+  }
+  EXPECT_EQ(ReadFile(AppFolder + "\\General.dat"), before);
+  EXPECT_FALSE(FileExists(CalculatorFolder() + "Supplier.dat"));
 }
 
 TEST_F(OptionsTest, ReturnPressesTheButtonThatHasTheFocusElseOk) {

@@ -70,6 +70,7 @@ void FrmMain::BrowseForInstallFile() {
 
 void FrmMain::CreateInstallFile() {
   SavePendingChanges();
+  if (!CanPack()) return;
   // Without an ending Windows would not start a program nor open an archive.
   const std::string path(Trim(send.TxtCalcCreate.Text())), name = FileNameOf(path);
   if (!name.empty() && name.find('.') == std::string::npos && !FolderExists(path)) {

@@ -146,6 +146,7 @@ void FrmOptions::SavePreferences() {
 
 void FrmOptions::Cmd_Click(int button) {
   SaveChangedValue();
+  if ((button == kOk || button == kView) && !CanPublish(edited_)) return;
   switch (button) {
     case kOk:
       SavePreferences();
