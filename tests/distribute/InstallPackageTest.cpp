@@ -115,8 +115,9 @@ TEST_F(InstallPackageTest, NoInstallFileIsPackedIntoAnother) {
 }
 
 TEST_F(InstallPackageTest, ACalculatorFolderThatIsReadOnlyIsReported) {
+  std::filesystem::permissions(folder.Path(), std::filesystem::perms(0755));
   const AnotherUser user;
-  BoxPath("/tmp/none.exe");
+  BoxPath(folder.Path() + "/none.exe");
   form->send.CmdCalcGo(2).Press();
   EXPECT_EQ(desktop.boxes.back().text, "Install File Creation Failed");
   EXPECT_NE(form->TxtStatus.Text().find("cannot be written to"), std::string::npos);
