@@ -5,6 +5,7 @@
 
 #include "cli/Commands.h"
 #include "core/Globals.h"
+#include "platform/Encoding.h"
 #include "platform/RuntimeError.h"
 
 namespace tarvolinex {
@@ -181,7 +182,7 @@ int RunCommand(const ProgramOptions& options) {
     std::cerr << "tarvolinex " << options.command << ": " << mistake.text << "\n\n" << UsageText(options.command);
     return kUsageError;
   } catch (const RuntimeError& failure) {
-    std::cerr << "tarvolinex " << options.command << ": " << failure.Description() << '\n';
+    std::cerr << "tarvolinex " << options.command << ": " << Readable(failure.Description()) << '\n';
     return kFailed;
   }
 }

@@ -68,6 +68,19 @@ void RememberTexts() {
   WriteIni("General", "OPTIONS", "LASTMSG", message);
 }
 
+std::string RemedyFor(int number) {
+  switch (number) {
+    case kMailLoginRefused:
+      return Tr("Please check the user name, the password and the server under Options > E-mail Settings.");
+    case kMailRecipientRefused:
+      return Tr("Nobody has got the message. Please check the e-mail addresses of the contacts.");
+    case kDiskFull:
+      return Tr("Please make room on the disk and try again.");
+    default:
+      return Tr("Please try again later, or check how mail is sent under Options > E-mail Settings.");
+  }
+}
+
 // One step of the mail. False when the send has to end.
 bool MailStep(const std::function<void()>& step) {
   try {
@@ -76,12 +89,12 @@ bool MailStep(const std::function<void()>& step) {
   } catch (const RuntimeError& failure) {
     if (failure.Number() == kDivisionByZero || failure.Number() == kMailSignedOnAlready) return true;
     if (failure.Number() == kNotConnected) {
-      ShowError("Failed to connect to remote host.\r\n\r\nPlease check your Internet connection and try again");
-      ShowDetail(failure.Description());
+      ReportFailure(
+          Marked("Failed to connect to remote host.\r\n\r\nPlease check your Internet connection and try again"),
+          failure.Description());
       return true;
     }
-    ShowError("Sending email failed");
-    ShowDetail(failure.Description());
+    ReportFailure(Marked("Sending email failed"), failure.Description(), RemedyFor(failure.Number()));
     return false;
   }
 }

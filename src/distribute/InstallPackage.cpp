@@ -178,8 +178,8 @@ bool BuildDistFiles(bool chosenName) {
   std::string target;
   try {
     target = Target(chosenName);
-  } catch (const RuntimeError&) {
-    ShowError("Invalid File Name");
+  } catch (const RuntimeError& failure) {
+    ReportFailure(Marked("Invalid File Name"), failure.Description());
     return false;
   }
   if (target.empty()) return false;
@@ -189,8 +189,8 @@ bool BuildDistFiles(bool chosenName) {
     WriteSetupList();
     // What was asked of the last send does not decide what a file that is made by hand holds.
     return Pack(target, !chosenName && SendType == kSendLink);
-  } catch (const RuntimeError&) {
-    ShowError("Install File Creation Failed");
+  } catch (const RuntimeError& failure) {
+    ReportFailure(Marked("Install File Creation Failed"), failure.Description());
     return false;
   }
 }

@@ -4,6 +4,7 @@
 #include "core/MainWindow.h"
 #include "core/Reports.h"
 #include "platform/Desktop.h"
+#include "platform/Translation.h"
 
 namespace tarvolinex {
 
@@ -35,6 +36,15 @@ TransferProgress ShowProgress(std::string text) {
     TheDesktop().DoEvents();
     return !StopRequested;
   };
+}
+
+void ReportFailure(const char* report, const std::string& reason, const std::string& remedy) {
+  std::string text = Tr(report);
+  for (const std::string& part : {reason, remedy}) {
+    if (!part.empty()) text += "\r\n\r\n" + part + (part.ends_with('.') ? "" : ".");
+  }
+  ShowError(text);
+  if (MainFormExists()) MainForm().TxtStatus.SetText(reason);
 }
 
 void ShowDetail(const std::string& reason) {

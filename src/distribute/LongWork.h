@@ -23,8 +23,12 @@ class LongWork {
 // Shows a transfer's progress with this text on the status line, lets the windows live, and stops when the user asks.
 TransferProgress ShowProgress(std::string text);
 
-// Leaves the reason of a reported failure on the status line, where it stays until the next step; without a window it
-// goes to standard error.
+// Reports a failure: the report's own text, then why it came and what the user can do, each after an empty line. The
+// reason also stays on the status line until the next step.
+void ReportFailure(const char* report, const std::string& reason, const std::string& remedy = {});
+
+// Leaves on the status line, where it stays until the next step, why something that is no failure has ended; without a
+// window it goes to standard error.
 void ShowDetail(const std::string& reason);
 
 }  // namespace tarvolinex

@@ -7,6 +7,7 @@
 #include "distribute/LongWork.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
+#include "platform/Encoding.h"
 #include "platform/Files.h"
 #include "platform/HttpRequest.h"
 #include "platform/RuntimeError.h"
@@ -23,6 +24,15 @@ constexpr const char* kTransferring = Marked("Transfering to Tarvolinex Server")
 std::string RequestBody(const std::string& path) {
   return "--AaB03x\r\nContent-Disposition: attachment; name=\"FILE1\"; filename=\"" + ToWindows1252(NativePath(path)) +
          "\"\r\nContent-Type: text/plain\r\n\r\n" + ReadFile(path) + "\r\n--AaB03x--";
+}
+
+void ReportUploadFailure(const RuntimeError& failure) {
+  std::string remedy = Tr("Please try again later, or send the calculator as an attached file.");
+  if (failure.Number() == kDiskFull) remedy = Tr("Please make room on the disk and try again.");
+  if (failure.Number() == kNotConnected) {
+    remedy = Tr("Please check your Internet connection and the name of the web server in Tarvolinex.ini.");
+  }
+  ReportFailure(Marked("File Upload failed"), failure.Description(), remedy);
 }
 
 }  // namespace
@@ -44,7 +54,10 @@ UploadAnswer ReadUploadAnswer(std::string_view bytes) {
   answer.accepted = folded.find("success") != std::string::npos && folded.find("error") == std::string::npos;
   const auto open = text.find(kOpen);
   const auto close = open == std::string::npos ? open : text.find(kClose, open + kOpen.size());
-  if (close != std::string::npos) answer.status = text.substr(open + kOpen.size(), close - open - kOpen.size());
+  constexpr std::size_t kLongestStatus = 2000;  // what a box can show
+  if (close != std::string::npos) {
+    answer.status = Readable(text.substr(open + kOpen.size(), close - open - kOpen.size()), kLongestStatus);
+  }
   return answer;
 }
 
@@ -67,8 +80,7 @@ bool UploadFile(const std::string& path, const std::string& host) {
     ShowDetail(Tr("The server did not accept the file."));
     return false;
   } catch (const RuntimeError& failure) {
-    ShowError("File Upload failed");
-    ShowDetail(failure.Description());
+    ReportUploadFailure(failure);
     return false;
   }
 }
@@ -80,8 +92,7 @@ std::optional<std::string> TransferInstallFile() {
   try {
     CopyFile(AppFolder + "\\CalcInstall.exe", copy);
   } catch (const RuntimeError& failure) {
-    ShowError("File Upload failed");
-    ShowDetail(failure.Description());
+    ReportUploadFailure(failure);
     return std::nullopt;
   }
   if (!UploadFile(copy, WebServer)) {

@@ -12,7 +12,7 @@ namespace tarvolinex {
 std::string UploadIdentifier(std::chrono::system_clock::time_point now);
 
 struct UploadAnswer {
-  std::string status;     // for the user to read: what stands between "<STATUS>" and "</STATUS>"
+  std::string status;     // for the user to read: what stands between "<STATUS>" and "</STATUS>", readable
   bool accepted = false;  // it contains "SUCCESS" and no "ERROR", in any case
 };
 

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstring>
 
+#include "platform/Encoding.h"
 #include "platform/RuntimeError.h"
 #include "platform/Translation.h"
 
@@ -14,7 +16,7 @@ namespace {
 constexpr int kTickMilliseconds = 30;  // between two looks at the windows
 
 std::size_t Read(char* buffer, std::size_t size, std::size_t count, void* data) {
-  CurlUpload& upload = *static_cast<CurlUpload*>(data);
+  CurlExchange& upload = *static_cast<CurlExchange*>(data);
   const std::size_t n = std::min(size * count, upload.bytes.size() - upload.sent);
   std::memcpy(buffer, upload.bytes.data() + upload.sent, n);
   upload.sent += n;
@@ -22,13 +24,60 @@ std::size_t Read(char* buffer, std::size_t size, std::size_t count, void* data) 
 }
 
 int Seek(void* data, curl_off_t offset, int origin) {
-  CurlUpload& upload = *static_cast<CurlUpload*>(data);
+  CurlExchange& upload = *static_cast<CurlExchange*>(data);
   if (origin != SEEK_SET || offset < 0 || static_cast<std::size_t>(offset) > upload.bytes.size()) {
     return CURL_SEEKFUNC_CANTSEEK;
   }
   upload.sent = static_cast<std::size_t>(offset);
   return CURL_SEEKFUNC_OK;
 }
+
+// libcurl takes any other number than that of the bytes for a failure.
+bool Hear(CurlExchange& exchange, std::size_t bytes) {
+  exchange.heard += bytes;
+  return exchange.heard <= CurlExchange::kLongestAnswer;
+}
+
+std::size_t TakeAnswer(const char* bytes, std::size_t size, std::size_t count, void* data) {
+  CurlExchange& exchange = *static_cast<CurlExchange*>(data);
+  if (!Hear(exchange, size * count)) return 0;
+  exchange.answer.append(bytes, size * count);
+  return size * count;
+}
+
+std::size_t TakeReply(const char* bytes, std::size_t size, std::size_t count, void* data) {
+  CurlExchange& exchange = *static_cast<CurlExchange*>(data);
+  if (!Hear(exchange, size * count)) return 0;
+  const std::string_view line(bytes, size * count);
+  if (!line.starts_with("221")) exchange.reply = line;
+  return size * count;
+}
+
+// Tells when the other side has used up the patience.
+class Watch {
+ public:
+  explicit Watch(const TransferPatience& patience) : patience_(patience) {}
+  bool RunsOut(CURL* handle, const CurlExchange& exchange) {
+    const auto now = std::chrono::steady_clock::now();
+    const Part part = exchange.Sent() ? Part::After : exchange.sent > 0 ? Part::Sending : Part::Before;
+    curl_off_t moved = 0;
+    if (part == Part::Sending) curl_easy_getinfo(handle, CURLINFO_SIZE_UPLOAD_T, &moved);
+    if (part == Part::Before) moved = static_cast<curl_off_t>(exchange.heard);
+    if (part != part_) began_ = now;
+    if (part != part_ || moved != moved_) stirred_ = now;
+    part_ = part;
+    moved_ = moved;
+    return (part != Part::Sending && now - began_ > patience_.answering) ||
+           (part != Part::After && now - stirred_ > patience_.silent);
+  }
+
+ private:
+  enum class Part { Before, Sending, After };
+  TransferPatience patience_;
+  Part part_ = Part::Before;
+  curl_off_t moved_ = 0;
+  std::chrono::steady_clock::time_point began_ = std::chrono::steady_clock::now(), stirred_ = began_;
+};
 
 // The pair of a multi handle and the one transfer in it.
 class Running {
@@ -77,33 +126,48 @@ void Append(CurlList& list, const std::string& text) {
   list.reset(longer);
 }
 
-void SetUpload(CURL* handle, CurlUpload& upload) {
+void SetExchange(CURL* handle, CurlExchange& exchange) {
   curl_easy_setopt(handle, CURLOPT_READFUNCTION, &Read);
-  curl_easy_setopt(handle, CURLOPT_READDATA, &upload);
+  curl_easy_setopt(handle, CURLOPT_READDATA, &exchange);
   curl_easy_setopt(handle, CURLOPT_SEEKFUNCTION, &Seek);
-  curl_easy_setopt(handle, CURLOPT_SEEKDATA, &upload);
+  curl_easy_setopt(handle, CURLOPT_SEEKDATA, &exchange);
+  curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &TakeAnswer);
+  curl_easy_setopt(handle, CURLOPT_WRITEDATA, &exchange);
+  curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, &TakeReply);
+  curl_easy_setopt(handle, CURLOPT_HEADERDATA, &exchange);
 }
 
-CURLcode RunTransfer(CURL* handle, const CurlUpload& upload, const TransferProgress& progress,
+CURLcode RunTransfer(CURL* handle, const CurlExchange& exchange, const TransferProgress& progress,
                      const TransferPatience& patience, std::string& error) {
   std::array<char, CURL_ERROR_SIZE> text{};
   curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, text.data());
   curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
   curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(patience.connecting.count()));
-  // A server that stops answering is told by time, whichever side should speak; the library looks once a second.
+  // The watch looks at the time, whichever side should speak; the library's own limit must not come before.
   constexpr long kSecond = 1000;
-  curl_easy_setopt(handle, CURLOPT_LOW_SPEED_LIMIT, 1L);
-  curl_easy_setopt(handle, CURLOPT_LOW_SPEED_TIME, std::max(1L, static_cast<long>(patience.silent.count()) / kSecond));
   curl_easy_setopt(handle, CURLOPT_SERVER_RESPONSE_TIMEOUT,
-                   std::max(1L, static_cast<long>(patience.silent.count()) / kSecond));
+                   static_cast<long>(patience.answering.count()) / kSecond + 2);
   Running running(handle);
-  bool stopped = false;
-  while (!stopped && running.Go()) {
-    stopped =
-        progress && !progress(static_cast<std::int64_t>(upload.sent), static_cast<std::int64_t>(upload.bytes.size()));
+  Watch watch(patience);
+  bool stopped = false, late = false;
+  while (!stopped && !late && running.Go()) {
+    late = watch.RunsOut(handle, exchange);
+    stopped = progress &&
+              !progress(static_cast<std::int64_t>(exchange.sent), static_cast<std::int64_t>(exchange.bytes.size()));
   }
-  const CURLcode result = stopped ? CURLE_ABORTED_BY_CALLBACK : running.Result();
-  error = stopped ? Tr("stopped") : text[0] ? text.data() : curl_easy_strerror(result);
+  // Ending the dialogue waits for a last reply, but not of one that has had its time.
+  if (stopped || late) curl_easy_setopt(handle, CURLOPT_SERVER_RESPONSE_TIMEOUT, 1L);
+  const CURLcode result = stopped ? CURLE_ABORTED_BY_CALLBACK : late ? CURLE_OPERATION_TIMEDOUT : running.Result();
+  if (stopped) {
+    error = Tr("stopped");
+  } else if (late) {
+    error = Tr("it took too long to answer");
+  } else if (exchange.heard > CurlExchange::kLongestAnswer) {
+    error = Tr("its answer does not end");
+  } else {
+    constexpr std::size_t kLongestText = 500;
+    error = Readable(text[0] ? text.data() : curl_easy_strerror(result), kLongestText);
+  }
   curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, nullptr);
   return result;
 }

@@ -20,15 +20,23 @@ using CurlList = std::unique_ptr<curl_slist, CurlDelete>;
 CurlHandle NewCurlHandle();
 void Append(CurlList& list, const std::string& text);
 
-// Gives the handle the bytes to send; they must outlive the run.
-struct CurlUpload {
-  std::string_view bytes;
-  std::size_t sent = 0;
-};
-void SetUpload(CURL* handle, CurlUpload& upload);
+// What goes out and what comes back. The bytes to send must outlive the run.
+struct CurlExchange {
+  explicit CurlExchange(std::string_view toSend) : bytes(toSend) {}
+  // An answer with its headers, or all replies of a dialogue: a longer one is a failure.
+  static constexpr std::size_t kLongestAnswer = 1 << 20;  // bytes
 
-// Runs the transfer to its end. error: what libcurl says of a failure.
-CURLcode RunTransfer(CURL* handle, const CurlUpload& upload, const TransferProgress& progress,
+  std::string_view bytes;
+  std::size_t sent = 0, heard = 0;  // bytes
+  std::string answer;               // without headers and replies
+  std::string reply;                // the last line of those, but for a mail server's good-bye
+  bool Sent() const { return sent == bytes.size(); }
+};
+void SetExchange(CURL* handle, CurlExchange& exchange);
+
+// Runs the transfer to its end, whatever the other side does: by its patience and the longest answer. error: what went
+// wrong, for people to read.
+CURLcode RunTransfer(CURL* handle, const CurlExchange& exchange, const TransferProgress& progress,
                      const TransferPatience& patience, std::string& error);
 
 // Whether a failure means that there was no connection to the other side at all.

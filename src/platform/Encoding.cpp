@@ -100,6 +100,20 @@ std::string DecodeText(std::string_view bytes, std::string_view charset) {
   return out;
 }
 
+std::string Readable(std::string_view bytes, std::size_t most) {
+  const std::string text = DecodeText(bytes.substr(0, most), "utf-8");
+  std::string readable;
+  for (std::string_view rest = text; !rest.empty();) {
+    const std::string_view before = rest;
+    const std::uint32_t code = TakeCodePoint(rest);
+    const bool control = code < ' ' || (code >= 0x7F && code < 0xA0);
+    const bool turns = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    if (code == '\r' && !rest.starts_with('\n')) readable += '\n';
+    if (code == '\n' || code == '\t' || !(control || turns)) readable += before.substr(0, before.size() - rest.size());
+  }
+  return bytes.size() > most ? readable + "..." : readable;
+}
+
 std::string Fingerprint(std::string_view bytes) {
   const auto view = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
   return QCryptographicHash::hash(view, QCryptographicHash::Sha256).toHex().toStdString();

@@ -14,6 +14,11 @@ std::string EncodeForPage(std::string_view utf8, std::string_view charset);
 // The reverse; bytes that mean nothing in the set become U+FFFD (Windows-1252 has none of these).
 std::string DecodeText(std::string_view bytes, std::string_view charset);
 
+// A text from outside (a server's, another program's) as it may be shown, on a terminal too: UTF-8 with line feeds and
+// tabs, without other control characters and without marks that turn the direction of writing. What is longer than
+// `most` bytes ends with "...".
+std::string Readable(std::string_view bytes, std::size_t most = std::string_view::npos);
+
 // SHA-256 in hexadecimal digits: tells whether bytes are the same as others were.
 std::string Fingerprint(std::string_view bytes);
 

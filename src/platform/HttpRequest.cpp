@@ -6,19 +6,6 @@
 
 namespace tarvolinex {
 
-namespace {
-
-constexpr std::size_t kLongestAnswer = 1 << 20;  // bytes
-
-std::size_t Keep(char* data, std::size_t size, std::size_t count, void* text) {
-  std::string& answer = *static_cast<std::string*>(text);
-  if (answer.size() + size * count > kLongestAnswer) return 0;
-  answer.append(data, size * count);
-  return size * count;
-}
-
-}  // namespace
-
 void HttpRequest::Open(std::string method, std::string address) {
   method_ = std::move(method);
   address_ = std::move(address);
@@ -43,15 +30,14 @@ void HttpRequest::Send(std::string_view body) {
   curl_easy_setopt(curl, CURLOPT_CUSTOMREQUEST, method_.c_str());
   curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
   curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers.get());
-  curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, &Keep);
-  curl_easy_setopt(curl, CURLOPT_WRITEDATA, &response_);
-  CurlUpload upload{body};
-  SetUpload(curl, upload);
+  CurlExchange exchange(body);
+  SetExchange(curl, exchange);
   std::string error;
-  const CURLcode result = RunTransfer(curl, upload, Progress, Patience, error);
+  const CURLcode result = RunTransfer(curl, exchange, Progress, Patience, error);
   if (result != CURLE_OK) {
     throw RuntimeError(NotReached(curl, result) ? kNotConnected : kDeviceError, address_ + ": " + error);
   }
+  response_ = std::move(exchange.answer);
   long status = 0;
   curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status);
   constexpr long kFirstError = 400;

@@ -6,6 +6,7 @@
 
 #include "platform/Clock.h"
 #include "platform/CurlTransfer.h"
+#include "platform/Encoding.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -21,40 +22,62 @@ QString Q(const std::string& text) {
   return QString::fromStdString(text);
 }
 
-// Runs a program to its end while the windows live. Returns what it printed; throws when it cannot be started, fails or
-// takes nothing for too long.
-std::string RunProgram(const std::string& program, const QStringList& arguments, const std::string& input,
-                       const TransferProgress& progress, int error, const TransferPatience& patience) {
+// What a server or a program says of itself, without its line ends.
+std::string SaidBy(std::string_view bytes) {
+  constexpr std::size_t kLongest = 500;
+  return QString::fromStdString(Readable(bytes, kLongest)).trimmed().toStdString();
+}
+
+struct Program {
+  std::string name, path;  // name: for people
+  QStringList arguments;
+  int error;                         // the number of its failure
+  std::chrono::milliseconds ending;  // how long it may work when it has taken its input
+};
+
+// Runs a program to its end while the windows live. Returns what it printed; throws when it cannot be started, fails,
+// takes nothing for too long or prints without end.
+std::string RunProgram(const Program& program, const std::string& input, const TransferProgress& progress,
+                       const TransferPatience& patience) {
   constexpr int kTickMilliseconds = 30;
+  constexpr qsizetype kLongestOutput = 1 << 16;  // bytes
   QProcess process;
-  process.start(Q(program), arguments);
-  if (!process.waitForStarted()) throw RuntimeError(error, Tr("%1 cannot be started", {program}));
+  process.start(Q(program.path), program.arguments);
+  if (!process.waitForStarted()) throw RuntimeError(program.error, Tr("%1 cannot be started", {program.name}));
+  const auto fail = [&](const std::string& why) {
+    process.kill();
+    process.waitForFinished();
+    throw RuntimeError(program.error, why);
+  };
+  QByteArray printed, complaints;
   process.write(input.data(), static_cast<qint64>(input.size()));
   process.closeWriteChannel();
   const auto total = static_cast<std::int64_t>(input.size());
   auto taken = std::chrono::steady_clock::now();
   qint64 left = process.bytesToWrite();
-  while (!process.waitForFinished(kTickMilliseconds)) {
-    if (process.state() == QProcess::NotRunning) break;
+  for (bool runs = true; runs;) {
+    runs = !process.waitForFinished(kTickMilliseconds) && process.state() != QProcess::NotRunning;
+    printed += process.readAllStandardOutput();
+    complaints += process.readAllStandardError();
+    if (printed.size() + complaints.size() > kLongestOutput) fail(Tr("%1 prints without end", {program.name}));
     const auto now = std::chrono::steady_clock::now();
     if (process.bytesToWrite() != left) taken = now;
     left = process.bytesToWrite();
-    if (now - taken > patience.silent || (progress && !progress(total - left, total))) {
-      process.kill();
-      process.waitForFinished();
-      throw RuntimeError(error, Tr("%1 was stopped or took too long", {program}));
-    }
+    if (!runs) break;
+    if (now - taken > (left > 0 ? patience.silent : program.ending)) fail(Tr("%1 took too long", {program.name}));
+    if (progress && !progress(total - left, total)) fail(Tr("%1 was stopped", {program.name}));
   }
   if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-    throw RuntimeError(error, Tr("%1 failed: %2", {program, process.readAllStandardError().trimmed().toStdString()}));
+    throw RuntimeError(program.error, Tr("%1 failed: %2", {program.name, SaidBy(complaints.toStdString())}));
   }
-  return process.readAllStandardOutput().toStdString();
+  return printed.toStdString();
 }
 
 std::string PasswordOf(const MailProfile& profile, const TransferProgress& progress, const TransferPatience& patience) {
   if (profile.passwordCommand.empty()) return {};
-  const std::string output =
-      RunProgram("/bin/sh", {"-c", Q(profile.passwordCommand)}, "", progress, kMailLoginRefused, patience);
+  const std::string output = RunProgram(
+      {Tr("The password command"), "/bin/sh", {"-c", Q(profile.passwordCommand)}, kMailLoginRefused, patience.silent},
+      "", progress, patience);
   return output.substr(0, output.find_first_of("\r\n"));
 }
 
@@ -175,18 +198,26 @@ void MailSession::SendBySmtp(const std::string& bytes) const {
   curl_easy_setopt(curl, CURLOPT_MAIL_FROM, ("<" + message_->from.address + ">").c_str());
   curl_easy_setopt(curl, CURLOPT_MAIL_RCPT, recipients.get());
   curl_easy_setopt(curl, CURLOPT_UPLOAD, 1L);
-  CurlUpload upload{bytes};
-  SetUpload(curl, upload);
+  CurlExchange exchange(bytes);
+  SetExchange(curl, exchange);
   std::string error;
-  const CURLcode result = RunTransfer(curl, upload, Progress, Patience, error);
-  if (result != CURLE_OK) throw RuntimeError(NumberOf(curl, result), Taker() + ": " + error);
+  const CURLcode result = RunTransfer(curl, exchange, Progress, Patience, error);
+  if (result == CURLE_OK) return;
+  const bool refused = exchange.reply.starts_with('4') || exchange.reply.starts_with('5');
+  if (refused) error += ": " + SaidBy(exchange.reply);
+  if (exchange.Sent() && !refused) {
+    error += ". " + Tr("The server had the whole message by then: it may have gone out all the same. Please ask one of "
+                       "its readers before you send it again");
+  }
+  throw RuntimeError(NumberOf(curl, result), Taker() + ": " + error);
 }
 
 void MailSession::SendBySendmail(const std::string& bytes) const {
   QStringList arguments = {"-i", "-f", Q(message_->from.address), "--"};
   for (const MailAddress& recipient : message_->to) arguments << Q(recipient.address);
   // It expects the line ends of this machine.
-  RunProgram(kLocalSendmail, arguments, ReplaceAll(bytes, "\r\n", "\n"), Progress, kMailFailed, Patience);
+  RunProgram({kLocalSendmail, kLocalSendmail, arguments, kMailFailed, Patience.answering},
+             ReplaceAll(bytes, "\r\n", "\n"), Progress, Patience);
 }
 
 void MailSession::PutIntoOutbox(const std::string& bytes) const {
@@ -196,7 +227,7 @@ void MailSession::PutIntoOutbox(const std::string& bytes) const {
     if (!FolderExists(OutboxFolder())) MakeFolder(OutboxFolder());
     WriteFile(OutboxFolder() + "\\" + name, bytes);
   } catch (const RuntimeError& failure) {
-    throw RuntimeError(kMailFailed, failure.Description());
+    throw RuntimeError(failure.Number() == kDiskFull ? kDiskFull : kMailFailed, failure.Description());
   }
 }
 

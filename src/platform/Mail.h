@@ -1,6 +1,7 @@
 // The desktop's mail: one session composes one message and hands it to the transport of a profile.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -12,11 +13,13 @@ namespace tarvolinex {
 
 // Every failure throws RuntimeError: 32050 signed on already, 32003 profile or login refused, 32014 recipient refused,
 // 32011 attachment missing, 35754 server not reached, 32002 anything else. The description says what was being done.
-// After a failed Send nothing has been accepted by anybody, and SignOff fails too.
+// After a failed Send, SignOff fails too. Nobody has then accepted the message, unless the connection was lost after
+// its last byte: the description says so.
 class MailSession {
  public:
   TransferProgress Progress;
-  TransferPatience Patience;
+  // Servers look for viruses while the sender waits; who gives up before them sends twice.
+  TransferPatience Patience{.answering = std::chrono::minutes(10)};
   MailAddress DefaultSender;  // for profiles that name none
 
   // iniPath: the file of the profiles. profile: its name; empty for the built-in one.

@@ -2,13 +2,13 @@
 
 #include <iostream>
 
+#include "platform/Encoding.h"
 #include "platform/Files.h"
-#include "platform/Text.h"
 
 namespace tarvolinex {
 
 Answer TerminalDesktop::MessageBox(const std::string& text, const std::string& title, BoxButtons buttons, BoxIcon) {
-  std::cerr << (title.empty() ? "" : title + ": ") << ReplaceAll(text, "\r\n", "\n") << '\n';
+  std::cerr << Readable(title.empty() ? text : title + ": " + text) << '\n';
   switch (buttons) {
     case BoxButtons::YesNo:
       return yesToAll_ ? Answer::Yes : Answer::No;
@@ -24,7 +24,7 @@ Answer TerminalDesktop::MessageBox(const std::string& text, const std::string& t
 
 int TerminalDesktop::ShellExecute(const std::string&, const std::string& file, const std::string&, const std::string&,
                                   int) {
-  std::cerr << NativePath(file) << '\n';
+  std::cerr << Readable(NativePath(file)) << '\n';
   constexpr int kDone = 33;
   return kDone;
 }
@@ -34,7 +34,7 @@ int TerminalDesktop::OpenWith(const std::string& file) {
 }
 
 void TerminalDesktop::Note(const std::string& text) {
-  std::cerr << text << '\n';
+  std::cerr << Readable(text) << '\n';
 }
 
 }  // namespace tarvolinex

@@ -11,10 +11,11 @@ namespace tarvolinex {
 // painted by whoever is called. Returning false stops the transfer.
 using TransferProgress = std::function<bool(std::int64_t sent, std::int64_t total)>;
 
-// How long the other side may stay silent.
+// How long the other side may take.
 struct TransferPatience {
   std::chrono::milliseconds connecting{30'000};
-  std::chrono::milliseconds silent{60'000};
+  std::chrono::milliseconds silent{60'000};      // nothing moves, before and while bytes are sent
+  std::chrono::milliseconds answering{120'000};  // all that comes before the first byte, and after the last one
 };
 
 }  // namespace tarvolinex

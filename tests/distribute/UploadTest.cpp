@@ -5,6 +5,7 @@
 
 #include "platform/Text.h"
 #include "support/Fixture.h"
+#include "support/Hindrances.h"
 #include "support/LoopbackServer.h"
 
 namespace tarvolinex {
@@ -15,7 +16,8 @@ class UploadTest : public WindowTest {
   bool Upload(const LoopbackServer& server) { return UploadFile(AppFolder + "\\CalcInstall.exe", server.Host()); }
   std::string Shown() {
     std::string texts;
-    for (const auto& box : desktop.boxes) texts += box.title + "/" + box.text + ";";
+    for (const auto& box : desktop.boxes)
+      texts += box.title + "/" + box.text.substr(0, box.text.find("\r\n\r\n")) + ";";
     desktop.boxes.clear();
     return texts;
   }
@@ -43,6 +45,7 @@ TEST_F(UploadTest, AnswersOfTheServer) {
   };
   for (const Case& c : {
            Case{{"<STATUS>File received</STATUS>", "SUCCESS"}, true, "File Upload/File received;"},
+           Case{{"<STATUS>\x1b]0;x\a Bad\x1b[2J\bnews\r</STATUS>", "SUCCESS"}, true, "File Upload/]0;x Bad[2Jnews\n;"},
            Case{{"Upload success"}, true, ""},
            Case{{"success", "<STATUS>one", "error</STATUS>"}, false, "File Upload/one error;"},
            Case{{}, false, ""},
@@ -59,8 +62,18 @@ TEST_F(UploadTest, AnswersOfTheServer) {
     EXPECT_EQ(Shown(), c.shown);
   }
   EXPECT_FALSE(UploadFile(AppFolder + "\\CalcInstall.exe", "127.0.0.1:1"));
+  EXPECT_NE(desktop.boxes.at(0).text.find("127.0.0.1:1"), std::string::npos);
+  EXPECT_NE(desktop.boxes.at(0).text.find("\r\n\r\nPlease check"), std::string::npos);
   EXPECT_EQ(Shown(), "Error/File Upload failed;");
   EXPECT_NE(form->TxtStatus.Text().find("127.0.0.1:1"), std::string::npos);
+}
+
+TEST_F(UploadTest, AFullDiskIsNamedWithTheFileThatFoundNoRoom) {
+  const FullDisk full(50'000);
+  EXPECT_EQ(TransferInstallFile(), std::nullopt);
+  const std::string text = desktop.boxes.at(0).text;
+  EXPECT_EQ(text.substr(0, text.find('/')), "File Upload failed\r\n\r\nWriting ");
+  EXPECT_NE(text.find("/CalcInstall_" + UploadIdentifier(desktop.now) + ".exe: "), std::string::npos) << text;
 }
 
 TEST_F(UploadTest, NothingOfATransferStaysBehind) {

@@ -21,10 +21,15 @@ class HttpRequestTest : public ProgramTest {
   HttpRequest request;
 };
 
-TEST_F(HttpRequestTest, AServerThatFallsSilentIsGivenUp) {
-  const LoopbackServer server("http", folder.Path(), {"silent"});
-  request.Patience.silent = std::chrono::milliseconds(1000);
-  EXPECT_EQ(NumberOfFailure(server), kDeviceError);
+TEST_F(HttpRequestTest, AServerWhoseAnswerNeverEndsIsGivenUp) {
+  for (const char* behaviour : {"silent", "endless", "drip", "headers"}) {
+    const LoopbackServer server("http", folder.Path(), {behaviour});
+    request.Patience.answering = std::chrono::milliseconds(1000);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(NumberOfFailure(server), kDeviceError) << behaviour;
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10)) << behaviour;
+    EXPECT_LE(request.ResponseText().size(), std::size_t{1} << 20) << behaviour;
+  }
 }
 
 }  // namespace tarvolinex

@@ -36,7 +36,8 @@ class MailTest : public ProgramTest {
       session.SignOff();
       return 0;
     } catch (const RuntimeError& failure) {
-      EXPECT_NE(failure.Description(), "");
+      reason = failure.Description();
+      EXPECT_NE(reason, "");
       return failure.Number();
     }
   }
@@ -61,6 +62,7 @@ class MailTest : public ProgramTest {
   }
   const std::string attachment = "MZ\0\r\n.\r\n\n\xFF" + std::string(1000, 'x');
   MailSession session;
+  std::string reason;
 };
 
 TEST_F(MailTest, AServerGetsTheWholeMessage) {
@@ -105,19 +107,40 @@ TEST_F(MailTest, AWrongPasswordAndAWrongCertificateAreRefused) {
   EXPECT_FALSE(FileExists(folder.Path() + "/message.json"));
 }
 
+TEST_F(MailTest, APasswordCommandMayNeitherPrintWithoutEndNorTakeForEverNorWriteToTheTerminal) {
+  for (const auto& [command, why] : std::vector<std::pair<std::string, std::string>>{
+           {"yes", "prints without end"},
+           {"yes >&2", "prints without end"},
+           {"sleep 60", "took too long"},
+           {R"(printf 'a\033[31m\a\302\233b' >&2; exit 1)", "The password command failed: a[31mb"}}) {
+    Profile("Transport=smtp\r\nServer=127.0.0.1:1\r\nUser=ann\r\nPasswordCommand=" + command + "\r\n");
+    session = {};
+    session.DefaultSender.address = "ann@example.com";
+    session.Patience.silent = std::chrono::milliseconds(1000);
+    EXPECT_EQ(Send(), kMailLoginRefused) << command;
+    EXPECT_NE(reason.find(why), std::string::npos) << reason;
+  }
+}
+
 TEST_F(MailTest, FaultsOfTheServerEndTheMessage) {
   struct Case {
     const char* behaviour;
     int number;
+    const char* reason;
   };
-  for (const Case& c : {Case{"refuse", kMailRecipientRefused}, Case{"refuse-second", kMailRecipientRefused},
-                        Case{"drop", kMailFailed}, Case{"later", kMailFailed}, Case{"silent", kMailFailed}}) {
+  for (const Case& c : {Case{"refuse", kMailRecipientRefused, "550 no mail today"},
+                        Case{"refuse-second", kMailRecipientRefused, "550 no such user"},
+                        Case{"drop", kMailFailed, "may have gone out all the same"},
+                        Case{"later", kMailFailed, ": 451 try again later"}, Case{"silent", kMailFailed, "too long"},
+                        Case{"chatty", kMailFailed, "the mail server"}}) {
     const LoopbackServer server("smtp", folder.Path(), {c.behaviour});
     Profile("Transport=smtp\r\nSecurity=none\r\nServer=" + server.Host() + "\r\n");
     session = {};
     session.DefaultSender.address = "ann@example.com";
     session.Patience.silent = std::chrono::milliseconds(1000);
     EXPECT_EQ(Send(), c.number) << c.behaviour;
+    EXPECT_NE(reason.find(c.reason), std::string::npos) << reason;
+    EXPECT_TRUE(c.behaviour == std::string("drop") || reason.find("gone out") == std::string::npos) << reason;
     EXPECT_THROW(session.SignOff(), RuntimeError);
     EXPECT_FALSE(FileExists(folder.Path() + "/message.json"));
   }

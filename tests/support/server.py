@@ -82,9 +82,21 @@ def smtp():
         return SMTP(Mailbox(), tls_context=context, require_starttls=needs_login, auth_required=needs_login,
                     authenticator=log_in, enable_SMTPUTF8=False, data_size_limit=1 << 28)
 
+    class Chatty(asyncio.Protocol):
+        """Greets without end."""
+
+        def connection_made(self, transport):
+            self.transport = transport
+            self.resume_writing()
+
+        def resume_writing(self):
+            self.transport.write(b"220-hello " * 200 + b"\r\n")
+            asyncio.get_running_loop().call_soon(self.resume_writing)
+
     loop = asyncio.new_event_loop()
     asyncio.set_event_loop(loop)
-    server = loop.run_until_complete(loop.create_server(asyncio.Protocol if "silent" in behaviour else factory, "127.0.0.1", 0))
+    kind = asyncio.Protocol if "silent" in behaviour else Chatty if "chatty" in behaviour else factory
+    server = loop.run_until_complete(loop.create_server(kind, "127.0.0.1", 0))
     announce(server.sockets[0].getsockname()[1])
     loop.run_forever()
 
@@ -104,6 +116,13 @@ class Upload(http.server.BaseHTTPRequestHandler):
                 time.sleep(0.05)
         if "silent" in behaviour:
             time.sleep(60)
+        for word, first, piece, pause in (("endless", b"HTTP/1.0 200 OK\r\n\r\n", b"x" * 65536, 0),
+                                          ("drip", b"HTTP/1.0 200 OK\r\n\r\n", b"x", 0.2),
+                                          ("headers", b"HTTP/1.0 200 OK\r\n", b"X-More: " + b"x" * 1000 + b"\r\n", 0)):
+            while word in behaviour:
+                self.wfile.write(first + piece)
+                first = b""
+                time.sleep(pause)
         head = f"{self.command} {self.path}\n" + "".join(f"{k}: {v}\n" for k, v in self.headers.items())
         store("body", body)
         store("head", head.encode())
