@@ -3,7 +3,6 @@
 #include <array>
 #include <cassert>
 
-#include "platform/Text.h"
 #include "platform/Translation.h"
 
 namespace tarvolinex {
@@ -329,9 +328,8 @@ MainWindow::~MainWindow() {
   currentMainWindow = nullptr;
 }
 
-void MainWindow::ShowDatabase(const std::string& path) {
-  const bool slashes = path.find('/') != std::string::npos;
-  const std::string text = Tr("Database: %1", {slashes ? ReplaceAll(path, "\\", "/") : path});
+void MainWindow::ShowDatabase(const std::string& folder) {
+  const std::string text = Tr("Database: %1", {folder});
   LblDatabase.SetCaption(CaptionOf(text));
   LblDatabase.SetToolTip(text);
 }

@@ -151,8 +151,8 @@ class MainWindow : public Window {
   // What the status line reads while nothing goes on.
   std::string note;
 
-  // Names the database in use.
-  void ShowDatabase(const std::string& path);
+  // Names the database in use by its folder.
+  void ShowDatabase(const std::string& folder);
 
   // Blocks or frees the supplier list, the tab headers, the toolbar and the four top-level menus.
   void EnableCommands(bool blocked);

@@ -71,7 +71,7 @@ void ConnectDatabase() {
       set->Close();
     }
     TheStore->connection.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + DatabasePath());
-    if (MainFormExists()) MainForm().ShowDatabase(DatabasePath());
+    if (MainFormExists()) MainForm().ShowDatabase(DataFolder);
   } catch (const RuntimeError& failure) {
     ShowError(std::to_string(failure.Number()) + " " + failure.Description(), true);
   }

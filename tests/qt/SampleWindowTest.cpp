@@ -8,6 +8,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "core/Reports.h"
 
@@ -202,7 +204,18 @@ TEST_F(SampleWindow, TheWindowKeepsASmallestSizeAndItsPartsFollowTheEdges) {
   for (const char* name : {"TabMain", "TxtStatus", "ProgressBar1", "LblCompany"}) {
     EXPECT_TRUE(inner.rect().contains(Find<QWidget>(name).geometry())) << name;
   }
+  // The quote is seen in whole, from the height on that shows the rate card as well as in the smallest window.
+  const int bars = Root().height() - inner.height();
+  const QScrollBar& scroll = *Find<QScrollArea>("pageQuoteScroll").verticalScrollBar();
+  for (const int twips : {FrmMain::SmallestHeight(), 11070}) {
+    Root().resize(1100, twips / 15 + bars);
+    Settle();
+    EXPECT_EQ(scroll.maximum(), 0) << twips;
+    EXPECT_EQ(Find<QWidget>("LvwBands").isVisible(), twips == 11070);
+  }
   ClickTab(kTabSettings);
+  Root().resize(10, 10);
+  Settle();
   const int before = Find<QWidget>("LvwForms").height();
   Root().resize(1100, Root().height() + 150);
   EXPECT_TRUE(QTest::qWaitFor([&] { return Find<QWidget>("LvwForms").height() > before; }));

@@ -70,7 +70,7 @@ class FrmMain : public MainWindow {
   void ChkPremium_Click();
 
   void txtRangeTo_Change(int box);
-  void WireRateBox(TextBox& box, UpDown& upDown, NumberRule rule);
+  void WireRateBox(TextBox& box, UpDown& upDown, const NumberRule& rule);
   bool LeaveRateBox(TextBox& box, const NumberRule& rule);
 
   void TxtSupplier_Change(int field);

@@ -16,7 +16,7 @@ constexpr int kFilterLabel = 750, kFilterTop = 860, kFilterHeight = 375, kSmalle
 constexpr int kTop = 1300;         // of the list and the tab set
 constexpr int kAroundTabs = 1850;  // what the window's height has beyond the tab set's
 constexpr int kStatusHeight = 375, kProgressWidth = 2400;
-constexpr int kRoomForBands = 7600;  // the tab set is this high before the quote tab shows the rate card
+constexpr int kRoomForBands = 9200;  // the tab set is this high before the quote tab shows the rate card
 
 }  // namespace
 
@@ -48,11 +48,12 @@ void FrmMain::Arrange(int width, int height) {
   TxtFilter.SetPosition(
       {kRightEdge + kFilterLabel, kFilterTop, std::min(listWidth - kFilterLabel - kRightEdge, 4500), kFilterHeight});
   quote.FraBands.SetVisible(tabHeight >= kRoomForBands);
-  // The status text has half of the line, the database in use the other, behind the progress bar.
-  const int half = (width - 3 * kRightEdge) / 2, databaseLeft = width - kRightEdge - half + kProgressWidth + kRightEdge;
+  // The status text has half of the line, the database in use the other; the progress bar covers its name while it
+  // runs.
+  const int half = (width - 3 * kRightEdge) / 2, right = width - kRightEdge;
   TxtStatus.SetPosition({kRightEdge, statusTop, half, kStatusHeight});
-  ProgressBar1.SetPosition({width - kRightEdge - half, statusTop, kProgressWidth, kStatusHeight});
-  LblDatabase.SetPosition({databaseLeft, statusTop, width - kRightEdge - databaseLeft, kStatusHeight});
+  LblDatabase.SetPosition({right - half, statusTop, half, kStatusHeight});
+  ProgressBar1.SetPosition({right - kProgressWidth, statusTop, kProgressWidth, kStatusHeight});
 }
 
 }  // namespace tarvolinex

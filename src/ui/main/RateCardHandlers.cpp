@@ -19,7 +19,7 @@ namespace {
 constexpr double kLargestYield = 100, kLargestCommission = 200;
 }
 
-void FrmMain::WireRateBox(TextBox& box, UpDown& upDown, NumberRule rule) {
+void FrmMain::WireRateBox(TextBox& box, UpDown& upDown, const NumberRule& rule) {
   box.Change = [&box, rule] {
     SupplierChanged = true;
     box.SetFault(FaultOf(rule, box.Text()));

@@ -85,10 +85,15 @@ void FrmOptions::WireEditors() {
   TreeOptions.NodeClick = [this] { TreeOptions_NodeClick(); };
   // What the record cannot hold is seen at once.
   TxtString.Validate = [this] { TxtString.SetText(FromWindows1252(ToWindows1252(EscapeQuotes(TxtString.Text())))); };
-  TxtIncre.Change = [this] { valueTyped_ = true; };
+  TxtIncre.SetForNumber(CalculatorPreferences.CurrencySymbol.Trimmed());
+  TxtIncre.Change = [this] {
+    valueTyped_ = true;
+    TxtIncre.SetFault(FaultOf(ValueRule(), TxtIncre.Text()));
+  };
+  TxtIncre.GotFocus = [this] { enteredValue_ = TxtIncre.Text(); };
   TxtIncre.LostFocus = [this] {
     const bool typed = valueTyped_;
-    TxtIncre.SetText(FormatNumberInput(valueKind_, TxtIncre.Text(), valueLimit_));
+    TxtIncre.SetText(TextWhenLeft(ValueRule(), TxtIncre.Text(), enteredValue_));
     valueTyped_ = typed;
   };
   for (const bool up : {true, false}) {

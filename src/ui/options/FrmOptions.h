@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "calc/InputRules.h"
 #include "core/Records.h"
 #include "platform/Controls.h"
 #include "platform/PaintControls.h"
@@ -122,6 +123,8 @@ class FrmOptions : public Window {
   void StorePicture(const OptionNode& node);
   // The picture that is typed, else the one in use.
   void ShowChosenPicture();
+  // What the value box may hold.
+  NumberRule ValueRule() const;
   // 0 the header logo, 1 the background.
   static std::size_t PictureKind(const OptionNode& node);
   void SaveLogo(std::size_t kind);
@@ -131,7 +134,8 @@ class FrmOptions : public Window {
   bool valueTyped_ = false;  // the value box has been changed by the user: there is something to commit
   int valueKind_ = 0;
   std::int32_t valueLimit_ = 0;
-  bool filling_ = false;  // the program ticks the boxes itself
+  std::string enteredValue_;  // the value box's text when it was entered
+  bool filling_ = false;      // the program ticks the boxes itself
   int currentFormId_ = 0;
   bool formDetailsChanged_ = false;             // the form panel's fields were edited
   bool formsListChanged_ = false;               // a form was saved since the window opened

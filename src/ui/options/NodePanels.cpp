@@ -164,10 +164,15 @@ void FrmOptions::SaveChangedValue() {
   if (formDetailsChanged_) SaveFormDetails();
 }
 
+NumberRule FrmOptions::ValueRule() const {
+  const TreeView::Node* node = TreeOptions.Find(currentKey_);
+  return {valueKind_, static_cast<double>(valueLimit_), node ? node->text : std::string(), ""};
+}
+
 void FrmOptions::StoreValue(const OptionNode& node) {
   // Rounding a rate that was only looked at would change it.
   if (!std::exchange(valueTyped_, false)) return;
-  const double number = LeadingNumber(Trim(TxtIncre.Text()));
+  const double number = TypedNumber(TxtIncre.Text());
   if (std::holds_alternative<float Prefs::*>(node.field)) {
     FieldOf<float>(edited_, node) = static_cast<float>(number);
   } else if (std::holds_alternative<std::int16_t Prefs::*>(node.field)) {
