@@ -101,6 +101,37 @@ test('beyond a limit its box names it and no figure stands; the limit can be typ
   });
 });
 
+test('a unit chooses the kind of a box, or is refused; nothing is taken for something else', () =>
+  // Box, its mode before, what is typed, the mode after and what is left in the box, or the refusal.
+  withCalculator({ card: plain, prefs: { CurrencySymbol: 'Fr' } }, async (page) => {
+    const cases = [
+      ['deposit', '0', '10%', '1', '10'], ['deposit', '1', 'Fr1,000', '0', '1000'], ['deposit', '2', '5 %', '1', '5'],
+      ['deposit', '2', '500 fr', '0', '500'], ['deposit', '0', 'FR 700', '0', '700'],
+      ['residual', '1', 'Fr 25', '0', '25'], ['residual', '0', '25%', '1', '25'],
+      ['residual', '1', '\u00a325', /write a percentage such as 12\.5\.$/],
+      ['term', '', '36%', /a whole number, not a percentage\./],
+      ['term', '', 'Fr36', /a whole number, not an amount\./],
+      ['cost', '', '10%', /an amount such as 12345\.67, not a percentage\./],
+      ['maintenance', '', '5%', /an amount .* not a percentage\./],
+    ];
+    for (const [id, mode, typed, after, left] of cases) {
+      await page.click('#again');
+      await enter(page, { cost: '10000', ...(mode && { [`${id}Mode`]: mode }) });
+      await enter(page, { [id]: typed });
+      await page.locator(`#${id}`).blur();
+      const value = await page.inputValue(`#${id}`), error = await textOf(page, `${id}-error`);
+      if (left) {
+        assert.deepEqual([error, value], ['', left], `${id} ${typed}`);
+        assert.ok(await page.isChecked(`input[name="${id}Mode"][value="${after}"]`), `${id} ${typed}`);
+      } else {
+        assert.match(error, after);
+        assert.equal(value, typed);
+      }
+    }
+    await enter(page, { cost: '10000', term: '36', depositMode: '0', deposit: '10%', maintenance: '0' });
+    assert.match(await textOf(page, 'plan'), /Deposit\s+Fr 1,000\.00/);
+  }));
+
 test('what the supplier or the organisation does not offer is not there', async () => {
   const card = { AdditionalPremium: false, ResidualOption: false, MaintenanceOption: false };
   const prefs = { DepositOptions: 4, TaxRate: 0, MinTerm: 13, MaxTerm: 14 };
@@ -109,7 +140,9 @@ test('what the supplier or the organisation does not offer is not there', async 
       assert.equal(await page.isVisible(`#${id}`), false, id);
     }
     assert.equal(await page.isDisabled('input[value="quarterly"]'), true);
-    await enter(page, { cost: '5000' });
+    await enter(page, { cost: '5000', deposit: '1%' });
+    assert.match(await textOf(page, 'deposit-error'), /a whole number, not a percentage/);
+    await enter(page, { deposit: '1' });
     assert.match(await textOf(page, 'plan'), /1 payment in advance/);
     assert.doesNotMatch(await textOf(page, 'result'), /VAT/);
   });
