@@ -1,15 +1,32 @@
 // Debian's browsers without windows, and what the tests do with a page.
 import assert from 'node:assert/strict';
+import { existsSync, mkdirSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
+import { setTimeout as pause } from 'node:timers/promises';
 import { pathToFileURL } from 'node:url';
 import axe from 'axe-core';
 import { chromium, firefox } from 'playwright-core';
+import { newFolder } from './folder.mjs';
+
+// A desktop whose mail program writes down the address that it is opened with: Chromium calls it by the name of the
+// desktop's own script, Firefox asks the desktop for it.
+const desktop = newFolder(), opened = join(desktop, 'opened'), mailer = join(desktop, 'xdg-email');
+const path = `${desktop}:${process.env.PATH}`;
+const env = { ...process.env, PATH: path, XDG_DATA_HOME: desktop, XDG_CONFIG_HOME: desktop };
+mkdirSync(join(desktop, 'applications'));
+const script = `#!/bin/sh\nprintf '%s\\n' "$@" >${opened}.new && mv ${opened}.new ${opened}\n`;
+writeFileSync(mailer, script, { mode: 0o755 });
+writeFileSync(join(desktop, 'mimeapps.list'), '[Default Applications]\nx-scheme-handler/mailto=mail.desktop\n');
+writeFileSync(join(desktop, 'applications', 'mail.desktop'),
+  `[Desktop Entry]\nType=Application\nName=Mail\nExec=${mailer} %u\nMimeType=x-scheme-handler/mailto;\n`);
 
 const launchers = {
   chromium: () => chromium.launch({ executablePath: process.env.CHROMIUM || '/usr/bin/chromium',
-    args: ['--disable-gpu', '--disable-quic', '--disable-sync'] }),
+    args: ['--disable-gpu', '--disable-quic', '--disable-sync'], env }),
   firefox: () => firefox.launch({ executablePath: process.env.FIREFOX || '/usr/bin/firefox-esr',
-    channel: 'moz-firefox' }),
+    channel: 'moz-firefox', env,
+    firefoxUserPrefs: { 'security.external_protocol_requires_permission': false,
+      'network.protocol-handler.warn-external.mailto': false } }),
 };
 const launched = {};
 export const closeBrowsers = () =>
@@ -41,6 +58,17 @@ export async function enter(page, entries) {
     else await page.fill(`#${name}`, value);
   }
   return textOf(page, 'figure');
+}
+
+// The e-mail that the browser opens at a click.
+export async function mailOpenedBy(button) {
+  await button.click();
+  for (let waits = 0; waits < 500 && !existsSync(opened); ++waits) await pause(20);
+  const address = readFileSync(opened, 'utf8').trim();
+  rmSync(opened);
+  const [, to, query] = /^mailto:([^?]*)\?(\S*)$/.exec(address);
+  const fields = query.split('&').map((field) => field.split('=').map(decodeURIComponent));
+  return { address, to: decodeURIComponent(to), ...Object.fromEntries(fields) };
 }
 
 // The form pages are the organisation's own: they are not looked into.
