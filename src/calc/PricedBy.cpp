@@ -116,7 +116,7 @@ std::string NearestText(Currency payment, const NearestPayments& nearest) {
   const std::string asked = Amount(payment);
   const auto& [below, above] = nearest;
   if (below && above) {
-    return Tr("No capital cost gives %1: it falls between two bands. Nearest are %2, for %3, and %4, for %5.",
+    return Tr("No capital cost gives %1, because the rate changes there. Nearest are %2, for %3, and %4, for %5.",
               {asked, Amount(below->payment), Amount(below->cost), Amount(above->payment), Amount(above->cost)});
   }
   if (const auto& one = below ? below : above) {

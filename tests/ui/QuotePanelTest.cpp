@@ -81,8 +81,8 @@ TEST_F(QuotePanelTest, ResultsSayWhatPricedThemAndWhyNoCostGivesAPayment) {
   // 3,000.00 costs 98.74 at 10 %; a penny more has the premium's 11 %.
   Type(Box(kBoxPayment), "99.50");
   EXPECT_EQ(form->quote.LblNearest.Caption(),
-            "No capital cost gives 99.50: it falls between two bands. Nearest are 98.74, for 3,000.00, and 100.18, for "
-            "3,000.01.");
+            "No capital cost gives 99.50, because the rate changes there. Nearest are 98.74, for 3,000.00, and 100.18, "
+            "for 3,000.01.");
   Box(kBoxPayment).Type("98.00");
   EXPECT_EQ(form->quote.LblNearest.Caption(), "");
   Type(Box(kBoxCapitalCost), "10000");
