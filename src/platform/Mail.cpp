@@ -8,6 +8,7 @@
 #include "platform/CurlTransfer.h"
 #include "platform/Encoding.h"
 #include "platform/Files.h"
+#include "platform/KeyStore.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
@@ -73,7 +74,16 @@ std::string RunProgram(const Program& program, const std::string& input, const T
   return printed.toStdString();
 }
 
+std::string KeptPassword(const MailProfile& profile, const TransferProgress& progress) {
+  const auto password = StoredPassword({profile.server, profile.user}, progress);
+  if (password) return *password;
+  throw RuntimeError(kMailLoginRefused, Tr("The desktop's key store has no password of %1 for %2. It is entered in the "
+                                           "e-mail settings; the profile may also name a command that prints it.",
+                                           {profile.user, profile.server}));
+}
+
 std::string PasswordOf(const MailProfile& profile, const TransferProgress& progress, const TransferPatience& patience) {
+  if (AsksKeyStore(profile)) return KeptPassword(profile, progress);
   if (profile.passwordCommand.empty()) return {};
   const std::string output = RunProgram(
       {Tr("The password command"), "/bin/sh", {"-c", Q(profile.passwordCommand)}, kMailLoginRefused, patience.silent},
@@ -181,7 +191,7 @@ std::string MailSession::OutboxFolder() const {
 }
 
 void MailSession::SendBySmtp(const std::string& bytes) const {
-  const std::string password = PasswordOf(profile_, Progress, Patience);
+  const std::string password = Password ? *Password : PasswordOf(profile_, Progress, Patience);
   const CurlHandle handle = NewCurlHandle();
   CURL* curl = handle.get();
   CurlList recipients;

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/MailMessage.h"
@@ -21,6 +22,8 @@ class MailSession {
   // Servers look for viruses while the sender waits; who gives up before them sends twice.
   TransferPatience Patience{.answering = std::chrono::minutes(10)};
   MailAddress DefaultSender;  // for profiles that name none
+  // In place of the one that the profile's command prints or the key store has: typed by the user just now.
+  std::optional<std::string> Password;
 
   // iniPath: the file of the profiles. profile: its name; empty for the built-in one.
   void SignOn(const std::string& iniPath, const std::string& profile);

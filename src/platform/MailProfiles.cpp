@@ -31,6 +31,10 @@ std::string Understand(const std::array<const char*, 3>& names, const std::strin
 
 }  // namespace
 
+bool AsksKeyStore(const MailProfile& profile) {
+  return profile.transport == MailTransport::Smtp && !profile.user.empty() && profile.passwordCommand.empty();
+}
+
 std::string DefaultMailProfileName(const std::string& iniPath) {
   return std::string(Trim(GetProfileString(iniPath, kProfiles, kDefault, "", kBuffer)));
 }

@@ -1,4 +1,4 @@
-// How mail leaves this machine: named profiles in an INI file. No password is ever stored.
+// How mail leaves this machine: named profiles in an INI file. No password is ever stored in it.
 //   [PROFILES] DefaultProfile=NAME
 //   [NAME] Transport=smtp|sendmail|outbox, Server=host:port, Security=starttls|tls|none, User=, PasswordCommand=,
 //          From=, Folder=, CaFile=
@@ -18,13 +18,16 @@ struct MailProfile {
   std::string server;  // host, or host:port; without a port 587, with Tls 465
   MailSecurity security = MailSecurity::StartTls;
   std::string user;             // empty = no authentication
-  std::string passwordCommand;  // a shell command; the first line that it prints is the password
+  std::string passwordCommand;  // a shell command that prints it in its first line; empty = the key store has it
   std::string from;             // "Name <address>"; empty = the organisation's
   std::string caFile;           // certificates to trust instead of the system's, for a server with its own authority
   std::string folder;           // of an outbox; empty = "Outbox" beside the INI file
 
   bool operator==(const MailProfile&) const = default;
 };
+
+// Whether sending needs a password, and the desktop's key store is asked for it.
+bool AsksKeyStore(const MailProfile& profile);
 
 // "" when the file names none.
 std::string DefaultMailProfileName(const std::string& iniPath);

@@ -90,6 +90,12 @@ void PaintPicture(const PictureBox& box, QLabel& widget) {
   constexpr const char* kPainted = "painted";  // the picture that the widget shows is not its design's
   PaintShared(box, widget);
   if (widget.property("tiled").toBool()) return PaintTiles(box, PictureOf(box), widget);
+  if (box.BackColour() != kSystemWindow) {
+    QPalette palette;
+    palette.setColor(QPalette::Window, ToQColor(box.BackColour()));
+    widget.setPalette(palette);
+    widget.setAutoFillBackground(true);
+  }
   if (box.Picture().empty()) {
     if (widget.property(kPainted).toBool()) widget.clear();
     return;

@@ -5,6 +5,7 @@
 #include "platform/ProfileFile.h"
 #include "publish/Preferences.h"
 #include "support/Fixture.h"
+#include "support/KeyRing.h"
 #include "support/LoopbackServer.h"
 #include "ui/main/FrmMailSettings.h"
 #include "ui/main/frmSendCalc.h"
@@ -155,7 +156,7 @@ TEST_F(EmailTest, TheSettingsWindowKeepsAProfileAndTriesIt) {
   std::filesystem::remove(folder.Path() + "/Mail.INI");
   const LoopbackServer server("smtp", folder.Path());
   FrmMailSettings settings;
-  EXPECT_FALSE(settings.TxtServer.Enabled());
+  EXPECT_FALSE(settings.TxtServer.Visible());
   settings.CboProfile.Choose(1);
   settings.cmdaction(0).Press();
   EXPECT_FALSE(settings.Closed());
@@ -198,6 +199,52 @@ TEST_F(EmailTest, TheSettingsWindowKeepsAProfileAndTriesIt) {
   last.CmdRemove.Press();
   EXPECT_EQ(MailProfileNames(MailProfilesPath()), std::vector<std::string>{"home"});
   EXPECT_EQ(last.CboProfile.ListIndex(), 0);
+}
+
+TEST_F(EmailTest, AKnownAddressBringsItsProviderAndThePasswordGoesIntoTheKeyStoreAlone) {
+  std::filesystem::remove(folder.Path() + "/Mail.INI");
+  CalculatorPreferences.OrgEmail = "ann@GMAIL.com";
+  {
+    FrmMailSettings settings;
+    settings.CboProfile.Choose(1);
+    EXPECT_EQ(settings.TxtName.Text() + "|" + settings.TxtServer.Text() + "|" + settings.TxtUser.Text(),
+              "Gmail, Google Workspace|smtp.gmail.com:587|ann@GMAIL.com");
+    EXPECT_FALSE(settings.TxtServer.Visible());
+    EXPECT_NE(settings.LblNote(0).Caption().find("app password"), std::string::npos);
+    EXPECT_NE(settings.LblNote(1).Caption().find("no key store"), std::string::npos);
+    settings.cmdaction(0).Press();
+    EXPECT_EQ(LastBox().substr(0, 26), "The password is not known.");
+    settings.TxtPassword.Type("secret word");
+    settings.cmdaction(0).Press();
+    EXPECT_EQ(LastBox().substr(0, 27), "The password cannot be kept");
+    EXPECT_FALSE(settings.Closed());
+    settings.ChkCommand.SetValue(true);
+    EXPECT_TRUE(settings.TxtPasswordCommand.Visible());
+    EXPECT_FALSE(settings.TxtPassword.Visible());
+    settings.CboProfile.Choose(0);  // asked, and the safe answer keeps what was typed
+    EXPECT_EQ(settings.CboProfile.ListIndex(), 1);
+  }
+  const KeyRing keyRing(folder.Path());
+  FrmMailSettings settings;
+  settings.CboProfile.Choose(1);
+  settings.cmdaction(0).Press();
+  EXPECT_EQ(LastBox(), "Please enter the password");
+  settings.TxtPassword.Type("secret word");
+  settings.cmdaction(0).Press();
+  EXPECT_TRUE(settings.Closed());
+  EXPECT_EQ(StoredPassword({"smtp.gmail.com", "ann@GMAIL.com"}), "secret word");
+  EXPECT_EQ(ReadFile(MailProfilesPath()).find("secret"), std::string::npos);
+  FrmMailSettings again;
+  EXPECT_EQ(again.CboProvider.Items()[static_cast<std::size_t>(again.CboProvider.ListIndex())].text,
+            "Gmail, Google Workspace");
+  EXPECT_NE(again.LblNote(1).Caption().find("keeps a password"), std::string::npos);
+  EXPECT_EQ(again.TxtPassword.Text(), "");
+  again.cmdaction(0).Press();
+  EXPECT_TRUE(again.Closed());
+  again.Reopen();
+  desktop.answers = {Answer::Yes};
+  again.CmdRemove.Press();
+  EXPECT_EQ(StoredPassword({"smtp.gmail.com", "ann@GMAIL.com"}), std::nullopt);
 }
 
 TEST_F(EmailTest, ATestMessageCanBeStoppedAndABrokenFileIsShownAsFarAsItIs) {

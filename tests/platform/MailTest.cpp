@@ -4,6 +4,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "support/Fixture.h"
+#include "support/KeyRing.h"
 #include "support/LoopbackServer.h"
 
 namespace tarvolinex {
@@ -91,6 +92,37 @@ TEST_F(MailTest, TheConnectionIsEncryptedAndThePasswordComesFromItsCommand) {
   Profile(TlsProfile(server, "right word"));
   EXPECT_EQ(Send(), 0);
   EXPECT_EQ(Received("tls") + Received("user"), "yesann");
+}
+
+TEST_F(MailTest, WithoutACommandThePasswordIsTheKeyStores) {
+  MakeCertificate("localhost");
+  const LoopbackServer server("smtp", folder.Path(), {"tls"});
+  const std::string keys = TlsProfile(server, "");
+  Profile(keys.substr(0, keys.find("PasswordCommand")) + keys.substr(keys.find("CaFile")));
+  EXPECT_EQ(Send(), kMailLoginRefused);  // there is no key store
+  EXPECT_FALSE(FileExists(folder.Path() + "/message.json"));
+  session = {};
+  session.DefaultSender.address = "ann@example.com";
+  session.Password = "right word";
+  EXPECT_EQ(Send(), 0);
+  std::filesystem::remove(folder.Path() + "/message.json");
+  const KeyRing keyRing(folder.Path());
+  const Login login{"LOCALHOST", "ann"};
+  session = {};
+  session.DefaultSender.address = "ann@example.com";
+  EXPECT_EQ(Send(), kMailLoginRefused);  // it has none
+  StorePassword(login, "wrong word");
+  StorePassword(login, "right word");
+  EXPECT_FALSE(HasStoredPassword({"localhost", "bo"}));
+  EXPECT_TRUE(HasStoredPassword({server.NamedHost(), "ann"}));
+  session = {};
+  session.DefaultSender.address = "ann@example.com";
+  EXPECT_EQ(Send(), 0);
+  EXPECT_EQ(Received("tls") + Received("user"), "yesann");
+  EXPECT_THROW(StoredPassword(login, [](std::int64_t, std::int64_t) { return false; }), RuntimeError);
+  ForgetPassword(login);
+  EXPECT_EQ(StoredPassword(login), std::nullopt);
+  ForgetPassword(login);
 }
 
 TEST_F(MailTest, AWrongPasswordAndAWrongCertificateAreRefused) {

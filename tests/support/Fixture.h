@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -41,6 +42,8 @@ class TemporaryFolder {
 class ProgramTest : public ::testing::Test {
  protected:
   ProgramTest() {
+    // Nobody's real key store.
+    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     ResetGlobals();
     UseDesktop(&desktop);
     AppFolder = DataFolder = folder.Path();

@@ -9,47 +9,76 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
+#include "ui/main/MailProviders.h"
 
 namespace tarvolinex {
 
 namespace {
 
-constexpr std::array<const char*, 10> kCaptions = {
-    Marked("&Profile"),
-    Marked("&Name"),
-    Marked("&Transport"),
-    Marked("Ser&ver"),
-    Marked("Se&curity"),
-    Marked("&User"),
-    Marked("Pass&word command"),
-    Marked("&From"),
-    Marked("Fo&lder"),
-    Marked("The password itself is never stored: the command prints it when a message is sent, for example "
-           "\"secret-tool lookup mail lease\". Server is HOST or HOST:PORT. From and Folder may stay empty.")};
+enum Row {
+  kProfile,
+  kName,
+  kTransport,
+  kFrom,
+  kProvider,
+  kServer,
+  kSecurity,
+  kUser,
+  kPassword,
+  kCommand,
+  kFolder,
+  kRows
+};
+constexpr std::array<const char*, kRows> kCaptions = {Marked("&Profile"),
+                                                      Marked("&Name of the profile"),
+                                                      Marked("Mail &goes out by"),
+                                                      Marked("Your &e-mail address"),
+                                                      Marked("Pro&vider"),
+                                                      Marked("Mail &server"),
+                                                      Marked("Encr&yption"),
+                                                      Marked("&User name"),
+                                                      Marked("Pass&word"),
+                                                      Marked("Comman&d"),
+                                                      Marked("Fo&lder")};
 constexpr const char* kTitle = Marked("E-mail Settings");
+enum Note { kAboutWay, kAboutPassword, kNotes };
 
 }  // namespace
 
+bool FrmMailSettings::Refuse(Control& box, const std::string& why) {
+  TheDesktop().MessageBox(why, Tr("E-mail Settings"), BoxButtons::Ok, BoxIcon::Information);
+  box.SetFocus();
+  return false;
+}
+
 FrmMailSettings::FrmMailSettings()
     : Window("FrmMailSettings", Tr(kTitle)),
-      LblMail(*this, "LblMail", static_cast<int>(kCaptions.size())),
+      LblMail(*this, "LblMail", kRows),
       CboProfile(*this, "CboProfile"),
       CmdRemove(*this, "CmdRemove", -1, Tr("&Remove")),
       TxtName(*this, "TxtName"),
       CboTransport(*this, "CboTransport"),
+      TxtFrom(*this, "TxtFrom"),
+      CboProvider(*this, "CboProvider"),
       TxtServer(*this, "TxtServer"),
       CboSecurity(*this, "CboSecurity"),
       TxtUser(*this, "TxtUser"),
+      TxtPassword(*this, "TxtPassword"),
+      ChkCommand(*this, "ChkCommand", -1, Tr("For e&xperts: a command prints the password")),
       TxtPasswordCommand(*this, "TxtPasswordCommand"),
-      TxtFrom(*this, "TxtFrom"),
       TxtFolder(*this, "TxtFolder"),
+      LblNote(*this, "LblNote", kNotes),
       CmdTest(*this, "CmdTest"),
       cmdaction(*this, "cmdaction", 2) {
   for (std::size_t i = 0; i < kCaptions.size(); ++i) LblMail(static_cast<int>(i)).SetCaption(Tr(kCaptions.at(i)));
-  for (const std::string& transport : {Tr("Mail server (SMTP)"), Tr("Local sendmail"), Tr("Outbox folder")})
-    CboTransport.Add(transport);
+  for (const std::string& way :
+       {Tr("An e-mail account"), Tr("This computer's mail service (sendmail)"), Tr("A folder, from which you send it")})
+    CboTransport.Add(way);
+  CboProvider.Add(Tr("My own server"));
+  for (const MailProvider& provider : MailProviders()) CboProvider.Add(Tr(provider.name));
   for (const std::string& security : {std::string("STARTTLS"), std::string("TLS"), Tr("None")})
     CboSecurity.Add(security);
+  WireBoxes();
   CmdTest.SetCaption(Tr("Send a test &message to myself"));
   CmdTest.Click = [this] { CmdTest_Click(); };
   CmdRemove.SetToolTip(Tr("Remove this profile"));
@@ -57,14 +86,24 @@ FrmMailSettings::FrmMailSettings()
   cmdaction(0).SetCaption(Tr("&OK"));
   cmdaction(1).SetCaption(Tr("Cancel"));
   for (int i = 0; i < 2; ++i) cmdaction(i).Click = [this, i] { cmdaction_Click(i); };
-  CboProfile.Click = [this] { CboProfile_Click(); };
-  CboTransport.Click = [this] { CboTransport_Click(); };
   AnswerKeys(*this, cmdaction(0), cmdaction(1));
   MayClose = [this] {
     StopRequested = true;
     return !sending_;
   };
   FillProfiles();
+}
+
+void FrmMailSettings::WireBoxes() {
+  CboProfile.Click = [this] { CboProfile_Click(); };
+  CboTransport.Click = [this] { ShowRows(); };
+  CboProvider.Click = [this] { CboProvider_Click(); };
+  TxtFrom.LostFocus = [this] { SuggestProvider(); };
+  TxtUser.LostFocus = TxtServer.LostFocus = [this] { LookForPassword(); };
+  ChkCommand.Click = [this] { ShowRows(); };
+  TxtFrom.SetToolTip(Tr("Empty: the address of your organisation's details"));
+  TxtServer.SetToolTip(Tr("Such as mail.example.com or mail.example.com:587"));
+  TxtFolder.SetToolTip(Tr("Empty: the folder Outbox in the folder of the program"));
 }
 
 void FrmMailSettings::FillProfiles() {
@@ -91,7 +130,7 @@ bool FrmMailSettings::MayLeaveProfile() {
   leaving_ = true;
   CboProfile.SetListIndex(shownIndex_);
   const MailProfile entered = Entered();
-  const bool leave = !UsesProfile() || entered == shown_ ||
+  const bool leave = !UsesProfile() || (entered == untouched_ && TxtPassword.Text().empty()) ||
                      TheDesktop().MessageBox(
                          Tr("The changes to the profile \"%1\" are not stored yet.\r\n\r\nDrop them?", {entered.name}),
                          Tr(kTitle), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes;
@@ -115,30 +154,84 @@ void FrmMailSettings::CboProfile_Click() {
   }
   // Shown as far as it is understood, so that it can be mended.
   if (!mistake.empty()) TheDesktop().MessageBox(mistake, Tr(kTitle), BoxButtons::Ok, BoxIcon::Exclamation);
-  const MailProfile& profile = shown_;
-  CmdRemove.SetEnabled(!profile.name.empty());
+  CmdRemove.SetEnabled(!shown_.name.empty());
+  ShowProfile(shown_);
+  if (IsNew()) SuggestProvider();
+  untouched_ = Entered();
+}
+
+void FrmMailSettings::ShowProfile(const MailProfile& profile) {
+  filling_ = true;
   TxtName.SetText(profile.name);
   CboTransport.SetListIndex(static_cast<int>(profile.transport));
+  const MailProvider* provider = ProviderAt(profile.server, profile.security);
+  CboProvider.SetListIndex(provider ? static_cast<int>(provider - MailProviders().data()) + 1 : 0);
   TxtServer.SetText(profile.server);
   CboSecurity.SetListIndex(static_cast<int>(profile.security));
   TxtUser.SetText(profile.user);
+  TxtPassword.SetText("");
+  ChkCommand.SetValue(!profile.passwordCommand.empty());
   TxtPasswordCommand.SetText(profile.passwordCommand);
   TxtFrom.SetText(profile.from);
   TxtFolder.SetText(profile.folder);
-  CboTransport_Click();
+  filling_ = false;
+  LookForPassword();
 }
 
-void FrmMailSettings::CboTransport_Click() {
-  const bool smtp = UsesProfile() && CboTransport.ListIndex() == static_cast<int>(MailTransport::Smtp);
-  for (Control* control :
-       {static_cast<Control*>(&TxtName), static_cast<Control*>(&CboTransport), static_cast<Control*>(&TxtFrom)}) {
-    control->SetEnabled(UsesProfile());
+bool FrmMailSettings::UsesServer() const {
+  return UsesProfile() && CboTransport.ListIndex() == static_cast<int>(MailTransport::Smtp);
+}
+
+void FrmMailSettings::ShowRows() {
+  if (filling_) return;
+  const bool profile = UsesProfile(), server = UsesServer(), own = server && CboProvider.ListIndex() <= 0;
+  const bool command = server && ChkCommand.Value();
+  const bool folder = profile && CboTransport.ListIndex() == static_cast<int>(MailTransport::Outbox);
+  struct Shown {
+    Row row;
+    Control* box;
+    bool visible;
+  };
+  for (const Shown& shown :
+       {Shown{kName, &TxtName, profile}, Shown{kTransport, &CboTransport, profile}, Shown{kFrom, &TxtFrom, profile},
+        Shown{kProvider, &CboProvider, server}, Shown{kServer, &TxtServer, own}, Shown{kSecurity, &CboSecurity, own},
+        Shown{kUser, &TxtUser, server}, Shown{kPassword, &TxtPassword, server && !command},
+        Shown{kCommand, &TxtPasswordCommand, command}, Shown{kFolder, &TxtFolder, folder}}) {
+    LblMail(shown.row).SetVisible(shown.visible);
+    shown.box->SetVisible(shown.visible);
   }
-  for (Control* control : {static_cast<Control*>(&TxtServer), static_cast<Control*>(&CboSecurity),
-                           static_cast<Control*>(&TxtUser), static_cast<Control*>(&TxtPasswordCommand)}) {
-    control->SetEnabled(smtp);
+  ChkCommand.SetVisible(server);
+  ShowNotes();
+}
+
+void FrmMailSettings::ShowNotes() {
+  std::string way;
+  if (!UsesProfile()) {
+    way =
+        Tr("Without a profile mail leaves through this computer's own mail service. Where there is none, each message "
+           "is put into the folder Outbox, and you send it from there.");
+  } else if (UsesServer()) {
+    const int provider = CboProvider.ListIndex();
+    if (provider > 0) way = Tr(MailProviders()[static_cast<std::size_t>(provider - 1)].advice);
+  } else if (CboTransport.ListIndex() == static_cast<int>(MailTransport::Outbox)) {
+    way = Tr("Each message becomes a file that your mail program opens and sends. Nothing leaves by itself.");
   }
-  TxtFolder.SetEnabled(UsesProfile() && CboTransport.ListIndex() == static_cast<int>(MailTransport::Outbox));
+  LblNote(kAboutWay).SetCaption(CaptionOf(way));
+  LblNote(kAboutWay).SetVisible(!way.empty());
+  std::string password;
+  if (ChkCommand.Value()) {
+    password = Tr("The first line that the command prints is the password, for example: secret-tool lookup mail lease");
+  } else if (!noKeyStore_.empty()) {
+    password =
+        Tr("This desktop has no key store that keeps passwords. Tick the box below and name a command that prints "
+           "the password whenever a message is sent.");
+  } else if (kept_) {
+    password = Tr("The desktop's key store keeps a password for this user. Leave the box empty to go on using it.");
+  } else {
+    password = Tr("The desktop's key store will keep the password. This program writes it into no file.");
+  }
+  LblNote(kAboutPassword).SetCaption(CaptionOf(password));
+  LblNote(kAboutPassword).SetVisible(UsesServer());
 }
 
 MailProfile FrmMailSettings::Entered() const {
@@ -150,7 +243,7 @@ MailProfile FrmMailSettings::Entered() const {
   profile.server = text(TxtServer);
   profile.security = static_cast<MailSecurity>(CboSecurity.ListIndex());
   profile.user = text(TxtUser);
-  profile.passwordCommand = text(TxtPasswordCommand);
+  profile.passwordCommand = ChkCommand.Value() ? text(TxtPasswordCommand) : std::string();
   profile.from = text(TxtFrom);
   profile.folder = text(TxtFolder);
   return profile;
@@ -159,28 +252,23 @@ MailProfile FrmMailSettings::Entered() const {
 bool FrmMailSettings::Checked() {
   if (!UsesProfile()) return true;
   const MailProfile profile = Entered();
-  const auto refuse = [](TextBox& box, const std::string& why) {
-    TheDesktop().MessageBox(why, Tr(kTitle), BoxButtons::Ok, BoxIcon::Information);
-    box.SetFocus();
-    return false;
-  };
   if (!IsMailProfileName(profile.name)) {
-    return refuse(TxtName, Tr("Please give the profile a name without square brackets, other than \"PROFILES\""));
+    return Refuse(TxtName, Tr("Please give the profile a name without square brackets, other than \"PROFILES\""));
   }
   if (!EqualNoCase(profile.name, shown_.name)) {
     for (std::size_t i = 1; i + 1 < CboProfile.Items().size(); ++i) {
       if (EqualNoCase(profile.name, CboProfile.Items()[i].text)) {
-        return refuse(TxtName, Tr("There is a profile of this name already"));
+        return Refuse(TxtName, Tr("There is a profile of this name already"));
       }
     }
   }
   if (profile.transport == MailTransport::Smtp && profile.server.empty()) {
-    return refuse(TxtServer, Tr("Please enter the mail server"));
+    return Refuse(TxtServer, Tr("Please enter the mail server"));
   }
   if (!profile.from.empty() && !IsMailAddress(ParseMailAddress(profile.from).address)) {
-    return refuse(TxtFrom, Tr("From is no e-mail address"));
+    return Refuse(TxtFrom, Tr("Your e-mail address is none that mail can come from"));
   }
-  return true;
+  return PasswordChecked(profile);
 }
 
 void FrmMailSettings::SetSending(bool sending) {
@@ -207,6 +295,7 @@ void FrmMailSettings::SendTestMessage(const MailProfile& profile) {
   try {
     const BusyWhile busy;
     session.SignOnWith(MailProfilesPath(), profile);
+    if (!TxtPassword.Text().empty()) session.Password = TxtPassword.Text();
     session.Compose();
     session.AddRecipient(self.name, self.address);
     session.SetSubject(Tr("Tarvolinex test message"));
@@ -232,6 +321,7 @@ void FrmMailSettings::CmdRemove_Click() {
   }
   try {
     RemoveMailProfile(MailProfilesPath(), shown_.name);
+    ForgetUnusedPassword(shown_);
   } catch (const RuntimeError& failure) {
     return ShowError(Tr("The e-mail settings cannot be saved.\r\n\r\n%1", {failure.Description()}));
   }
@@ -245,6 +335,7 @@ void FrmMailSettings::Store() {
   if (!shown_.name.empty() && !EqualNoCase(shown_.name, profile.name)) {
     RemoveMailProfile(MailProfilesPath(), shown_.name);
   }
+  ForgetUnusedPassword(shown_);
 }
 
 void FrmMailSettings::cmdaction_Click(int button) {
@@ -253,7 +344,7 @@ void FrmMailSettings::cmdaction_Click(int button) {
     return;
   }
   if (button == 0) {
-    if (!Checked()) return;
+    if (!Checked() || !KeepPassword(Entered())) return;
     try {
       Store();
     } catch (const RuntimeError& failure) {

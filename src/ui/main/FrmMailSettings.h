@@ -6,46 +6,75 @@
 
 namespace tarvolinex {
 
-// Edits the mail profiles; the one that is shown when OK is pressed becomes the default.
+// Edits the mail profiles; the one that is shown when OK is pressed becomes the default. Only what matters for the
+// chosen way is visible. A password goes into the desktop's key store and nowhere else.
 class FrmMailSettings : public Window {
  public:
   FrmMailSettings();
 
-  ControlArray<Label> LblMail;  // captions of the boxes below, in their order; then a hint
+  ControlArray<Label> LblMail;  // captions of the boxes below, in their order
   ComboBox CboProfile;          // "no profile", the profiles, "new profile"
   CommandButton CmdRemove;
   TextBox TxtName;
   ComboBox CboTransport;
+  TextBox TxtFrom;
+  ComboBox CboProvider;  // "my own server", the known ones
   TextBox TxtServer;
   ComboBox CboSecurity;
-  TextBox TxtUser, TxtPasswordCommand, TxtFrom, TxtFolder;
+  TextBox TxtUser, TxtPassword;  // the password as it is typed now; empty when the one that is kept stays
+  CheckBox ChkCommand;           // a command prints the password
+  TextBox TxtPasswordCommand, TxtFolder;
+  ControlArray<Label> LblNote;  // about the way or the provider, about the password
   CommandButton CmdTest;
   ControlArray<CommandButton> cmdaction;  // OK, Cancel
 
  private:
+  void WireBoxes();
   void FillProfiles();
   void CmdRemove_Click();
   void SendTestMessage(const MailProfile& profile);
   // While the test message travels, only Cancel and Escape act: they stop it.
   void SetSending(bool sending);
   void CboProfile_Click();
-  void CboTransport_Click();
   void CmdTest_Click();
   void cmdaction_Click(int button);
   bool UsesProfile() const { return CboProfile.ListIndex() > 0; }
   bool IsNew() const { return CboProfile.ListIndex() == static_cast<int>(CboProfile.Items().size()) - 1; }
+  bool UsesServer() const;
   MailProfile Entered() const;
+  void ShowProfile(const MailProfile& profile);
+  void ShowRows();
+  void ShowNotes();
   // Names what is missing and goes there.
   bool Checked();
+  bool PasswordChecked(const MailProfile& profile);
+  // Says why and goes there; false.
+  static bool Refuse(Control& box, const std::string& why);
   // Stores what is shown; a profile that was given another name leaves the old one.
   void Store();
-
   bool MayLeaveProfile();
 
-  MailProfile shown_;     // as it stands in the file
-  int shownIndex_ = -1;   // its entry of CboProfile
-  bool leaving_ = false;  // the list's choice goes there and back
+  // The address that mail comes from, typed or the organisation's.
+  std::string SenderAddress() const;
+  // The provider of the sender's address, when no server has been entered yet.
+  void SuggestProvider();
+  void CboProvider_Click();
+
+  // Asks the key store what it has for the user at the server.
+  void LookForPassword();
+  // Takes the profile's password out of the key store unless another profile uses it. What cannot be taken away stays.
+  static void ForgetUnusedPassword(const MailProfile& profile);
+  // False, after a report, when the key store does not take what was typed.
+  bool KeepPassword(const MailProfile& profile);
+
+  MailProfile shown_;      // as it stands in the file
+  MailProfile untouched_;  // as it was when it came up here
+  int shownIndex_ = -1;    // its entry of CboProfile
+  bool leaving_ = false;   // the list's choice goes there and back
+  bool filling_ = false;   // the program fills the boxes
   bool sending_ = false;
+  bool kept_ = false;       // the key store has a password for this user
+  std::string noKeyStore_;  // why there is none that answers; empty when there is one
 };
 
 }  // namespace tarvolinex

@@ -95,6 +95,8 @@ void FrmOptions::ShowChosenPicture() {
   LblPicture.SetCaption(chosen          ? Tr("The picture that you have chosen:")
                         : inUse.empty() ? Tr("There is no picture yet.")
                                         : Tr("The picture in use:"));
+  // On the colour that dealers see behind it.
+  PicLogo.SetBackColour(PictureKind(*node) == 1 ? edited_.PageBackColour : edited_.CalcBackColour);
   PicLogo.SetPicture(chosen ? typed : inUse);
 }
 
