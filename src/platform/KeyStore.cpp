@@ -2,10 +2,10 @@
 
 #include <libsecret/secret.h>
 
-#include <atomic>
 #include <chrono>
 #include <memory>
 #include <thread>
+#include <utility>
 
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -35,86 +35,126 @@ std::string HostOf(const Login& login) {
   return FoldCase(login.server.substr(0, login.server.find(':')));
 }
 
-// One question to the store. Its library connects to the bus of the session and keeps the connection; that the bus goes
-// away must not end the program.
-struct Question {
-  GCancellable* stop;
-  GError* error = nullptr;
-  bool reached = false;
-
-  template <typename Ask>
-  void Put(const Ask& ask) {
-    GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, stop, &error);
-    if (!bus) return;
-    g_dbus_connection_set_exit_on_close(bus, FALSE);
-    ask(stop, &error);
-    reached = !error ||
-              (!g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) && error->domain != G_SPAWN_ERROR);
+// One question to the store, asked in a main loop of its own, which ends with it.
+class Question {
+ public:
+  explicit Question(const TransferProgress& progress)
+      : progress_(progress), loop_(g_main_context_new()), stop_(g_cancellable_new()) {
+    g_main_context_push_thread_default(loop_);
+  }
+  ~Question() {
     secret_service_disconnect();
-    g_object_unref(bus);
+    while (g_main_context_iteration(loop_, FALSE)) {
+    }
+    g_main_context_pop_thread_default(loop_);
+    g_main_context_unref(loop_);
+    g_object_unref(stop_);
   }
-};
+  Question(const Question&) = delete;
+  Question& operator=(const Question&) = delete;
 
-template <typename Ask>
-void AskStore(const TransferProgress& progress, const Ask& ask) {
-  constexpr std::chrono::milliseconds kTick{30};
-  constexpr std::chrono::minutes kLongest{2};  // the user may be typing the store's own password
-  const SecretHandle<GObject> stop(G_OBJECT(g_cancellable_new()));
-  Question question{G_CANCELLABLE(stop.get())};
-  std::atomic<bool> done = false;
-  std::thread asking([&] {
-    question.Put(ask);
-    done = true;
-  });
-  const auto end = std::chrono::steady_clock::now() + kLongest;
-  for (bool goOn = true; !done; std::this_thread::sleep_for(kTick)) {
-    if (goOn) goOn = std::chrono::steady_clock::now() < end && (!progress || progress(0, 0));
-    if (!goOn) g_cancellable_cancel(question.stop);
+  // begin(stop, done, this) starts the question; finish(result, error) takes what came of it.
+  template <typename Begin, typename Finish>
+  void Ask(const Begin& begin, const Finish& finish) {
+    g_bus_get(G_BUS_TYPE_SESSION, stop_, Done, this);
+    const SecretHandle<GObject> result = Wait();
+    GError* error = nullptr;
+    const SecretHandle<GObject> bus(reinterpret_cast<GObject*>(g_bus_get_finish(G_ASYNC_RESULT(result.get()), &error)));
+    if (!bus) Fail(error);
+    // That the session's bus goes away must not end the program.
+    g_dbus_connection_set_exit_on_close(G_DBUS_CONNECTION(bus.get()), FALSE);
+    begin(stop_, Done, this);
+    const SecretHandle<GObject> answer = Wait();
+    finish(G_ASYNC_RESULT(answer.get()), &error);
+    if (error) Fail(error);
   }
-  asking.join();
-  if (!question.error) return;
-  const SecretHandle<GError> error(question.error);
-  throw RuntimeError(kMailLoginRefused,
-                     question.reached ? Tr("The desktop's key store does not answer as it should: %1", {error->message})
-                                      : Tr("This desktop has no key store that keeps passwords: %1", {error->message}));
-}
+
+ private:
+  static void Done(GObject*, GAsyncResult* result, gpointer question) {
+    static_cast<Question*>(question)->result_.reset(G_OBJECT(g_object_ref(result)));
+  }
+
+  SecretHandle<GObject> Wait() {
+    constexpr std::chrono::milliseconds kTick{5};
+    constexpr std::chrono::minutes kLongest{2};  // the user may be typing the store's own password
+    const auto end = std::chrono::steady_clock::now() + kLongest;
+    for (bool goOn = true; !result_;) {
+      if (g_main_context_iteration(loop_, FALSE)) continue;
+      if (goOn) goOn = std::chrono::steady_clock::now() < end && (!progress_ || progress_(0, 0));
+      if (!goOn) g_cancellable_cancel(stop_);
+      std::this_thread::sleep_for(kTick);
+    }
+    return std::move(result_);
+  }
+
+  [[noreturn]] void Fail(GError* failure) {
+    const SecretHandle<GError> error(failure);
+    if (g_cancellable_is_cancelled(stop_)) {
+      throw RuntimeError(kMailLoginRefused, Tr("The desktop's key store has not answered so far"));
+    }
+    const bool reached = error->domain == SECRET_ERROR || g_dbus_error_is_remote_error(error.get()) != FALSE;
+    const bool noService = g_error_matches(error.get(), G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) != FALSE ||
+                           error->domain == G_SPAWN_ERROR;
+    throw RuntimeError(kMailLoginRefused,
+                       reached && !noService
+                           ? Tr("The desktop's key store does not answer as it should: %1", {error->message})
+                           : Tr("This desktop has no key store that keeps passwords: %1", {error->message}));
+  }
+
+  const TransferProgress& progress_;
+  GMainContext* loop_;
+  GCancellable* stop_;
+  SecretHandle<GObject> result_;
+};
 
 }  // namespace
 
 bool HasStoredPassword(const Login& login, const TransferProgress& progress) {
   bool found = false;
-  AskStore(progress, [&](GCancellable* stop, GError** error) {
-    GList* items = secret_password_search_sync(MailSchema().get(), SECRET_SEARCH_NONE, stop, error, "server",
-                                               HostOf(login).c_str(), "user", login.user.c_str(), nullptr);
-    found = items != nullptr;
-    g_list_free_full(items, g_object_unref);
-  });
+  Question(progress).Ask(
+      [&](GCancellable* stop, GAsyncReadyCallback done, gpointer question) {
+        secret_password_search(MailSchema().get(), SECRET_SEARCH_NONE, stop, done, question, "server",
+                               HostOf(login).c_str(), "user", login.user.c_str(), nullptr);
+      },
+      [&](GAsyncResult* result, GError** error) {
+        GList* items = secret_password_search_finish(result, error);
+        found = items != nullptr;
+        g_list_free_full(items, g_object_unref);
+      });
   return found;
 }
 
 std::optional<std::string> StoredPassword(const Login& login, const TransferProgress& progress) {
   std::optional<std::string> password;
-  AskStore(progress, [&](GCancellable* stop, GError** error) {
-    const SecretHandle<gchar> found(secret_password_lookup_sync(
-        MailSchema().get(), stop, error, "server", HostOf(login).c_str(), "user", login.user.c_str(), nullptr));
-    if (found) password = found.get();
-  });
+  Question(progress).Ask(
+      [&](GCancellable* stop, GAsyncReadyCallback done, gpointer question) {
+        secret_password_lookup(MailSchema().get(), stop, done, question, "server", HostOf(login).c_str(), "user",
+                               login.user.c_str(), nullptr);
+      },
+      [&](GAsyncResult* result, GError** error) {
+        const SecretHandle<gchar> found(secret_password_lookup_finish(result, error));
+        if (found) password = found.get();
+      });
   return password;
 }
 
 void StorePassword(const Login& login, const std::string& password, const TransferProgress& progress) {
-  AskStore(progress, [&](GCancellable* stop, GError** error) {
-    const std::string label = "Tarvolinex: " + login.user + ", " + HostOf(login);
-    secret_password_store_sync(MailSchema().get(), SECRET_COLLECTION_DEFAULT, label.c_str(), password.c_str(), stop,
-                               error, "server", HostOf(login).c_str(), "user", login.user.c_str(), nullptr);
-  });
+  const std::string label = "Tarvolinex: " + login.user + ", " + HostOf(login);
+  Question(progress).Ask(
+      [&](GCancellable* stop, GAsyncReadyCallback done, gpointer question) {
+        secret_password_store(MailSchema().get(), SECRET_COLLECTION_DEFAULT, label.c_str(), password.c_str(), stop,
+                              done, question, "server", HostOf(login).c_str(), "user", login.user.c_str(), nullptr);
+      },
+      [](GAsyncResult* result, GError** error) { secret_password_store_finish(result, error); });
 }
 
 void ForgetPassword(const Login& login, const TransferProgress& progress) {
-  AskStore(progress, [&](GCancellable* stop, GError** error) {
-    secret_password_clear_sync(MailSchema().get(), stop, error, "server", HostOf(login).c_str(), "user",
-                               login.user.c_str(), nullptr);
-  });
+  Question(progress).Ask(
+      [&](GCancellable* stop, GAsyncReadyCallback done, gpointer question) {
+        secret_password_clear(MailSchema().get(), stop, done, question, "server", HostOf(login).c_str(), "user",
+                              login.user.c_str(), nullptr);
+      },
+      [](GAsyncResult* result, GError** error) { secret_password_clear_finish(result, error); });
 }
 
 }  // namespace tarvolinex

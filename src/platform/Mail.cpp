@@ -75,11 +75,15 @@ std::string RunProgram(const Program& program, const std::string& input, const T
 }
 
 std::string KeptPassword(const MailProfile& profile, const TransferProgress& progress) {
-  const auto password = StoredPassword({profile.server, profile.user}, progress);
-  if (password) return *password;
-  throw RuntimeError(kMailLoginRefused, Tr("The desktop's key store has no password of %1 for %2. It is entered in the "
-                                           "e-mail settings; the profile may also name a command that prints it.",
-                                           {profile.user, profile.server}));
+  std::string why = Tr("The desktop's key store has none; it is entered in the e-mail settings");
+  try {
+    if (const auto password = StoredPassword({profile.server, profile.user}, progress)) return *password;
+  } catch (const RuntimeError& failure) {
+    why = failure.Description();
+  }
+  throw RuntimeError(kMailLoginRefused, Tr("The password of %1 for %2 is not known. %3. A mail profile may also name a "
+                                           "command that prints it.",
+                                           {profile.user, profile.server, why}));
 }
 
 std::string PasswordOf(const MailProfile& profile, const TransferProgress& progress, const TransferPatience& patience) {

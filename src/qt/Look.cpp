@@ -2,8 +2,10 @@
 
 #include "platform/Translation.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QPalette>
+#include <QProxyStyle>
+#include <QStyleOptionButton>
 #include <QTextDocument>
 #include <QWidget>
 
@@ -45,7 +47,29 @@ QString Marked(std::string_view caption, const QString& keyMark, const QString& 
   return marked;
 }
 
+// A style may draw the outline of a tick box or an option button from the window's colour, which swallows it in the
+// dark.
+class OutlinedChoices : public QProxyStyle {
+ public:
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    constexpr int kDark = 128;
+    const auto* choice = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (!choice || (element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton) ||
+        qGray(choice->palette.color(QPalette::Window).rgb()) >= kDark) {
+      return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+    QStyleOptionButton outlined = *choice;
+    outlined.palette.setColor(QPalette::Window, outlined.palette.color(QPalette::WindowText));
+    QProxyStyle::drawPrimitive(element, &outlined, painter, widget);
+  }
+};
+
 }  // namespace
+
+void OutlineChoices() {
+  QApplication::setStyle(new OutlinedChoices);
+}
 
 QString Shown(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));

@@ -34,6 +34,10 @@ int ToTwips(int pixels);
 // The colour, or a lighter one of its hue when the window's background is too dark for it.
 QColor ReadableOnWindow(const QColor& colour);
 
+// Tick boxes and option buttons whose outline is seen on dark windows too, whatever the style. REQUIRES: an
+// application.
+void OutlineChoices();
+
 // A system colour is taken from the present palette.
 QColor ToQColor(Colour colour);
 Colour FromQColor(const QColor& colour);

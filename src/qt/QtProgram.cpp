@@ -4,6 +4,7 @@
 #include <QIcon>
 #include <QTimer>
 
+#include "qt/Look.h"
 #include "qt/QtDesktop.h"
 #include "qt/Splash.h"
 #include "qt/Translator.h"
@@ -31,6 +32,7 @@ QtProgram::QtProgram(int& argc, char** argv, std::string version)
     : parts_(std::make_unique<Parts>(argc, argv, std::move(version))) {
   QApplication::setApplicationName("Tarvolinex");
   QApplication::setDesktopFileName("tarvolinex");
+  OutlineChoices();
   TranslateDesigns();
 }
 

@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QRadioButton>
+#include <algorithm>
+#include <memory>
 
 #include "qt/Dialogs.h"
 
@@ -22,6 +26,26 @@ TEST(Captions, KeepTheirLastAccessKeyAndTheirText) {
                                                   {"", "", ""}}) {
     EXPECT_EQ(Held(WithAccessKey(caption)), withKey);
     EXPECT_EQ(Held(WithoutAccessKey(caption)), without);
+  }
+}
+
+TEST(Choices, AreSeenOnADarkWindow) {
+  OutlineChoices();
+  const QColor dark(42, 46, 50);
+  for (const bool tick : {true, false}) {
+    const std::unique_ptr<QAbstractButton> button(tick ? static_cast<QAbstractButton*>(new QCheckBox)
+                                                       : new QRadioButton);
+    QPalette palette;
+    palette.setColor(QPalette::Window, dark);
+    palette.setColor(QPalette::Base, dark.darker());
+    palette.setColor(QPalette::WindowText, Qt::white);
+    button->setPalette(palette);
+    const QImage drawn = button->grab().toImage();
+    int lightest = 0;
+    for (int y = 0; y < drawn.height(); ++y) {
+      for (int x = 0; x < drawn.width(); ++x) lightest = std::max(lightest, qGray(drawn.pixel(x, y)));
+    }
+    EXPECT_GT(lightest, 128) << tick;
   }
 }
 

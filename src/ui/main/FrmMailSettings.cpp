@@ -295,7 +295,7 @@ void FrmMailSettings::SendTestMessage(const MailProfile& profile) {
   try {
     const BusyWhile busy;
     session.SignOnWith(MailProfilesPath(), profile);
-    if (!TxtPassword.Text().empty()) session.Password = TxtPassword.Text();
+    if (AsksKeyStore(profile) && !TxtPassword.Text().empty()) session.Password = TxtPassword.Text();
     session.Compose();
     session.AddRecipient(self.name, self.address);
     session.SetSubject(Tr("Tarvolinex test message"));

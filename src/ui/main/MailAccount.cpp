@@ -105,7 +105,9 @@ bool FrmMailSettings::PasswordChecked(const MailProfile& profile) {
   LookForPassword();
   if (kept_) return true;
   return Refuse(TxtPassword, noKeyStore_.empty() ? Tr("Please enter the password")
-                                                 : Tr("The password is not known.\r\n\r\n%1", {noKeyStore_}));
+                                                 : Tr("The password is not known.\r\n\r\n%1\r\n\r\nTick the box below "
+                                                      "the password and name a command that prints it.",
+                                                      {noKeyStore_}));
 }
 
 }  // namespace tarvolinex
