@@ -4,9 +4,21 @@
 
 #include "app/Program.h"
 #include "cli/CommandLine.h"
+#include "platform/Files.h"
+
+namespace {
+
+// The exit status once everything has been printed: what standard output does not take is a failure.
+int Printed() {
+  using namespace tarvolinex;
+  return FlushOutput() ? kDone : kFailed;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   using namespace tarvolinex;
+  ReserveStandardStreams();
   const ProgramOptions options = ParseProgramOptions({argv + 1, argv + argc});
   if (!options.error.empty()) {
     std::cerr << "tarvolinex: " << options.error << "\n\n" << UsageText();
@@ -14,11 +26,11 @@ int main(int argc, char** argv) {
   }
   if (options.help) {
     std::cout << (options.command.empty() ? UsageText() : UsageText(options.command));
-    return kDone;
+    return Printed();
   }
   if (options.version) {
     std::cout << "Tarvolinex " TARVOLINEX_VERSION "\n";
-    return kDone;
+    return Printed();
   }
   try {
     return options.command.empty() ? RunWindow(argc, argv, options) : RunWithoutWindow(options);

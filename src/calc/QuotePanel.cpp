@@ -149,6 +149,13 @@ void ReadQuotePanel(int typedBox) {
 
 void CalculateQuote(int mode) {
   CalculateQuote(mode, Quote, Terms());
+  if (RateCardFault.empty()) return;
+  // No figure of these rates is shown, for none of them is known.
+  QuoteRecord unpriced;
+  unpriced.NumberOfPayments = Quote.NumberOfPayments;
+  unpriced.Quarterly = Quote.Quarterly;
+  unpriced.CapitalCost = Quote.CapitalCost;
+  Quote = unpriced;
 }
 
 void ShowQuoteResults(int typedBox) {

@@ -1,5 +1,6 @@
 #include "calc/RateCard.h"
 
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -8,6 +9,7 @@
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
+#include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
 
@@ -36,6 +38,13 @@ void OfferInput(int box, bool offered, ComboBox* list, const char* reason) {
 // A field of the record from the column of its name; a column that the table lacks reads as Null.
 struct FieldReader {
   const Value& value;
+  // Whether a field that holds a number finds one, or nothing. Another program may have stored anything.
+  bool Fits(const FieldMember& field) const {
+    const auto* text = std::get_if<std::string>(&value);
+    if (std::holds_alternative<FixedText*>(field) || std::holds_alternative<bool*>(field)) return true;
+    std::string buffer;
+    return text ? Trim(*text).empty() || ExactNumberText(*text, buffer) : std::isfinite(ValueNumber(value));
+  }
   // The record's key has 16 bits; a larger one is left out rather than cut to another supplier's.
   void operator()(std::int16_t* field) const {
     const double number = ValueNumber(value);
@@ -46,7 +55,13 @@ struct FieldReader {
   void operator()(float* field) const { *field = static_cast<float>(ValueNumber(value)); }
   void operator()(Currency* field) const {
     const auto* exact = std::get_if<Currency>(&value);
-    *field = exact ? *exact : Currency::FromDouble(ValueNumber(value)).value_or(Currency());
+    const auto* text = std::get_if<std::string>(&value);
+    std::string buffer;
+    const auto number = text ? ExactNumberText(*text, buffer) : std::nullopt;
+    const auto amount = exact    ? *exact
+                        : number ? Currency::FromText(*number)
+                                 : Currency::FromDouble(ValueNumber(value));
+    *field = amount.value_or(Currency());
   }
   void operator()(bool* field) const { *field = ValueTruth(value); }
   void operator()(FixedText* field) const { *field = Trim(ValueText(value)); }
@@ -64,13 +79,29 @@ SupplierCalcSettingsRecord ReadSupplierSettings(const Recordset& supplier) {
   for (const auto& field : FieldsOf(loaded)) {
     const int column = supplier.ColumnIndex(field.name);
     const Value value = column < 0 ? Value(Null{}) : supplier.Field(column);
-    std::visit(FieldReader{value}, field.member(loaded));
+    const FieldReader reader{value};
+    if (!reader.Fits(field.member(loaded))) {
+      throw RuntimeError(kItemNotFound, Tr("%1: the column %2 holds \"%3\", which is no number",
+                                           {loaded.CompanyName.Trimmed(), field.name, ValueText(value)}));
+    }
+    std::visit(reader, field.member(loaded));
   }
   return loaded;
 }
 
+void UseSupplierSettings(const Recordset& supplier) {
+  RateCardFault.clear();
+  try {
+    SupplierCalcSettings = ReadSupplierSettings(supplier);
+  } catch (const RuntimeError& failure) {
+    RateCardFault = failure.Description();
+    SupplierCalcSettings = {};
+    SupplierCalcSettings.CompanyName = ValueText(supplier.Field("CompanyName"));
+  }
+}
+
 void LoadSupplierRateCard(const Recordset& supplier) {
-  SupplierCalcSettings = ReadSupplierSettings(supplier);
+  UseSupplierSettings(supplier);
   ApplySupplierOptions();
   RecalculateQuote();
 }

@@ -6,10 +6,14 @@
 
 namespace tarvolinex {
 
-// The supplier that the record set stands on; Null, and a column that the table lacks, read as empty or 0.
+// The supplier that the record set stands on; Null, an empty text and a column that the table lacks read as empty or 0.
+// Throws RuntimeError, naming supplier and column, when a number is needed and something else is stored.
 SupplierCalcSettingsRecord ReadSupplierSettings(const Recordset& supplier);
 
-// Reads it into `SupplierCalcSettings`, applies what it offers and recalculates the quote.
+// Reads it into `SupplierCalcSettings`. Rates that are no numbers go into `RateCardFault`: nothing is priced with them.
+void UseSupplierSettings(const Recordset& supplier);
+
+// The same, applies what the supplier offers and recalculates the quote.
 void LoadSupplierRateCard(const Recordset& supplier);
 
 // Sets the quote panel to what the supplier in `SupplierCalcSettings` offers: the premium's caption and check box, the

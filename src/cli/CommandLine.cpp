@@ -174,9 +174,17 @@ bool CommandWritesFolders(const std::string& command) {
   return found && found->writesFolders;
 }
 
+bool FlushOutput() {
+  std::cout.flush();
+  if (std::cout) return true;
+  std::cerr << "tarvolinex: standard output cannot be written\n";
+  return false;
+}
+
 int RunCommand(const ProgramOptions& options) {
   try {
     const int status = FindCommand(options.command)->run(options.arguments);
+    if (!FlushOutput()) return kFailed;
     return status == kDone && ErrorShown ? kFailed : status;
   } catch (const UsageError& mistake) {
     std::cerr << "tarvolinex " << options.command << ": " << mistake.text << "\n\n" << UsageText(options.command);

@@ -30,6 +30,9 @@ bool CommandWritesFolders(const std::string& command);
 // Exit status of a run.
 inline constexpr int kDone = 0, kFailed = 1, kUsageError = 2;
 
+// Gives standard output what has been printed. False, after a message, when it does not take all of it.
+bool FlushOutput();
+
 // Runs the command. REQUIRES: options.command exists, the desktop is chosen and, where it uses them, the folders are
 // set.
 int RunCommand(const ProgramOptions& options);

@@ -59,9 +59,10 @@ struct FromJson {
   bool operator()(Colour* field) const { return Parse(field); }
   bool operator()(float* field) const { return Parse(field) && std::isfinite(*field); }
   bool operator()(Currency* field) const {
-    auto amount = Currency::FromText(NumberText());
-    double scientific = 0;
-    if (!amount && Parse(&scientific)) amount = Currency::FromDouble(scientific);
+    std::string buffer;
+    const std::string text = NumberText();
+    const auto exact = ExactNumberText(text, buffer);  // an exponent too, without a detour by a double
+    const auto amount = exact ? Currency::FromText(*exact) : std::nullopt;
     if (amount) *field = *amount;
     return amount.has_value();
   }

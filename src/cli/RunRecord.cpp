@@ -15,13 +15,25 @@ namespace {
 
 enum class RecordKind { Preferences, Supplier };
 
+std::string Holds(const std::string& path, std::int64_t size) {
+  return path + " holds " + std::to_string(size) + " bytes; a supplier's record has " +
+         std::to_string(kSupplierCalcSettingsSize) + ", the preferences have " +
+         std::to_string(kCalculatorPreferencesSize);
+}
+
+// The name tells where it is the one of a record, else the size.
 RecordKind KindOfFile(const std::string& path) {
   const auto size = FileLength(path);
+  const bool preferences = EqualNoCase(FileNameOf(path), "General.dat");
+  if (preferences || EqualNoCase(FileNameOf(path), "Supplier.dat")) {
+    if (size < (preferences ? kCalculatorPreferencesSize : kSupplierCalcSettingsSize)) {
+      throw RuntimeError(kDeviceError, Holds(path, size));
+    }
+    return preferences ? RecordKind::Preferences : RecordKind::Supplier;
+  }
   if (size >= kCalculatorPreferencesSize) return RecordKind::Preferences;
   if (size >= kSupplierCalcSettingsSize) return RecordKind::Supplier;
-  throw RuntimeError(kDeviceError, path + " holds " + std::to_string(size) + " bytes; a supplier's record has " +
-                                       std::to_string(kSupplierCalcSettingsSize) + ", the preferences have " +
-                                       std::to_string(kCalculatorPreferencesSize));
+  throw RuntimeError(kDeviceError, Holds(path, size));
 }
 
 // A new file becomes the record that has every named field, or the one that its name says.
@@ -30,9 +42,9 @@ RecordKind KindOfNew(const std::string& path, const JsonObject& changes) {
   const bool supplier = std::all_of(changes.begin(), changes.end(), [&](const auto& change) {
     return std::any_of(fields.begin(), fields.end(), [&](const auto& f) { return f.name == change.first; });
   });
-  if (changes.empty())
-    return EqualNoCase(FileNameOf(path), "Supplier.dat") ? RecordKind::Supplier : RecordKind::Preferences;
-  return supplier ? RecordKind::Supplier : RecordKind::Preferences;
+  if (EqualNoCase(FileNameOf(path), "General.dat")) return RecordKind::Preferences;
+  if (EqualNoCase(FileNameOf(path), "Supplier.dat")) return RecordKind::Supplier;
+  return supplier && !changes.empty() ? RecordKind::Supplier : RecordKind::Preferences;
 }
 
 template <typename Record>
@@ -45,9 +57,20 @@ void Show(const std::string& path) {
 template <typename Record>
 void Write(const std::string& path, const JsonObject& changes) {
   Record record;
-  if (FileExists(path)) ReadRecord(path, record);
+  const std::string before = FileExists(path) ? ReadFile(path) : std::string();
+  if (!before.empty()) ReadRecord(path, record);
   ChangeRecord(record, changes);
-  WriteRecord(path, record);
+  std::string bytes = RecordBytes(record);
+  // A field that is not named keeps its bytes, also those that the program would not write.
+  const auto fields = FieldsOf(record);
+  for (std::size_t i = 0; i < fields.size() && !before.empty(); ++i) {
+    const auto start = static_cast<std::size_t>(fields[i].offset);
+    const auto end = i + 1 < fields.size() ? static_cast<std::size_t>(fields[i + 1].offset) : bytes.size();
+    const bool named =
+        std::any_of(changes.begin(), changes.end(), [&](const auto& change) { return change.first == fields[i].name; });
+    if (!named) bytes.replace(start, end - start, before, start, end - start);
+  }
+  WriteFile(path, before.size() > bytes.size() ? bytes + before.substr(bytes.size()) : bytes);
 }
 
 }  // namespace

@@ -111,15 +111,13 @@ bool FillAppFolder() {
   }
   files.Bring();
   for (const std::string& written : WrittenFolders()) RemoveUnfinished(written);
-  // A package beside a database would be unpacked over it.
   if (FileExists(AppFolder + "\\Tarvolinex.mdb")) return newTemplate;
-  if (FileExists(DataFolder + "\\Tarvolinex.mdb")) {
-    CopyIfMissing(delivered + "\\General.dat", AppFolder + "\\General.dat");
-    CopyIfMissing(delivered + "\\Database.zip", AppFolder + "\\Database.Bak");
-    return newTemplate;
-  }
   CopyIfMissing(delivered + "\\General.dat", AppFolder + "\\General.dat");
-  CopyIfMissing(delivered + "\\Database.zip", AppFolder + "\\Database.zip");
+  // For new databases. The package itself comes when its database is opened here, and to no other folder: beside a
+  // database it would be unpacked over it.
+  if (UpperCase(DataFolder) != UpperCase(AppFolder)) {
+    CopyIfMissing(delivered + "\\Database.zip", AppFolder + "\\Database.Bak");
+  }
   return newTemplate;
 }
 

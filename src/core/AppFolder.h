@@ -15,9 +15,9 @@ std::string DeliveredFolder();
 
 // Makes the calculator folder and copies what the app folder lacks and the program cannot do without (template, set-up
 // list, self-extractor, installer, instruction texts, help). A file of an older version that nobody has changed
-// is replaced; nothing of the user's is. What killed programs have left unfinished goes. Where neither `DataFolder` nor
-// the app folder holds a database, the database package comes too, and with it the delivered preferences when there are
-// none. Returns true when the page template is a new one.
+// is replaced; nothing of the user's is. What killed programs have left unfinished goes. While the app folder holds no
+// database the delivered preferences come too when there are none, and, when the database lies in another folder, the
+// pristine package for new databases. Returns true when the page template is a new one.
 bool FillAppFolder();
 
 }  // namespace tarvolinex

@@ -15,7 +15,8 @@ void ResetGlobals() {
   ShownQuoteMode = 0;
   ShownQuoteBox = -1;
   LoadedSupplierFields.clear();
-  RemovedSupplier = {};
+  RateCardFault.clear();
+  Removed = {};
   TheStore = std::make_unique<Store>();
   DatabaseUnpacked = false;
   CopiedDatabase.clear();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,6 +33,8 @@ inline bool ErrorShown = false;
 
 inline CalculatorPreferencesRecord CalculatorPreferences;
 inline SupplierCalcSettingsRecord SupplierCalcSettings;  // of the supplier that is shown
+// Why the shown supplier's rates can neither price nor be published; empty = they can.
+inline std::string RateCardFault;
 
 inline QuoteRecord Quote;  // the calculation that the quote panel shows
 // How it came about: the mode, and the box that the user changed (-1 for none).
@@ -51,14 +54,19 @@ inline bool DatabaseUnpacked = false;  // this run has put a fresh database in p
 inline int CurrentSupplierId = 0;     // 0 while a new supplier is not yet saved
 inline int CurrentSupplierIndex = 0;  // row of the supplier list
 inline bool SupplierChanged = false;
-// The shown supplier's fields as they were loaded; while they still read the same there is nothing to store.
-inline std::string LoadedSupplierFields;
-// The supplier that was removed last, as the statements that put it back; empty = none.
+// What a field of the shown supplier showed when it was loaded, and the stored value as a statement has it. While the
+// field still reads the same there is nothing to store, and where all fields are stored the value goes back unrounded.
+struct LoadedField {
+  std::string text, literal;
+};
+inline std::map<std::string, LoadedField> LoadedSupplierFields;  // by column
+// What was removed last, a supplier or one of its contacts, as the statements that put it back; empty = nothing.
 struct RemovedRows {
-  int id = 0;
+  int supplier = 0;
+  int contact = 0;  // 0 = the supplier itself
   std::vector<std::string> statements;
 };
-inline RemovedRows RemovedSupplier;
+inline RemovedRows Removed;
 inline bool FormLinksChanged = false;
 inline bool LoadingSupplier = false;  // what changes meanwhile is no edit
 inline int CurrentContactId = 0;      // 0 for none or a new contact

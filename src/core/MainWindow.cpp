@@ -321,7 +321,8 @@ MainWindow::MainWindow()
     TabMain.Add(tab);
   }
   TxtStatus.SetLocked(true);
-  TxtFilter.SetToolTip(Tr("Show only suppliers whose name, town or post code holds this text"));
+  TxtFilter.SetToolTip(
+      Tr("Show only suppliers whose name, town or post code holds this text, or a contact of whom is called so"));
 }
 
 MainWindow::~MainWindow() {

@@ -49,7 +49,11 @@ void LoadWebSettings() {
       FileExists(AppFolder + "\\Tarvolinex.ini") ? ReadIni("Tarvolinex", "WEB", "www", "") : TARVOLINEX_WEB_SERVER;
   CustomerReference = ReadIni("Tarvolinex", "WEB", "ref", "");
   if (IsWholeNumber(CustomerReference)) return;
-  CustomerReference = ReadIni("General", "WEB", "ref", "");
+  try {
+    CustomerReference = ReadIni("General", "WEB", "ref", "");
+  } catch (const RuntimeError&) {
+    CustomerReference.clear();  // the window reports a General.INI that cannot be read; another one is for this run
+  }
   if (IsWholeNumber(CustomerReference)) return;
   std::random_device random;
   CustomerReference = std::to_string(std::uniform_int_distribution<int>(100000, 999999999)(random));
@@ -58,7 +62,12 @@ void LoadWebSettings() {
 
 std::string RememberedDataFolder() {
   if (!ChosenDataFolder.empty()) return ChosenDataFolder;
-  const std::string folder = OptionOr("DATABASEPATH", AppFolder);
+  std::string folder = AppFolder;
+  try {
+    folder = OptionOr("DATABASEPATH", AppFolder);
+  } catch (const RuntimeError&) {
+    // Reported where the window reads its settings.
+  }
   // A value is cut; the app folder's own path is known whole.
   return folder == FirstCharacters(AppFolder, kProfileBuffer - 1) ? AppFolder : folder;
 }

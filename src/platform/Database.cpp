@@ -84,6 +84,11 @@ std::pair<ColumnType, int> DeclaredType(std::string_view declared) {
   return {ColumnType::Text, size};
 }
 
+// Whether the column is there for numbers; what another program has stored in one need not be one.
+bool HoldsNumbers(ColumnType type) {
+  return type != ColumnType::Text && type != ColumnType::Date && type != ColumnType::YesNo;
+}
+
 Value ColumnValue(sqlite3_stmt* row, int column, ColumnType type) {
   const int stored = sqlite3_column_type(row, column);
   if (stored == SQLITE_NULL) return Null{};
@@ -91,6 +96,7 @@ Value ColumnValue(sqlite3_stmt* row, int column, ColumnType type) {
     const auto* bytes = sqlite3_column_text(row, column);
     return std::string(ViewOf(bytes, sqlite3_column_bytes(row, column)));
   };
+  if (HoldsNumbers(type) && (stored == SQLITE_TEXT || stored == SQLITE_BLOB)) return text();
   switch (type) {
     case ColumnType::WholeNumber:
       return static_cast<std::int64_t>(sqlite3_column_int64(row, column));
@@ -209,6 +215,14 @@ void Connection::Execute(std::string_view statement) {
 
 int Connection::LastInsertedId() const {
   return database_ ? static_cast<int>(sqlite3_last_insert_rowid(database_)) : 0;
+}
+
+bool Connection::HasTable(std::string_view name) {
+  Recordset table;
+  table.Open(
+      "SELECT name FROM sqlite_schema WHERE type='table' AND name='" + ReplaceAll(name, "'", "") + "' COLLATE NOCASE",
+      *this);
+  return !table.EndOfFile();
 }
 
 void Connection::CopyTo(std::string_view path, const std::function<void()>& pause) {

@@ -26,7 +26,7 @@ enum class ColumnType { WholeNumber, Currency, Single, Double, YesNo, Text, Date
 struct Null {
   bool operator==(const Null&) const = default;
 };
-// Text and dates arrive as texts.
+// Text and dates arrive as texts, and so does a text that another program has stored in a column of numbers.
 using Value = std::variant<Null, std::int64_t, Currency, float, double, bool, std::string>;
 
 inline bool IsNull(const Value& value) {
@@ -49,6 +49,7 @@ class Connection {
   void Open(std::string_view connectionString);
   void Close();
   bool IsOpen() const { return database_ != nullptr; }
+  bool HasTable(std::string_view name);  // case-blind
 
   // One action statement, whole or not at all. Throws RuntimeError when it fails; Errors then describes why.
   void Execute(std::string_view statement);

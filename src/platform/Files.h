@@ -71,7 +71,7 @@ class UnfinishedFile {
 };
 
 // A file that is written in pieces beside its target and takes the target's place in Commit; without Commit nothing
-// of it remains. Cannot be used for an existing folder.
+// of it remains. A link is followed. Cannot be used for an existing folder, a device or a pipe.
 class WholeFile {
  public:
   explicit WholeFile(std::string_view path);
@@ -112,6 +112,10 @@ class FolderLock {
 };
 
 // The folder of the running program, and the folder of this user's data of the named program.
+// Sees to it that no file is ever opened in the place of a standard stream that the program was started without, and
+// that a reader who goes away is a failure to write. Called first of all.
+void ReserveStandardStreams();
+
 std::string ProgramFolder();
 std::string UserDataFolder(std::string_view program);
 std::string HomeFolder();

@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -133,12 +134,32 @@ UnfinishedFile::~UnfinishedFile() {
   ::close(handle_);
 }
 
-WholeFile::WholeFile(std::string_view path) : target_(NativePath(path)) {
+namespace {
+
+// The file that a link leads to, whether it exists or not: what is written goes there, and the link stays. A circle of
+// links is left as it is and refused when it is opened.
+std::string Followed(std::string path) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  for (int links = 0; links < 40 && fs::is_symlink(path, error); ++links) {
+    const fs::path target = fs::read_symlink(path, error);
+    if (error) break;
+    path = (target.is_absolute() ? target : fs::path(path).parent_path() / target).string();
+  }
+  return path;
+}
+
+}  // namespace
+
+WholeFile::WholeFile(std::string_view path) : target_(Followed(NativePath(path))) {
   if (target_.empty() || FileNameOf(target_).empty()) ThrowError(EINVAL, Marked("Writing %1: %2"), path);
   // A new file gets the rights that the user's mask gives, an old one keeps its own.
   struct stat old = {};
   const bool replaces = ::stat(target_.c_str(), &old) == 0;
   if (replaces && S_ISDIR(old.st_mode)) ThrowError(EISDIR, Marked("Writing %1: %2"), path);
+  if (replaces && !S_ISREG(old.st_mode)) {
+    throw RuntimeError(kPathAccess, Tr("Writing %1: it is a device or a pipe, not a file", {path}));
+  }
   if (replaces && ::access(target_.c_str(), W_OK) != 0) ThrowError(EACCES, Marked("Writing %1: %2"), path);
   RemoveUnfinished(FolderOf(target_));
   handle_ = MakeUnfinished(FolderOf(target_), beside_);
@@ -200,6 +221,19 @@ FileLock::~FileLock() {
 
 bool IsWritableFolder(std::string_view path) {
   return FolderExists(path) && ::faccessat(AT_FDCWD, NativePath(path).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+void ReserveStandardStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(stream, F_GETFD) >= 0) continue;
+    // For reading alone: what is written there fails and is told, and no file of ours takes the place.
+    const int reserved = ::open("/dev/null", O_RDONLY);
+    if (reserved >= 0 && reserved != stream) {
+      ::dup2(reserved, stream);
+      ::close(reserved);
+    }
+  }
+  std::signal(SIGPIPE, SIG_IGN);
 }
 
 std::string ProgramFolder() {

@@ -79,6 +79,7 @@ class ListView : public Control {
 
   std::vector<Column>& Columns() { return columns_; }
   bool CheckBoxes = false;
+  std::string NoMatchText;  // stands in the list while the filter shows none of its rows
 
   const std::vector<Row>& Rows() const { return rows_; }
   const Row& At(int row) const { return rows_[static_cast<std::size_t>(row)]; }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/Launcher.h"
 #include "core/Limits.h"
@@ -147,8 +148,16 @@ bool CanPublish(const CalculatorPreferencesRecord& prefs) {
   return false;
 }
 
+bool MayPublish() {
+  const std::string obstacle =
+      CurrentSupplierId == 0 ? ReplaceAliases("There is no <SUPPLIER> to publish for") : RateCardFault;
+  if (obstacle.empty()) return true;
+  TheDesktop().MessageBox(obstacle, ReplaceAliases("<CALCNAME>"), BoxButtons::Ok, BoxIcon::Exclamation);
+  return false;
+}
+
 void PreviewCalculator() {
-  if (!CanPublish(CalculatorPreferences)) return;
+  if (!MayPublish() || !CanPublish(CalculatorPreferences)) return;
   BuildCalculatorFolder();
   DeleteFileIfPresent(CalculatorFolder() + "LastCalc.dat");
   LaunchDocument(CalculatorFolder() + "calc_test.html");

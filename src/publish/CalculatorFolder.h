@@ -13,6 +13,9 @@ namespace tarvolinex {
 // setting up calculator").
 void BuildCalculatorFolder();
 
+// Whether there is a supplier to publish, with rates that are numbers; tells what is in the way.
+bool MayPublish();
+
 // The forms linked to a supplier, in the order in which they are published.
 std::vector<int> LinkedFormIds(int supplierId);
 

@@ -1,10 +1,12 @@
 // Combo boxes, list boxes and list views: models over the control's own rows.
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QListView>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTreeView>
+#include <QVBoxLayout>
 #include <utility>
 
 #include "qt/BindControls.h"
@@ -111,9 +113,21 @@ void SetUpView(QTreeView& view) {
   view.header()->setSectionsMovable(false);
 }
 
+// Stands in the middle of a list that shows no row.
+QLabel* MakeNoMatchLabel(QTreeView& view) {
+  auto* label = new QLabel(view.viewport());
+  label->setAlignment(Qt::AlignCenter);
+  label->setWordWrap(true);
+  label->setAttribute(Qt::WA_TransparentForMouseEvents);
+  auto* layout = new QVBoxLayout(view.viewport());
+  layout->addWidget(label);
+  return label;
+}
+
 void SetListPainter(ListView& list, QTreeView& view, RowsModel& model, Selection& selection) {
-  list.Painter = [&list, &view, &model, &selection, shown = std::vector<std::string>()](Aspect aspect,
-                                                                                        int row) mutable {
+  QLabel* noMatch = MakeNoMatchLabel(view);
+  list.Painter = [&list, &view, &model, &selection, noMatch, shown = std::vector<std::string>()](Aspect aspect,
+                                                                                                 int row) mutable {
     switch (aspect) {
       case Aspect::Focus:
         return view.setFocus();
@@ -124,6 +138,8 @@ void SetListPainter(ListView& list, QTreeView& view, RowsModel& model, Selection
       case Aspect::Items:
       case Aspect::Text:
         selection.Reset(model, [&] { return model.LineOf(list.Selected()); });
+        noMatch->setText(QString::fromStdString(list.NoMatchText));
+        noMatch->setVisible(list.Count() > 0 && model.rowCount() == 0);
         return PaintColumns(list, view, shown);
       case Aspect::State:
         return PaintView(list, view);

@@ -54,7 +54,31 @@ std::string ContactStatement() {
   return FillStatement(CurrentContactId == 0 ? statements::kInsertContact : statements::kUpdateContact, fillings);
 }
 
+// Why the shown contact cannot be stored: it has no supplier, or somebody else has removed it or its supplier. Empty
+// when it can.
+std::string WhatContactLacks() {
+  if (CurrentSupplierId == 0) return ReplaceAliases("Please add a <SUPPLIER> first: the contact has not been stored");
+  if (!SupplierIsStored(CurrentSupplierId)) return ReplaceAliases("<SUPPLIER> Not Found Or has been deleted");
+  if (CurrentContactId == 0) return {};
+  Recordset& records = TheStore->ContactRecords;
+  records.Find("ID=" + std::to_string(CurrentContactId));
+  return records.EndOfFile() ? "Contact Not Found" : "";
+}
+
 }  // namespace
+
+void RefreshContacts() {
+  const int shown = CurrentContactId;
+  ListContacts();
+  SelectContact(shown);
+}
+
+void SelectContact(int contactId) {
+  ListBox& list = MainForm().supplier.LstContacts;
+  for (std::size_t i = 0; i < list.Items().size(); ++i) {
+    if (list.Items()[i].data == contactId) return list.SetListIndex(static_cast<int>(i));
+  }
+}
 
 void ListContacts() {
   SaveContact();
@@ -100,9 +124,21 @@ void SaveContact() {
   const SupplierPanel& panel = MainForm().supplier;
   if (Trim(panel.TxtContact(0).Text() + panel.TxtContact(1).Text()).empty()) return SetStatus(false, "", -1);
   try {
+    Transaction transaction;
+    if (const std::string missing = WhatContactLacks(); !missing.empty()) {
+      transaction.Abandon();
+      ContactChanged = false;
+      ContactListStale = true;
+      ShowError(missing);
+      if (CurrentSupplierId == 0) ClearContactFields();
+      return;
+    }
     ExecuteStatement(ContactStatement());
+    const bool isNew = CurrentContactId == 0;
+    const int id = TheStore->connection.LastInsertedId();
+    transaction.Commit();
     // Typing on after a save is no second new contact.
-    if (CurrentContactId == 0) CurrentContactId = TheStore->connection.LastInsertedId();
+    if (isNew) CurrentContactId = id;
     ContactListStale = true;
     ContactChanged = false;
   } catch (const RuntimeError&) {
@@ -114,6 +150,29 @@ void SaveContact() {
 void SetDateLastSent(std::string_view dateText, int contactId) {
   ExecuteStatement(FillStatement(statements::kDateSent,
                                  {{"<ID>", std::int64_t{contactId}}, {"<DATESENT>", EscapeQuotes(dateText)}}));
+}
+
+std::set<int> SuppliersOfContacts(std::string_view text) {
+  std::set<int> suppliers;
+  const auto find = [&](std::string_view firstName, std::string_view surname) {
+    Recordset found;
+    OpenRecordset(FillStatement(statements::kFindContacts,
+                                {{"<FIRSTNAME>", EscapeQuotes(firstName)}, {"<SURNAME>", EscapeQuotes(surname)}}),
+                  found);
+    for (; !found.EndOfFile(); found.MoveNext()) {
+      suppliers.insert(static_cast<int>(ValueNumber(found.Field("Supplierid"))));
+    }
+  };
+  try {
+    find(text, "");
+    find("", text);
+    if (const auto blank = text.find(' '); blank != std::string_view::npos) {
+      find(text.substr(0, blank), Trim(text.substr(blank)));
+    }
+  } catch (const RuntimeError&) {
+    // A filter that cannot look at the contacts still looks at the suppliers.
+  }
+  return suppliers;
 }
 
 void ClearContacts() {

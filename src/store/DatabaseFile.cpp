@@ -1,10 +1,12 @@
 #include "store/DatabaseFile.h"
 
 #include "core/Aliases.h"
+#include "core/AppFolder.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
 #include "core/Settings.h"
+#include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
@@ -52,6 +54,92 @@ bool FindDatabase(bool& askUser) {
   return !askUser || ChooseDatabase();
 }
 
+std::string ConnectReport(const RuntimeError& failure) {
+  return std::to_string(failure.Number()) + " " + failure.Description();
+}
+
+// Throws RuntimeError when the file is no database of ours; none is then open.
+void Connect() {
+  // These belong to the database that is left.
+  SupplierChanged = FormLinksChanged = ContactChanged = false;
+  if (MainFormExists()) OfferUndo({});
+  for (Recordset* set :
+       {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords, &TheStore->ContactRecords}) {
+    set->Close();
+  }
+  Connection& connection = TheStore->connection;
+  connection.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + DatabasePath());
+  try {
+    for (const char* table : {"suppliers", "DefaultSupplier", "SupplierFormLink", "Forms", "contacts"}) {
+      if (!connection.HasTable(table)) {
+        throw RuntimeError(kDatabase,
+                           Tr("The database %1 cannot be opened: it has no table %2", {DatabasePath(), table}));
+      }
+    }
+  } catch (const RuntimeError&) {
+    connection.Close();
+    throw;
+  }
+  if (MainFormExists()) MainForm().ShowDatabase(DataFolder);
+}
+
+// After a database could not be opened: whether the user looks for another one. That the program was started with this
+// one does not lock him out for good.
+bool LooksForAnother() {
+  const std::string question =
+      Tr("The database in this folder cannot be opened :-\n\n%1\n\nWould you like to find another database?",
+         {DataFolder});
+  return TheDesktop().MessageBox(question, Tr("Database Connection"), BoxButtons::YesNo, BoxIcon::Question) ==
+         Answer::Yes;
+}
+
+// Connects, after every failure with what the user chooses instead. The folder is remembered before, as the place where
+// the work goes on, and forgotten again when nothing can be opened there.
+void ConnectOrChooseAnother() {
+  for (;;) {
+    std::string before;
+    try {
+      before = ReadIni("General", "OPTIONS", "DATABASEPATH", "");
+    } catch (const RuntimeError&) {
+      // Settings that cannot be read have been reported; the database opens without them.
+    }
+    WriteIni("General", "OPTIONS", "DATABASEPATH", DataFolder);
+    try {
+      return Connect();
+    } catch (const RuntimeError& failure) {
+      WriteIni("General", "OPTIONS", "DATABASEPATH", before);
+      ShowError(ConnectReport(failure));
+      if (!LooksForAnother() || !ChooseDatabase()) throw ProgramEnded{1};
+    }
+  }
+}
+
+// A database that a package is about to be unpacked over is kept, with what an interrupted write has left beside it.
+void KeepReplacedDatabase() {
+  const std::string database = DatabasePath(), journal = database + "-journal";
+  if (!FileExists(database)) return;
+  const std::string folder = DataFolder + "\\Backup";
+  if (!FolderExists(folder)) MakeFolder(folder);
+  std::string copy;
+  for (int n = 1; copy.empty() || FileExists(copy); ++n) {
+    copy = folder + "\\Replaced " + IsoDate(TheDesktop().Now()) + (n > 1 ? " " + std::to_string(n) : "") + ".mdb";
+  }
+  CopyFile(database, copy);
+  if (!FileExists(journal)) return;
+  CopyFile(journal, copy + "-journal");
+  DeleteFile(journal);  // it belongs to the file that goes
+}
+
+// A first start brings the delivered package to where its database is opened, and to no other folder. Returns whether
+// it did.
+bool BringPackage(const std::string& package) {
+  const std::string delivered = DeliveredFolder() + "\\Database.zip";
+  if (UpperCase(DataFolder) != UpperCase(AppFolder) || FileExists(DatabasePath()) || !FileExists(delivered))
+    return false;
+  CopyFile(delivered, package);
+  return true;
+}
+
 void UseFreshDatabase() {
   if (!DatabaseUnpacked) return;
   PointContactsAtOrganisation();
@@ -61,19 +149,10 @@ void UseFreshDatabase() {
 }  // namespace
 
 void ConnectDatabase() {
-  // These belong to the database that is left.
-  RemovedSupplier = {};
-  SupplierChanged = FormLinksChanged = ContactChanged = false;
-  if (MainFormExists()) MainForm().menus.MnuUndoRemove.SetEnabled(false);
   try {
-    for (Recordset* set :
-         {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords, &TheStore->ContactRecords}) {
-      set->Close();
-    }
-    TheStore->connection.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + DatabasePath());
-    if (MainFormExists()) MainForm().ShowDatabase(DataFolder);
+    Connect();
   } catch (const RuntimeError& failure) {
-    ShowError(std::to_string(failure.Number()) + " " + failure.Description(), true);
+    ShowError(ConnectReport(failure), true);
   }
 }
 
@@ -81,12 +160,20 @@ bool UnpackDatabase() {
   DatabaseUnpacked = false;
   DropTrailingSeparator(DataFolder);
   const std::string package = DataFolder + "\\Database.zip";
+  bool brought = false;
+  try {
+    brought = !FileExists(package) && BringPackage(package);
+  } catch (const RuntimeError& failure) {
+    ShowError(failure.Description());
+    return false;
+  }
   if (!FileExists(package)) return true;
   SetStatus(false, "Setting Database", 10);
   try {
     // Two programs must not unpack it, the second over the database that the first has opened.
     const FileLock alone(package, std::chrono::seconds(30));
     if (!FileExists(package)) return true;
+    KeepReplacedDatabase();
     ZipComponent zip;
     zip.ZipFileName = package;
     zip.UnzipToFolder = DataFolder;
@@ -96,6 +183,8 @@ bool UnpackDatabase() {
     DeleteFile(package);
   } catch (const RuntimeError& failure) {
     if (!FileExists(package)) return true;  // the other program was faster
+    // One that was not used does not wait for a database that the user puts beside it.
+    if (brought) DeleteFile(package);
     if (failure.Number() == kBadFileName) ShowError("Database Invalid", true);
     ShowError(failure.Description());
     return false;
@@ -117,8 +206,7 @@ bool OpenDatabase(bool& askUser) {
     return false;
   }
   SetStatus(false, "Opening Database", 50);
-  WriteIni("General", "OPTIONS", "DATABASEPATH", DataFolder);
-  ConnectDatabase();
+  ConnectOrChooseAnother();
   LoadStartLists();
   UseFreshDatabase();
   TheDesktop().Show(MainForm());

@@ -1,4 +1,6 @@
 // Removing a supplier, and taking the last removal back.
+#include <utility>
+
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
@@ -11,9 +13,6 @@
 
 namespace tarvolinex {
 
-namespace {
-
-// The row as a column list and a value list.
 std::vector<Filling> RowLists(const Recordset& row) {
   std::string columns, values;
   for (int i = 0; i < row.ColumnCount(); ++i) {
@@ -25,6 +24,8 @@ std::vector<Filling> RowLists(const Recordset& row) {
   }
   return {{"<FIELDS>", columns}, {"<VALUES>", values}};
 }
+
+namespace {
 
 // What puts the shown supplier with its contacts and form links back under their own IDs.
 std::vector<std::string> RestoringStatements() {
@@ -52,8 +53,7 @@ void DeleteShownSupplier() {
   ExecuteStatement(FillStatement(statements::kDeleteFormLinks, "<ID>", CurrentSupplierId));
   ExecuteStatement(FillStatement(statements::kDeleteContacts, "<supplierID>", CurrentSupplierId));
   transaction.Commit();
-  RemovedSupplier = {CurrentSupplierId, restore};
-  MainForm().menus.MnuUndoRemove.SetEnabled(true);
+  OfferUndo({CurrentSupplierId, 0, restore});
   SupplierChanged = false;
   // The contacts are gone with the supplier; what was typed for one of them has no owner any more.
   ContactChanged = false;
@@ -69,7 +69,11 @@ void RemoveSupplier() {
                             BoxButtons::Ok, BoxIcon::Information);
     return;
   }
-  const std::string name = list.Selected() < 0 ? std::string() : list.At(list.Selected()).text;
+  // What is named is what is removed: the supplier that is shown, wherever the list stands.
+  const int shown = list.Find("ID" + std::to_string(CurrentSupplierId));
+  if (shown < 0) return;
+  if (list.Selected() != shown) list.Select(shown);
+  const std::string name = list.At(shown).text;
   const std::string question =
       ReplaceAliases("Are you sure you want to delete this <SUPPLIER>:") + "\n" + name + "\n" + Tr("Continue?");
   const auto answer =
@@ -84,18 +88,31 @@ void RemoveSupplier() {
   SetStatus(false, "", -1);
 }
 
-void UndoRemoveSupplier() {
-  if (RemovedSupplier.statements.empty()) return;
-  Transaction transaction;
-  for (const std::string& statement : RemovedSupplier.statements) ExecuteStatement(statement);
-  transaction.Commit();
-  const int id = RemovedSupplier.id;
-  RemovedSupplier = {};
-  MainForm().menus.MnuUndoRemove.SetEnabled(false);
-  LoadSupplierList(false);
+void OfferUndo(RemovedRows removed) {
+  Menu& menu = MainForm().menus.MnuUndoRemove;
+  Removed = std::move(removed);
+  menu.SetTag(std::string("ALAIS=") + (Removed.contact == 0 ? "&Undo Remove <SUPPLIER>" : "&Undo Remove Contact"));
+  menu.SetCaption(ReplaceAliases(GetTagValue(menu.Tag(), "ALAIS")));
+  menu.SetEnabled(!Removed.statements.empty());
+}
+
+int UndoRemove() {
+  const RemovedRows removed = Removed;
+  if (removed.statements.empty()) return 0;
+  OfferUndo({});
+  if (removed.contact != 0 && !SupplierIsStored(removed.supplier)) {
+    ShowError(ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
+    return 0;
+  }
+  {
+    Transaction transaction;
+    for (const std::string& statement : removed.statements) ExecuteStatement(statement);
+    transaction.Commit();
+  }
+  if (removed.contact == 0) LoadSupplierList(false);
   ListView& list = MainForm().LvwSuppliers;
-  const int row = list.Find("ID" + std::to_string(id));
-  if (row >= 0) list.Select(row);
+  if (const int row = list.Find("ID" + std::to_string(removed.supplier)); row >= 0) list.Select(row);
+  return removed.contact;
 }
 
 }  // namespace tarvolinex

@@ -40,9 +40,12 @@ void UseStoredRateCard() {
   records.Find("ID=" + std::to_string(CurrentSupplierId));
   if (records.EndOfFile()) return ShowError(ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
   const RateCard before = SupplierCalcSettings;
-  SupplierCalcSettings = ReadSupplierSettings(records);
+  const bool faultBefore = !RateCardFault.empty();
+  UseSupplierSettings(records);
+  RememberLoadedFields(records);
   ApplySupplierOptions();
-  if (static_cast<const RateCard&>(SupplierCalcSettings) != before) RecalculateShownQuote();
+  const bool same = static_cast<const RateCard&>(SupplierCalcSettings) == before;
+  if (!same || faultBefore || !RateCardFault.empty()) RecalculateShownQuote();
 }
 
 std::string WithoutLast(const std::string& text) {
@@ -80,16 +83,35 @@ void StoreFields(bool asSupplier) {
     ExecuteStatement(InsertStatement(statements::kInsertDefaultSupplier, fields));
     transaction.Commit();
   } else if (CurrentSupplierId != 0) {
-    ExecuteStatement(FillStatement(statements::kUpdateSupplier, {{"<VALUES>", WithoutLast(fields.assignments)},
-                                                                 {"<ID>", std::int64_t{CurrentSupplierId}}}));
+    if (!fields.assignments.empty()) {
+      ExecuteStatement(FillStatement(statements::kUpdateSupplier, {{"<VALUES>", WithoutLast(fields.assignments)},
+                                                                   {"<ID>", std::int64_t{CurrentSupplierId}}}));
+    }
     RefreshRow();
   } else {
     ExecuteStatement(InsertStatement(statements::kInsertSupplier, fields));
     ShowInsertedSupplier();
   }
-  if (!asSupplier) return;
-  LoadedSupplierFields = fields.assignments;
-  UseStoredRateCard();
+  if (asSupplier) UseStoredRateCard();
+}
+
+std::string LiteralOf(const Recordset& records, const std::string& column) {
+  const int index = records.ColumnIndex(column);
+  if (index < 0 || records.EndOfFile()) return "''";
+  const Value value = records.Field(index);
+  const ColumnType type = records.TypeOf(column);
+  const bool number = type != ColumnType::Text && type != ColumnType::Date;
+  return IsNull(value) && number ? "NULL" : "'" + EscapeQuotes(ValueText(value)) + "'";
+}
+
+std::string TextOf(const Control& control) {
+  if (const auto* check = dynamic_cast<const CheckBox*>(&control)) return check->Value() ? "YES" : "NO";
+  const auto* box = dynamic_cast<const TextBox*>(&control);
+  return box ? EscapeQuotes(Trim(box->Text())) : std::string();
+}
+
+bool IsSupplierField(const Control& control) {
+  return !control.Tag().empty() && GetTagValue(control.Tag(), "RS") == "SUPPLIER";
 }
 
 }  // namespace
@@ -97,28 +119,45 @@ void StoreFields(bool asSupplier) {
 std::string RateFieldText(const Value& value) {
   if (IsNull(value)) return {};
   const std::string exact = ValueText(value);
+  if (IsNoNumber(value)) return exact;
   const std::string rounded = FormatNumberInput(kInputPercent, exact);
   return static_cast<float>(LeadingNumber(rounded)) == static_cast<float>(ValueNumber(value)) ? rounded : exact;
 }
 
+bool IsNoNumber(const Value& value) {
+  const auto* text = std::get_if<std::string>(&value);
+  std::string buffer;
+  return text && !Trim(*text).empty() && !ExactNumberText(*text, buffer);
+}
+
+void RememberLoadedFields(const Recordset& records) {
+  LoadedSupplierFields.clear();
+  for (const Control* control : MainForm().Controls()) {
+    if (!IsSupplierField(*control)) continue;
+    const std::string column = GetTagValue(control->Tag(), "FIELDNAME"), text = TextOf(*control);
+    const bool check = dynamic_cast<const CheckBox*>(control) != nullptr;
+    LoadedSupplierFields[column] = {text, check ? text : LiteralOf(records, column)};
+  }
+}
+
 SupplierFieldLists CollectSupplierFields(bool asSupplier) {
   SupplierFieldLists lists;
-  for (Control* control : MainForm().Controls()) {
-    if (control->Tag().empty() || GetTagValue(control->Tag(), "RS") != "SUPPLIER") continue;
+  for (const Control* control : MainForm().Controls()) {
+    if (!IsSupplierField(*control)) continue;
     const std::string column = GetTagValue(control->Tag(), "FIELDNAME");
     const std::string noDefault = GetTagValue(control->Tag(), "NODEF");
-    if (const auto* box = dynamic_cast<const TextBox*>(control); box && (asSupplier || noDefault.empty())) {
-      const std::string text = EscapeQuotes(Trim(box->Text()));
-      lists.assignments += column + " = '" + text + "' ,";
-      lists.columns += column + ",";
-      lists.values += "'" + text + "' ,";
-    }
-    if (const auto* check = dynamic_cast<const CheckBox*>(control); check && (asSupplier || noDefault == "0")) {
-      const std::string text = check->Value() ? "YES" : "NO";
-      lists.assignments += column + " =" + text + ",";
-      lists.columns += column + ",";
-      lists.values += text + ",";
-    }
+    const bool check = dynamic_cast<const CheckBox*>(control) != nullptr;
+    if (!asSupplier && noDefault != (check ? "0" : "")) continue;
+    const std::string text = TextOf(*control);
+    const auto loaded = LoadedSupplierFields.find(column);
+    const bool edited = loaded == LoadedSupplierFields.end() || loaded->second.text != text;
+    const std::string value = (!edited ? loaded->second.literal
+                               : check ? text
+                                       : "'" + text + "'") +
+                              (check ? "," : " ,");
+    if (edited) lists.assignments += column + (check ? " =" : " = ") + value;
+    lists.columns += column + ",";
+    lists.values += value;
   }
   return lists;
 }

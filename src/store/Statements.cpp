@@ -1,6 +1,7 @@
 #include "store/Statements.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Globals.h"
 #include "core/Reports.h"
@@ -83,7 +84,11 @@ Transaction::Transaction() {
 }
 
 Transaction::~Transaction() {
-  if (!open_) return;
+  Abandon();
+}
+
+void Transaction::Abandon() {
+  if (!std::exchange(open_, false)) return;
   try {
     TheStore->connection.Rollback();
   } catch (const RuntimeError&) {

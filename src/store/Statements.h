@@ -81,6 +81,8 @@ class Transaction {
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
   void Commit();
+  // Nothing is stored.
+  void Abandon();
 
  private:
   bool open_ = true;

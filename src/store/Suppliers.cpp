@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "calc/InputRules.h"
+#include "calc/QuotePanel.h"
 #include "calc/RateCard.h"
 #include "core/Aliases.h"
 #include "core/Globals.h"
@@ -93,20 +94,27 @@ void ShowSupplier() {
   LoadSupplierFormLinks(CurrentSupplierId);
   ListContacts();
   LoadSupplierRateCard(records);
-  LoadedSupplierFields = CollectSupplierFields(true).assignments;
+  RememberLoadedFields(records);
 }
 
-// No supplier is left: the fields are those of a new one, without a row yet.
+// No supplier is left: the fields are those of a new one, without a row yet, and no rate card is in force.
 void ShowNoSupplier() {
   MainWindow& form = MainForm();
+  Recordset& records = TheStore->SupplierRecords;
   CurrentSupplierId = 0;
   CurrentSupplierIndex = -1;
-  for (Control* control : form.Controls()) BindFieldToControl(TheStore->SupplierRecords, *control, "SUPPLIER", true);
+  for (Control* control : form.Controls()) BindFieldToControl(records, *control, "SUPPLIER", true);
+  for (int row = 0; row < form.rateCard.LvwForms.Count(); ++row) form.rateCard.LvwForms.SetChecked(row, false);
   ClearContacts();
   form.EnableCommands(false);
   form.SetCaption("Tarvolinex");
-  LoadedSupplierFields = CollectSupplierFields(true).assignments;
-  SupplierChanged = false;
+  SupplierCalcSettings = {};
+  RateCardFault.clear();
+  ApplyPremiumSwitch();
+  ApplySupplierOptions();
+  RecalculateQuote();
+  RememberLoadedFields(records);
+  SupplierChanged = FormLinksChanged = false;
   SetStatus(false, "", -1);
 }
 
@@ -114,6 +122,14 @@ void ReportMissingSupplier() {
   ShowError(ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
   LoadFormsList(MainForm().rateCard.LvwForms);
   LoadSupplierList(false);
+}
+
+// Somebody else has removed the shown supplier: nothing is written for it, what it showed goes with it, and another one
+// is shown.
+void LeaveMissingSupplier() {
+  SupplierChanged = FormLinksChanged = ContactChanged = false;
+  ReportMissingSupplier();
+  if (MainForm().LvwSuppliers.ItemClick) MainForm().LvwSuppliers.ItemClick();
 }
 
 }  // namespace
@@ -168,6 +184,10 @@ void LoadSupplier() {
     records.Find("ID=" + std::to_string(CurrentSupplierId));
     if (records.EndOfFile()) return ReportMissingSupplier();
     ShowSupplier();
+    if (!RateCardFault.empty()) {
+      TheDesktop().MessageBox(RateCardFault + "\r\n\r\n" + Tr("Nothing is priced or published with these rates"),
+                              Tr("Rates"), BoxButtons::Ok, BoxIcon::Exclamation);
+    }
   } catch (const RuntimeError& failure) {
     if (failure.Number() != kNoCurrentRecord) ShowError(failure.Description());
   }
@@ -183,6 +203,7 @@ void BindFieldToControl(const Recordset& recordSet, Control& control, std::strin
     if (auto* check = dynamic_cast<CheckBox*>(&control)) check->SetValue(ValueTruth(value));
     auto* box = dynamic_cast<TextBox*>(&control);
     if (!box) return;
+    if (IsNoNumber(value) && recordSet.TypeOf(column) != ColumnType::Text) return box->SetText(ValueText(value));
     switch (recordSet.TypeOf(column)) {
       case ColumnType::WholeNumber:
         box->SetMaxLength(10);
@@ -206,6 +227,18 @@ void BindFieldToControl(const Recordset& recordSet, Control& control, std::strin
   }
 }
 
+bool ReadsAsLoaded() {
+  return CurrentSupplierId != 0 && !FormLinksChanged && !ContactChanged &&
+         CollectSupplierFields(true).assignments.empty();
+}
+
+bool SupplierIsStored(int supplierId) {
+  Recordset& records = TheStore->SupplierRecords;
+  if (!records.IsOpen()) return false;
+  records.Find("ID=" + std::to_string(supplierId));
+  return !records.EndOfFile();
+}
+
 void SavePendingChanges() {
   MainWindow& form = MainForm();
   SetStatus(false, ReplaceAliases("Saving <SUPPLIER>"), 20);
@@ -216,13 +249,15 @@ void SavePendingChanges() {
   // A supplier without a name is never stored.
   if (!LoadingSupplier && SupplierChanged && (named || CurrentSupplierId != 0)) {
     // Loading marks the supplier as changed too; fields that read as they were loaded need no writing.
-    const bool same = CurrentSupplierId != 0 && !FormLinksChanged && !ContactChanged &&
-                      CollectSupplierFields(true).assignments == LoadedSupplierFields;
-    if (same) {
+    if (ReadsAsLoaded()) {
       SupplierChanged = false;
       return SetStatus(false, "", -1);
     }
     Transaction transaction;
+    if (CurrentSupplierId != 0 && !SupplierIsStored(CurrentSupplierId)) {
+      transaction.Abandon();
+      return LeaveMissingSupplier();
+    }
     SaveSupplier(true);
     SaveSupplierFormLinks(CurrentSupplierId);
     SaveContact();
@@ -237,6 +272,7 @@ void LoadDefaultSupplier() {
     Recordset defaults;
     OpenRecordset(statements::kDefaultSupplier, defaults);
     for (Control* control : MainForm().Controls()) BindFieldToControl(defaults, *control, "SUPPLIER", false);
+    RememberLoadedFields(defaults);
   }
   ApplyPremiumSwitch();
   LoadSupplierFormLinks(0);
@@ -255,6 +291,7 @@ void NewSupplier() {
   CurrentSupplierIndex = form.LvwSuppliers.Selected();
   LoadDefaultSupplier();
   form.LvwSuppliers.SetRowText(CurrentSupplierIndex, Tr("<NEW>"));
+  form.SetCaption("Tarvolinex - " + Tr("<NEW>"));
   form.TabMain.SelectTab(kTabDetails);
   ClearContacts();
   form.EnableCommands(true);

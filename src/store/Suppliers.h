@@ -3,9 +3,12 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "core/Globals.h"
 #include "platform/Controls.h"
 #include "platform/Database.h"
+#include "store/Statements.h"
 
 namespace tarvolinex {
 
@@ -24,8 +27,14 @@ void BindFieldToControl(const Recordset& recordSet, Control& control, std::strin
 void SaveSupplier(bool asSupplier);
 
 // Stores the shown supplier, its form links and the shown contact, together or not at all, when there are edits and no
-// load is in progress.
+// load is in progress. A supplier that somebody else has removed is reported and left; nothing is then stored.
 void SavePendingChanges();
+
+// Whether the shown supplier is a stored one, and nothing of it has been edited since it was loaded.
+bool ReadsAsLoaded();
+
+// Whether the database holds the supplier at this moment.
+bool SupplierIsStored(int supplierId);
 
 // Puts the default supplier's values and form links into the fields.
 void LoadDefaultSupplier();
@@ -36,9 +45,15 @@ void NewSupplier();
 // Deletes the shown supplier with its links and contacts, after a question. The last one stays.
 void RemoveSupplier();
 
-// Puts the supplier that was removed last in this run back, with its contacts and links, and selects it. Nothing when
-// none was removed from this database.
-void UndoRemoveSupplier();
+// Puts what was removed last in this run back, a supplier with its contacts and links or one contact, and selects the
+// supplier. Returns the contact to show, 0 for none. Nothing when nothing was removed from this database.
+int UndoRemove();
+
+// Remembers what has just been removed and offers to put it back; without statements nothing is offered.
+void OfferUndo(RemovedRows removed);
+
+// A record set's row as a column list and a value list, to be inserted again under its own ID.
+std::vector<Filling> RowLists(const Recordset& row);
 
 // The number in a row's key, "ID12".
 int IdOfKey(std::string_view key);

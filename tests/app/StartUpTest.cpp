@@ -1,11 +1,14 @@
 #include "app/StartUp.h"
 
 #include <signal.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/RuntimeError.h"
+#include "store/DatabaseFile.h"
 #include "support/Fixture.h"
+#include "support/Hindrances.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 
 namespace tarvolinex {
@@ -63,6 +66,34 @@ TEST_F(StartUpTest, LaterStartsAskNothing) {
   StartWindow(options, form, splash);
   for (const std::string& window : desktop.shown) EXPECT_EQ(window, "FrmMain");
   EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(StartUpTest, APackageIsDeliveredOnlyWhereItsDatabaseIsOpened) {
+  // The remembered folder is on a stick that is not there, and somebody puts his database into the app folder.
+  std::ofstream(options.appFolder + "/General.INI") << "[OPTIONS]\r\nDATABASEPATH=/not/there\r\n";
+  PrepareRun(options);
+  EXPECT_FALSE(FileExists(options.appFolder + "/Database.zip"));
+  EXPECT_FALSE(OpenDatabaseForCommand());
+  EXPECT_FALSE(FileExists(options.appFolder + "/Database.zip"));
+}
+
+TEST_F(StartUpTest, AnUnreadableSettingsFileIsReportedAndTheStartGoesOn) {
+  Deliver("Database.zip");
+  Deliver("General.dat");
+  const std::string settings = options.appFolder + "/General.INI";
+  std::ofstream(settings) << "[OPTIONS]\r\n";
+  chmod(settings.c_str(), 0);
+  chmod((options.appFolder + "/Database.zip").c_str(), 0666);
+  chmod(folder.Path().c_str(), 0755);
+  chmod(options.appFolder.c_str(), 0777);
+  FrmMain form;
+  {
+    const AnotherUser user;
+    if (!FolderExists(options.appFolder)) GTEST_SKIP() << "no other user can reach " << options.appFolder;
+    StartWindow(options, form, splash);
+  }
+  EXPECT_EQ(desktop.boxes.at(0).text, "Initialisation File Loading Error");
+  EXPECT_EQ(form.LvwSuppliers.Count(), 12);
 }
 
 TEST_F(StartUpTest, AStepOfTheWindowsLoadThatFailsIsPassedOver) {

@@ -1,4 +1,5 @@
 // The program itself, run as another program would run it.
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <cstdio>
@@ -110,6 +111,59 @@ TEST_F(CommandLineTest, RecordsAreShownAndChanged) {
   const Run broken = Program("record show " + folder.File("short.dat", "abc"));
   EXPECT_EQ(broken.status, 1);
   EXPECT_NE(broken.err.find("short.dat"), std::string::npos);
+}
+
+TEST_F(CommandLineTest, ARecordIsToldByItsNameAndKeepsTheBytesOfWhatIsNotNamed) {
+  std::string odd;
+  for (int i = 0; i < kCalculatorPreferencesSize; ++i) odd += static_cast<char>((i * 37 + 129) % 256);
+  const std::string path = folder.File("General.dat", odd + "tail");
+  EXPECT_EQ(Program("record write " + path, R"({"MaxTerm": 60})").status, 0);
+  const std::string after = ReadFile(path);
+  EXPECT_EQ(after.substr(0, 20) + after.substr(24), odd.substr(0, 20) + odd.substr(24) + "tail");
+  EXPECT_EQ(after.substr(20, 4), std::string("\x3c\0\0\0", 4));
+  for (const char* name : {"General.dat", "GENERAL.DAT"}) {
+    EXPECT_EQ(Program("record show " + folder.File(name, odd.substr(1))).status, 1) << name;
+  }
+  EXPECT_EQ(
+      Program("record write " + folder.Path() + "/S.dat", R"({"RangeEquipFROM0": "-922337203685477.5809"})").status, 1);
+  EXPECT_EQ(Program("record write " + folder.Path() + "/S.dat", R"({"RangeEquipFROM0": -922337203685477.5808})").status,
+            0);
+}
+
+TEST_F(CommandLineTest, OddOutputsAreFollowedOrRefusedNeverReplaced) {
+  const std::string rows = folder.File("rows.csv", "Mode,CapitalCost,NumberOfPayments,Yield\n1,10000,36,8\n");
+  const std::string target = folder.File("target.csv", "old");
+  const std::string link = folder.Path() + "/link.csv", dangling = folder.Path() + "/dangling.csv",
+                    pipe = folder.Path() + "/pipe";
+  std::filesystem::create_symlink("target.csv", link);
+  std::filesystem::create_symlink(folder.Path() + "/made.csv", dangling);
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(Program("quote " + rows + " --output " + link).status, 0);
+  EXPECT_EQ(ReadFile(target).substr(0, 11), "CapitalCost");
+  EXPECT_EQ(Program("quote " + rows + " --output " + dangling).status, 0);
+  EXPECT_TRUE(FileExists(folder.Path() + "/made.csv"));
+  EXPECT_TRUE(std::filesystem::is_symlink(link) && std::filesystem::is_symlink(dangling));
+  for (const std::string& odd : {pipe, std::string("/dev/null"), std::string("/dev/full")}) {
+    EXPECT_EQ(Program("quote " + rows + " --output " + odd).status, 1) << odd;
+    EXPECT_EQ(Program("record write " + odd, R"({"MaxTerm": 60})").status, 1) << odd;
+    EXPECT_FALSE(std::filesystem::is_regular_file(odd)) << odd;
+  }
+  // What standard output does not take is a failure.
+  const std::string general = folder.Path() + "/General.dat";
+  Program("record write " + general, "{}");
+  for (const std::string& words :
+       {std::string("suppliers"), "record show " + general, std::string("publish --supplier 1"),
+        "package --supplier 1 --yes --output " + folder.Path() + "/c.exe", "quote " + rows, std::string("--help"),
+        std::string("--version")}) {
+    for (const char* where : {">/dev/full", ">&-", "| true"}) {
+      const std::string command = "bash -c 'set -o pipefail; " PROGRAM " --app-folder " + folder.Path() + "/app " +
+                                  words + " 2>/dev/null " + where + "'";
+      const int status = WEXITSTATUS(std::system(command.c_str()));
+      // A short text may be in the pipe before its reader is gone.
+      EXPECT_TRUE(status == 1 || (status == 0 && std::string_view(where) == "| true"))
+          << words << " " << where << " " << status;
+    }
+  }
 }
 
 TEST_F(CommandLineTest, ACalculatorIsPublishedFromANewFolder) {

@@ -77,10 +77,54 @@ TEST_F(MissingDatabaseTest, ADamagedPackageIsReportedAndKept) {
   EXPECT_TRUE(FileExists(folder.Path() + "/Database.zip"));
 }
 
-TEST_F(MissingDatabaseTest, AFileThatIsNoDatabaseEndsTheProgram) {
-  folder.File("Tarvolinex.mdb", "this is no database at all, only a text that is long enough to be read");
-  EXPECT_THROW(form->Load(), ProgramEnded);
-  EXPECT_EQ(desktop.boxes.at(0).text.substr(0, 5), "3100 ");
+TEST_F(FirstStartTest, WhatCannotBeOpenedIsReportedAndAnotherOneOffered) {
+  const std::string good = DataFolder;
+  const std::string whole = ReadFile(good + "\\Tarvolinex.mdb");
+  for (const char* kind :
+       {"", "this is no database at all, only a text that is long enough to be read", "no contacts"}) {
+    TemporaryFolder bad;
+    bad.File("Tarvolinex.mdb", std::string(kind) == "no contacts" ? whole : kind);
+    if (std::string(kind) == "no contacts") {
+      Connection other;
+      other.Open("dbq=" + bad.Path() + "\\Tarvolinex.mdb");
+      other.Execute("DROP TABLE contacts");
+    }
+    const auto start = [&] {
+      DataFolder = bad.Path();
+      desktop.boxes.clear();
+      bool askUser = false;
+      return OpenDatabase(askUser);
+    };
+    EXPECT_THROW(start(), ProgramEnded) << kind;
+    EXPECT_EQ(desktop.boxes.at(0).text.substr(0, 18), "3100 The database ") << kind;
+    EXPECT_EQ(desktop.boxes.size(), 2U) << kind;
+    EXPECT_EQ(ReadFile(AppFolder + "\\General.INI").find(bad.Path()), std::string::npos) << kind;
+    desktop.answers = {Answer::Ok, Answer::Yes};
+    desktop.files = {good + "/Tarvolinex.mdb"};
+    EXPECT_TRUE(start()) << kind;
+    EXPECT_EQ(DataFolder, good);
+  }
+}
+
+TEST_F(FirstStartTest, AReplacedDatabaseIsKept) {
+  TheStore->connection.Execute("UPDATE suppliers SET Town='Own' WHERE ID=3");
+  form.reset();
+  TheStore = std::make_unique<Store>();
+  for (int n = 0; n < 2; ++n) {
+    std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+    ASSERT_TRUE(UnpackDatabase());
+  }
+  const auto copies = ListFiles(folder.Path() + "\\Backup\\Replaced *.mdb");
+  ASSERT_EQ(copies.size(), 2U);  // the second one is the first's fresh database
+  std::string towns;
+  for (const std::string& copy : copies) {
+    Connection kept;
+    kept.Open("dbq=" + folder.Path() + "\\Backup\\" + copy);
+    Recordset town;
+    town.Open("SELECT Town FROM suppliers WHERE ID=3", kept);
+    towns += ValueText(town.Field(0)) + " ";
+  }
+  EXPECT_NE(towns.find("Own "), std::string::npos) << towns;
 }
 
 }  // namespace tarvolinex

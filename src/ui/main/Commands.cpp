@@ -32,24 +32,25 @@ void FrmMain::WireMenus() {
     SaveContact();
     Close();
   };
-  menus.MnuAdd.Click = [this] { SupplierCommand(0); };
+  menus.MnuAdd.Click = [this] {
+    ForgetUneditedFields();
+    SupplierCommand(0);
+  };
   menus.MnuRemove.Click = [this] { SupplierCommand(1); };
   menus.MnuSaveDefault.Click = [this] { SaveAsDefault(); };
   menus.MnuRefresh.Click = [this] { RefreshSupplierList(); };
   menus.MnuSearch.Click = [this] { ShowContactSearch(); };
   menus.MnuUndoRemove.Click = [this] {
-    SavePendingChanges();
-    UndoRemoveSupplier();
+    SaveShown();
+    const int contact = UndoRemove();
     LvwSuppliers_ItemClick();
+    SelectContact(contact);
   };
   menus.MnuCreate.Click = [this] { CreateNewDatabase(); };
   menus.MnuDetails.Click = [this] { ShowOrganisationDetails(); };
   menus.MnuHelpPage.Click = [] { ShowHelpPage(0); };
   menus.MnuAbout.Click = [this] { ShowAbout(); };
-  menus.MnuPreview.Click = [] {
-    SavePendingChanges();
-    PreviewCalculator();
-  };
+  menus.MnuPreview.Click = [this] { Preview(); };
   menus.MnuPreferences.Click = [this] { ShowOptions(false); };
 }
 
@@ -63,8 +64,22 @@ void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
   if (key == "REFRESH") RefreshSupplierList();
   if (key == "EDITPROP") ShowOptions(false);
   if (key == "FORMS") ShowOptions(true);
-  if (key == "PREVIEW") PreviewCalculator();
+  if (key == "PREVIEW") Preview();
   if (key == "HELP") ShowHelpPage(0);
+  if (key != "SAVE") return;
+  SaveShown();
+  if (!SupplierChanged && !ContactChanged) TxtStatus.SetText(Tr("Saved"));
+}
+
+void FrmMain::SaveShown() {
+  SavePendingChanges();
+  SaveContact();
+  if (ContactListStale) RefreshContacts();
+}
+
+void FrmMain::Preview() {
+  SaveShown();
+  PreviewCalculator();
 }
 
 void FrmMain::RefreshSupplierList() {
@@ -104,7 +119,7 @@ void FrmMain::ShowAbout() {
 }
 
 void FrmMain::ShowOptions(bool onForms) {
-  SavePendingChanges();
+  SaveShown();
   FrmOptions options;
   options.OpenIconEditor = EditIcon;
   options.Load();
@@ -113,7 +128,7 @@ void FrmMain::ShowOptions(bool onForms) {
 }
 
 void FrmMain::ShowOrganisationDetails() {
-  SavePendingChanges();
+  SaveShown();
   FrmLeaseOrgDetails details;
   details.Load();
   TheDesktop().ShowModal(details);

@@ -1,4 +1,7 @@
 // The contact list and the contact fields.
+#include <string>
+#include <utility>
+
 #include "core/Globals.h"
 #include "core/Reports.h"
 #include "platform/Desktop.h"
@@ -80,7 +83,14 @@ void FrmMain::CmdContact_Click(int button) {
 void FrmMain::RemoveContact() {
   if (supplier.LstContacts.ListIndex() < 0) return;
   try {
+    Recordset& records = TheStore->ContactRecords;
+    records.Find("ID=" + std::to_string(CurrentContactId));
+    RemovedRows removed{CurrentSupplierId, CurrentContactId, {}};
+    if (!records.EndOfFile()) {
+      removed.statements.push_back(FillStatement(statements::kRestoreContact, RowLists(records)));
+    }
     ExecuteStatement(FillStatement(statements::kDeleteContact, "<ID>", CurrentContactId));
+    OfferUndo(std::move(removed));
     ContactChanged = false;
     ListContacts();
     supplier.TxtContact(0).SetFocus();

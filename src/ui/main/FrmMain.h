@@ -52,6 +52,9 @@ class FrmMain : public MainWindow {
   void Form_KeyUp(Key key);
   // The shown supplier's name is empty: it is not stored like that.
   bool Nameless() const;
+  // Stores the shown supplier and the shown contact, which then stands in the lists as it was stored.
+  void SaveShown();
+  void Preview();
   void RefreshSupplierList();
   void SaveAsDefault();
   void CreateNewDatabase();
@@ -77,6 +80,7 @@ class FrmMain : public MainWindow {
   void TxtSupplier_LostFocus(int field);
   void LvwSuppliers_ColumnClick(int column);
   void TxtFilter_Change();
+  void ForgetUneditedFields();
   void LvwForms_ItemCheck();
   void LvwForms_DblClick();
 

@@ -8,6 +8,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
+#include "store/Contacts.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 
@@ -91,16 +92,20 @@ void FrmSearch::SetSupplierListView() {
   form.TabMain.SelectTab(kTabDetails);
   // A new supplier that is stored now fills the list anew.
   SavePendingChanges();
+  const std::string shown = "ID" + std::to_string(CurrentSupplierId);
   if (form.LvwSuppliers.Find(key) < 0) LoadSupplierList(false);  // another program has added it
   const int row = form.LvwSuppliers.Find(key);
-  if (row < 0) return ShowError(ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
+  if (row < 0) {
+    ShowError(ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
+    // The list was filled anew: the supplier that is shown stays selected, or the one that is selected is shown.
+    if (const int before = form.LvwSuppliers.Find(shown); before >= 0) form.LvwSuppliers.Select(before);
+    if (form.LvwSuppliers.ItemClick) form.LvwSuppliers.ItemClick();
+    return;
+  }
   if (form.LvwSuppliers.At(row).hidden) form.TxtFilter.SetText("");
   form.LvwSuppliers.Select(row);
   if (form.LvwSuppliers.ItemClick) form.LvwSuppliers.ItemClick();
-  const auto& names = form.supplier.LstContacts.Items();
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (names[i].data == match.contact) form.supplier.LstContacts.SetListIndex(static_cast<int>(i));
-  }
+  SelectContact(match.contact);
 }
 
 }  // namespace tarvolinex

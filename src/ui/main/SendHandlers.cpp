@@ -27,8 +27,9 @@ enum { kEntryProgram = 0, kEntryZip = 1 };
 
 void FrmMain::WireSend() {
   send.lvSendContacts.DblClick = [this] { send.lvSendContacts.ToggleCheck(send.lvSendContacts.Selected()); };
-  send.CmdCalcGo(kGoSend).Click = [] {
-    SavePendingChanges();
+  send.CmdCalcGo(kGoSend).Click = [this] {
+    SaveShown();
+    if (!MayPublish()) return;
     SendCalculator([] {
       frmSendCalc choice;
       TheDesktop().ShowModal(choice);
@@ -69,8 +70,8 @@ void FrmMain::BrowseForInstallFile() {
 }
 
 void FrmMain::CreateInstallFile() {
-  SavePendingChanges();
-  if (!CanPack()) return;
+  SaveShown();
+  if (!MayPublish() || !CanPack()) return;
   // Without an ending Windows would not start a program nor open an archive.
   const std::string path(Trim(send.TxtCalcCreate.Text())), name = FileNameOf(path);
   if (!name.empty() && name.find('.') == std::string::npos && !FolderExists(path)) {

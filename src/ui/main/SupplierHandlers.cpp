@@ -17,13 +17,15 @@ namespace tarvolinex {
 void FrmMain::WireSuppliers() {
   LvwSuppliers.ItemClick = [this] { LvwSuppliers_ItemClick(); };
   LvwSuppliers.ColumnClick = [this](int column) { LvwSuppliers_ColumnClick(column); };
-  LvwSuppliers.DblClick = [] {
-    SavePendingChanges();
-    PreviewCalculator();
-  };
+  LvwSuppliers.DblClick = [this] { Preview(); };
   TxtFilter.Change = [this] { TxtFilter_Change(); };
+  TxtFilter.KeyUp = [this](Key key) {
+    if (key == Key::Return || key == Key::Down) LvwSuppliers.SetFocus();
+  };
   LvwSuppliers.KeyUp = [this](Key key) {
-    if (key == Key::Delete) SupplierCommand(1);
+    if (key != Key::Delete) return;
+    ForgetUneditedFields();
+    SupplierCommand(1);
   };
   for (int i = 0; i < kSupplierFields; ++i) {
     TextBox& field = supplier.TxtSupplier(i);
@@ -66,12 +68,30 @@ void FrmMain::LvwSuppliers_ColumnClick(int column) {
 
 void FrmMain::TxtFilter_Change() {
   const std::string wanted = FoldCase(Trim(TxtFilter.Text()));
-  if (wanted.empty()) return LvwSuppliers.SetFilter(nullptr);
-  LvwSuppliers.SetFilter([wanted](const ListView::Row& row) {
+  if (wanted.empty()) {
+    LvwSuppliers.SetFilter(nullptr);
+    return LvwSuppliers.Select(LvwSuppliers.Selected());  // scrolled to again
+  }
+  LvwSuppliers.NoMatchText = ReplaceAliases("No <SUPPLIER> matches");
+  LvwSuppliers.SetFilter([wanted, people = SuppliersOfContacts(wanted)](const ListView::Row& row) {
     constexpr std::size_t kTown = 3, kPostCode = 5;
     const auto holds = [&](const std::string& text) { return FoldCase(text).find(wanted) != std::string::npos; };
-    return row.key == "ID0" || holds(row.text) || holds(row.cells.at(kTown)) || holds(row.cells.at(kPostCode));
+    return row.key == "ID0" || holds(row.text) || holds(row.cells.at(kTown)) || holds(row.cells.at(kPostCode)) ||
+           people.contains(IdOfKey(row.key));
   });
+  // Whatever acts on the selected supplier acts on one that is seen.
+  const int shown = LvwSuppliers.Selected();
+  if (shown >= 0 && !LvwSuppliers.At(shown).hidden) return;
+  const int first = LvwSuppliers.FirstShown();
+  if (first < 0 || LvwSuppliers.At(first).hidden) return;
+  LvwSuppliers.Select(first);
+  LvwSuppliers_ItemClick();
+}
+
+// A supplier that is only shown counts as changed, because loading fills its fields. Keys that act on it need no second
+// press for that.
+void FrmMain::ForgetUneditedFields() {
+  if (ReadsAsLoaded()) SupplierChanged = false;
 }
 
 void FrmMain::SupplierCommand(int action) {
@@ -109,7 +129,10 @@ void FrmMain::TxtSupplier_Change(int field) {
   LblCompany.SetCaption("*" + CaptionOf(name) + "*");
   if (field != kSupplierName) return;
   EnableCommands(Trim(name).empty());
-  if (changedBefore) LvwSuppliers.SetRowText(CurrentSupplierIndex, name.empty() ? Tr("<NEW>") : name);
+  if (!changedBefore && LoadingSupplier) return;
+  const std::string shown = name.empty() ? Tr("<NEW>") : name;
+  LvwSuppliers.SetRowText(CurrentSupplierIndex, shown);
+  if (!LoadingSupplier) SetCaption("Tarvolinex - " + shown);
 }
 
 void FrmMain::TxtSupplier_LostFocus(int field) {

@@ -1,0 +1,264 @@
+// What a day at the window must not lose or mix up: list, title, fields and ID agree, and only what a person typed is
+// stored.
+#include <random>
+
+#include "core/Aliases.h"
+#include "platform/Text.h"
+#include "publish/Template.h"
+#include "store/Suppliers.h"
+#include "support/Fixture.h"
+#include "ui/main/FrmSearch.h"
+
+namespace tarvolinex {
+
+class NothingLostTest : public SampleTest {
+ protected:
+  TextBox& Name() { return form->supplier.TxtSupplier(kSupplierName); }
+  std::string Row() { return Ask("SELECT * FROM suppliers WHERE ID=3"); }
+  // Another program changes the database.
+  void Elsewhere(const std::string& statement) {
+    Connection other;
+    other.Open("dbq=" + DataFolder + "\\Tarvolinex.mdb");
+    other.Execute(statement);
+  }
+  std::string Quoted(const std::string& column) {
+    return Ask("SELECT quote(" + column + ") FROM suppliers WHERE ID=3");
+  }
+  void Search(const std::string& surname) {
+    FrmSearch search;
+    search.TxtSearch(1).Type(surname);
+    search.CmdFind.Press();
+  }
+  void ExpectAgreement(const std::string& after) {
+    const ListView& list = form->LvwSuppliers;
+    if (CurrentSupplierId == 0 && list.Find("ID0") < 0) {
+      EXPECT_EQ(list.Count(), 0) << after;
+      return;
+    }
+    ASSERT_GE(list.Selected(), 0) << after;
+    const ListView::Row& row = list.At(list.Selected());
+    EXPECT_EQ(IdOfKey(row.key), CurrentSupplierId) << after;
+    EXPECT_EQ(CurrentSupplierIndex, list.Selected()) << after;
+    const std::string name = Name().Text().empty() ? "<NEW>" : Name().Text();
+    EXPECT_EQ(row.text, name) << after;
+    EXPECT_EQ(form->Caption(), "Tarvolinex - " + name) << after;
+    EXPECT_EQ(form->LblCompany.Caption(), "*" + ReplaceAll(Name().Text(), "&", "&&") + "*") << after;
+    if (CurrentSupplierId == 0) return;
+    EXPECT_EQ(SupplierCalcSettings.ID, CurrentSupplierId) << after;
+    EXPECT_EQ(form->supplier.LstContacts.Items().size(),
+              static_cast<std::size_t>(std::stoi(
+                  Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=" + std::to_string(CurrentSupplierId)))))
+        << after;
+  }
+};
+
+TEST_F(NothingLostTest, ListTitleFieldsAndIdAgreeAfterEveryWay) {
+  std::mt19937 random(1);
+  const auto any = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(std::max(below, 1))); };
+  TheStore->connection.Execute("INSERT INTO contacts (Supplierid, surname) VALUES(0, 'Nobodys')");
+  TheStore->connection.Execute("INSERT INTO contacts (Supplierid, surname) VALUES(4711, 'Gone')");
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"choose", [&] { form->LvwSuppliers.ClickRow(any(form->LvwSuppliers.Count())); }},
+      {"rename", [&] { Type(Name(), "Firm " + std::to_string(any(50))); }},
+      {"town", [&] { Type(form->supplier.TxtSupplier(3), "Town " + std::to_string(any(50))); }},
+      {"add", [&] { form->menus.MnuAdd.Choose(); }},
+      {"new", [&] { form->Toolbar1.Press("ADDNEW"); }},
+      {"remove", [&] { form->Toolbar1.Press("REMSUPP"); }},
+      {"remove, yes",
+       [&] { desktop.answers = {Answer::Yes}, form->Toolbar1.Press("REMSUPP"), desktop.answers.clear(); }},
+      {"delete key",
+       [&] { desktop.answers = {Answer::Yes}, form->LvwSuppliers.KeyUp(Key::Delete), desktop.answers.clear(); }},
+      {"undo", [&] { form->menus.MnuUndoRemove.Choose(); }},
+      {"escape", [&] { form->KeyUp(Key::Escape); }},
+      {"sort", [&] { form->LvwSuppliers.ClickColumn(any(7)); }},
+      {"filter", [&] { form->TxtFilter.Type(std::string(1, "aeo1"[any(4)])); }},
+      {"no filter", [&] { form->TxtFilter.Type(""); }},
+      {"refresh", [&] { form->menus.MnuRefresh.Choose(); }},
+      {"search nobody", [&] { Search("Nobodys"); }},
+      {"search gone", [&] { Search("Gone"); }},
+      {"search", [&] { Search("b"); }},
+      {"removed elsewhere",
+       [&] {
+         const std::string id = std::to_string(CurrentSupplierId);
+         Elsewhere("DELETE FROM SupplierFormLink WHERE SupplierId=" + id);
+         Elsewhere("DELETE FROM contacts WHERE Supplierid<>0 AND Supplierid=" + id);
+         Elsewhere("DELETE FROM suppliers WHERE ID=" + id);
+         Type(form->supplier.TxtSupplier(3), "Late");
+         form->Toolbar1.Press("SAVE");
+       }},
+      {"tab", [&] { form->TabMain.SelectTab(any(4)); }},
+      {"contact",
+       [&] {
+         Type(form->supplier.TxtContact(1), "Person");
+         form->Toolbar1.Press("SAVE");
+       }},
+      {"remove contact", [&] { form->supplier.CmdContact(1).Press(); }},
+      {"save", [&] { form->Toolbar1.Press("SAVE"); }},
+  };
+  for (int step = 0; step < 400; ++step) {
+    const auto& [name, way] = ways[any(static_cast<int>(std::size(ways)))];
+    way();
+    ExpectAgreement(std::to_string(step) + " " + name);
+    if (HasFailure()) return;
+  }
+  EXPECT_EQ(
+      Ask("SELECT COUNT(*) FROM SupplierFormLink WHERE SupplierId NOT IN (SELECT ID FROM suppliers) AND SupplierId<>0"),
+      "0");
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid NOT IN (SELECT ID FROM suppliers)"), "2");
+}
+
+TEST_F(NothingLostTest, RemoveNamesWhatItDeletes) {
+  TheStore->connection.Execute("INSERT INTO contacts (Supplierid, surname) VALUES(0, 'Nobodys')");
+  Choose("Saxonholt Dental Systems Ltd");
+  Search("Nobodys");
+  desktop.boxes.clear();
+  desktop.answers = {Answer::Yes};
+  form->Toolbar1.Press("REMSUPP");
+  EXPECT_EQ(desktop.boxes.at(0).text,
+            "Are you sure you want to delete this Dealer:\nSaxonholt Dental Systems Ltd\nContinue?");
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM suppliers WHERE ID=3"), "0");
+  EXPECT_EQ(form->LvwSuppliers.Count(), 11);
+}
+
+TEST_F(NothingLostTest, SavingStoresTheContactAndARemovedOneComesBack) {
+  MakePages(CalculatorPreferences);
+  Choose("Saxonholt Dental Systems Ltd");
+  form->supplier.LstContacts.SetListIndex(1);
+  const int id = CurrentContactId;
+  const std::string where = " FROM contacts WHERE ID=" + std::to_string(id);
+  int n = 0;
+  const auto buttons = {"SAVE", "PREVIEW", "EDITPROP", "FORMS"};
+  for (const char* button : buttons) {
+    const std::string job = "Buyer " + std::to_string(++n);
+    Type(form->supplier.TxtContact(2), job);
+    form->Toolbar1.Press(button);
+    EXPECT_EQ(Ask("SELECT jobtitle" + where), job) << button;
+    EXPECT_EQ(CurrentContactId, id) << button;
+  }
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(form->TxtStatus.Text(), "Saved");
+  const std::string before = Ask("SELECT firstname || surname || jobtitle || email" + where);
+  form->supplier.CmdContact(1).Press();
+  EXPECT_EQ(Ask("SELECT COUNT(*)" + where), "0");
+  EXPECT_EQ(form->menus.MnuUndoRemove.Caption(), "&Undo Remove Contact");
+  form->menus.MnuUndoRemove.Choose();
+  EXPECT_EQ(Ask("SELECT firstname || surname || jobtitle || email" + where), before);
+  EXPECT_EQ(CurrentContactId, id);
+}
+
+TEST_F(NothingLostTest, OnlyWhatAPersonTypedIsStored) {
+  TheStore->connection.Execute(
+      "UPDATE suppliers SET Yield0=9.125, Yield1=NULL, RangeEquipFROM0=50000.1234, Com0=1.005 WHERE ID=3");
+  form->menus.MnuRefresh.Choose();
+  Choose("Saxonholt Dental Systems Ltd");
+  Type(form->supplier.TxtSupplier(3), "Elsewhere");
+  form->Toolbar1.Press("SAVE");
+  Type(form->rateCard.TxtRangeYield(2), "8");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Quoted("Town"), "'Elsewhere'");
+  EXPECT_EQ(Quoted("Yield0"), "9.125");
+  EXPECT_EQ(Quoted("Yield1"), "NULL");
+  EXPECT_EQ(Quoted("RangeEquipFROM0"), "50000.1234");
+  EXPECT_EQ(Quoted("Com0"), "1.005");
+  EXPECT_EQ(Quoted("Yield2"), "8");
+  // The default and whoever is made of it have the same digits.
+  desktop.answers = {Answer::Ok};
+  form->menus.MnuSaveDefault.Choose();
+  form->Toolbar1.Press("ADDNEW");
+  Type(Name(), "Made of the default");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(
+      Ask("SELECT Yield0 || ' ' || RangeEquipFROM0 || ' ' || quote(Yield1) FROM suppliers WHERE CompanyName='Made "
+          "of the default'"),
+      "9.125 50000.1234 NULL");
+}
+
+TEST_F(NothingLostTest, NothingIsWrittenForASupplierThatIsNotThere) {
+  Choose("Saxonholt Dental Systems Ltd");
+  Elsewhere("DELETE FROM suppliers WHERE ID=3");
+  Elsewhere("DELETE FROM SupplierFormLink WHERE SupplierId=3");
+  Type(form->supplier.TxtSupplier(3), "Late");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
+  EXPECT_EQ(form->LvwSuppliers.Find("ID3"), -1);
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM SupplierFormLink WHERE SupplierId=3"), "0");
+  EXPECT_EQ(CurrentSupplierId, 1);
+  // Without any supplier there is nobody whose contact it could be, and nobody to publish for.
+  Elsewhere("DELETE FROM suppliers");
+  form->menus.MnuRefresh.Choose();
+  const std::string contacts = Ask("SELECT COUNT(*) FROM contacts");
+  Type(form->supplier.TxtContact(1), "Lost");
+  desktop.boxes.clear();
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(desktop.boxes.size(), 1U);
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts"), contacts);
+}
+
+TEST_F(NothingLostTest, AnEmptyDatabaseLeavesNoRatesOfAnother) {
+  Type(Box(kBoxCapitalCost), "10000");
+  ASSERT_NE(Quote.Yield, 0);
+  TemporaryFolder other;
+  std::filesystem::copy_file(DataFolder + "/Tarvolinex.mdb", other.Path() + "/Tarvolinex.mdb");
+  {
+    Connection empty;
+    empty.Open("dbq=" + other.Path() + "\\Tarvolinex.mdb");
+    for (const char* table : {"suppliers", "contacts", "SupplierFormLink"})
+      empty.Execute(std::string("DELETE FROM ") + table);
+  }
+  desktop.files = {other.Path() + "/Tarvolinex.mdb"};
+  form->menus.MnuOpen.Choose();
+  EXPECT_EQ(SupplierCalcSettings.CompanyName.Trimmed(), "");
+  EXPECT_EQ(Quote.Yield, 0);
+  EXPECT_EQ(form->quote.LblResult(kResultYield).Caption(), "0.00");
+  EXPECT_TRUE(form->send.lvSendContacts.Rows().empty());
+  desktop.launched.clear();
+  desktop.boxes.clear();
+  form->Toolbar1.Press("PREVIEW");
+  form->send.CmdCalcGo(kGoSend).Press();
+  form->send.CmdCalcGo(kGoCreate).Press();
+  EXPECT_EQ(desktop.boxes.size(), 3U);
+  EXPECT_TRUE(desktop.launched.empty());
+}
+
+TEST_F(NothingLostTest, RatesThatAreNoNumbersPriceNothing) {
+  for (const auto& [column, stored] : {std::pair("Yield2", "'12,5'"), std::pair("RangeEquipFROM1", "'nan'"),
+                                       std::pair("AdditionalPremiumYield", "9e999")}) {
+    TheStore->connection.Execute(std::string("UPDATE suppliers SET ") + column + "=" + stored + " WHERE ID=3");
+    desktop.boxes.clear();
+    Choose("Saxonholt Dental Systems Ltd");
+    ASSERT_FALSE(desktop.boxes.empty()) << column;
+    EXPECT_EQ(desktop.boxes[0].text.find(std::string("Saxonholt Dental Systems Ltd: the column ") + column), 0U)
+        << desktop.boxes[0].text;
+    Type(Box(kBoxCapitalCost), "10000");
+    EXPECT_EQ(form->quote.LblResult(kResultPayment).Caption(), "0.00") << column;
+    desktop.launched.clear();
+    form->Toolbar1.Press("PREVIEW");
+    EXPECT_TRUE(desktop.launched.empty()) << column;
+    form->LvwSuppliers.ClickRow(0);
+    EXPECT_NE(form->quote.LblResult(kResultPayment).Caption(), "") << column;
+    TheStore->connection.Execute(std::string("UPDATE suppliers SET ") + column + "=1 WHERE ID=3");
+  }
+}
+
+TEST_F(NothingLostTest, TheFilterSelectsWhatItShowsAndLooksAtContacts) {
+  form->TxtFilter.Type("saxon");
+  EXPECT_EQ(CurrentSupplierId, 3);
+  const std::string surname = Ask("SELECT surname FROM contacts WHERE Supplierid=5");
+  form->TxtFilter.Type(surname);
+  EXPECT_FALSE(form->LvwSuppliers.At(form->LvwSuppliers.Find("ID5")).hidden);
+  form->TxtFilter.Type("nobody is called so");
+  EXPECT_EQ(form->LvwSuppliers.NoMatchText, "No Dealer matches");
+  form->TxtFilter.Type("");
+  // The first press acts after a supplier was chosen.
+  Choose("Aldermoor Print Finishing Ltd");
+  Choose("Saxonholt Dental Systems Ltd");
+  desktop.answers = {Answer::Yes};
+  form->LvwSuppliers.KeyUp(Key::Delete);
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM suppliers WHERE ID=3"), "0");
+  form->menus.MnuAdd.Choose();
+  EXPECT_GE(form->LvwSuppliers.Find("ID0"), 0);
+  Type(Name(), "Newcomer");
+  EXPECT_EQ(form->Caption(), "Tarvolinex - Newcomer");
+}
+
+}  // namespace tarvolinex
