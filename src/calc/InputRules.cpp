@@ -92,7 +92,7 @@ std::string FaultOf(const NumberRule& rule, std::string_view text) {
 std::string TextWhenLeft(const NumberRule& rule, std::string_view text, std::string_view before) {
   const bool empty = Trim(text).empty(), payments = rule.kind == kInputPayments;
   const bool none = IsOfOtherUnit(rule, text) || (!empty && !HasDigit(text)) || (payments && TypedNumber(text) < 1);
-  if (none && FaultOf(rule, before).empty()) return Formatted(rule, before);
+  if (none && FaultOf(rule, before).empty()) return std::string(before);
   if (!payments) return Formatted(rule, none ? "" : text);
   return FormatFixed(std::clamp(TypedNumber(text), SmallestOf(rule), rule.largest), 0);
 }

@@ -43,8 +43,8 @@ struct NumberRule {
 // value is 0, of a number of payments 1. An empty text is no fault, except for a number of payments.
 std::string FaultOf(const NumberRule& rule, std::string_view text);
 
-// What the box shows when it is left: the text formatted; `before`, which the box held when it was entered, formatted
-// instead when the text is none of its numbers (another unit, no digits, no payments at all).
+// What the box shows when it is left: the text formatted, or `before`, the last that it held with good reason, when the
+// text is none of its numbers (another unit, no digits, no payments at all).
 std::string TextWhenLeft(const NumberRule& rule, std::string_view text, std::string_view before);
 
 // Says on the status line what was wrong with a box that has been left, and what it holds now. Without a fault the

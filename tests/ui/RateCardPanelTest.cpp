@@ -53,6 +53,7 @@ TEST_F(RateCardOfSample, WhatNobodyTypedIsStoredAsItWas) {
   form->rateCard.TxtRangeYield(0).SetFocus();
   form->menus.MnuRefresh.Choose();
   EXPECT_EQ(form->rateCard.TxtRangeYield(0).Text(), "9.125");
+  form->rateCard.TxtRangeYield(0).Type("£5");  // no rate: what is on record comes back
   form->rateCard.txtRangeTo(2).SetFocus();
   form->rateCard.TxtRangeYield(1).SetFocus();
   form->rateCard.TxtRangeYield(1).Type("8.126");

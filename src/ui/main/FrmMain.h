@@ -1,6 +1,7 @@
 // The main window: where every command starts.
 #pragma once
 
+#include <map>
 #include <string>
 
 #include "calc/InputRules.h"
@@ -97,8 +98,8 @@ class FrmMain : public MainWindow {
   void cmboFileType_Click();
   void TxtCalcCreate_Change();
 
-  std::string enteredNumber_;      // the text of the number box with the focus as it was entered
-  bool formTicksChanged_ = false;  // by the user, since the shown supplier was loaded
+  std::map<const TextBox*, std::string> numbers_;  // what each number box was last left with or given
+  bool formTicksChanged_ = false;                  // by the user, since the shown supplier was loaded
 };
 
 }  // namespace tarvolinex

@@ -30,7 +30,6 @@ int ModeFor(int box, bool locked) {
 void FrmMain::WireQuote() {
   for (int i = 0; i < kQuoteBoxes; ++i) {
     quote.TxtProCalc(i).Change = [this, i] { TxtProCalc_Change(i); };
-    quote.TxtProCalc(i).GotFocus = [this, i] { enteredNumber_ = quote.TxtProCalc(i).Text(); };
     quote.TxtProCalc(i).LostFocus = [this, i] { TxtProCalc_LostFocus(i); };
     quote.TxtProCalc(i).Refused = [] { SayNumbersOnly(); };
     quote.UpDNew(i).UpClick = [this, i] { UpDNew_Step(i, true); };
@@ -45,7 +44,10 @@ void FrmMain::WireQuote() {
 }
 
 void FrmMain::TxtProCalc_Change(int box) {
-  if (loading) return;
+  if (loading) {
+    numbers_[&quote.TxtProCalc(box)] = quote.TxtProCalc(box).Text();
+    return;
+  }
   const bool nothing = TypedNumber(quote.TxtProCalc(kBoxCapitalCost).Text()) == 0;
   if (nothing) {
     loading = true;  // the lock goes off by itself: the cursor stays, and so does what is typed
@@ -71,13 +73,13 @@ void FrmMain::TxtProCalc_LostFocus(int box) {
   TextBox& field = quote.TxtProCalc(box);
   const NumberRule rule = QuoteBoxRule(box);
   const std::string fault = FaultOf(rule, field.Text());
-  const std::string formatted = TextWhenLeft(rule, field.Text(), enteredNumber_);
+  const std::string formatted = TextWhenLeft(rule, field.Text(), numbers_[&field]);
   // The same number in another dress is nothing to calculate with: what the user typed last stays in force.
   const bool before = loading;
   loading = loading || LeadingNumber(formatted) == TypedNumber(field.Text());
   field.SetText(formatted);
   loading = before;
-  enteredNumber_ = formatted;
+  numbers_[&field] = formatted;
   MarkQuote();
   SayFault(fault, field);
   // Where the calculation did not take what was typed, the box shows what it came to.

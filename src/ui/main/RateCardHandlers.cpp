@@ -20,11 +20,11 @@ constexpr double kLargestYield = 100, kLargestCommission = 200;
 }
 
 void FrmMain::WireRateBox(TextBox& box, UpDown& upDown, const NumberRule& rule) {
-  box.Change = [&box, rule] {
+  box.Change = [this, &box, rule] {
     SupplierChanged = true;
+    if (!box.Edited()) numbers_[&box] = box.Text();
     box.SetFault(FaultOf(rule, box.Text()));
   };
-  box.GotFocus = [this, &box] { enteredNumber_ = box.Text(); };
   box.LostFocus = [this, &box, rule] { LeaveRateBox(box, rule); };
   box.Refused = [] { SayNumbersOnly(); };
   upDown.UpClick = [&box, &upDown, rule] { StepInput(box, true, upDown.Max, rule.kind); };
@@ -36,8 +36,8 @@ void FrmMain::WireRateBox(TextBox& box, UpDown& upDown, const NumberRule& rule) 
 bool FrmMain::LeaveRateBox(TextBox& box, const NumberRule& rule) {
   if (!box.Edited()) return false;
   const std::string fault = FaultOf(rule, box.Text());
-  box.SetText(TextWhenLeft(rule, box.Text(), enteredNumber_));
-  enteredNumber_ = box.Text();
+  box.SetText(TextWhenLeft(rule, box.Text(), numbers_[&box]));
+  numbers_[&box] = box.Text();
   SayFault(fault, box);
   return true;
 }
