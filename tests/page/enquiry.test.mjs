@@ -1,10 +1,10 @@
 // The enquiry forms: filled, and never lost where there is no mail program.
 import assert from 'node:assert/strict';
 import { readFileSync, writeFileSync } from 'node:fs';
-import { join } from 'node:path';
+import { dirname, join } from 'node:path';
 import { after, test } from 'node:test';
 import { addressOf, closeBrowsers, enter, mailOpenedBy, textOf, withPage } from './support/browser.mjs';
-import { publish } from './support/folder.mjs';
+import { publish, runProgram, supplier } from './support/folder.mjs';
 
 after(closeBrowsers);
 const clipboard = { permissions: ['clipboard-read', 'clipboard-write'] };
@@ -82,7 +82,8 @@ for (const [browser, permissions] of [['chromium', clipboard.permissions], ['fir
   test(`${browser}: the e-mail of a form is what was typed; one that is too long is told`, { timeout: 120000 }, () => {
     const pages = { Ask: '<FORMSTART><input name="A&amp;B"><textarea name="Text"></textarea><FORMEND>' };
     const changes = { pages, card: { CompanyName: 'Smith & Sons +44 \u00a35' }, prefs: { OrgEmail: 'a+b@x.example' } };
-    return withPage(addressOf(publish(changes)), async (page) => {
+    const folder = publish(changes), appFolder = dirname(folder);
+    return withPage(addressOf(folder), async (page) => {
       await enter(page, { cost: '12500' });
       const frame = await openForm(page, 'Ask');
       const send = frame.locator('input[type=submit]'), text = frame.locator('textarea');
@@ -108,6 +109,22 @@ for (const [browser, permissions] of [['chromium', clipboard.permissions], ['fir
       await text.fill('short again');
       assert.match((await mailOpenedBy(send)).body, /Text=short again/);
       assert.equal(await page.isVisible('#short'), false);
+
+      // The program's own preview of the sample pages.
+      for (const [form, box] of [['1', 'Business Name'], ['2', 'Question']]) {
+        const path = join(appFolder, 'Forms', `${form}.HTML`);
+        await page.goto(addressOf(runProgram(['live', '--supplier', supplier.id, path], { appFolder }).trim(), ''));
+        await page.locator('form').evaluate((sheet) => { sheet.noValidate = true; });
+        await page.fill(`[name="${box}"]`, 'x'.repeat(1800));
+        await page.click('input[type=submit]');
+        assert.match(await page.inputValue('textarea:not([name])'), /^Too long [^]*\n[\w ]+=x{1800}\n/);
+        await page.fill(`[name="${box}"]`, '50% & \u20ac6 +44');
+        const preview = await mailOpenedBy(page.locator('input[type=submit]'));
+        assert.equal(preview.to, 'a+b@x.example');
+        for (const line of [`${box}=50% & \u20ac6 +44`, 'Supplier Name=Smith & Sons +44 \u00a35']) {
+          assert.ok(preview.body.split('\r\n').includes(line), `${line} in\n${preview.body}`);
+        }
+      }
     }, { browser, permissions });
   });
 }
