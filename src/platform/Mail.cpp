@@ -40,7 +40,7 @@ struct Program {
 // takes nothing for too long or prints without end.
 std::string RunProgram(const Program& program, const std::string& input, const TransferProgress& progress,
                        const TransferPatience& patience) {
-  constexpr int kTickMilliseconds = 30;
+  constexpr int kPause = 30;
   constexpr qsizetype kLongestOutput = 1 << 16;  // bytes
   QProcess process;
   process.start(Q(program.path), program.arguments);
@@ -57,7 +57,7 @@ std::string RunProgram(const Program& program, const std::string& input, const T
   auto taken = std::chrono::steady_clock::now();
   qint64 left = process.bytesToWrite();
   for (bool runs = true; runs;) {
-    runs = !process.waitForFinished(kTickMilliseconds) && process.state() != QProcess::NotRunning;
+    runs = !process.waitForFinished(kPause) && process.state() != QProcess::NotRunning;
     printed += process.readAllStandardOutput();
     complaints += process.readAllStandardError();
     if (printed.size() + complaints.size() > kLongestOutput) fail(Tr("%1 prints without end", {program.name}));

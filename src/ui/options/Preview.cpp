@@ -13,7 +13,7 @@ namespace tarvolinex {
 
 namespace {
 
-enum PreviewText { kTitle, kCaption, kInput, kAnswer, kOrganisation };
+enum PreviewText { kHeading, kCaption, kInput, kAnswer, kOrganisation };
 
 std::string InLogoFolder(const std::string& name) {
   return name.empty() ? name : DataFolder + "\\logo\\" + name;
@@ -78,7 +78,7 @@ void FrmOptions::ShowPreview() {
   PicPageLogo.SetPicture(logo);
   PicPageLogo.SetVisible(!logo.empty());
   const Colour panel = prefs.CalcBackColour;
-  write(kTitle, prefs.AliasCalcName.Trimmed(), prefs.CaptionColour, panel);
+  write(kHeading, prefs.AliasCalcName.Trimmed(), prefs.CaptionColour, panel);
   write(kCaption, Tr("%1 cost", {prefs.AliasCapEquip.Trimmed()}), prefs.CaptionColour, panel);
   write(kInput, prefs.CurrencySymbol.Trimmed() + " 12,500.00", prefs.InputTextColour, prefs.InputBackColour);
   write(kAnswer, Tr("Monthly payment %1", {prefs.CurrencySymbol.Trimmed() + "395.20"}), ReadableOn(prefs.BorderColour),
