@@ -169,8 +169,7 @@ std::int64_t LargestMessage(int sendType) {
 bool CanPack() {
   if (!CanPublish(CalculatorPreferences)) return false;
   if (!FolderExists(CalculatorFolder()) || IsWritableFolder(CalculatorFolder())) return true;
-  ShowError("Install File Creation Failed");
-  ShowDetail(Tr("The folder %1 cannot be written to", {CalculatorFolder()}));
+  ReportFailure(Marked("Install File Creation Failed"), Tr("The folder %1 cannot be written to", {CalculatorFolder()}));
   return false;
 }
 

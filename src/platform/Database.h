@@ -45,7 +45,8 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  // connectionString: "driver={...};dbq=PATH", the path to the end. The file must exist and be a database; otherwise RuntimeError.
+  // connectionString: "driver={...};dbq=PATH", the path to the end. The file must exist and be a database; otherwise
+  // RuntimeError.
   void Open(std::string_view connectionString);
   void Close();
   bool IsOpen() const { return database_ != nullptr; }
