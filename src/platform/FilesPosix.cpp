@@ -96,11 +96,9 @@ void RemoveDead(const std::filesystem::path& path, bool here) {
   const fs::path locked = end == std::string::npos ? path : path.parent_path() / name.substr(0, end + 4);
   const int handle = here ? ::open(locked.c_str(), O_RDONLY | O_CLOEXEC) : -1;
   const bool gone = here && handle < 0 && errno == ENOENT;
-  if (gone || (handle >= 0 && ::flock(handle, LOCK_EX | LOCK_NB) == 0)) {
-    fs::remove(path, error);
-  } else if (fs::last_write_time(path, error) < fs::file_time_type::clock::now() - std::chrono::hours(1) && !error) {
-    fs::remove(path, error);
-  }
+  const bool dead = gone || (handle >= 0 && ::flock(handle, LOCK_EX | LOCK_NB) == 0);
+  const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
+  if (dead || (fs::last_write_time(path, error) < old && !error)) fs::remove(path, error);
   if (handle >= 0) ::close(handle);
 }
 
