@@ -1,7 +1,6 @@
 #include "platform/Database.h"
 
 #include <sqlite3.h>
-#include <unistd.h>
 
 #include <array>
 #include <charconv>
@@ -227,10 +226,9 @@ bool Connection::HasTable(std::string_view name) {
 
 void Connection::CopyTo(std::string_view path, const std::function<void()>& pause) {
   if (!database_) throw RuntimeError(kDatabase, "No database is open");
-  // A name of this program's own: what two programs write into one file is no copy.
-  const std::string beside = NativePath(path) + "." + std::to_string(::getpid()) + ".tmp";
-  std::error_code ignored;
-  std::filesystem::remove(beside, ignored);
+  // The library makes names of its own from the one that it is given.
+  const UnfinishedFile mine(path);
+  const std::string beside = mine.Path() + ".mdb";
   sqlite3* copy = nullptr;
   int result = sqlite3_open(beside.c_str(), &copy);
   if (sqlite3_backup* backup = sqlite3_backup_init(copy, "main", database_, "main")) {
@@ -242,7 +240,6 @@ void Connection::CopyTo(std::string_view path, const std::function<void()>& paus
   std::error_code failed;
   if (result == SQLITE_OK) std::filesystem::rename(beside, NativePath(path), failed);
   if (result == SQLITE_OK && !failed) return;
-  std::filesystem::remove(beside, ignored);
   throw RuntimeError(kDatabase, Tr("The database cannot be copied to %1", {path}));
 }
 

@@ -58,8 +58,7 @@ class Connection {
   // The ID that the last INSERT of this connection was given; 0 before the first one.
   int LastInsertedId() const;
 
-  // Copies the database, as it is between two statements, to a new file, whole or not at all. Until it is whole
-  // its name is the path, a number and ".tmp". `pause` is called now and
+  // Copies the database, as it is between two statements, to a new file, whole or not at all. `pause` is called now and
   // then meanwhile and may not use the connection. Throws RuntimeError.
   void CopyTo(std::string_view path, const std::function<void()>& pause);
 

@@ -27,10 +27,11 @@ void KeepDailyCopy() {
   try {
     const std::string folder = DataFolder + "\\Backup";
     const std::string copy = folder + "\\Tarvolinex " + Today() + ".mdb";
-    // Of copies that were killed, on whatever day. Another program that is copying right now only does so in vain.
+    if (!FolderExists(folder)) MakeFolder(folder);
+    // Of copies that were killed, on whatever day; older versions gave them these names.
+    RemoveUnfinished(folder);
     for (const std::string& name : ListFiles(folder + "\\Tarvolinex *.mdb.*tmp*")) DeleteFile(folder + "\\" + name);
     if (FileExists(copy)) return;
-    if (!FolderExists(folder)) MakeFolder(folder);
     TheStore->connection.CopyTo(copy, [] { TheDesktop().Repaint(); });
     // Dates sort by themselves; the oldest come first. What is dated after today was made while the clock was wrong, or
     // is right while it is wrong now: either way it is older than what is made today.

@@ -1,0 +1,130 @@
+#include "faults/Jobs.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <iostream>
+
+#include "app/Program.h"
+#include "app/StartUp.h"
+#include "cli/CommandLine.h"
+#include "core/Globals.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "publish/PageText.h"
+#include "publish/Template.h"
+#include "support/ScriptedDesktop.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr const char* kPreferences = R"({"AliasCalcName": "Other Tool", "OrgContactName": "B", "MinTerm": 24})";
+
+void MakeRows(const std::string& path) {
+  std::string rows = "CapitalCost,NumberOfPayments,Mode,Yield\n";
+  for (int i = 0; i < 3000; ++i) rows += std::to_string(5000 + i) + ",36,0,9.5\n";
+  WriteFile(path, rows);
+}
+
+}  // namespace
+
+int RunProgram(const Workplace& place, std::vector<std::string> words, const std::string& input) {
+  const std::string file = place.Work() + "/../input";
+  WriteFile(file, input);
+  dup2(::open(file.c_str(), O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+  words.insert(words.begin(), {"--app-folder", place.App(), "--yes"});
+  try {
+    return RunWithoutWindow(ParseProgramOptions(words));
+  } catch (const std::exception& failure) {
+    std::cerr << failure.what() << '\n';
+    return kFailed;
+  }
+}
+
+int StartAndCloseWindow(const Workplace& place) {
+  ScriptedDesktop desktop;
+  desktop.now = std::chrono::system_clock::now();
+  UseDesktop(&desktop);
+  ProgramOptions options;
+  options.appFolder = place.App();
+  const FolderLock alone(options.appFolder);
+  FrmMain form;
+  StartWindow(options, form, {[] {}, [] {}});
+  for (const auto& box : desktop.boxes) std::cerr << box.text << '\n';
+  const bool well = desktop.boxes.empty() && form.LvwSuppliers.Count() > 0 && !ErrorShown;
+  form.Unload();
+  TheStore.reset();
+  return well ? 0 : 1;
+}
+
+int PublishAndCompare(const Workplace& place) {
+  const int status = RunProgram(place, {"publish", "--supplier", "1"});
+  if (status != 0) return status;
+  for (const bool test : {false, true}) {
+    const std::string expected =
+        PageBytes(FillPlaceholders(ReadPage(AppFolder + "\\CalcTemplate.html"), CalculatorPreferences, test));
+    for (const std::string& folder : {AppFolder + "\\", CalculatorFolder()}) {
+      if (ReadFile(folder + (test ? "calc_test.html" : "calc.html")) == expected) continue;
+      std::cerr << folder << (test ? "calc_test.html" : "calc.html") << " is not of the preferences that are stored\n";
+      return 1;
+    }
+  }
+  return 0;
+}
+
+std::vector<Job> AllJobs(const Workplace& place) {
+  const auto program = [&place](std::vector<std::string> words, std::string input = "") {
+    return [&place, words = std::move(words), input = std::move(input)] { return RunProgram(place, words, input); };
+  };
+  const std::string app = place.App(), out = place.Work() + "/out", data = place.Work() + "/data";
+  const std::vector<std::string> send = {"send",      "--supplier",      "1",         "--contact", "1", "--as", "zip",
+                                         "--subject", "Your calculator", "--message", "Hello"};
+  std::vector<Job> jobs = {
+      {.name = "preferences write", .run = program({"preferences", "write"}, kPreferences)},
+      {.name = "publish", .run = program({"publish", "--supplier", "2"})},
+      {.name = "live", .run = program({"live", "--supplier", "2", out + "/form.html"})},
+      {.name = "record write",
+       .run = program({"record", "write", out + "/Supplier.dat"}, R"({"CompanyName": "Other"})")},
+      {.name = "send",
+       .run = program({"send", "--supplier", "1", "--contact", "1", "--as", "zip", "--subject", "Your calculator",
+                       "--message", "Hello"}),
+       .varying = {"app/CalcInstall.zip"},
+       .package = "app/CalcInstall.zip"},
+      {.name = "quote --output",
+       .run = program({"quote", "--supplier", "1", out + "/rows.csv", "--output", out + "/quotes.csv"}),
+       .prepare = [out] { MakeRows(out + "/rows.csv"); }},
+      {.name = "new data folder",
+       .run = program({"--data-folder", data, "suppliers"}),
+       .prepare =
+           [data] {
+             MakeFolder(data);
+             CopyFile(DELIVERED_FOLDER "/Database.zip", data + "/Database.zip");
+           },
+       .dataFolder = data,
+       .fresh = true},
+      // Whoever starts for the first time is given a reference of his own.
+      {.name = "first start",
+       .run = program({"publish", "--supplier", "2"}),
+       .prepare =
+           [&place] {
+             std::filesystem::remove_all(place.Work());
+             MakeFolder(place.App());
+           },
+       .varying = {"app/Database.zip", "app/Calc.Html", "app/Calc_test.Html", "app/calculator/calc.html",
+                   "app/calculator/calc_test.html"},
+       .fresh = true},
+  };
+  for (const std::string ending : {"exe", "zip"}) {
+    const std::string file = "out/made." + ending;
+    jobs.insert(jobs.begin() + 2,
+                {.name = "package " + ending,
+                 .run = program({"package", "--supplier", "2", "--output", place.Work() + "/" + file}),
+                 .varying = {file},
+                 .package = file});
+  }
+  return jobs;
+}
+
+}  // namespace tarvolinex

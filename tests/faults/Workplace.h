@@ -1,0 +1,44 @@
+// The folder in which the program works while the machine fails, and what is found there afterwards.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarvolinex {
+
+class Workplace {
+ public:
+  Workplace();
+  ~Workplace();
+  Workplace(const Workplace&) = delete;
+  Workplace& operator=(const Workplace&) = delete;
+
+  // The watched folder, and the app folder in it.
+  std::string Work() const { return root_ + "/work"; }
+  std::string App() const { return Work() + "/app"; }
+  // Keeps the watched folder as it is now, and puts it back.
+  void Keep() const;
+  void Restore() const;
+
+  // Runs it in a process of its own, whose words go to Words(); returns its exit status, or -signal.
+  int Run(const std::function<int()>& job) const;
+  std::string Words() const;
+
+  // By name below the watched folder; without the database and what stands beside a file for a while.
+  std::map<std::string, std::string> Files() const;
+  // What a killed program may leave and the next one takes away.
+  std::vector<std::string> Unfinished() const;
+  // Everything that users have entered, a row a line; "damaged" in front when the database is not sound, empty when
+  // there is none. A fresh database's contacts may have addresses of their own still.
+  static std::string Business(const std::string& dataFolder, bool withAddresses = true);
+
+ private:
+  std::string root_;
+};
+
+// Whether the name is one that the program, the database or the packer uses for a file that it is writing.
+bool IsUnfinished(const std::string& name);
+
+}  // namespace tarvolinex

@@ -1,0 +1,344 @@
+// faults [--every N] [--moment N] [JOB...]: does each job on a machine that fails at one moment, for every moment of
+// it: every write, flush, renaming, deletion and creation. After each the database is sound and holds what stood there
+// before or after the step, every file is the old or the new one, the next start, the next publish and the job itself
+// work, both pages are of one save, and no file is left over. Prints how many moments were tried.
+//   --every N    only each N-th moment, another one for each kind of fault
+//   --moment N   only this one
+#include <sys/mman.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+#include "faults/Faults.h"
+#include "faults/Jobs.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+#include "platform/ZipComponent.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr std::array<std::pair<Fault, const char*>, 3> kFaults = {
+    {{Fault::Kill, "killed"}, {Fault::Failure, "failed"}, {Fault::FullDisk, "full"}}};
+
+int complaints = 0;
+
+// What can be told before anything fails.
+struct Known {
+  std::map<std::string, std::string> before, after, atLast;
+  std::string businessBefore, businessAfter;
+};
+
+class Trial {
+ public:
+  Trial(const Workplace& place, const Job& job) : place_(place), job_(job) {}
+  long Moments(Fault fault);
+  void Learn();
+  void Try(Fault fault, const char* word, long moment);
+
+ private:
+  void Complain(const std::string& about);
+  std::string Business() const {
+    return Workplace::Business(job_.dataFolder.empty() ? place_.App() : job_.dataFolder, !job_.fresh);
+  }
+  int RunWatched(Fault fault, long moment);
+  void CheckFiles(int status);
+  void CheckPackage();
+  void CheckWhatFollows();
+  void GoOn(bool judged);
+
+  const Workplace& place_;
+  const Job& job_;
+  Known known_;
+  std::string moment_;
+};
+
+void Trial::Complain(const std::string& about) {
+  std::cout << "FAIL " << job_.name << ", " << moment_ << ": " << about << '\n';
+  ++complaints;
+}
+
+int Trial::RunWatched(Fault fault, long moment) {
+  return place_.Run([&] {
+    WatchFolder(place_.Work(), fault, moment);
+    const int status = job_.run();
+    StopWatching();
+    return status;
+  });
+}
+
+long Trial::Moments(Fault fault) {
+  place_.Restore();
+  RunWatched(fault, 0);
+  return MomentsSeen();
+}
+
+// What follows a job that was cut off.
+void Trial::GoOn(bool judged) {
+  std::vector<std::pair<const char*, std::function<int()>>> steps = {
+      {"the next start", [&] { return StartAndCloseWindow(place_); }},
+      {"the next publish", [&] { return PublishAndCompare(place_); }},
+      {"the job done once more", job_.run}};
+  // A window would ask who the organisation is, and put that into the database.
+  if (job_.fresh) std::rotate(steps.begin(), steps.end() - 1, steps.end());
+  for (const auto& [name, step] : steps) {
+    const int status = place_.Run(step);
+    if (judged && status != 0)
+      Complain(std::string(name) + " ends with " + std::to_string(status) + ": " + place_.Words());
+  }
+}
+
+void Trial::Learn() {
+  moment_ = "undisturbed";
+  place_.Restore();
+  known_.before = place_.Files();
+  known_.businessBefore = Business();
+  if (const int status = RunWatched(Fault::Kill, 0); status != 0) {
+    Complain("ends with " + std::to_string(status) + ": " + place_.Words());
+  }
+  known_.after = place_.Files();
+  known_.businessAfter = Business();
+  GoOn(true);
+  known_.atLast = place_.Files();
+}
+
+void Trial::CheckFiles(int status) {
+  for (const auto& [name, content] : place_.Files()) {
+    // These tell how far the program is, and what was typed last.
+    const bool marks = name == "app/Pages.INI" || name == "app/Delivered.lst" || name == "app/General.INI";
+    // An old file that could not be deleted has been reported, and counts among those of its name.
+    const bool reported = status > 0 && name.starts_with("app/calculator/");
+    const bool varies = marks || reported || job_.varying.contains(name) || name.ends_with(".eml");
+    const auto before = known_.before.find(name), after = known_.after.find(name);
+    const bool isBefore = before != known_.before.end() && before->second == content;
+    const bool isAfter = after != known_.after.end() && after->second == content;
+    if (!isBefore && !isAfter && !varies) Complain(name + " is neither the old nor the new one");
+  }
+  const std::string business = Business();
+  if (business != known_.businessBefore && business != known_.businessAfter) Complain("the database is half changed");
+  if (status == 0 && business != known_.businessAfter) Complain("it says that all went well");
+}
+
+void Trial::CheckPackage() {
+  const std::string path = place_.Work() + "/" + job_.package;
+  if (job_.package.empty() || !FileExists(path)) return;
+  try {
+    ZipComponent zip;
+    zip.ZipFileName = path;
+    zip.UnzipToFolder = place_.Work() + "/../unpacked";
+    zip.Unzip();
+  } catch (const RuntimeError& failure) {
+    Complain(failure.Description());
+  }
+}
+
+void Trial::CheckWhatFollows() {
+  GoOn(true);
+  for (const auto& [name, content] : place_.Files()) {
+    if (!known_.atLast.contains(name) && !name.ends_with(".eml")) Complain(name + " is left over");
+  }
+  for (const auto& [name, content] : known_.atLast) {
+    // The copy of a day that could not be made keeps nobody from working.
+    const bool optional = name.ends_with(".eml") || name.find("Backup/") != std::string::npos;
+    if (!FileExists(place_.Work() + "/" + name) && !optional) Complain(name + " is missing in the end");
+  }
+  for (const std::string& name : place_.Unfinished()) Complain(name + " is left over");
+  if (Business() != known_.businessAfter) Complain("the database is another in the end");
+}
+
+void Trial::Try(Fault fault, const char* word, long moment) {
+  moment_ = std::string(word) + " at " + std::to_string(moment);
+  place_.Restore();
+  const int status = RunWatched(fault, moment);
+  CheckFiles(status);
+  CheckPackage();
+  CheckWhatFollows();
+}
+
+void Prepare(const Workplace& place) {
+  const auto run = [&](std::vector<std::string> words, const std::string& input = "") {
+    if (place.Run([&] { return RunProgram(place, words, input); }) == 0) return;
+    std::cout << "FAIL preparing: " << place.Words();
+    std::exit(1);
+  };
+  const std::string out = place.Work() + "/out";
+  MakeFolder(out);
+  run({"preferences", "write"},
+      R"({"OrgCompanyName": "Northgate Leasing", "OrgEmail": "l@northgate.example", "OrgContactName": "A"})");
+  WriteFile(place.App() + "/Mail.INI", "[PROFILES]\r\nDefaultProfile=out\r\n[out]\r\nTransport=outbox\r\n");
+  WriteFile(out + "/form.html", "<html><title>Enquiry</title><body>|Supplier Town|, |Calculator Term|</body></html>");
+  WriteFile(out + "/Supplier.dat", std::string(555, ' '));
+  WriteFile(out + "/quotes.csv", "old\n");
+  for (const char* ending : {"exe", "zip"}) {
+    run({"package", "--supplier", "1", "--output", out + "/made." + ending});
+    CopyFile(out + "/made." + ending, place.App() + "/CalcInstall." + ending);
+  }
+  run({"live", "--supplier", "1", out + "/form.html"});
+  // The first write of the day copies the database.
+  std::filesystem::remove_all(place.App() + "/Backup");
+  place.Keep();
+}
+
+// What is done on the day after, so that everything has been written to once more.
+std::vector<std::vector<std::string>> Morning(const Workplace& place) {
+  return {{"package", "--supplier", "1", "--output", place.Work() + "/out/made.zip"},
+          {"send", "--supplier", "1", "--contact", "1", "--as", "zip", "--subject", "Again", "--message", "Hello"}};
+}
+
+// The moments of a day, and what stands in the database after each of its steps.
+class DayTrial {
+ public:
+  explicit DayTrial(const Workplace& place) : place_(place) {}
+  long Moments(Fault fault) {
+    place_.Restore();
+    Spend(fault, 0);
+    return MomentsSeen();
+  }
+  void Learn();
+  void Try(Fault fault, const char* word, long moment);
+
+ private:
+  int Spend(Fault fault, long moment) {
+    return place_.Run([&] {
+      WatchFolder(place_.Work(), fault, moment);
+      const int status = SpendDay(place_, [&](std::size_t done) { *done_ = done; });
+      StopWatching();
+      return status;
+    });
+  }
+  void Complain(const std::string& about) {
+    std::cout << "FAIL a day, " << moment_ << ": " << about << '\n';
+    ++complaints;
+  }
+  const Workplace& place_;
+  std::string moment_;
+  std::map<std::string, std::string> before_, after_;
+  std::vector<std::string> business_;  // before each step, and after the last
+  std::size_t* const done_ = static_cast<std::size_t*>(
+      mmap(nullptr, sizeof(std::size_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+};
+
+void DayTrial::Learn() {
+  moment_ = "undisturbed";
+  place_.Restore();
+  before_ = place_.Files();
+  const std::string list = place_.Work() + "/../business";
+  WriteFile(list, "");
+  const int status = place_.Run([&] {
+    return SpendDay(place_,
+                    [&](std::size_t) { WriteFile(list, ReadFile(list) + Workplace::Business(place_.App()) + '\0'); });
+  });
+  if (status != 0) Complain("ends with " + std::to_string(status) + ": " + place_.Words());
+  const std::string all = ReadFile(list);
+  for (std::size_t at = 0; at < all.size(); at = all.find('\0', at) + 1) {
+    business_.push_back(all.substr(at, all.find('\0', at) - at));
+  }
+  business_.erase(business_.begin());  // told once more when the window has come up
+  place_.Run([&] { return PublishAndCompare(place_); });
+  after_ = place_.Files();
+}
+
+void DayTrial::Try(Fault fault, const char* word, long moment) {
+  moment_ = std::string(word) + " at " + std::to_string(moment);
+  place_.Restore();
+  *done_ = 0;
+  const int status = Spend(fault, moment);
+  const std::size_t done = *done_;
+  moment_ += ", step " + std::to_string(done);
+  const std::string business = Workplace::Business(place_.App());
+  const bool either =
+      business == business_.at(done) || (done + 1 < business_.size() && status != 0 && business == business_[done + 1]);
+  if (!either) Complain("the database is neither as before nor as after the step: " + place_.Words());
+  if (const int start = place_.Run([&] { return StartAndCloseWindow(place_); }); start != 0) {
+    Complain("the next start: " + place_.Words());
+  }
+  if (const int next = place_.Run([&] { return PublishAndCompare(place_); }); next != 0) {
+    Complain("the next publish: " + place_.Words());
+  }
+  for (const auto& words : Morning(place_)) {
+    if (place_.Run([&] { return RunProgram(place_, words); }) != 0) Complain(words.front() + ": " + place_.Words());
+  }
+  for (const std::string& name : place_.Unfinished()) Complain(name + " is left over");
+  for (const auto& [name, content] : place_.Files()) {
+    if (!after_.contains(name) && !name.ends_with(".eml")) Complain(name + " is left over");
+  }
+}
+
+struct Choice {
+  long every = 1, only = 0;
+  std::set<std::string> jobs;  // empty for all
+  bool Has(const std::string& job) const { return jobs.empty() || jobs.contains(job); }
+  bool Has(long moment, long kind) const { return only != 0 ? moment == only : (moment + kind) % every == 0; }
+};
+
+Choice ChoiceOf(const std::vector<std::string>& words) {
+  Choice choice;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const bool isNumber = words[i] == "--every" || words[i] == "--moment";
+    if (!isNumber) {
+      choice.jobs.insert(words[i]);
+    } else if (i + 1 < words.size()) {
+      (words[i] == "--every" ? choice.every : choice.only) = std::max(1L, std::atol(words[i + 1].c_str()));
+      ++i;
+    }
+  }
+  return choice;
+}
+
+template <typename Trials>
+long TryAll(Trials& trial, const std::string& name, const Choice& choice) {
+  const auto begin = std::chrono::steady_clock::now();
+  trial.Learn();
+  long all = 0, tried = 0, kind = 0;
+  for (const auto& [fault, word] : kFaults) {
+    const long moments = trial.Moments(fault);
+    all += moments;
+    ++kind;
+    for (long moment = 1; moment <= moments; ++moment) {
+      if (!choice.Has(moment, kind)) continue;
+      trial.Try(fault, word, moment);
+      ++tried;
+    }
+  }
+  const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+  std::printf("%-20s %5ld of %5ld moments, %6.1f s\n", name.c_str(), tried, all, took.count());
+  std::fflush(stdout);
+  return tried;
+}
+
+int Main(const Choice& choice) {
+  const Workplace place;
+  Prepare(place);
+  long tried = 0;
+  constexpr const char* kDay = "a day in the window";
+  if (choice.Has(kDay)) {
+    DayTrial day(place);
+    tried += TryAll(day, kDay, choice);
+  }
+  for (const Job& job : AllJobs(place)) {
+    if (!choice.Has(job.name)) continue;
+    if (job.prepare) {
+      place.Restore();
+      job.prepare();
+      place.Keep();
+    }
+    Trial trial(place, job);
+    tried += TryAll(trial, job.name, choice);
+  }
+  std::printf("%ld moments tried, %d complaints\n", tried, complaints);
+  return complaints == 0 && tried > 0 ? 0 : 1;
+}
+
+}  // namespace
+
+}  // namespace tarvolinex
+
+int main(int argc, char** argv) {
+  return tarvolinex::Main(tarvolinex::ChoiceOf({argv + 1, argv + argc}));
+}
