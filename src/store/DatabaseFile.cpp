@@ -183,8 +183,9 @@ bool UnpackDatabase() {
     DeleteFile(package);
   } catch (const RuntimeError& failure) {
     if (!FileExists(package)) return true;  // the other program was faster
-    // One that was not used does not wait for a database that the user puts beside it.
-    if (brought) DeleteFile(package);
+    // One that was not used does not wait for a database that the user puts beside it; one that was begun is gone on
+    // with at the next start.
+    if (brought && !FileExists(DatabasePath())) DeleteFile(package);
     if (failure.Number() == kBadFileName) ShowError("Database Invalid", true);
     ShowError(failure.Description());
     return false;
