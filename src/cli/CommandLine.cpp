@@ -83,7 +83,7 @@ Windows program that installs the calculator. Prints the file's path. A file tha
 
 Builds and packs the supplier's calculator and sends one message to the contacts, in the way that Mail.INI of the app
 folder says; without it through the local sendmail, or into the folder "Outbox". The day of sending is noted with each
-contact.
+contact. Who has got a message that could not be noted is left out of the next one, unless --yes is given.
 
   --contact ID     a contact of the supplier with an e-mail address; once for each
   --as exe         with an install program attached, which many mail providers reject

@@ -11,6 +11,7 @@
 #include "core/Settings.h"
 #include "distribute/InstallPackage.h"
 #include "distribute/LongWork.h"
+#include "distribute/SentMail.h"
 #include "distribute/Upload.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
@@ -44,6 +45,19 @@ std::vector<Recipient> TickedContacts() {
   return ticked;
 }
 
+std::vector<SentMail> AsSent(const std::vector<Recipient>& recipients) {
+  const std::string date = LongDateTime(TheDesktop().Now());
+  std::vector<SentMail> mail;
+  for (const Recipient& to : recipients) mail.push_back({CurrentSupplierId, to.id, date, to.name});
+  return mail;
+}
+
+std::string NamesOf(const std::vector<SentMail>& mail) {
+  std::string names;
+  for (const SentMail& each : mail) names += (names.empty() ? "" : "\n") + each.name;
+  return names;
+}
+
 bool ReadyToSend(const std::vector<Recipient>& recipients) {
   const auto& texts = MainForm().send.TxtEmail;
   Desktop& desktop = TheDesktop();
@@ -74,6 +88,10 @@ std::string RemedyFor(int number) {
       return Tr("Please check the user name, the password and the server under Options > E-mail Settings.");
     case kMailRecipientRefused:
       return Tr("Nobody has got the message. Please check the e-mail addresses of the contacts.");
+    case kDatabase:
+      return Tr(
+          "Please close other programs that use the database, look whether there is room on its disk, and try "
+          "again.");
     case kDiskFull:
       return Tr("Please make room on the disk and try again.");
     default:
@@ -99,11 +117,15 @@ bool MailStep(const std::function<void()>& step) {
   }
 }
 
-// Returns who took the message; nullopt when nobody did.
-std::optional<std::string> Mail(const std::vector<Recipient>& recipients, const std::string& uploadIdentifier) {
+// Returns who took the message; nullopt when nobody did. Then `onItsWay` holds what is still to be noted.
+std::optional<std::string> Mail(const std::vector<Recipient>& recipients, const std::string& uploadIdentifier,
+                                std::optional<MailOnItsWay>& onItsWay) {
   const SendPanel& panel = MainForm().send;
   MailSession session = NewMailSession(Tr("Creating Email"));
   const std::vector<std::function<void()>> steps = {
+      // Building and uploading may have taken minutes.
+      [&] { TryToNote(AsSent(recipients)); },
+      [&] { onItsWay.emplace(AsSent(recipients)); },
       [&] { session.SignOn(MailProfilesPath(), GetDefaultMailProfile()); },
       [&] { session.Compose(); },
       [&] {
@@ -125,14 +147,54 @@ std::optional<std::string> Mail(const std::vector<Recipient>& recipients, const 
   return session.Taker();
 }
 
-void RecordSending(const std::vector<Recipient>& recipients) {
+// Notes the date of sending. A failure ends the program as any statement's does, but not before the user knows who has
+// got the message.
+void RecordSending(const std::vector<Recipient>& recipients, MailOnItsWay& onItsWay) {
+  const bool remembered = onItsWay.Remember();
   const std::string date = LongDateTime(TheDesktop().Now());
-  {
-    Transaction transaction;
-    for (const Recipient& to : recipients) SetDateLastSent(date, to.id);
-    transaction.Commit();
+  std::vector<ContactDate> dates;
+  for (const Recipient& to : recipients) dates.push_back({to.id, date});
+  try {
+    SetDatesLastSent(dates, true);
+  } catch (const RuntimeError& failure) {
+    const std::string next = Tr(
+        remembered ? Marked("The program remembers this: the next send of this supplier notes it and leaves them out.")
+                   : Marked("This could not be written down anywhere. Please do not send to them again."));
+    const std::string report = Tr("Database update failed.\n\n%1", {failure.Description()}),
+                      who = Tr("The message has gone out already to:\n\n%1", {NamesOf(onItsWay.Mail())});
+    const std::string text = report + "\n\n" + who + "\n\n" + next;
+    ShowError(text, true);
   }
+  ForgetRememberedMail(CurrentSupplierId);
   ListContacts();
+}
+
+bool Among(const std::vector<SentMail>& mail, int contact) {
+  return std::any_of(mail.begin(), mail.end(), [&](const SentMail& each) { return each.contact == contact; });
+}
+
+// Takes the ticks of contacts that have got this supplier's last message already, which only could not be noted then,
+// unless the user wants them to get another.
+void LeaveOutWhoHasGotIt() {
+  std::vector<SentMail> known = RememberedMail();
+  std::erase_if(known, [](const SentMail& mail) { return mail.supplier != CurrentSupplierId; });
+  if (known.empty()) return;
+  const std::vector<SentMail> ticked = AsSent(TickedContacts());
+  std::erase_if(known, [&](const SentMail& mail) { return !Among(ticked, mail.contact); });
+  ListContacts();  // with the dates that have just been noted
+  const bool again =
+      known.empty() ||
+      TheDesktop().MessageBox(
+          Tr("The message of %1 has gone out to these already; only the date could not be noted then:\n\n%2\n\n"
+             "Send to them again?",
+             {known.front().date, NamesOf(known)}),
+          Tr("Email"), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes;
+  ListView& list = MainForm().send.lvSendContacts;
+  for (int row = 0; row < list.Count(); ++row) {
+    const int id = IdOfKey(list.At(row).key);
+    list.SetChecked(row, Among(ticked, id) && (again || !Among(known, id)));
+  }
+  if (!known.empty()) ForgetRememberedMail(CurrentSupplierId);
 }
 
 // Everything that runs with the window blocked. Returns the text to show when it succeeded.
@@ -150,10 +212,11 @@ std::optional<std::string> BuildAndSend(const std::vector<Recipient>& recipients
     identifier = *uploaded;
   }
   SetStatus(true, "Creating Email", -1);
-  const auto taker = Mail(recipients, identifier);
+  std::optional<MailOnItsWay> onItsWay;
+  const auto taker = Mail(recipients, identifier, onItsWay);
   TheDesktop().DoEvents();
   if (!taker) return std::nullopt;
-  RecordSending(recipients);
+  RecordSending(recipients, *onItsWay);
   SetStatus(false, "", -1);
   const std::string sent = ReplaceAliases(
       "<CALCNAME> has been sent successfully by Tarvolinex.\n\r\nPlease check your email application to verify");
@@ -206,8 +269,21 @@ MailSession NewMailSession(const std::string& progressText) {
 
 bool SendCalculator(const std::function<void()>& askHow) {
   if (!CanPack()) return false;
-  const std::vector<Recipient> recipients = TickedContacts();
+  std::vector<Recipient> recipients = TickedContacts();
   if (!ReadyToSend(recipients)) return false;
+  // Before anything is built, packed and uploaded in vain.
+  const bool noted = MailStep([&] {
+    TryToNote(AsSent(recipients));
+    NoteRememberedMail();
+  });
+  if (!noted) return false;
+  LeaveOutWhoHasGotIt();
+  recipients = TickedContacts();
+  if (recipients.empty()) {
+    TheDesktop().MessageBox(Tr("All of them have got the message; nothing was sent."), Tr("Email"), BoxButtons::Ok,
+                            BoxIcon::Information);
+    return true;
+  }
   SendConfirmed = false;
   askHow();
   if (!SendConfirmed) return false;

@@ -8,7 +8,7 @@
 
 namespace tarvolinex {
 
-LongWork::LongWork() {
+LongWork::LongWork() : focused_(MainForm().ActiveControl()) {
   StopRequested = false;
   Working = true;
   Block(true);
@@ -17,6 +17,8 @@ LongWork::LongWork() {
 LongWork::~LongWork() {
   Working = false;
   Block(false);
+  // A control that is switched off hands its focus to the next one.
+  if (focused_ && focused_->Enabled()) focused_->SetFocus();
 }
 
 void LongWork::Block(bool blocked) {

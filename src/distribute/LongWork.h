@@ -4,11 +4,12 @@
 #include <string>
 
 #include "platform/Transfer.h"
+#include "platform/Window.h"
 
 namespace tarvolinex {
 
-// Blocks the window's commands and the controls of the send tab while it lives. Escape and closing the window then set
-// `StopRequested`.
+// Blocks the window's commands and the controls of the send tab while it lives; afterwards the focus is where it was.
+// Escape and closing the window then set `StopRequested`.
 class LongWork {
  public:
   LongWork();
@@ -18,6 +19,7 @@ class LongWork {
 
  private:
   static void Block(bool blocked);
+  Control* focused_;
 };
 
 // Shows a transfer's progress with this text on the status line, lets the windows live, and stops when the user asks.

@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
+#include "store/DailyCopy.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 
@@ -63,6 +64,11 @@ std::string WhatContactLacks() {
   Recordset& records = TheStore->ContactRecords;
   records.Find("ID=" + std::to_string(CurrentContactId));
   return records.EndOfFile() ? "Contact Not Found" : "";
+}
+
+std::string DateStatement(std::string_view dateText, int contactId) {
+  return FillStatement(statements::kDateSent,
+                       {{"<ID>", std::int64_t{contactId}}, {"<DATESENT>", EscapeQuotes(dateText)}});
 }
 
 }  // namespace
@@ -148,8 +154,26 @@ void SaveContact() {
 }
 
 void SetDateLastSent(std::string_view dateText, int contactId) {
-  ExecuteStatement(FillStatement(statements::kDateSent,
-                                 {{"<ID>", std::int64_t{contactId}}, {"<DATESENT>", EscapeQuotes(dateText)}}));
+  ExecuteStatement(DateStatement(dateText, contactId));
+}
+
+void SetDatesLastSent(const std::vector<ContactDate>& dates, bool keep) {
+  KeepDailyCopy();
+  Connection& connection = TheStore->connection;
+  std::string failed;
+  try {
+    connection.Begin();
+    for (const ContactDate& date : dates) connection.Execute(DateStatement(date.dateText, date.contactId));
+    if (keep) connection.Commit();
+  } catch (const RuntimeError& failure) {
+    failed = connection.Errors().empty() ? failure.Description() : connection.Errors().front();
+  }
+  try {
+    connection.Rollback();
+  } catch (const RuntimeError&) {
+    // A statement that failed has rolled back by itself.
+  }
+  if (!failed.empty()) throw RuntimeError(kDatabase, failed);
 }
 
 std::set<int> SuppliersOfContacts(std::string_view text) {

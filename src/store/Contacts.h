@@ -2,7 +2,9 @@
 #pragma once
 
 #include <set>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvolinex {
 
@@ -28,6 +30,14 @@ void SetDateLastSent(std::string_view dateText, int contactId);
 // The suppliers of the contacts whose surname or first name begins with the text; with a blank in it, whose first name
 // begins with what stands before it and whose surname with what stands behind.
 std::set<int> SuppliersOfContacts(std::string_view text);
+
+// The dates of several contacts, together or none. For whoever has more to tell of a failure than that it came: it
+// throws RuntimeError with what the database says. With keep false nothing is stored: whether it could be is found out.
+struct ContactDate {
+  int contactId;
+  std::string dateText;
+};
+void SetDatesLastSent(const std::vector<ContactDate>& dates, bool keep);
 
 // Empties both lists and the six fields.
 void ClearContacts();

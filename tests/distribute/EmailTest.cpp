@@ -3,6 +3,7 @@
 #include "distribute/InstallPackage.h"
 #include "platform/Clock.h"
 #include "platform/ProfileFile.h"
+#include "platform/RuntimeError.h"
 #include "publish/Preferences.h"
 #include "support/Fixture.h"
 #include "support/KeyRing.h"
@@ -78,6 +79,7 @@ TEST_F(EmailTest, OneMessageGoesToAllTickedContactsAndTheDayIsNoted) {
   EXPECT_TRUE(form->menus.MnuFile.Enabled() && form->send.CmdCalcGo(0).Enabled());
   EXPECT_EQ(form->TxtStatus.Text(), "");
   EXPECT_EQ(form->send.CmdCalcGo(3).Caption(), "Check &All");
+  EXPECT_TRUE(ListFiles(AppFolder + "\\Sent.lst").empty());
 }
 
 TEST_F(EmailTest, TheBodyOfEachWay) {
@@ -122,6 +124,83 @@ TEST_F(EmailTest, AContactWithABadAddressOrAMissingProfileEndsTheSend) {
   Send();
   EXPECT_EQ(LastReport(), "Sending email failed");
   EXPECT_EQ(OutboxFiles(), 0U);
+}
+
+// Another program that keeps the database to itself.
+class OtherProgram {
+ public:
+  OtherProgram() { connection_.Open("dbq=" + DataFolder + "\\Tarvolinex.mdb"); }
+  void Begin() {
+    if (!connection_.InTransaction()) connection_.Begin();
+  }
+  void End() { connection_.Rollback(); }
+
+ private:
+  Connection connection_;
+};
+
+TEST_F(EmailTest, NothingIsSentWhileTheDatabaseTakesNoDate) {
+  OtherProgram other;
+  TickAll();
+  other.Begin();
+  Send();
+  EXPECT_EQ(LastReport(), "Sending email failed");
+  EXPECT_NE(LastBox().find("does not take the date of sending: database is locked"), std::string::npos) << LastBox();
+  EXPECT_EQ(ListFiles(CalculatorFolder() + "*.html").size(), 0U);
+  other.End();
+  desktop.events = [&] {  // while the calculator is built
+    if (!ListFiles(CalculatorFolder() + "*.html").empty()) other.Begin();
+  };
+  Send();
+  EXPECT_EQ(LastReport(), "Sending email failed");
+  EXPECT_EQ(OutboxFiles(), 0U);
+  EXPECT_EQ(Dates(), "");
+  EXPECT_FALSE(FileExists(AppFolder + "\\Sent.lst"));
+}
+
+TEST_F(EmailTest, MailThatCouldNotBeNotedIsToldRememberedAndNotedLater) {
+  OtherProgram other;
+  const auto sendAndFail = [&](const std::vector<int>& rows) {
+    for (const int row : rows) form->send.lvSendContacts.SetChecked(row, true);
+    desktop.events = [&, before = OutboxFiles()] {
+      if (OutboxFiles() > before) other.Begin();
+    };
+    EXPECT_THROW(Send(), ProgramEnded);
+    desktop.events = nullptr;
+    other.End();
+    EXPECT_TRUE(FileExists(AppFolder + "\\Sent.lst"));
+  };
+  const std::string date = LongDateTime(desktop.now);
+  sendAndFail({0});
+  EXPECT_EQ(LastBox().substr(0, 26), "Database update failed.\n\nd");
+  EXPECT_NE(LastBox().find("\n\nThe message has gone out already to:\n\nHelen Ackroyd\n\n"), std::string::npos);
+  EXPECT_EQ(Dates(), "");
+
+  desktop.now += std::chrono::hours(1);
+  TickAll();
+  Send();
+  ASSERT_EQ(desktop.boxes.size(), 2U);
+  EXPECT_EQ(desktop.boxes[0].text, "The message of " + date +
+                                       " has gone out to these already; only the date could not be noted then:\n\n"
+                                       "Helen Ackroyd\n\nSend to them again?");
+  EXPECT_EQ(names, "Gareth Evans");
+  EXPECT_EQ(Dates(), date + "|" + LongDateTime(desktop.now));
+  EXPECT_FALSE(FileExists(AppFolder + "\\Sent.lst"));
+
+  sendAndFail({0, 1});
+  TickAll();
+  Send();
+  EXPECT_EQ(LastBox(), "All of them have got the message; nothing was sent.");
+  EXPECT_EQ(OutboxFiles(), 3U);
+
+  sendAndFail({0, 1});
+  form->Load();  // the next start notes it
+  EXPECT_EQ(form->send.lvSendContacts.At(0).cells.at(1), LongDateTime(desktop.now));
+  TickAll();
+  desktop.answers = {Answer::Yes};
+  Send();
+  EXPECT_EQ(OutboxFiles(), 5U);
+  EXPECT_FALSE(FileExists(AppFolder + "\\Sent.lst"));
 }
 
 TEST_F(EmailTest, ALinkIsSentOnlyAfterTheUpload) {

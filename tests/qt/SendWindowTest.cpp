@@ -65,6 +65,7 @@ TEST_F(SendWindow, AnUploadLetsTheWindowLiveAndEscapeStopsIt) {
   Send(2);
   ASSERT_EQ(said.size(), 1U);
   EXPECT_TRUE(said[0].starts_with("File Upload failed\n\nhttp://")) << said[0];
+  EXPECT_EQ(Root().focusWidget(), &Find<QPushButton>("CmdCalcGo_0"));
   EXPECT_GT(painted.count, 3);
   EXPECT_TRUE(Find<QPushButton>("CmdCalcGo_0").isEnabled());
   EXPECT_FALSE(FileExists(folder.Path() + "/body"));

@@ -6,6 +6,7 @@
 #include "core/Reports.h"
 #include "core/Settings.h"
 #include "distribute/Email.h"
+#include "distribute/SentMail.h"
 #include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -88,6 +89,11 @@ void FrmMain::Load() {
   }
   if (!opened) throw ProgramEnded{1};
   for (int type = 0; type < 3; ++type) LoadStep([&] { GetInstructions(type); });
+  LoadStep([&] {
+    if (RememberedMail().empty()) return;
+    NoteRememberedMail();
+    ListContacts();
+  });
   LoadStep([&] { SetDefaults(); });
   loading = false;
 }
