@@ -1,12 +1,12 @@
 // Combo boxes, list boxes and list views: models over the control's own rows.
 #include <QComboBox>
+#include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QListView>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTreeView>
-#include <QVBoxLayout>
 #include <utility>
 
 #include "qt/BindControls.h"
@@ -113,19 +113,28 @@ void SetUpView(QTreeView& view) {
   view.header()->setSectionsMovable(false);
 }
 
-// Stands in the middle of a list that shows no row.
-QLabel* MakeNoMatchLabel(QTreeView& view) {
-  auto* label = new QLabel(view.viewport());
-  label->setAlignment(Qt::AlignCenter);
-  label->setWordWrap(true);
-  label->setAttribute(Qt::WA_TransparentForMouseEvents);
-  auto* layout = new QVBoxLayout(view.viewport());
-  layout->addWidget(label);
-  return label;
-}
+// Stands in the middle of a list that shows no row. A view lays nothing out in its viewport, so it follows the size.
+class NoMatchLabel : public QLabel {
+ public:
+  explicit NoMatchLabel(QWidget& viewport) : QLabel(&viewport) {
+    setAlignment(Qt::AlignCenter);
+    setWordWrap(true);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    viewport.installEventFilter(this);
+    hide();
+  }
+
+ protected:
+  bool eventFilter(QObject* viewport, QEvent* event) override {
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Show) {
+      setGeometry(static_cast<QWidget*>(viewport)->rect());
+    }
+    return false;
+  }
+};
 
 void SetListPainter(ListView& list, QTreeView& view, RowsModel& model, Selection& selection) {
-  QLabel* noMatch = MakeNoMatchLabel(view);
+  auto* noMatch = new NoMatchLabel(*view.viewport());
   list.Painter = [&list, &view, &model, &selection, noMatch, shown = std::vector<std::string>()](Aspect aspect,
                                                                                                  int row) mutable {
     switch (aspect) {

@@ -11,6 +11,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include "core/Aliases.h"
 #include "core/Reports.h"
 
 namespace tarvolinex {
@@ -25,6 +26,16 @@ TEST_F(SampleWindow, TypingInTheListGoesToTheSupplierOfThatName) {
   EXPECT_EQ(Find<QLabel>("LblCompany").text(), "*Saxonholt Dental Systems Ltd*");
   Shortcut(Qt::Key_C);
   EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("Saxonholt Dental Systems Ltd\t"));
+}
+
+TEST_F(SampleWindow, AFilterThatNothingMatchesSaysSoInTheList) {
+  Type("TxtFilter", "nobody is called so");
+  const auto* note = List().viewport()->findChild<QLabel*>();
+  ASSERT_TRUE(note && note->isVisible());
+  EXPECT_EQ(note->text(), QString::fromStdString(ReplaceAliases("No <SUPPLIER> matches")));
+  EXPECT_EQ(note->size(), List().viewport()->size());
+  Type("TxtFilter", "");
+  EXPECT_FALSE(note->isVisible());
 }
 
 TEST_F(SampleWindow, AFieldIsLeftBeforeAShortcutAToolAndATabAct) {
