@@ -27,14 +27,14 @@ class SetupTest(WindowsTest):
         super().setUp()
         number = next(numbers)
         self.called(f'Preis: Buch {number:02}', f'Preis_ Buch {number:02}')
-        self.source = self.folder / 'source'
+        self.source = self.folder / 'so;urce'
         self.files = {'calc.html': b'page 1', 'calcdata.txt': b'', 'general.dat': self.record, 'Supplier.dat': b'record',
                       'calc.ico': wine.ICON.read_bytes(), 'setup.exe': wine.SETUP.read_bytes()}
 
     def called(self, title, folder):
         self.title = title
-        self.installed = user('AppData/Local', folder)
-        self.downloaded = user('AppData/Local', f'{folder} (download)')
+        self.installed = user('AppData/Local/Tarvolinex', folder)
+        self.downloaded = user('AppData/Local/Tarvolinex', f'{folder} (download)')
 
     def write(self, *listed):
         """The folder that the self-extractor leaves behind."""
@@ -104,7 +104,7 @@ class Installs(SetupTest):
     def test_files_shortcuts_and_entry_and_takes_all_away_again(self):
         self.files |= {'Größe, neu!0.html': b'form', 'logo.GIF': b'logo'}
         self.assert_installed(self.install('logo.GIF', 'background.JPG', 'GRÖßE, NEU!0.HTML'))
-        inside = f'\\AppData\\Local\\{self.installed.name}\\'
+        inside = f'\\AppData\\Local\\Tarvolinex\\{self.installed.name}\\'
         for shortcut in self.shortcuts():
             for name in ('calc.html', 'calc.ico'):
                 path = f'C:\\users\\{user().name}{inside}{name}'
@@ -130,7 +130,41 @@ class Installs(SetupTest):
             self.assert_gone()
 
 
+    def test_shares_no_folder_with_anything_else_and_removes_nothing_else(self):
+        local = user('AppData/Local')
+        (local / 'Microsoft').mkdir(exist_ok=True)
+        before = sorted(p for p in local.rglob('*') if 'tarvolinex' not in str(p).lower())
+        for title in ('Temp', 'Microsoft', 'Tarvolinex'):
+            self.called(title, title)
+            self.assert_installed(self.install())
+            self.assertEqual(run(self.download(), '/S').returncode, 0)
+            self.uninstall()
+            self.assert_gone()
+            self.assertTrue((self.downloaded / 'calc.html').exists())
+        self.assertEqual(sorted(p for p in local.rglob('*') if 'tarvolinex' not in str(p).lower()), before)
+
+    def test_two_titles_of_one_folder_name_beside_each_other(self):
+        self.assert_installed(self.install())
+        first, title = self.installed, self.title.replace(':', '_')
+        self.called(title, f'{title} ({COMPANY})')
+        self.assert_installed(self.install())
+        self.uninstall()
+        self.assert_gone()
+        self.assertTrue((first / 'calc.html').exists())
+
+
 class Replaces(SetupTest):
+    def test_what_the_first_versions_put_among_the_folders_of_others(self):
+        self.assert_installed(self.install())
+        former = user('AppData/Local', self.installed.name)
+        shutil.copytree(self.installed, former)
+        (former / 'notes.txt').write_bytes(b'mine')
+        shutil.rmtree(self.installed)
+        self.assert_installed(self.install())
+        self.assertEqual([p.name for p in former.iterdir()], ['notes.txt'])
+        self.uninstall()
+        self.assert_gone()
+
     def test_an_older_version_whole_or_not_at_all_and_keeps_what_is_the_users_own(self):
         own = {'notes.txt': b'mine'}
         self.files[OLD] = b'an old form'
@@ -234,7 +268,7 @@ class Asks(SetupTest):
         seen = wine.root / 'seen'
         wait_until(lambda: seen.exists() and seen.stat().st_size)
         page = seen.read_text(encoding='utf-8').split('\n')[1].strip()
-        self.assertEqual(page, f'C:\\users\\{user().name}\\AppData\\Local\\{folder.name}\\calc.html')
+        self.assertEqual(page, f'C:\\users\\{user().name}\\AppData\\Local\\Tarvolinex\\{folder.name}\\calc.html')
         seen.unlink()
 
     def test_first_then_opens_the_calculator_and_tells_a_failure_but_asks_nothing_for_a_download(self):

@@ -78,7 +78,7 @@ void Keep(const Archive& archive, const std::wstring& name, bool silent, Progres
     progress.Say(L"Putting the files in place...");
     const OnlyOne only;
     const std::wstring title = OwnTitle(name, unpacked.Path(), ending);
-    folder = LocalDataFolder() + L"\\" + FolderNameFor(title) + ending;
+    folder = CalculatorsFolder() + L"\\" + FolderNameFor(title) + ending;
     Replacement replacement(folder);
     for (const Entry& entry : archive.Entries()) replacement.Add(unpacked.Path() + L"\\" + entry.name);
     InstalledList list;

@@ -74,19 +74,42 @@ void Announce(const InstalledList& list, const InstalledList& old, const Install
   }
 }
 
+// The same calculator where the first versions of this program put it: among other programs' folders, so that one
+// called "Temp" shared that one.
+class Former {
+ public:
+  Former(const std::wstring& name, const std::wstring& company) : folder_(LocalDataFolder() + L"\\" + name) {
+    if (SameName(CompanyOf(folder_), company)) list_ = ReadInstalledList(folder_);
+  }
+  const InstalledList& List() const { return list_; }
+  // Its shortcuts lead to the new one now. What cannot be deleted stays.
+  void Remove() const {
+    if (list_.files.empty()) return;
+    for (const std::wstring& file : list_.files) DeleteFileW((folder_ + L"\\" + file).c_str());
+    DeleteFileW((folder_ + L"\\" + kInstalledList).c_str());
+    RemoveDirectoryW(folder_.c_str());
+  }
+
+ private:
+  std::wstring folder_;
+  InstalledList list_;
+};
+
 }  // namespace
 
 std::wstring Install(const SetupList& list, const std::wstring& source) {
   const std::wstring title = OwnTitle(list.title, source), name = FolderNameFor(title), company = CompanyOf(source),
-                     folder = LocalDataFolder() + L"\\" + name;
+                     folder = CalculatorsFolder() + L"\\" + name;
   const std::vector<std::wstring> files = PresentFiles(list, source);
   Replacement replacement(folder);
+  const Former former(name, company);
+  const InstalledList& old = replacement.Old().files.empty() ? former.List() : replacement.Old();
   for (const std::wstring& file : files) replacement.Add(source + L"\\" + file);
 
   InstalledList installed;
   installed.title = title;
   for (const std::wstring& place : {DesktopFolder(), StartMenuFolder()}) {
-    installed.shortcuts.push_back(ShortcutPath(place, name, replacement.Old()));
+    installed.shortcuts.push_back(ShortcutPath(place, name, old));
   }
   InstalledApp app;
   app.key = AppKey(folder);
@@ -98,8 +121,9 @@ std::wstring Install(const SetupList& list, const std::wstring& source) {
   app.kilobytes = Kilobytes(source, files);
 
   replacement.Exchange(installed);
-  Announce(installed, replacement.Old(), app, folder + L"\\" + kPage);
+  Announce(installed, old, app, folder + L"\\" + kPage);
   replacement.Commit();
+  former.Remove();
   return folder + L"\\" + kPage;
 }
 
@@ -122,6 +146,7 @@ void Uninstall(const std::wstring& folder) {
   Unregister(AppKey(folder));
   Delete(folder + L"\\" + kInstalledList);
   RemoveDirectoryW(folder.c_str());
+  RemoveDirectoryW(FolderOf(folder).c_str());  // when it was the only one
 }
 
 }  // namespace tarvolinex::windows

@@ -1,6 +1,7 @@
 #include "system/Owner.h"
 
 #include "system/Files.h"
+#include "system/InstalledList.h"
 #include "system/Names.h"
 #include "system/Replacement.h"
 #include "system/Shell.h"
@@ -28,11 +29,14 @@ std::wstring CompanyOf(const std::wstring& folder) {
 }
 
 std::wstring OwnTitle(const std::wstring& title, const std::wstring& source, const std::wstring& ending) {
-  const std::wstring folder = LocalDataFolder() + L"\\" + FolderNameFor(title) + ending;
+  const std::wstring folder = CalculatorsFolder() + L"\\" + FolderNameFor(title) + ending;
   Recover(folder);  // of an exchange that was cut off half is missing there
-  const std::wstring company = CompanyOf(source), there = CompanyOf(folder);
-  const bool others = !company.empty() && !there.empty() && !SameName(company, there);
-  return others ? title + L" (" + company + L")" : title;
+  const std::wstring company = CompanyOf(source), there = CompanyOf(folder),
+                     title_there = ReadInstalledList(folder).title;
+  // Two titles may differ in what a folder's name cannot hold.
+  const bool others =
+      (!there.empty() && !SameName(company, there)) || (!title_there.empty() && !SameName(title, title_there));
+  return others && !company.empty() ? title + L" (" + company + L")" : title;
 }
 
 }  // namespace tarvolinex::windows

@@ -9,7 +9,7 @@ namespace tarvolinex::windows {
 std::wstring CompanyOf(const std::wstring& folder);
 
 // The title under which the calculator in `source` is kept: its own, or with the company's name behind it where the
-// folder that the title gives (with `ending` after it, below the user's data folder) holds another company's. What an
+// folder that the title gives (with `ending` after it, among the calculators) holds another's. What an
 // installation that was cut off has left there is put back first.
 std::wstring OwnTitle(const std::wstring& title, const std::wstring& source, const std::wstring& ending = {});
 

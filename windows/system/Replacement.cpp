@@ -66,6 +66,7 @@ void Recover(const std::wstring& folder) {
 Replacement::Replacement(const std::wstring& folder) : folder_(folder) {
   Recover(folder);
   old_ = ReadInstalledList(folder);
+  MakeFolder(FolderOf(folder));
   if (!CreateDirectoryW(NewFolder(folder).c_str(), nullptr)) {
     ThrowLastError(L"Making the folder", NewFolder(folder));
   }
@@ -79,6 +80,7 @@ Replacement::~Replacement() {
     return;  // The next start tries again.
   }
   if (made_folder_) RemoveDirectoryW(folder_.c_str());
+  RemoveDirectoryW(FolderOf(folder_).c_str());  // when it was the only one
 }
 
 void Replacement::Add(const std::wstring& source) {

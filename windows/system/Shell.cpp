@@ -21,6 +21,10 @@ std::wstring LocalDataFolder() {
   return KnownFolder(FOLDERID_LocalAppData, L"the folder of local application data");
 }
 
+std::wstring CalculatorsFolder() {
+  return LocalDataFolder() + L"\\Tarvolinex";
+}
+
 void OpenFile(const std::wstring& path) {
   SHELLEXECUTEINFOW open = {};
   open.cbSize = sizeof open;
