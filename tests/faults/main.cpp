@@ -2,7 +2,7 @@
 // it: every write, flush, renaming, deletion and creation. After each the database is sound and holds what stood there
 // before or after the step, every file is the old or the new one, the next start, the next publish and the job itself
 // work, both pages are of one save, and no file is left over. Prints how many moments were tried.
-//   --every N    only each N-th moment, another one for each kind of fault
+//   --every N    only each N-th moment of a longer job, another one for each kind of fault
 //   --moment N   only this one
 #include <sys/mman.h>
 
@@ -276,7 +276,11 @@ struct Choice {
   long every = 1, only = 0;
   std::set<std::string> jobs;  // empty for all
   bool Has(const std::string& job) const { return jobs.empty() || jobs.contains(job); }
-  bool Has(long moment, long kind) const { return only != 0 ? moment == only : (moment + kind) % every == 0; }
+  // What is over in a few moments is tried at all of them.
+  bool Has(long moment, long kind, long moments) const {
+    constexpr long kFew = 30;
+    return only != 0 ? moment == only : moments < kFew || (moment + kind) % every == 0;
+  }
 };
 
 Choice ChoiceOf(const std::vector<std::string>& words) {
@@ -303,7 +307,7 @@ long TryAll(Trials& trial, const std::string& name, const Choice& choice) {
     all += moments;
     ++kind;
     for (long moment = 1; moment <= moments; ++moment) {
-      if (!choice.Has(moment, kind)) continue;
+      if (!choice.Has(moment, kind, moments)) continue;
       trial.Try(fault, word, moment);
       ++tried;
     }
