@@ -39,6 +39,13 @@ std::string PathIn(std::string_view connectionString) {
   return std::string(connectionString.substr(kKey.size()));
 }
 
+// On a full disk with the file that found no room.
+std::string WhyItFailed(sqlite3* database) {
+  const std::string why = sqlite3_errmsg(database);
+  const int code = sqlite3_errcode(database);
+  return code == SQLITE_FULL || code == SQLITE_IOERR ? why + ": " + sqlite3_db_filename(database, "main") : why;
+}
+
 // "%" stands for any text and "_" for any character, both texts folded.
 bool LikeMatches(std::string_view text, std::string_view pattern) {
   while (!pattern.empty()) {
@@ -207,7 +214,7 @@ void Connection::Execute(std::string_view statement) {
   sqlite3_stmt* prepared = Prepare(statement);
   int result = SQLITE_ROW;
   while (result == SQLITE_ROW) result = sqlite3_step(prepared);
-  if (result != SQLITE_DONE) errors_.emplace_back(sqlite3_errmsg(database_));
+  if (result != SQLITE_DONE) errors_.push_back(WhyItFailed(database_));
   sqlite3_finalize(prepared);
   if (!errors_.empty()) throw RuntimeError(kDatabase, errors_.front() + ": " + std::string(statement));
 }

@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/StatementText.h"
 #include "support/Fixture.h"
+#include "support/Hindrances.h"
 
 namespace tarvolinex {
 
@@ -101,6 +102,12 @@ TEST_F(DatabaseTest, AFailedStatementChangesNothingAndIsDescribed) {
   connection.Execute("DELETE FROM t WHERE ID=1");
   connection.Rollback();
   EXPECT_EQ(Column("SELECT COUNT(*) FROM t"), "4;");
+}
+
+TEST_F(DatabaseTest, AFullDiskIsNamedWithTheDatabase) {
+  const FullDisk full(8192);
+  EXPECT_THROW(connection.Execute("UPDATE t SET Name='" + std::string(100'000, 'x') + "'"), RuntimeError);
+  EXPECT_NE(connection.Errors().at(0).find(path), std::string::npos) << connection.Errors()[0];
 }
 
 TEST(Database, OnlyAnExistingDatabaseIsOpened) {
