@@ -110,11 +110,11 @@ void Trial::Learn() {
 
 void Trial::CheckFiles(int status) {
   for (const auto& [name, content] : place_.Files()) {
-    // These tell how far the program is, and what was typed last.
-    const bool marks = name == "app/Pages.INI" || name == "app/Delivered.lst" || name == "app/General.INI";
+    // These tell how far the program is, who has got mail, and what was typed last.
+    const std::set<std::string> marks = {"app/Pages.INI", "app/Delivered.lst", "app/General.INI", "app/Sent.lst"};
     // An old file that could not be deleted has been reported, and counts among those of its name.
     const bool reported = status > 0 && name.starts_with("app/calculator/");
-    const bool varies = marks || reported || job_.varying.contains(name) || name.ends_with(".eml");
+    const bool varies = marks.contains(name) || reported || job_.varying.contains(name) || name.ends_with(".eml");
     const auto before = known_.before.find(name), after = known_.after.find(name);
     const bool isBefore = before != known_.before.end() && before->second == content;
     const bool isAfter = after != known_.after.end() && after->second == content;
