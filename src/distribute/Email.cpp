@@ -268,9 +268,9 @@ MailSession NewMailSession(const std::string& progressText) {
 }
 
 bool SendCalculator(const std::function<void()>& askHow) {
-  if (!CanPack()) return false;
   std::vector<Recipient> recipients = TickedContacts();
   if (!ReadyToSend(recipients)) return false;
+  if (!CanPack()) return false;
   // Before anything is built, packed and uploaded in vain.
   const bool noted = MailStep([&] {
     TryToNote(AsSent(recipients));

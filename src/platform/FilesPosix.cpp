@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -13,6 +14,7 @@
 #include <filesystem>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "platform/Files.h"
@@ -72,8 +74,10 @@ int MakeUnfinished(const std::string& folder, std::string& path) {
   constexpr int kAttempts = 1000;
   const std::string before =
       (folder.empty() ? "." : folder) + "/" + UnfinishedHere() + std::to_string(::getpid()) + "-";
+  // No name comes twice: whoever is about to remove a dead file must not meet a new one there.
+  static std::atomic<unsigned> next = 0;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    path = before + std::to_string(attempt) + std::string(kUnfinishedEnding);
+    path = before + std::to_string(next++) + std::string(kUnfinishedEnding);
     const int handle = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (handle < 0 && errno == EEXIST) continue;
     if (handle < 0) break;
@@ -187,11 +191,10 @@ void WholeFile::Write(std::string_view bytes) {
 
 void WholeFile::Commit() {
   if (::fsync(handle_) != 0) Fail(Marked("Writing %1: %2"));
-  const int handle = handle_;
-  handle_ = -1;
-  if (::close(handle) != 0) Fail(Marked("Writing %1: %2"));
+  // Still locked: until it has its name another program could take it for a dead one's.
   if (::rename(beside_.c_str(), target_.c_str()) != 0) Fail(Marked("Writing %1: %2"));
   beside_.clear();
+  ::close(std::exchange(handle_, -1));
   FlushFolder(FolderOf(target_));
 }
 
