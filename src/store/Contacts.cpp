@@ -4,6 +4,7 @@
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
+#include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
@@ -135,9 +136,11 @@ void SaveContact() {
       transaction.Abandon();
       ContactChanged = false;
       ContactListStale = true;
-      ShowError(missing);
-      if (CurrentSupplierId == 0) ClearContactFields();
-      return;
+      if (CurrentSupplierId != 0) return ShowError(missing);
+      // No error of the run: what is typed after it is stored when the window closes.
+      TheDesktop().MessageBox(missing, Tr("Contacts"), BoxButtons::Ok, BoxIcon::Exclamation);
+      ClearContactFields();
+      return SetStatus(false, "", -1);
     }
     ExecuteStatement(ContactStatement());
     const bool isNew = CurrentContactId == 0;
