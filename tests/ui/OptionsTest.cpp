@@ -266,6 +266,8 @@ TEST_F(OptionsTest, LimitsThatContradictEachOtherAreNamedAndNothingIsWrittenOrSe
       EXPECT_TRUE(desktop.boxes[0].text.starts_with(c.said));
       EXPECT_FALSE(options.Closed());
     }
+    form->send.lvSendContacts.SetChecked(0, true);
+    for (const int text : {0, 1}) form->send.TxtEmail(text).SetText("Your calculator");
     for (CommandButton* button : {&form->send.CmdCalcGo(0), &form->send.CmdCalcGo(2)}) {
       button->Press();
       EXPECT_TRUE(desktop.boxes.back().text.starts_with(c.said)) << desktop.boxes.back().text;
