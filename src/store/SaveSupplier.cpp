@@ -95,13 +95,13 @@ void StoreFields(bool asSupplier) {
   if (asSupplier) UseStoredRateCard();
 }
 
-std::string LiteralOf(const Recordset& records, const std::string& column) {
-  const int index = records.ColumnIndex(column);
-  if (index < 0 || records.EndOfFile()) return "''";
-  const Value value = records.Field(index);
+// At the end of the set stands what the field shows instead: nothing, or the "0.00" of whole numbers and amounts.
+std::string LiteralOf(const Recordset& records, const std::string& column, const std::string& shown) {
+  if (records.ColumnIndex(column) < 0) return "''";
   const ColumnType type = records.TypeOf(column);
   const bool number = type != ColumnType::Text && type != ColumnType::Date;
-  return IsNull(value) && number ? "NULL" : "'" + EscapeQuotes(ValueText(value)) + "'";
+  const std::string text = records.EndOfFile() ? shown : EscapeQuotes(ValueText(records.Field(column)));
+  return number && text.empty() ? "NULL" : "'" + text + "'";
 }
 
 std::string TextOf(const Control& control) {
@@ -136,7 +136,7 @@ void RememberLoadedFields(const Recordset& records) {
     if (!IsSupplierField(*control)) continue;
     const std::string column = GetTagValue(control->Tag(), "FIELDNAME"), text = TextOf(*control);
     const bool check = dynamic_cast<const CheckBox*>(control) != nullptr;
-    LoadedSupplierFields[column] = {text, check ? text : LiteralOf(records, column)};
+    LoadedSupplierFields[column] = {text, check ? text : LiteralOf(records, column, text)};
   }
 }
 

@@ -171,6 +171,14 @@ TEST_F(NothingLostTest, OnlyWhatAPersonTypedIsStored) {
       Ask("SELECT Yield0 || ' ' || RangeEquipFROM0 || ' ' || quote(Yield1) FROM suppliers WHERE CompanyName='Made "
           "of the default'"),
       "9.125 50000.1234 NULL");
+  // Without a default nothing is an empty text where a number belongs: what is shown is stored.
+  TheStore->connection.Execute("DELETE FROM DefaultSupplier");
+  form->Toolbar1.Press("ADDNEW");
+  Type(Name(), "Made of nothing");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Ask("SELECT quote(Yield0) || ' ' || quote(Com4) || ' ' || typeof(RangeEquipFROM0) || RangeEquipFROM0 || "
+                "quote(Town) FROM suppliers WHERE CompanyName='Made of nothing'"),
+            "NULL NULL integer0''");
 }
 
 TEST_F(NothingLostTest, NothingIsWrittenForASupplierThatIsNotThere) {
