@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/Globals.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 
 namespace tarvolinex {
 

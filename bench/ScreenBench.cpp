@@ -5,9 +5,9 @@
 #include <QTest>
 
 #include "LargeDatabase.h"
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
-#include "platform/Desktop.h"
 #include "qt/PixelGridView.h"
 #include "qt/QtDesktop.h"
 #include "ui/iconedit/FrmIconEdit.h"

@@ -4,11 +4,11 @@
 
 #include "app/StartUp.h"
 #include "cli/CommandLine.h"
+#include "controls/TerminalDesktop.h"
 #include "core/AppFolder.h"
 #include "core/Globals.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/TerminalDesktop.h"
+#include "platform/files/Files.h"
 
 namespace tarvolinex {
 

@@ -2,13 +2,13 @@
 
 #include <iostream>
 
+#include "controls/Desktop.h"
 #include "core/AppFolder.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
 #include "core/Settings.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
 #include "publish/Preferences.h"
 #include "publish/Template.h"
 #include "store/DatabaseFile.h"

@@ -4,7 +4,7 @@
 
 #include "app/Program.h"
 #include "cli/CommandLine.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 
 namespace {
 

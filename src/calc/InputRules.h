@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 namespace tarvolinex {
 

@@ -6,8 +6,8 @@
 #include "calc/InputRules.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

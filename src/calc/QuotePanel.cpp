@@ -8,8 +8,8 @@
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

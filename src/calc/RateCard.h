@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/Records.h"
-#include "platform/Database.h"
+#include "platform/data/Database.h"
 
 namespace tarvolinex {
 

@@ -5,8 +5,8 @@
 
 #include "cli/Commands.h"
 #include "core/Globals.h"
-#include "platform/Encoding.h"
 #include "platform/RuntimeError.h"
+#include "platform/text/Encoding.h"
 
 namespace tarvolinex {
 

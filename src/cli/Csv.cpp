@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 

@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 

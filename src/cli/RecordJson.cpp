@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "core/Records.h"
-#include "platform/Json.h"
+#include "platform/text/Json.h"
 
 namespace tarvolinex {
 

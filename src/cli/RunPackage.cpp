@@ -5,7 +5,7 @@
 #include "cli/Commands.h"
 #include "core/MainWindow.h"
 #include "distribute/InstallPackage.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 #include "publish/CalculatorFolder.h"
 
 namespace tarvolinex {

@@ -4,7 +4,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "core/Globals.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 #include "publish/CalculatorFolder.h"
 
 namespace tarvolinex {

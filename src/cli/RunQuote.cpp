@@ -10,8 +10,8 @@
 #include "cli/Csv.h"
 #include "cli/QuoteRows.h"
 #include "core/Globals.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
 
 namespace tarvolinex {
 

@@ -5,9 +5,9 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/RecordJson.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 

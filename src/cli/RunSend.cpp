@@ -9,7 +9,7 @@
 #include "distribute/Email.h"
 #include "distribute/InstallPackage.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "store/Contacts.h"
 
 namespace tarvolinex {

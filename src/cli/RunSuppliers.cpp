@@ -4,7 +4,7 @@
 #include "cli/Commands.h"
 #include "cli/Csv.h"
 #include "core/Globals.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "store/DatabaseFile.h"
 #include "store/Statements.h"
 

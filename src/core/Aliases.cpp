@@ -2,8 +2,8 @@
 
 #include "core/Globals.h"
 #include "core/MainWindow.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

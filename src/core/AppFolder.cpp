@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "core/Globals.h"
-#include "platform/Encoding.h"
-#include "platform/Files.h"
-#include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/text/Encoding.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 

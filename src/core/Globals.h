@@ -9,7 +9,7 @@
 
 #include "core/Quote.h"
 #include "core/Records.h"
-#include "platform/Database.h"
+#include "platform/data/Database.h"
 
 namespace tarvolinex {
 

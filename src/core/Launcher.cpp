@@ -2,10 +2,10 @@
 
 #include <string>
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 
 namespace tarvolinex {
 

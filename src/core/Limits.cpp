@@ -4,8 +4,8 @@
 
 #include "core/Aliases.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

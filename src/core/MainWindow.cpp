@@ -3,7 +3,7 @@
 #include <array>
 #include <cassert>
 
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

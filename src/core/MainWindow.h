@@ -2,8 +2,8 @@
 // modules; the handlers are members of FrmMain.
 #pragma once
 
-#include "platform/Controls.h"
-#include "platform/Translation.h"
+#include "controls/Controls.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/Currency.h"
+#include "platform/text/Currency.h"
 
 namespace tarvolinex {
 

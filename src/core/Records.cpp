@@ -3,10 +3,10 @@
 #include <bit>
 #include <cstring>
 
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

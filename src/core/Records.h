@@ -9,8 +9,8 @@
 #include <string_view>
 #include <variant>
 
-#include "platform/Controls.h"
-#include "platform/Currency.h"
+#include "controls/Controls.h"
+#include "platform/text/Currency.h"
 
 namespace tarvolinex {
 

@@ -1,10 +1,10 @@
 #include "core/Reports.h"
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
-#include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

@@ -6,10 +6,10 @@
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
-#include "platform/Files.h"
-#include "platform/ProfileFile.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/files/ProfileFile.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "controls/Desktop.h"
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
@@ -13,12 +14,11 @@
 #include "distribute/LongWork.h"
 #include "distribute/SentMail.h"
 #include "distribute/Upload.h"
-#include "platform/Clock.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Clock.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/PageText.h"
 #include "store/Contacts.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Mail.h"
+#include "platform/network/Mail.h"
 
 namespace tarvolinex {
 

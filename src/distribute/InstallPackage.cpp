@@ -2,17 +2,17 @@
 
 #include <vector>
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
 #include "distribute/LongWork.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/SelfExtractor.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
-#include "platform/ZipComponent.h"
+#include "platform/files/Files.h"
+#include "platform/files/SelfExtractor.h"
+#include "platform/files/ZipComponent.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/PageText.h"
 #include "publish/Template.h"

@@ -1,10 +1,10 @@
 #include "distribute/LongWork.h"
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

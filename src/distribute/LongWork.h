@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "platform/Transfer.h"
-#include "platform/Window.h"
+#include "controls/Window.h"
+#include "platform/network/Transfer.h"
 
 namespace tarvolinex {
 

@@ -5,8 +5,8 @@
 
 #include "core/Globals.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "store/Contacts.h"
 
 namespace tarvolinex {

@@ -2,17 +2,17 @@
 
 #include <algorithm>
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
 #include "distribute/LongWork.h"
-#include "platform/Clock.h"
-#include "platform/Desktop.h"
-#include "platform/Encoding.h"
-#include "platform/Files.h"
-#include "platform/HttpRequest.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/network/HttpRequest.h"
+#include "platform/text/Clock.h"
+#include "platform/text/Encoding.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/FolderFiles.h"
 
 namespace tarvolinex {

@@ -1,9 +1,9 @@
 #include "publish/CalculatorData.h"
 
-#include "platform/Clock.h"
-#include "platform/Encoding.h"
-#include "platform/Json.h"
-#include "platform/Text.h"
+#include "platform/text/Clock.h"
+#include "platform/text/Encoding.h"
+#include "platform/text/Json.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 

@@ -4,16 +4,16 @@
 #include <string>
 #include <vector>
 
+#include "controls/Desktop.h"
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/Launcher.h"
 #include "core/Limits.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/CalculatorData.h"
 #include "publish/FolderFiles.h"
 #include "publish/PageText.h"

@@ -3,9 +3,9 @@
 #include <string>
 
 #include "core/Reports.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

@@ -5,11 +5,11 @@
 #include "core/Globals.h"
 #include "core/Launcher.h"
 #include "core/Reports.h"
-#include "platform/Encoding.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Encoding.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/PageText.h"
 
 namespace tarvolinex {

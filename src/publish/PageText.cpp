@@ -1,8 +1,8 @@
 #include "publish/PageText.h"
 
-#include "platform/Encoding.h"
-#include "platform/Files.h"
-#include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/text/Encoding.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 

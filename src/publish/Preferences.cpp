@@ -6,8 +6,8 @@
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
 #include "publish/Template.h"
 
 namespace tarvolinex {

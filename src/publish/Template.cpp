@@ -2,15 +2,15 @@
 
 #include <cstdio>
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
-#include "platform/Encoding.h"
-#include "platform/Files.h"
-#include "platform/ProfileFile.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/files/ProfileFile.h"
+#include "platform/text/Encoding.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/PageText.h"
 
 namespace tarvolinex {

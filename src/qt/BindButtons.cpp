@@ -8,8 +8,8 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 
-#include "platform/Files.h"
-#include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
 #include "qt/BindControls.h"
 #include "qt/EventBoundary.h"
 #include "qt/LinkLabel.h"

@@ -6,8 +6,8 @@
 
 #include <vector>
 
-#include "platform/Controls.h"
-#include "platform/PaintControls.h"
+#include "controls/Controls.h"
+#include "controls/PaintControls.h"
 
 class QMenuBar;
 class QObject;

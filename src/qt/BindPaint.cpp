@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QSignalBlocker>
 
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 #include "qt/BindControls.h"
 #include "qt/ColourSwatch.h"
 #include "qt/EventBoundary.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 class QKeyEvent;
 class QWidget;

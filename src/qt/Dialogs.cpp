@@ -8,8 +8,8 @@
 #include <QPushButton>
 #include <QRegularExpression>
 
-#include "platform/Files.h"
-#include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
 #include "qt/EventBoundary.h"
 #include "qt/Look.h"
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 
 class QWidget;
 

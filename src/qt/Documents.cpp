@@ -9,8 +9,8 @@
 #include <QStandardPaths>
 #include <QUrl>
 
-#include "platform/Files.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Translation.h"
 #include "qt/Dialogs.h"
 #include "qt/Look.h"
 

@@ -2,9 +2,9 @@
 
 #include <QCoreApplication>
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 #include "platform/RuntimeError.h"
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

@@ -5,7 +5,7 @@
 #include <QAbstractTableModel>
 #include <vector>
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 namespace tarvolinex {
 

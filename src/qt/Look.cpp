@@ -1,6 +1,6 @@
 #include "qt/Look.h"
 
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 #include <QApplication>
 #include <QPalette>

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 class QWidget;
 

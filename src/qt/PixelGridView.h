@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "platform/PaintControls.h"
+#include "controls/PaintControls.h"
 
 namespace tarvolinex {
 

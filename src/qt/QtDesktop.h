@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 #include "qt/AltLetters.h"
 
 class QEventLoop;

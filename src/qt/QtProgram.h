@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 
 namespace tarvolinex {
 

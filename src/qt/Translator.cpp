@@ -4,7 +4,7 @@
 #include <QLibraryInfo>
 #include <QLocale>
 
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 #include "qt/Look.h"
 
 namespace tarvolinex {

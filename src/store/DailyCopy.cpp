@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
-#include "platform/Clock.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
+#include "platform/text/Clock.h"
 
 namespace tarvolinex {
 

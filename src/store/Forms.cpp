@@ -4,10 +4,10 @@
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 namespace tarvolinex {
 

@@ -1,13 +1,13 @@
 // Removing a supplier, and taking the last removal back.
 #include <utility>
 
+#include "controls/Desktop.h"
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/MainWindow.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"
 

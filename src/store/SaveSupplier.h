@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/Database.h"
+#include "platform/data/Database.h"
 
 namespace tarvolinex {
 

@@ -6,8 +6,8 @@
 #include "core/Globals.h"
 #include "core/Reports.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "store/DailyCopy.h"
 
 namespace tarvolinex {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Database.h"
+#include "platform/data/Database.h"
 
 namespace tarvolinex {
 

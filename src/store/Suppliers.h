@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/Controls.h"
 #include "core/Globals.h"
-#include "platform/Controls.h"
-#include "platform/Database.h"
+#include "platform/data/Database.h"
 #include "store/Statements.h"
 
 namespace tarvolinex {

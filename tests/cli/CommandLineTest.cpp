@@ -5,8 +5,8 @@
 #include <cstdio>
 
 #include "core/Records.h"
-#include "platform/Encoding.h"
-#include "platform/Text.h"
+#include "platform/text/Encoding.h"
+#include "platform/text/Text.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {

@@ -9,7 +9,7 @@
 #include <random>
 
 #include "core/Records.h"
-#include "platform/ZipComponent.h"
+#include "platform/files/ZipComponent.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {

@@ -1,9 +1,9 @@
 #include "distribute/Email.h"
 
 #include "distribute/InstallPackage.h"
-#include "platform/Clock.h"
-#include "platform/ProfileFile.h"
 #include "platform/RuntimeError.h"
+#include "platform/files/ProfileFile.h"
+#include "platform/text/Clock.h"
 #include "publish/Preferences.h"
 #include "support/Fixture.h"
 #include "support/KeyRing.h"

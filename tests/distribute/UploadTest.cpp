@@ -3,7 +3,7 @@
 #include <ctime>
 #include <set>
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/Fixture.h"
 #include "support/Hindrances.h"
 #include "support/LoopbackServer.h"

@@ -10,9 +10,9 @@
 #include <filesystem>
 #include <iostream>
 
-#include "platform/Database.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/data/Database.h"
+#include "platform/files/Files.h"
 
 namespace tarvolinex {
 

@@ -16,9 +16,9 @@
 
 #include "faults/Faults.h"
 #include "faults/Jobs.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/ZipComponent.h"
+#include "platform/files/Files.h"
+#include "platform/files/ZipComponent.h"
 
 namespace tarvolinex {
 

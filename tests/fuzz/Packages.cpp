@@ -2,10 +2,10 @@
 #include <filesystem>
 
 #include "fuzz/Targets.h"
-#include "platform/Files.h"
-#include "platform/Pictures.h"
-#include "platform/SelfExtractor.h"
-#include "platform/ZipComponent.h"
+#include "platform/files/Files.h"
+#include "platform/files/Pictures.h"
+#include "platform/files/SelfExtractor.h"
+#include "platform/files/ZipComponent.h"
 #include "selfextract/Container.h"
 #include "ui/iconedit/IconFile.h"
 

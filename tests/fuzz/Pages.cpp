@@ -1,7 +1,7 @@
 // Pages that a user imports, and the template of the calculator page.
 #include "core/Globals.h"
 #include "fuzz/Targets.h"
-#include "platform/Encoding.h"
+#include "platform/text/Encoding.h"
 #include "publish/LivePage.h"
 #include "publish/PageText.h"
 #include "publish/Template.h"

@@ -6,10 +6,10 @@
 #include "cli/QuoteRows.h"
 #include "distribute/Upload.h"
 #include "fuzz/Targets.h"
-#include "platform/MailMessage.h"
-#include "platform/MailProfiles.h"
-#include "platform/ProfileFile.h"
-#include "platform/Text.h"
+#include "platform/files/ProfileFile.h"
+#include "platform/network/MailMessage.h"
+#include "platform/network/MailProfiles.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex::fuzz {
 

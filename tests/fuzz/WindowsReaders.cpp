@@ -7,8 +7,8 @@
 #include <locale>
 
 #include "fuzz/Targets.h"
-#include "platform/Encoding.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
+#include "platform/text/Encoding.h"
 #include "selfextract/Archive.h"
 #include "setup/SetupList.h"
 #include "system/Failure.h"

@@ -5,7 +5,7 @@
 #include <map>
 
 #include "fuzz/Targets.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 
 int main(int count, char** words) {
   using namespace tarvolinex;

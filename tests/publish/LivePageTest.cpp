@@ -2,9 +2,9 @@
 
 #include <map>
 
-#include "platform/Json.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "platform/text/Json.h"
+#include "platform/text/Text.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {

@@ -1,4 +1,4 @@
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 #include <QAccessible>
 

@@ -1,6 +1,6 @@
 #include "store/Suppliers.h"
 
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {

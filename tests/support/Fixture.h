@@ -10,7 +10,7 @@
 #include <string>
 
 #include "core/Globals.h"
-#include "platform/Files.h"
+#include "platform/files/Files.h"
 #include "support/Delivered.h"
 #include "support/ScriptedDesktop.h"
 #include "ui/main/FrmMain.h"

@@ -12,8 +12,8 @@
 #include <string>
 #include <thread>
 
-#include "platform/KeyStore.h"
 #include "platform/RuntimeError.h"
+#include "platform/network/KeyStore.h"
 
 namespace tarvolinex {
 

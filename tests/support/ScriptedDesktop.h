@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 
 namespace tarvolinex {
 

@@ -1,5 +1,5 @@
 // Contacts and the contact search on the sample database.
-#include "platform/ZipComponent.h"
+#include "platform/files/ZipComponent.h"
 #include "store/Contacts.h"
 #include "support/Fixture.h"
 #include "ui/main/FrmSearch.h"

@@ -3,9 +3,9 @@
 #include <array>
 #include <cstdio>
 
-#include "platform/Pictures.h"
 #include "platform/RuntimeError.h"
-#include "platform/ZipComponent.h"
+#include "platform/files/Pictures.h"
+#include "platform/files/ZipComponent.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {

@@ -3,7 +3,7 @@
 #include <random>
 
 #include "core/Aliases.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "publish/Template.h"
 #include "store/Suppliers.h"
 #include "support/Fixture.h"

@@ -1,5 +1,5 @@
 // The form pages of the options window.
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "support/OptionsFixture.h"
 #include "ui/options/frmFormEditWarning.h"
 

@@ -2,7 +2,7 @@
 #include <cstdio>
 
 #include "platform/RuntimeError.h"
-#include "platform/SelfExtractor.h"
+#include "platform/files/SelfExtractor.h"
 
 int main(int count, char** words) {
   if (count != 7) return 2;

@@ -3,9 +3,9 @@
 #include <array>
 #include <utility>
 
+#include "controls/Desktop.h"
 #include "core/Launcher.h"
-#include "platform/Desktop.h"
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

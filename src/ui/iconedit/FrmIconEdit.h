@@ -4,8 +4,8 @@
 #include <functional>
 #include <string>
 
-#include "platform/Controls.h"
-#include "platform/PaintControls.h"
+#include "controls/Controls.h"
+#include "controls/PaintControls.h"
 #include "ui/iconedit/IconImage.h"
 
 namespace tarvolinex {

@@ -4,10 +4,10 @@
 #include <cstdint>
 
 #include "core/Globals.h"
-#include "platform/Files.h"
-#include "platform/Pictures.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
+#include "platform/files/Files.h"
+#include "platform/files/Pictures.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 

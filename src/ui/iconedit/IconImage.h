@@ -4,7 +4,7 @@
 #include <array>
 #include <vector>
 
-#include "platform/Window.h"
+#include "controls/Window.h"
 
 namespace tarvolinex {
 

@@ -1,11 +1,11 @@
 // The editor's icons as files.
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/iconedit/IconFile.h"
 

@@ -1,6 +1,6 @@
 // The editor's tools and its undo.
 #include "core/Reports.h"
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 #include "ui/iconedit/FrmIconEdit.h"
 
 namespace tarvolinex {

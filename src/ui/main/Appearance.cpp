@@ -2,7 +2,7 @@
 #include <cstdlib>
 
 #include "core/Settings.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {

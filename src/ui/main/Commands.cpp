@@ -1,9 +1,9 @@
 // Menus and toolbar of the main window.
+#include "controls/Desktop.h"
 #include "core/Aliases.h"
 #include "core/Globals.h"
 #include "core/Launcher.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
 #include "publish/CalculatorFolder.h"
 #include "store/Contacts.h"
 #include "store/DatabaseFile.h"

@@ -2,12 +2,12 @@
 #include <string>
 #include <utility>
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "store/Contacts.h"
 #include "store/Statements.h"
 #include "store/Suppliers.h"

@@ -1,13 +1,13 @@
 #include "ui/main/FRmCreateDB.h"
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Launcher.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "store/DatabaseFile.h"
 
 namespace tarvolinex {

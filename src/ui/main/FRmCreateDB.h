@@ -1,7 +1,7 @@
 // Puts a new, empty-of-own-data database into a folder of the user's choice.
 #pragma once
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 namespace tarvolinex {
 

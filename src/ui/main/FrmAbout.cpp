@@ -1,7 +1,7 @@
 #include "ui/main/FrmAbout.h"
 
 #include "core/Launcher.h"
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

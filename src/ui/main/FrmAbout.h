@@ -1,7 +1,7 @@
 // Version and purpose of the program.
 #pragma once
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 namespace tarvolinex {
 

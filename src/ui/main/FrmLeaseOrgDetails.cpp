@@ -1,9 +1,9 @@
 #include "ui/main/FrmLeaseOrgDetails.h"
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
-#include "platform/Desktop.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/Preferences.h"
 #include "store/Statements.h"
 

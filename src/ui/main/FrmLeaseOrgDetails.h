@@ -1,7 +1,7 @@
 // The organisation's own details: name, address and, above all, the e-mail address that responses go to.
 #pragma once
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 namespace tarvolinex {
 

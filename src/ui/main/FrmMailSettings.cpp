@@ -2,13 +2,13 @@
 
 #include <array>
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
 #include "distribute/Email.h"
-#include "platform/Desktop.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "ui/main/MailProviders.h"
 
 namespace tarvolinex {

@@ -1,8 +1,8 @@
 // How mail leaves this machine.
 #pragma once
 
-#include "platform/Controls.h"
-#include "platform/MailProfiles.h"
+#include "controls/Controls.h"
+#include "platform/network/MailProfiles.h"
 
 namespace tarvolinex {
 

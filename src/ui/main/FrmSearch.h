@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 namespace tarvolinex {
 

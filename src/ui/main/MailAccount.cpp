@@ -1,14 +1,14 @@
 // The account of the mail settings: its provider, and its password in the desktop's key store.
 #include <chrono>
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
 #include "distribute/Email.h"
-#include "platform/Desktop.h"
-#include "platform/KeyStore.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/network/KeyStore.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "ui/main/FrmMailSettings.h"
 #include "ui/main/MailProviders.h"
 

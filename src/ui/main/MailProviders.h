@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "platform/MailProfiles.h"
+#include "platform/network/MailProfiles.h"
 
 namespace tarvolinex {
 

@@ -4,7 +4,7 @@
 #include "calc/InputRules.h"
 #include "calc/QuotePanel.h"
 #include "core/Globals.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {

@@ -5,7 +5,7 @@
 #include "core/Launcher.h"
 #include "core/MainWindow.h"
 #include "distribute/InstallPackage.h"
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

@@ -1,7 +1,7 @@
 // Asks how the calculator travels.
 #pragma once
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 namespace tarvolinex {
 

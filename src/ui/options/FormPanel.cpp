@@ -1,13 +1,13 @@
 // The library of form pages: its nodes in the tree, the details of one, the import of another.
 #include <charconv>
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/LivePage.h"
 #include "publish/PageText.h"
 #include "store/FormPages.h"

@@ -7,9 +7,9 @@
 #include <string>
 
 #include "calc/InputRules.h"
+#include "controls/Controls.h"
+#include "controls/PaintControls.h"
 #include "core/Records.h"
-#include "platform/Controls.h"
-#include "platform/PaintControls.h"
 #include "ui/options/OptionNodes.h"
 
 namespace tarvolinex {

@@ -1,14 +1,14 @@
 // Header logo, background picture and icon.
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Reports.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
-#include "platform/Pictures.h"
 #include "platform/RuntimeError.h"
-#include "platform/SelfExtractor.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/files/Pictures.h"
+#include "platform/files/SelfExtractor.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "ui/iconedit/IconFile.h"
 #include "ui/options/FrmOptions.h"
 

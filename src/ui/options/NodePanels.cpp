@@ -6,8 +6,8 @@
 
 #include "calc/InputRules.h"
 #include "core/Aliases.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "store/Statements.h"
 #include "ui/options/FrmOptions.h"
 

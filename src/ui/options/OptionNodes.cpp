@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "calc/InputRules.h"
-#include "platform/Translation.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

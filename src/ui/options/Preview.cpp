@@ -1,11 +1,11 @@
 // What a setting does, and what it makes of a calculator: a sentence, a small calculator, the picture itself.
 #include "core/Aliases.h"
 #include "core/Globals.h"
-#include "platform/Files.h"
-#include "platform/Pictures.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/files/Pictures.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/Template.h"
 #include "ui/options/FrmOptions.h"
 

@@ -1,11 +1,11 @@
 #include "ui/options/frmFormEditWarning.h"
 
+#include "controls/Desktop.h"
 #include "core/Globals.h"
 #include "core/Launcher.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
-#include "platform/Text.h"
-#include "platform/Translation.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 

@@ -1,0 +1,30 @@
+// A synchronous HTTP request.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/network/Transfer.h"
+
+namespace tarvolinex {
+
+class HttpRequest {
+ public:
+  TransferProgress Progress;
+  TransferPatience Patience;
+
+  void Open(std::string method, std::string address);
+  void SetRequestHeader(const std::string& name, const std::string& value);
+  // Returns when the answer is there. Throws RuntimeError naming the address: 35754 when the server cannot be reached,
+  // 57 when the connection breaks, is stopped, when the other side takes too long or answers with more than 1 MB, or
+  // with an error status (400 or above). No redirection is followed.
+  void Send(std::string_view body);
+  const std::string& ResponseText() const { return response_; }  // bytes as they came
+
+ private:
+  std::string method_, address_, response_;
+  std::vector<std::string> headers_;
+};
+
+}  // namespace tarvolinex

@@ -1,0 +1,248 @@
+#include "platform/network/Mail.h"
+
+#include <QProcess>
+#include <chrono>
+#include <random>
+
+#include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
+#include "platform/network/CurlTransfer.h"
+#include "platform/network/KeyStore.h"
+#include "platform/text/Clock.h"
+#include "platform/text/Encoding.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr std::string_view kSmtpPrefix = "SMTP:";
+
+QString Q(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+// What a server or a program says of itself, without its line ends.
+std::string SaidBy(std::string_view bytes) {
+  constexpr std::size_t kLongest = 500;
+  return QString::fromStdString(Readable(bytes, kLongest)).trimmed().toStdString();
+}
+
+struct Program {
+  std::string name, path;  // name: for people
+  QStringList arguments;
+  int error;                         // the number of its failure
+  std::chrono::milliseconds ending;  // how long it may work when it has taken its input
+};
+
+// Runs a program to its end while the windows live. Returns what it printed; throws when it cannot be started, fails,
+// takes nothing for too long or prints without end.
+std::string RunProgram(const Program& program, const std::string& input, const TransferProgress& progress,
+                       const TransferPatience& patience) {
+  constexpr int kPause = 30;
+  constexpr qsizetype kLongestOutput = 1 << 16;  // bytes
+  QProcess process;
+  process.start(Q(program.path), program.arguments);
+  if (!process.waitForStarted()) throw RuntimeError(program.error, Tr("%1 cannot be started", {program.name}));
+  const auto fail = [&](const std::string& why) {
+    process.kill();
+    process.waitForFinished();
+    throw RuntimeError(program.error, why);
+  };
+  QByteArray printed, complaints;
+  process.write(input.data(), static_cast<qint64>(input.size()));
+  process.closeWriteChannel();
+  const auto total = static_cast<std::int64_t>(input.size());
+  auto taken = std::chrono::steady_clock::now();
+  qint64 left = process.bytesToWrite();
+  for (bool runs = true; runs;) {
+    runs = !process.waitForFinished(kPause) && process.state() != QProcess::NotRunning;
+    printed += process.readAllStandardOutput();
+    complaints += process.readAllStandardError();
+    if (printed.size() + complaints.size() > kLongestOutput) fail(Tr("%1 prints without end", {program.name}));
+    const auto now = std::chrono::steady_clock::now();
+    if (process.bytesToWrite() != left) taken = now;
+    left = process.bytesToWrite();
+    if (!runs) break;
+    if (now - taken > (left > 0 ? patience.silent : program.ending)) fail(Tr("%1 took too long", {program.name}));
+    if (progress && !progress(total - left, total)) fail(Tr("%1 was stopped", {program.name}));
+  }
+  if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+    throw RuntimeError(program.error, Tr("%1 failed: %2", {program.name, SaidBy(complaints.toStdString())}));
+  }
+  return printed.toStdString();
+}
+
+std::string KeptPassword(const MailProfile& profile, const TransferProgress& progress) {
+  std::string why = Tr("The desktop's key store has none; it is entered in the e-mail settings");
+  try {
+    if (const auto password = StoredPassword({profile.server, profile.user}, progress)) return *password;
+  } catch (const RuntimeError& failure) {
+    why = failure.Description();
+  }
+  throw RuntimeError(kMailLoginRefused, Tr("The password of %1 for %2 is not known. %3. A mail profile may also name a "
+                                           "command that prints it.",
+                                           {profile.user, profile.server, why}));
+}
+
+std::string PasswordOf(const MailProfile& profile, const TransferProgress& progress, const TransferPatience& patience) {
+  if (AsksKeyStore(profile)) return KeptPassword(profile, progress);
+  if (profile.passwordCommand.empty()) return {};
+  const std::string output = RunProgram(
+      {Tr("The password command"), "/bin/sh", {"-c", Q(profile.passwordCommand)}, kMailLoginRefused, patience.silent},
+      "", progress, patience);
+  return output.substr(0, output.find_first_of("\r\n"));
+}
+
+std::string SmtpAddress(const MailProfile& profile) {
+  const bool tls = profile.security == MailSecurity::Tls;
+  const bool named = profile.server.find(':') != std::string::npos;
+  return (tls ? "smtps://" : "smtp://") + profile.server + (named ? "" : tls ? ":465" : ":587");
+}
+
+int NumberOf(CURL* curl, CURLcode result) {
+  if (NotReached(curl, result)) return kNotConnected;
+  long answer = 0;
+  curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &answer);
+  if (result == CURLE_LOGIN_DENIED) return kMailLoginRefused;
+  return result == CURLE_SEND_ERROR && answer >= 400 ? kMailRecipientRefused : kMailFailed;
+}
+
+}  // namespace
+
+void MailSession::SignOn(const std::string& iniPath, const std::string& profile) {
+  SignOnWith(iniPath, profile.empty() ? BuiltInMailProfile() : LoadMailProfile(iniPath, profile));
+}
+
+void MailSession::SignOnWith(const std::string& iniPath, const MailProfile& profile) {
+  if (signedOn_) throw RuntimeError(kMailSignedOnAlready, "The mail session is signed on already");
+  iniPath_ = iniPath;
+  profile_ = profile;
+  if (profile_.transport == MailTransport::Smtp && profile_.server.empty()) {
+    throw RuntimeError(kMailLoginRefused, Tr("%1, [%2] names no Server", {iniPath, profile.name}));
+  }
+  signedOn_ = true;
+}
+
+void MailSession::Compose() {
+  if (!signedOn_) throw RuntimeError(kMailFailed, "No mail profile is signed on");
+  message_ = std::make_unique<MailMessage>();
+  message_->from = profile_.from.empty() ? DefaultSender : ParseMailAddress(profile_.from);
+  sent_ = false;
+  if (!IsMailAddress(message_->from.address)) {
+    throw RuntimeError(kMailFailed, Tr("The sender's address \"%1\" is no e-mail address", {message_->from.address}));
+  }
+}
+
+MailMessage& MailSession::Message() {
+  if (!message_) throw RuntimeError(kMailFailed, "No message has been composed");
+  return *message_;
+}
+
+void MailSession::AddRecipient(const std::string& name, const std::string& address) {
+  const bool prefixed = EqualNoCase(std::string_view(address).substr(0, kSmtpPrefix.size()), kSmtpPrefix);
+  const std::string bare(Trim(std::string_view(address).substr(prefixed ? kSmtpPrefix.size() : 0)));
+  if (!IsMailAddress(bare)) throw RuntimeError(kMailRecipientRefused, Tr("\"%1\" is no e-mail address", {bare}));
+  Message().to.push_back({name, bare});
+}
+
+void MailSession::SetSubject(const std::string& subject) {
+  Message().subject = subject;
+}
+
+void MailSession::SetNoteText(const std::string& text) {
+  Message().text = text;
+}
+
+void MailSession::Attach(const std::string& path, const std::string& name) {
+  if (!FileExists(path)) throw RuntimeError(kMailAttachmentMissing, Tr("There is no file %1 to attach", {path}));
+  Message().attachmentPath = path;
+  Message().attachmentName = name;
+}
+
+void MailSession::Send() {
+  const std::string bytes = Message().Bytes();
+  switch (profile_.transport) {
+    case MailTransport::Smtp:
+      SendBySmtp(bytes);
+      break;
+    case MailTransport::Sendmail:
+      SendBySendmail(bytes);
+      break;
+    case MailTransport::Outbox:
+      PutIntoOutbox(bytes);
+      break;
+  }
+  sent_ = true;
+}
+
+void MailSession::SignOff() {
+  const bool lost = message_ && !sent_;
+  signedOn_ = false;
+  message_.reset();
+  if (lost) throw RuntimeError(kMailFailed, Tr("The message was not sent"));
+}
+
+std::string MailSession::Taker() const {
+  if (profile_.transport == MailTransport::Smtp) return Tr("the mail server %1", {profile_.server});
+  return profile_.transport == MailTransport::Sendmail ? Tr("the local sendmail")
+                                                       : Tr("the outbox folder %1", {OutboxFolder()});
+}
+
+std::string MailSession::OutboxFolder() const {
+  return profile_.folder.empty() ? FolderOf(iniPath_) + "\\Outbox" : profile_.folder;
+}
+
+void MailSession::SendBySmtp(const std::string& bytes) const {
+  const std::string password = Password ? *Password : PasswordOf(profile_, Progress, Patience);
+  const CurlHandle handle = NewCurlHandle();
+  CURL* curl = handle.get();
+  CurlList recipients;
+  for (const MailAddress& recipient : message_->to) Append(recipients, "<" + recipient.address + ">");
+  curl_easy_setopt(curl, CURLOPT_URL, SmtpAddress(profile_).c_str());
+  curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "smtp,smtps");
+  curl_easy_setopt(curl, CURLOPT_USE_SSL,
+                   static_cast<long>(profile_.security == MailSecurity::None ? CURLUSESSL_NONE : CURLUSESSL_ALL));
+  if (!profile_.caFile.empty()) curl_easy_setopt(curl, CURLOPT_CAINFO, NativePath(profile_.caFile).c_str());
+  if (!profile_.user.empty()) {
+    curl_easy_setopt(curl, CURLOPT_USERNAME, profile_.user.c_str());
+    curl_easy_setopt(curl, CURLOPT_PASSWORD, password.c_str());
+  }
+  curl_easy_setopt(curl, CURLOPT_MAIL_FROM, ("<" + message_->from.address + ">").c_str());
+  curl_easy_setopt(curl, CURLOPT_MAIL_RCPT, recipients.get());
+  curl_easy_setopt(curl, CURLOPT_UPLOAD, 1L);
+  CurlExchange exchange(bytes);
+  SetExchange(curl, exchange);
+  std::string error;
+  const CURLcode result = RunTransfer(curl, exchange, Progress, Patience, error);
+  if (result == CURLE_OK) return;
+  const bool refused = exchange.reply.starts_with('4') || exchange.reply.starts_with('5');
+  if (refused) error += ": " + SaidBy(exchange.reply);
+  if (exchange.Sent() && !refused) {
+    error += ". " + Tr("The server had the whole message by then: it may have gone out all the same. Please ask one of "
+                       "its readers before you send it again");
+  }
+  throw RuntimeError(NumberOf(curl, result), Taker() + ": " + error);
+}
+
+void MailSession::SendBySendmail(const std::string& bytes) const {
+  QStringList arguments = {"-i", "-f", Q(message_->from.address), "--"};
+  for (const MailAddress& recipient : message_->to) arguments << Q(recipient.address);
+  // It expects the line ends of this machine.
+  RunProgram({kLocalSendmail, kLocalSendmail, arguments, kMailFailed, Patience.answering},
+             ReplaceAll(bytes, "\r\n", "\n"), Progress, Patience);
+}
+
+void MailSession::PutIntoOutbox(const std::string& bytes) const {
+  std::random_device random;
+  const std::string name = IsoDate(std::chrono::system_clock::now()) + "-" + std::to_string(random()) + ".eml";
+  try {
+    if (!FolderExists(OutboxFolder())) MakeFolder(OutboxFolder());
+    WriteFile(OutboxFolder() + "\\" + name, bytes);
+  } catch (const RuntimeError& failure) {
+    throw RuntimeError(failure.Number() == kDiskFull ? kDiskFull : kMailFailed, failure.Description());
+  }
+}
+
+}  // namespace tarvolinex

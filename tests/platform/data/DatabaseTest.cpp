@@ -1,0 +1,123 @@
+#include "platform/data/Database.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include "platform/RuntimeError.h"
+#include "platform/data/StatementText.h"
+#include "support/Fixture.h"
+#include "support/Hindrances.h"
+
+namespace tarvolinex {
+
+class DatabaseTest : public ::testing::Test {
+ protected:
+  DatabaseTest() {
+    sqlite3* raw = nullptr;
+    sqlite3_open(path.c_str(), &raw);
+    sqlite3_exec(raw,
+                 "CREATE TABLE t(ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(20), Limit1 CURRENCY, Rate SINGLE, "
+                 "Flag YESNO, Made DATETIME);"
+                 "INSERT INTO t VALUES(1,'beta',12345.6789,9.125,0,NULL),(2,'Alpha',100,7,-1,'5 March 2003'),"
+                 "(3,'Ärger',NULL,NULL,1,NULL),(4,'ärger b','250.5','x','yes',NULL)",
+                 nullptr, nullptr, nullptr);
+    sqlite3_close(raw);
+    connection.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + path);
+  }
+  std::string Column(const std::string& statement) {
+    Recordset set;
+    set.Open(statement, connection);
+    std::string texts;
+    for (; !set.EndOfFile(); set.MoveNext()) texts += ValueText(set.Field(0)) + ";";
+    return texts;
+  }
+  TemporaryFolder folder;
+  std::string path = folder.Path() + "/one;dbq=two;Tarvolinex.mdb";
+  Connection connection;
+};
+
+TEST(StatementText, BareWordsAndOrderAreTranslatedOutsideQuotesOnly) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"SELECT * FROM Forms WHERE AVAILABLE=yes ORDER BY description",
+       "SELECT * FROM Forms WHERE AVAILABLE=1 ORDER BY description COLLATE CASEBLIND"},
+      {"UPDATE t SET a = 'No, yes' ,b =NO,c =True ", "UPDATE t SET a = 'No, yes' ,b =0,c =1 "},
+      {"SELECT yes2, [no] FROM t ORDER BY Surname, firstname DESC",
+       "SELECT yes2, [no] FROM t ORDER BY Surname COLLATE CASEBLIND, firstname COLLATE CASEBLIND DESC"},
+      {"SELECT a FROM (SELECT a FROM t ORDER BY a) WHERE b=fALSE",
+       "SELECT a FROM (SELECT a FROM t ORDER BY a COLLATE CASEBLIND) WHERE b=0"},
+      {"INSERT INTO t VALUES('ORDER BY yes','it`s no')", "INSERT INTO t VALUES('ORDER BY yes','it`s no')"},
+  };
+  for (const auto& [given, expected] : cases) EXPECT_EQ(TranslateStatement(given), expected);
+}
+
+TEST_F(DatabaseTest, OrderLikeAndNamesAreCaseBlind) {
+  EXPECT_EQ(Column("SELECT name FROM T ORDER BY NAME"), "Alpha;beta;Ärger;ärger b;");
+  EXPECT_EQ(Column("SELECT Name FROM t WHERE name LIKE 'äRG%'"), "Ärger;ärger b;");
+  EXPECT_EQ(Column("SELECT Name FROM t WHERE name LIKE '%'"), "beta;Alpha;Ärger;ärger b;");
+  EXPECT_EQ(Column("SELECT Name FROM t WHERE flag=YES"), "Ärger;");
+}
+
+TEST_F(DatabaseTest, ColumnsHaveTheirTypesSizesAndValues) {
+  Recordset set;
+  set.Open("SELECT * FROM t ORDER BY ID", connection);
+  EXPECT_EQ(set.TypeOf("id"), ColumnType::WholeNumber);
+  EXPECT_EQ(set.TypeOf("LIMIT1"), ColumnType::Currency);
+  EXPECT_EQ(set.TypeOf("Rate"), ColumnType::Single);
+  EXPECT_EQ(set.TypeOf("Flag"), ColumnType::YesNo);
+  EXPECT_EQ(set.TypeOf("Made"), ColumnType::Date);
+  EXPECT_EQ(set.DefinedSize("Name"), 20);
+  EXPECT_EQ(std::get<Currency>(set.Field("Limit1")).Units(), 123456789);
+  EXPECT_EQ(std::get<float>(set.Field("Rate")), 9.125F);
+  set.MoveNext();
+  EXPECT_TRUE(ValueTruth(set.Field("Flag")));
+  EXPECT_EQ(ValueText(set.Field("Limit1")), "100");
+  set.MoveNext();
+  EXPECT_TRUE(IsNull(set.Field("Limit1")));
+  set.MoveNext();
+  EXPECT_TRUE(ValueTruth(set.Field("Flag")));
+  EXPECT_EQ(std::get<Currency>(set.Field("Limit1")).Units(), 2505000);
+  EXPECT_THROW(set.Field("none"), RuntimeError);
+}
+
+TEST_F(DatabaseTest, FindReadsTheRowAsItIsNow) {
+  Recordset set;
+  set.Open("SELECT * FROM t ORDER BY Name", connection);
+  connection.Execute("UPDATE t SET Name = 'changed' WHERE ID = 2");
+  set.Find("ID=2");
+  EXPECT_EQ(ValueText(set.Field("Name")), "changed");
+  set.Find("ID=99");
+  EXPECT_TRUE(set.EndOfFile());
+  EXPECT_THROW(set.Field("Name"), RuntimeError);
+  EXPECT_THROW(set.Find("Name='x'"), RuntimeError);
+  set.MoveFirst();
+  EXPECT_EQ(ValueText(set.Field("Name")), "beta");
+}
+
+TEST_F(DatabaseTest, AFailedStatementChangesNothingAndIsDescribed) {
+  EXPECT_THROW(connection.Execute("UPDATE t SET none = 1"), RuntimeError);
+  ASSERT_FALSE(connection.Errors().empty());
+  EXPECT_NE(connection.Errors().front().find("none"), std::string::npos);
+  EXPECT_THROW(connection.Execute("DELETE FROM t; DELETE FROM t"), RuntimeError);
+  connection.Begin();
+  connection.Execute("DELETE FROM t WHERE ID=1");
+  connection.Rollback();
+  EXPECT_EQ(Column("SELECT COUNT(*) FROM t"), "4;");
+}
+
+TEST_F(DatabaseTest, AFullDiskIsNamedWithTheDatabase) {
+  const FullDisk full(8192);
+  EXPECT_THROW(connection.Execute("UPDATE t SET Name='" + std::string(100'000, 'x') + "'"), RuntimeError);
+  EXPECT_NE(connection.Errors().at(0).find(path), std::string::npos) << connection.Errors()[0];
+}
+
+TEST(Database, OnlyAnExistingDatabaseIsOpened) {
+  TemporaryFolder folder;
+  Connection connection;
+  EXPECT_THROW(connection.Open("dbq=" + folder.Path() + "/none.mdb"), RuntimeError);
+  const std::string text = folder.File("text.mdb", "this is a letter, not a database, and long enough to look at");
+  EXPECT_THROW(connection.Open("dbq=" + text), RuntimeError);
+  EXPECT_FALSE(connection.IsOpen());
+  EXPECT_THROW(connection.Execute("DELETE FROM t"), RuntimeError);
+}
+
+}  // namespace tarvolinex

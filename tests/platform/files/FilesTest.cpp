@@ -1,0 +1,89 @@
+#include "platform/files/Files.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+
+#include "platform/RuntimeError.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+namespace {
+
+int NumberOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const RuntimeError& failure) {
+    return failure.Number();
+  }
+  return 0;
+}
+
+}  // namespace
+
+TEST(Files, PathsAreMappedAndFoundWithoutRegardToCase) {
+  TemporaryFolder folder;
+  folder.File("Forms/12.HTML", "page");
+  EXPECT_EQ(ReadFile(folder.Path() + "\\forms\\12.html"), "page");
+  EXPECT_TRUE(FileExists(folder.Path() + "\\FORMS/12.Html"));
+  EXPECT_FALSE(FileExists(folder.Path() + "\\forms"));
+  EXPECT_TRUE(FolderExists(folder.Path() + "\\forms"));
+  WriteFile(folder.Path() + "\\forms\\12.html", "new");
+  EXPECT_EQ(ListFiles(folder.Path() + "\\forms\\*.*"), std::vector<std::string>{"12.HTML"});
+  setenv("HOME", folder.Path().c_str(), 1);
+  EXPECT_EQ(NativePath("C:\\CalcInstall.exe"), folder.Path() + "/CalcInstall.exe");
+}
+
+TEST(Files, PatternsMatchNamesInOrder) {
+  TemporaryFolder folder;
+  for (const char* name : {"b.html", "A.HTML", "logo.gif", "noextension", "c.htm"}) folder.File(name, "");
+  EXPECT_EQ(ListFiles(folder.Path() + "\\*.html"), (std::vector<std::string>{"A.HTML", "b.html"}));
+  EXPECT_EQ(ListFiles(folder.Path() + "\\LOGO.*"), std::vector<std::string>{"logo.gif"});
+  EXPECT_EQ(ListFiles(folder.Path() + "\\*.*").size(), 5U);
+  EXPECT_EQ(ListFiles(folder.Path() + "\\?.htm*").size(), 3U);
+  EXPECT_TRUE(ListFiles(folder.Path() + "\\none\\*.*").empty());
+}
+
+TEST(Files, FailuresCarryTheirNumbers) {
+  TemporaryFolder folder;
+  const std::string file = folder.File("a", "x");
+  EXPECT_EQ(NumberOf([&] { DeleteFile(folder.Path() + "\\missing"); }), kFileNotFound);
+  EXPECT_EQ(NumberOf([&] { CopyFile(folder.Path() + "\\missing", file); }), kFileNotFound);
+  EXPECT_EQ(NumberOf([&] { WriteFile(folder.Path() + "\\no\\folder", ""); }), kPathNotFound);
+  EXPECT_EQ(NumberOf([&] { WriteFile(folder.Path(), ""); }), kPathAccess);
+  EXPECT_EQ(NumberOf([&] { WriteFile(folder.Path() + "\\" + std::string(300, 'n'), ""); }), kBadFileName);
+  EXPECT_EQ(NumberOf([&] { ReadFile("/dev/null/x"); }), kPathNotFound);
+  EXPECT_EQ(NumberOf([&] { WriteFile("/dev/full/x", ""); }), kPathNotFound);
+}
+
+TEST(Files, AWholeFileReplacesItsTargetOnlyWhenItIsCommitted) {
+  TemporaryFolder folder;
+  const std::string path = folder.File("a", "old");
+  chmod(path.c_str(), 0640);
+  {
+    WholeFile file(path);
+    file.Write("half");
+  }
+  EXPECT_EQ(ReadFile(path), "old");
+  WriteFile(path, "new");
+  EXPECT_EQ(ReadFile(path), "new");
+  EXPECT_EQ(ListFiles(folder.Path() + "\\*.*").size(), 1U);
+  struct stat status = {};
+  stat(path.c_str(), &status);
+  EXPECT_EQ(status.st_mode & 0777, 0640U);
+}
+
+TEST(Files, PortableNamesAreThoseThatEverySystemTakes) {
+  for (const char* name : {"a", "Größe, neu!0.html", "Constant.html", "com.html", "COM10.x", ".x", "a b"}) {
+    EXPECT_TRUE(IsPortableFileName(name)) << name;
+  }
+  for (const char* name : {"", "a.", "a ", "Con.ditions!0.html", "nul", "aux .x", "LPT9.html", "com².x", "a/b", "a\\b",
+                           "a:b", "a?", "a\tb", "Цена.html", "\U0001F642"}) {
+    EXPECT_FALSE(IsPortableFileName(name)) << name;
+  }
+  EXPECT_FALSE(IsPortableFileName(std::string(256, 'n')));
+}
+
+}  // namespace tarvolinex
