@@ -1,12 +1,5 @@
 // One request from its beginning: the first start, a supplier, a quote, and the calculator sent to two contacts in each
 // of the three ways. What arrived, and the quote, are left in the folder OUT for the programs that receive it.
-#include <QDialog>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <cstdlib>
-
 #include "app/StartUp.h"
 #include "qt/Player.h"
 #include "support/LoopbackServer.h"
@@ -20,29 +13,14 @@ class Request : public Player {
     options.appFolder = folder.Path();
     DeliverInto(folder.Path());
   }
-  void AnswerFirstQuestion() {
-    WhenWaiting<QDialog>([](QDialog& details) {
-      QTest::keyClicks(details.findChild<QLineEdit*>("TxtLeaseOrg_0"), "Northgate Leasing");
-      QTest::keyClicks(details.findChild<QLineEdit*>("TxtLeaseOrg_10"), "leases@northgate.example");
-      Click(*details.findChild<QPushButton*>("cmdaction_0"));
-    });
-  }
   // Ticks the contacts with the keyboard.
   void Tick(int contacts) {
     auto& list = Find<QAbstractItemView>("lvSendContacts");
     list.setFocus();
     for (int row = 0; row < contacts; ++row) {
       list.setCurrentIndex(list.model()->index(row, 0));
-      QTest::keyClick(&list, Qt::Key_Space);
+      Press(list, Qt::Key_Space);
     }
-  }
-  void Send(int way) {
-    WhenWaiting<QDialog>([this, way](QDialog& dialog) {
-      Click(*dialog.findChild<QRadioButton*>("OpFileType_" + QString::number(way)), {10, 10});
-      AnswerWith(QMessageBox::Ok);
-      Click(*dialog.findChild<QPushButton*>("cmdaction_0"));
-    });
-    Click(Find<QPushButton>("CmdCalcGo_0"));
   }
   FrmMain form;
   ProgramOptions options;
@@ -52,12 +30,16 @@ TEST_F(Request, FromTheFirstStartToThreeMessages) {
   const char* given = std::getenv("OUT");
   const std::string out = given ? given : folder.Path() + "/out";
   std::filesystem::create_directories(out);
-  AnswerFirstQuestion();
+  WhenWaiting<QDialog>([](QDialog& details) {
+    Keys(In(details, "TxtLeaseOrg_0"), "Northgate Leasing");
+    Keys(In(details, "TxtLeaseOrg_10"), "leases@northgate.example");
+    Click(In<QPushButton>(details, "cmdaction_0"));
+  });
   StartWindow(options, form, {[] {}, [] {}});
-  EXPECT_TRUE(QTest::qWaitForWindowActive(&Root()));
+  WaitFor(form);
 
   List().setFocus();
-  QTest::keyClicks(&List(), "sax");
+  Keys(List(), "sax");
   Settle();
   ClickTab(kTabDetails);
   Type("TxtSupplier_3", "King's Lynn");
@@ -74,7 +56,7 @@ TEST_F(Request, FromTheFirstStartToThreeMessages) {
 
   ClickTab(kTabSend);
   Type("TxtEmail_0", "Your calculator");
-  QTest::keyClicks(&Find<QPlainTextEdit>("TxtEmail_1"), "Hello");
+  Keys(Find<QPlainTextEdit>("TxtEmail_1"), "Hello");
   Tick(2);
   const LoopbackServer web("http", out, {"SUCCESS"});
   WebServer = web.Host();

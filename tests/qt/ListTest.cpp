@@ -1,10 +1,4 @@
-#include <QElapsedTimer>
-#include <QHeaderView>
-#include <QListView>
-#include <QTreeView>
-#include <QTreeWidget>
-
-#include "ShownWindow.h"
+#include "Player.h"
 #include "qt/Binder.h"
 #include "qt/ListModels.h"
 #include "qt/Look.h"
@@ -15,86 +9,73 @@ namespace {
 class Lists : public ShownWindow {
  protected:
   void Fill(int rows) {
-    form_.LvwSuppliers.BeginFill();
-    form_.LvwSuppliers.Clear();
+    list.BeginFill();
+    list.Clear();
     for (int i = 0; i < rows; ++i) {
       const std::string n = std::to_string(i);
-      form_.LvwSuppliers.Add({"ID" + n, "Supplier " + n, {"tel " + n}, "", false});
+      list.Add({"ID" + n, "Supplier " + n, {"tel " + n}, "", false});
     }
-    form_.LvwSuppliers.EndFill();
+    list.EndFill();
   }
-  QTreeView& View(const char* name = "LvwSuppliers") { return Find<QTreeView>(name); }
-  void ClickRow(QTreeView& view, int row) {
-    Click(*view.viewport(), view.visualRect(view.model()->index(row, 0)).center());
-    Settle();
-  }
+  ListView& list = form.LvwSuppliers;
 };
 
 TEST_F(Lists, ALongListIsShownFromTheControlsOwnRows) {
   Fill(10'000);
-  QAbstractItemModel& model = *View().model();
+  QAbstractItemModel& model = *List().model();
   EXPECT_EQ(model.rowCount(), 10'000);
   const auto text = [&](int row, int column) { return model.index(row, column).data().toString(); };
   EXPECT_EQ(text(9'999, 0), "Supplier 9999");
   EXPECT_EQ(text(9'999, 1), "tel 9999");
   EXPECT_EQ(text(9'999, 2), "");  // a cell that the row does not have
-  EXPECT_EQ(View().model()->findChildren<QObject*>().size(), 0);
-  form_.LvwSuppliers.SetCell(5, 0, "new");  // no copy: the row shows it without a fill
+  EXPECT_EQ(model.findChildren<QObject*>().size(), 0);
+  list.SetCell(5, 0, "new");  // no copy: the row shows it without a fill
   EXPECT_EQ(text(5, 1), "new");
 
   // Rows that went while a fill is under way read as empty.
-  form_.LvwSuppliers.BeginFill();
-  form_.LvwSuppliers.Clear();
+  list.BeginFill();
+  list.Clear();
   EXPECT_EQ(text(9'999, 0), "");
-  form_.LvwSuppliers.EndFill();
+  list.EndFill();
   EXPECT_EQ(model.rowCount(), 0);
 }
 
 TEST_F(Lists, AClickReachesTheProgramOnceAndAProgramsSelectionDoesNot) {
-  std::vector<int> clicks;
+  std::string clicks;
   Fill(10);
-  form_.LvwSuppliers.ItemClick = [&] { clicks.push_back(form_.LvwSuppliers.Selected()); };
-  ClickRow(View(), 3);
-  ClickRow(View(), 3);  // again on the same row
-  View().setFocus();
-  QTest::keyClick(&View(), Qt::Key_Down);
+  list.ItemClick = [&] { clicks += std::to_string(list.Selected()); };
+  list.DblClick = [&] { clicks += "!"; };
+  ClickRow(3, List());
+  ClickRow(3, List());  // again on the same row
+  List().setFocus();
+  Press(List(), Qt::Key_Down);
   Settle();
-  form_.LvwSuppliers.Select(7);
+  list.Select(7);
   Settle();
-  EXPECT_EQ(clicks, std::vector<int>({3, 3, 4}));
-  EXPECT_EQ(View().currentIndex().row(), 7);
+  Press(List(), Qt::Key_Return);  // as a double click
+  EXPECT_EQ(clicks, "334!");
+  EXPECT_EQ(List().currentIndex().row(), 7);
 }
 
 TEST_F(Lists, TicksAreToggledByMouseAndKeyboard) {
-  form_.TabMain.SelectTab(kTabSettings);
-  ListView& forms = form_.rateCard.LvwForms;
+  form.TabMain.SelectTab(kTabSettings);
+  ListView& forms = form.rateCard.LvwForms;
   std::vector<int> ticks;
   forms.ItemCheck = [&](int row) { ticks.push_back(row); };
   for (const char* name : {"one", "two", "three"}) forms.Add({name, name, {}, "", false});
   Settle();
-  QTreeView& view = View("LvwForms");
+  auto& view = Find<QTreeView>("LvwForms");
   Click(*view.viewport(), view.visualRect(view.model()->index(1, 0)).topLeft() + QPoint(10, 9));
-  Settle();
   EXPECT_TRUE(forms.At(1).checked);
   EXPECT_EQ(view.model()->index(1, 0).data(Qt::CheckStateRole).toInt(), Qt::Checked);
-  ClickRow(view, 2);
+  ClickRow(2, view);
   view.setFocus();
-  QTest::keyClick(&view, Qt::Key_Space);
+  Press(view, Qt::Key_Space);
   EXPECT_TRUE(forms.At(2).checked);
   EXPECT_EQ(ticks, std::vector<int>({1, 2}));
 }
 
-TEST_F(Lists, ReturnDoesWhatADoubleClickDoes) {
-  int opened = -1;
-  form_.LvwSuppliers.Add({"ID7", "One", {}, ""});
-  form_.LvwSuppliers.DblClick = [&] { opened = form_.LvwSuppliers.Selected(); };
-  form_.LvwSuppliers.Select(0);
-  QTest::keyClick(&Find<QWidget>("LvwSuppliers"), Qt::Key_Return);
-  EXPECT_EQ(opened, 0);
-}
-
 TEST_F(Lists, AColumnHeaderSortsAndShowsHow) {
-  ListView& list = form_.LvwSuppliers;
   Fill(3);
   list.Select(0);
   list.ColumnClick = [&](int column) {
@@ -102,15 +83,15 @@ TEST_F(Lists, AColumnHeaderSortsAndShowsHow) {
     list.SortAscending = false;
     list.Sort();
   };
-  QHeaderView& header = *View().header();
+  QHeaderView& header = *List().header();
   EXPECT_FALSE(header.isSortIndicatorShown());
-  EXPECT_EQ(header.sectionSize(0), ToPixels(form_.LvwSuppliers.Columns()[0].width));
+  EXPECT_EQ(header.sectionSize(0), ToPixels(list.Columns()[0].width));
   Click(*header.viewport(), {header.sectionPosition(1) + 20, 8});
   EXPECT_EQ(list.At(0).text, "Supplier 2");
-  EXPECT_EQ(View().currentIndex().row(), 2);  // the selected supplier has moved
+  EXPECT_EQ(List().currentIndex().row(), 2);  // the selected supplier has moved
   EXPECT_EQ(header.sortIndicatorSection(), 1);
   EXPECT_EQ(header.sortIndicatorOrder(), Qt::DescendingOrder);
-  QTest::keyClick(&View(), Qt::Key_1, Qt::ControlModifier);
+  Press(List(), Qt::Key_1, Qt::ControlModifier);
   EXPECT_EQ(header.sortIndicatorSection(), 0);
 }
 

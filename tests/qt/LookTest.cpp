@@ -2,12 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QCheckBox>
-#include <QGuiApplication>
-#include <QPalette>
-#include <QRadioButton>
-#include <algorithm>
-#include <memory>
+#include <QtWidgets>
 
 #include "qt/Dialogs.h"
 

@@ -1,17 +1,8 @@
 // What a user does with a real window: looks for things, clicks, types and answers.
 #pragma once
 
-#include <QAbstractItemView>
-#include <QAction>
-#include <QApplication>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QTabBar>
-#include <QTabWidget>
-#include <QTest>
-#include <QTimer>
-#include <QToolBar>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 #include "qt/QtDesktop.h"
 #include "support/Fixture.h"
@@ -20,7 +11,7 @@ namespace tarvolinex {
 
 class Player : public testing::Test {
  protected:
-  explicit Player(FrmMain& window) : window_(window) {
+  explicit Player(Window& window) : window_(window) {
     ResetGlobals();
     UseDesktop(&desktop);
   }
@@ -28,22 +19,32 @@ class Player : public testing::Test {
     ResetGlobals();
     UseDesktop(nullptr);
   }
+  void Show(Window& window) {
+    desktop.Show(window);
+    WaitFor(window);
+  }
+  void WaitFor(Window& window) { EXPECT_TRUE(QTest::qWaitForWindowActive(desktop.WidgetOf(window))); }
 
   QWidget& Root() { return *desktop.WidgetOf(window_); }
   template <typename Widget = QLineEdit>
-  Widget& Find(const char* name) {
-    auto* widget = Root().findChild<Widget*>(name);
+  static Widget& In(QWidget& root, const char* name) {
+    auto* widget = root.findChild<Widget*>(name);
     if (!widget) throw std::logic_error(std::string("no widget ") + name);
     return *widget;
   }
-  QAbstractItemView& List() { return Find<QAbstractItemView>("LvwSuppliers"); }
+  template <typename Widget = QLineEdit>
+  Widget& Find(const char* name) {
+    return In<Widget>(Root(), name);
+  }
+  QTreeView& List() { return Find<QTreeView>("LvwSuppliers"); }
 
+  // Lets what was put off reach the program.
   static void Settle() { QCoreApplication::processEvents(); }
   static void Click(QWidget& widget, QPoint at = {}) {
     QTest::mouseClick(&widget, Qt::LeftButton, {}, at);
     Settle();
   }
-  void ClickRow(int row, QAbstractItemView& list) {
+  static void ClickRow(int row, QAbstractItemView& list) {
     Click(*list.viewport(), list.visualRect(list.model()->index(row, 0)).center());
   }
   void ClickTab(int tab) {
@@ -52,22 +53,26 @@ class Player : public testing::Test {
   }
   void ClickTool(const char* key) {
     auto& bar = Find<QToolBar>("Toolbar1");
-    Click(*bar.widgetForAction(bar.findChild<QAction*>(key)));
+    Click(*bar.widgetForAction(&In<QAction>(bar, key)));
+  }
+  static void Keys(QWidget& widget, const char* text) { QTest::keyClicks(&widget, text); }
+  static void Press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::keyClick(&widget, key, modifiers);
   }
   // Replaces what the field holds, as a user who selects it all.
   void Type(const char* name, const char* text) {
     auto& line = Find(name);
     Click(line, line.rect().center());
-    QTest::keyClick(&line, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(&line, Qt::Key_Delete);
-    QTest::keyClicks(&line, text);
+    Press(line, Qt::Key_A, Qt::ControlModifier);
+    Press(line, Qt::Key_Delete);
+    Keys(line, text);
   }
-  void Shortcut(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+  void Shortcut(Qt::Key key) {
     QWidget* focus = QApplication::focusWidget();
-    QTest::keyClick(focus ? focus : &Root(), key, modifiers);
+    Press(focus ? *focus : Root(), key, Qt::ControlModifier);
     Settle();
   }
-  // When a box or dialog of that kind is up.
+  // When a box, dialog or modal window of that kind is up.
   template <typename Top>
   static void WhenWaiting(std::function<void(Top&)> action) {
     QTimer::singleShot(0, qApp, [action = std::move(action)] {
@@ -82,6 +87,15 @@ class Player : public testing::Test {
       Click(*box.button(button));
     });
   }
+  // Presses Send and, in the dialog, the way of that number; then one report is read.
+  void Send(int way) {
+    WhenWaiting<QDialog>([this, way](QDialog& dialog) {
+      Click(In<QRadioButton>(dialog, ("OpFileType_" + std::to_string(way)).c_str()), {10, 10});
+      AnswerWith(QMessageBox::Ok);
+      Click(In<QPushButton>(dialog, "cmdaction_0"));
+    });
+    Click(Find<QPushButton>("CmdCalcGo_0"));
+  }
   std::string Ask(const std::string& statement) {
     Recordset answer;
     answer.Open(statement, TheStore->connection);
@@ -94,7 +108,28 @@ class Player : public testing::Test {
   std::vector<std::string> said;  // the texts of the boxes that were answered
 
  private:
-  FrmMain& window_;
+  Window& window_;
+};
+
+// The main window's controls, drawn by the real window, without the program's handlers.
+class ShownWindow : public Player {
+ protected:
+  ShownWindow() : Player(form) { Show(form); }
+  MainWindow form;
+};
+
+// The whole program on the sample database, drawn by the real window and played by mouse and keyboard.
+class SampleWindow : public Player {
+ protected:
+  SampleWindow() : Player(form) {
+    AppFolder = DataFolder = folder.Path();
+    DeliverInto(folder.Path());
+    CalculatorPreferences.AliasSupplier = "Dealer";
+    CalculatorPreferences.OrgEmail = "leases@example.com";
+    form.Load();
+    WaitFor(form);
+  }
+  FrmMain form;
 };
 
 }  // namespace tarvolinex
