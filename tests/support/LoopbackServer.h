@@ -1,56 +1,30 @@
-// A server process of a test's own.
+// A server of a test's own.
 #pragma once
 
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
-#include <string>
 #include <vector>
+
+#include "support/Process.h"
 
 namespace tarvolinex {
 
 class LoopbackServer {
  public:
   // kind: "smtp" or "http"; what it receives goes into the folder.
-  LoopbackServer(const std::string& kind, const std::string& folder, std::vector<std::string> behaviour = {}) {
-    std::vector<std::string> words = {"/usr/bin/python3", SERVER_SCRIPT, kind, folder};
-    words.insert(words.end(), behaviour.begin(), behaviour.end());
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    int ends[2];
-    if (pipe(ends) != 0) return;
-    process_ = fork();
-    if (process_ == 0) {
-      dup2(ends[1], STDOUT_FILENO);
-      close(ends[0]);
-      close(ends[1]);
-      execv(arguments[0], arguments.data());
-      _exit(127);
-    }
-    close(ends[1]);
-    std::string line;
-    for (char c = 0; read(ends[0], &c, 1) == 1 && c != '\n';) line += c;
-    close(ends[0]);
-    port_ = line;
-    EXPECT_FALSE(port_.empty()) << "the server did not start";
-  }
-  ~LoopbackServer() {
-    kill(process_, SIGKILL);
-    waitpid(process_, nullptr, 0);
-  }
-  LoopbackServer(const LoopbackServer&) = delete;
-  LoopbackServer& operator=(const LoopbackServer&) = delete;
+  LoopbackServer(const std::string& kind, const std::string& folder, const std::vector<std::string>& behaviour = {})
+      : process_(Command(kind, folder, behaviour)) {}
 
-  std::string Host() const { return "127.0.0.1:" + port_; }
+  std::string Host() const { return "127.0.0.1:" + process_.FirstLine(); }
   // The same server under a name, which a certificate can be made for.
-  std::string NamedHost() const { return "localhost:" + port_; }
+  std::string NamedHost() const { return "localhost:" + process_.FirstLine(); }
 
  private:
-  pid_t process_ = -1;
-  std::string port_;
+  static std::string Command(const std::string& kind, const std::string& folder,
+                             const std::vector<std::string>& behaviour) {
+    std::string command = "exec /usr/bin/python3 " SERVER_SCRIPT " " + kind + " " + folder;
+    for (const std::string& word : behaviour) command += " '" + word + "'";
+    return command;
+  }
+  Process process_;
 };
 
 }  // namespace tarvolinex

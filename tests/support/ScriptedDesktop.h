@@ -31,24 +31,17 @@ class ScriptedDesktop : public Desktop {
 
   Answer MessageBox(const std::string& text, const std::string& title, BoxButtons buttons, BoxIcon icon) override {
     boxes.push_back({text, title, buttons, icon});
-    if (!answers.empty()) {
-      const Answer answer = answers.front();
-      answers.pop_front();
-      return answer;
-    }
-    return buttons == BoxButtons::Ok ? Answer::Ok : buttons == BoxButtons::YesNo ? Answer::No : Answer::Cancel;
+    const Answer safe = buttons == BoxButtons::YesNo ? Answer::No : Answer::Cancel;
+    return Next(answers, buttons == BoxButtons::Ok ? Answer::Ok : safe);
   }
   std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
-    return files.empty() ? std::nullopt : std::optional(Next());
+    return files.empty() ? std::nullopt : std::optional(Next(files));
   }
-  std::string OpenFile(const FileDialog&) override { return Next(); }
-  std::string SaveFile(const FileDialog&) override { return Next(); }
-  std::string ChooseFolder(const std::string&, const std::string&) override { return Next(); }
+  std::string OpenFile(const FileDialog&) override { return Next(files); }
+  std::string SaveFile(const FileDialog&) override { return Next(files); }
+  std::string ChooseFolder(const std::string&, const std::string&) override { return Next(files); }
   std::optional<Colour> ChooseColour(Colour) override {
-    if (colours.empty()) return {};
-    const Colour colour = colours.front();
-    colours.pop_front();
-    return colour;
+    return colours.empty() ? std::nullopt : std::optional(Next(colours));
   }
   void SetBusyPointer(bool on) override { busy = on; }
   void DoEvents() override {
@@ -57,11 +50,11 @@ class ScriptedDesktop : public Desktop {
   int ShellExecute(const std::string& verb, const std::string& file, const std::string& parameters,
                    const std::string& folder, int) override {
     launched.push_back(verb + " " + file + "|" + parameters + "|" + folder);
-    return Result();
+    return Next(launchResults, 33);
   }
   int OpenWith(const std::string& file) override {
     launched.push_back("openwith " + file);
-    return Result();
+    return Next(launchResults, 33);
   }
   void CopyText(const std::string&) override {}
   void Show(Window& window) override { shown.push_back(window.Name()); }
@@ -75,17 +68,12 @@ class ScriptedDesktop : public Desktop {
   std::chrono::system_clock::time_point Now() override { return now; }
 
  private:
-  std::string Next() {
-    if (files.empty()) return {};
-    std::string file = files.front();
-    files.pop_front();
-    return file;
-  }
-  int Result() {
-    if (launchResults.empty()) return 33;
-    const int result = launchResults.front();
-    launchResults.pop_front();
-    return result;
+  template <typename T>
+  static T Next(std::deque<T>& script, T otherwise = {}) {
+    if (script.empty()) return otherwise;
+    T next = std::move(script.front());
+    script.pop_front();
+    return next;
   }
 };
 

@@ -55,11 +55,11 @@ class Mailbox:
         store("attachment", attached[0].get_content() if attached else b"")
         store("message.json", json.dumps({
             "sender": envelope.mail_from, "recipients": ",".join(envelope.rcpt_tos), "user": getattr(session, "user", ""),
-            "tls": session.ssl is not None, "from": str(message["From"]), "to": str(message["To"]),
+            "tls": "yes" if session.ssl else "no", "from": str(message["From"]), "to": str(message["To"]),
             "subject": str(message["Subject"]), "headers": ",".join(sorted(message.keys())),
             "text": text.get_content(), "attachment": attached[0].get_filename() if attached else "",
             "defects": ",".join(str(defect) for part in parts for defect in part.defects),
-            "longest": max(len(line) for line in envelope.original_content.split(b"\r\n")),
+            "longest": str(max(len(line) for line in envelope.original_content.split(b"\r\n"))),
         }, ensure_ascii=False).encode())
         return "250 taken"
 

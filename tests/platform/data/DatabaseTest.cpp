@@ -1,6 +1,5 @@
 #include "platform/data/Database.h"
 
-#include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include "platform/RuntimeError.h"
@@ -10,7 +9,7 @@
 
 namespace tarvolinex {
 
-class DatabaseTest : public ::testing::Test {
+class DatabaseTest : public ProgramTest {
  protected:
   DatabaseTest() {
     sqlite3* raw = nullptr;
@@ -31,7 +30,6 @@ class DatabaseTest : public ::testing::Test {
     for (; !set.EndOfFile(); set.MoveNext()) texts += ValueText(set.Field(0)) + ";";
     return texts;
   }
-  TemporaryFolder folder;
   std::string path = folder.Path() + "/one;dbq=two;Tarvolinex.mdb";
   Connection connection;
 };
@@ -51,31 +49,29 @@ TEST(StatementText, BareWordsAndOrderAreTranslatedOutsideQuotesOnly) {
 }
 
 TEST_F(DatabaseTest, OrderLikeAndNamesAreCaseBlind) {
-  EXPECT_EQ(Column("SELECT name FROM T ORDER BY NAME"), "Alpha;beta;Ärger;ärger b;");
-  EXPECT_EQ(Column("SELECT Name FROM t WHERE name LIKE 'äRG%'"), "Ärger;ärger b;");
-  EXPECT_EQ(Column("SELECT Name FROM t WHERE name LIKE '%'"), "beta;Alpha;Ärger;ärger b;");
-  EXPECT_EQ(Column("SELECT Name FROM t WHERE flag=YES"), "Ärger;");
+  const std::pair<const char*, const char*> cases[] = {
+      {"SELECT name FROM T ORDER BY NAME", "Alpha;beta;Ärger;ärger b;"},
+      {"SELECT Name FROM t WHERE name LIKE 'äRG%'", "Ärger;ärger b;"},
+      {"SELECT Name FROM t WHERE name LIKE '%'", "beta;Alpha;Ärger;ärger b;"},
+      {"SELECT Name FROM t WHERE flag=YES", "Ärger;"}};
+  for (const auto& [statement, rows] : cases) EXPECT_EQ(Column(statement), rows);
 }
 
 TEST_F(DatabaseTest, ColumnsHaveTheirTypesSizesAndValues) {
   Recordset set;
   set.Open("SELECT * FROM t ORDER BY ID", connection);
-  EXPECT_EQ(set.TypeOf("id"), ColumnType::WholeNumber);
-  EXPECT_EQ(set.TypeOf("LIMIT1"), ColumnType::Currency);
-  EXPECT_EQ(set.TypeOf("Rate"), ColumnType::Single);
-  EXPECT_EQ(set.TypeOf("Flag"), ColumnType::YesNo);
-  EXPECT_EQ(set.TypeOf("Made"), ColumnType::Date);
+  for (const auto& [column, type] : {std::pair{"id", ColumnType::WholeNumber},
+                                     {"LIMIT1", ColumnType::Currency},
+                                     {"Rate", ColumnType::Single},
+                                     {"Flag", ColumnType::YesNo},
+                                     {"Made", ColumnType::Date}}) {
+    EXPECT_EQ(set.TypeOf(column), type) << column;
+  }
   EXPECT_EQ(set.DefinedSize("Name"), 20);
   EXPECT_EQ(std::get<Currency>(set.Field("Limit1")).Units(), 123456789);
   EXPECT_EQ(std::get<float>(set.Field("Rate")), 9.125F);
-  set.MoveNext();
-  EXPECT_TRUE(ValueTruth(set.Field("Flag")));
-  EXPECT_EQ(ValueText(set.Field("Limit1")), "100");
-  set.MoveNext();
-  EXPECT_TRUE(IsNull(set.Field("Limit1")));
-  set.MoveNext();
-  EXPECT_TRUE(ValueTruth(set.Field("Flag")));
-  EXPECT_EQ(std::get<Currency>(set.Field("Limit1")).Units(), 2505000);
+  EXPECT_EQ(Column("SELECT Limit1 FROM t"), "12345.6789;100;;250.5;");
+  EXPECT_EQ(Column("SELECT Flag FROM t"), "False;True;True;True;");
   EXPECT_THROW(set.Field("none"), RuntimeError);
 }
 
@@ -110,13 +106,12 @@ TEST_F(DatabaseTest, AFullDiskIsNamedWithTheDatabase) {
   EXPECT_NE(connection.Errors().at(0).find(path), std::string::npos) << connection.Errors()[0];
 }
 
-TEST(Database, OnlyAnExistingDatabaseIsOpened) {
-  TemporaryFolder folder;
-  Connection connection;
-  EXPECT_THROW(connection.Open("dbq=" + folder.Path() + "/none.mdb"), RuntimeError);
+TEST_F(DatabaseTest, OnlyAnExistingDatabaseIsOpened) {
   const std::string text = folder.File("text.mdb", "this is a letter, not a database, and long enough to look at");
-  EXPECT_THROW(connection.Open("dbq=" + text), RuntimeError);
-  EXPECT_FALSE(connection.IsOpen());
+  for (const std::string& none : {folder.Path() + "/none.mdb", text}) {
+    EXPECT_THROW(connection.Open("dbq=" + none), RuntimeError);
+    EXPECT_FALSE(connection.IsOpen());
+  }
   EXPECT_THROW(connection.Execute("DELETE FROM t"), RuntimeError);
 }
 

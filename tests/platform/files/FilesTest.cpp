@@ -1,30 +1,15 @@
 #include "platform/files/Files.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <cstdlib>
-
-#include "platform/RuntimeError.h"
+#include "support/Failure.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
 
-namespace {
+using FilesTest = ProgramTest;
 
-int NumberOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const RuntimeError& failure) {
-    return failure.Number();
-  }
-  return 0;
-}
-
-}  // namespace
-
-TEST(Files, PathsAreMappedAndFoundWithoutRegardToCase) {
-  TemporaryFolder folder;
+TEST_F(FilesTest, PathsAreMappedAndFoundWithoutRegardToCase) {
   folder.File("Forms/12.HTML", "page");
   EXPECT_EQ(ReadFile(folder.Path() + "\\forms\\12.html"), "page");
   EXPECT_TRUE(FileExists(folder.Path() + "\\FORMS/12.Html"));
@@ -36,8 +21,7 @@ TEST(Files, PathsAreMappedAndFoundWithoutRegardToCase) {
   EXPECT_EQ(NativePath("C:\\CalcInstall.exe"), folder.Path() + "/CalcInstall.exe");
 }
 
-TEST(Files, PatternsMatchNamesInOrder) {
-  TemporaryFolder folder;
+TEST_F(FilesTest, PatternsMatchNamesInOrder) {
   for (const char* name : {"b.html", "A.HTML", "logo.gif", "noextension", "c.htm"}) folder.File(name, "");
   EXPECT_EQ(ListFiles(folder.Path() + "\\*.html"), (std::vector<std::string>{"A.HTML", "b.html"}));
   EXPECT_EQ(ListFiles(folder.Path() + "\\LOGO.*"), std::vector<std::string>{"logo.gif"});
@@ -46,20 +30,21 @@ TEST(Files, PatternsMatchNamesInOrder) {
   EXPECT_TRUE(ListFiles(folder.Path() + "\\none\\*.*").empty());
 }
 
-TEST(Files, FailuresCarryTheirNumbers) {
-  TemporaryFolder folder;
-  const std::string file = folder.File("a", "x");
-  EXPECT_EQ(NumberOf([&] { DeleteFile(folder.Path() + "\\missing"); }), kFileNotFound);
-  EXPECT_EQ(NumberOf([&] { CopyFile(folder.Path() + "\\missing", file); }), kFileNotFound);
-  EXPECT_EQ(NumberOf([&] { WriteFile(folder.Path() + "\\no\\folder", ""); }), kPathNotFound);
-  EXPECT_EQ(NumberOf([&] { WriteFile(folder.Path(), ""); }), kPathAccess);
-  EXPECT_EQ(NumberOf([&] { WriteFile(folder.Path() + "\\" + std::string(300, 'n'), ""); }), kBadFileName);
-  EXPECT_EQ(NumberOf([&] { ReadFile("/dev/null/x"); }), kPathNotFound);
-  EXPECT_EQ(NumberOf([&] { WriteFile("/dev/full/x", ""); }), kPathNotFound);
+TEST_F(FilesTest, FailuresCarryTheirNumbers) {
+  const std::string file = folder.File("a", "x"), inside = folder.Path() + "\\";
+  const std::pair<int, std::function<void()>> cases[] = {
+      {kFileNotFound, [&] { DeleteFile(inside + "missing"); }},
+      {kFileNotFound, [&] { CopyFile(inside + "missing", file); }},
+      {kPathNotFound, [&] { WriteFile(inside + "no\\folder", ""); }},
+      {kPathNotFound, [] { ReadFile("/dev/null/x"); }},
+      {kPathNotFound, [] { WriteFile("/dev/full/x", ""); }},
+      {kPathAccess, [&] { WriteFile(folder.Path(), ""); }},
+      {kBadFileName, [&] { WriteFile(inside + std::string(300, 'n'), ""); }},
+  };
+  for (const auto& [number, action] : cases) EXPECT_EQ(FailureOf(action).Number(), number);
 }
 
-TEST(Files, AWholeFileReplacesItsTargetOnlyWhenItIsCommitted) {
-  TemporaryFolder folder;
+TEST_F(FilesTest, AWholeFileReplacesItsTargetOnlyWhenItIsCommitted) {
   const std::string path = folder.File("a", "old");
   chmod(path.c_str(), 0640);
   {
@@ -75,7 +60,7 @@ TEST(Files, AWholeFileReplacesItsTargetOnlyWhenItIsCommitted) {
   EXPECT_EQ(status.st_mode & 0777, 0640U);
 }
 
-TEST(Files, PortableNamesAreThoseThatEverySystemTakes) {
+TEST_F(FilesTest, PortableNamesAreThoseThatEverySystemTakes) {
   for (const char* name : {"a", "Größe, neu!0.html", "Constant.html", "com.html", "COM10.x", ".x", "a b"}) {
     EXPECT_TRUE(IsPortableFileName(name)) << name;
   }

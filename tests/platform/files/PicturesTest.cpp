@@ -1,9 +1,6 @@
 #include "platform/files/Pictures.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/RuntimeError.h"
-#include "platform/files/ZipComponent.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
