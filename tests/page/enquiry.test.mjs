@@ -65,7 +65,7 @@ for (const [browser, permissions] of [['chromium', clipboard.permissions], ['fir
       assert.equal(await frame.locator('input[name="Calculator Capital Cost"]').inputValue(), '\u00a313000.00');
       await page.click('#form-back');
       await openForm(page, 'Your Quotation');
-      await frame.locator('img[src="logo.GIF"]').waitFor();
+      await frame.locator('img[src="logo.GIF"]').evaluate((logo) => logo.decode());
       await page.click('#form-back');
       await openForm(page, 'How Leasing Works');
       assert.equal(await page.isVisible('#keep'), false);
@@ -73,6 +73,14 @@ for (const [browser, permissions] of [['chromium', clipboard.permissions], ['fir
       assert.ok(await page.isVisible('#calculator'));
       await page.reload();
       assert.deepEqual([await page.inputValue('#cost'), await page.inputValue('#deposit')], ['13000', '10']);
+      await openForm(page, 'Lease Proposal');
+      await page.locator('#keep').waitFor();
+      assert.equal(await frame.locator('#f10').inputValue(), 'Jo "Best" <b>');
+      await frame.locator('#f10').fill('Jo');
+      await page.reload();
+      await page.locator('#keep').waitFor();
+      assert.equal(await frame.locator('#f10').inputValue(), 'Jo');
+      await page.click('#form-back');
       await enter(page, { term: '360' });
       assert.match(await textOf(page, 'term-error'), /longest term is 60 months/);
     }, { browser, permissions }));
@@ -139,6 +147,11 @@ test('an enquiry keeps its fields where the page opens no form, follows a link, 
     Links: '<FORMSTART><input name="Who"><a href="#end">down</a> <a href="How.html">how</a> ' +
       '<a href="javascript:history.back()">return</a><FORMEND><p id="end">End</p>',
     Information: '<h1>|Supplier Town|</h1>',
+    // What it fetches, and what a browser complains of.
+    Spying: '<script>x</script><body onload="x()"><h1 onclick="x()">Spy</h1><img src="http://127.0.0.1:9/a.png"><img src="logo.GIF">' +
+      '<link rel="stylesheet" href="http://127.0.0.1:9/b.css"><style>h1 { background: url(http://127.0.0.1:9/c.png) }</style>' +
+      '<iframe src="http://127.0.0.1:9/d.html"></iframe><meta http-equiv="refresh" content="0;url=http://127.0.0.1:9/e">' +
+      '<video src="http://127.0.0.1:9/f"></video><input type="image" src="http://127.0.0.1:9/g">',
   };
   const folder = publish({ pages });
   writeFileSync(join(folder, 'How.html'), '<h1>How</h1>');
@@ -171,7 +184,20 @@ test('an enquiry keeps its fields where the page opens no form, follows a link, 
       await page.click('#form-back');
     }
 
+    const requests = [], complaints = [];
+    page.on('request', (request) => requests.push(request.url()));
+    page.on('requestfailed', (request) => requests.splice(requests.indexOf(request.url()), request.failure().errorText === 'csp' ? 1 : 0));
+    page.on('console', (message) => complaints.push(message.text()));
+    await openForm(page, 'Spying');
+    await page.waitForLoadState('networkidle');
+    await frame.locator('img[src="logo.GIF"]').evaluate((logo) => logo.decode());
+    assert.deepEqual(requests.filter((url) => /^http/.test(url)), []);
+    assert.deepEqual(complaints.filter((text) => !/Content Security Policy/.test(text)), []);
+    await page.click('#form-back');
+    complaints.splice(0);
+
     await openForm(page, 'Links');
+    assert.deepEqual(complaints, []);
     await frame.locator('input[name=Who]').fill('Cy');
     await frame.locator('text=down').click();
     const [opened] = await Promise.all([page.context().waitForEvent('page'), frame.locator('text=how').click()]);

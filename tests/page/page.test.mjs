@@ -33,10 +33,69 @@ test('typing shows the payment, and every switch prices anew', () =>
       assert.equal(await textOf(page, 'with-tax'), `\u00a3${tax} with VAT`);
       assert.match(await textOf(page, 'plan'), plan);
     }
-    await enter(page, { interval: 'quarterly' });
-    assert.equal(await page.inputValue('#term'), '12');
-    await page.press('#maintenance', 'ArrowUp');
-    assert.equal(await page.inputValue('#maintenance'), '115.00');
+    assert.match(await enter(page, { depositMode: '2' }), /\d/);
+    assert.match(await textOf(page, 'plan'), /3 payments in advance, without Maintenance/);
+    assert.match(await textOf(page, 'rounded'), /the last digit can differ/);
+    await page.click('#again');
+    assert.equal(await enter(page, { cost: '10000', term: '12' }), '\u00a3896.74');
+    assert.equal(await textOf(page, 'rounded'), '');
+  }));
+
+test('what was typed comes back with its choice, and stepping ends at the limits', () =>
+  withCalculator({ card: plain, prefs: { MinDepositPercent: 12.345 } }, async (page) => {
+    const kinds = [['term', { interval: 'quarterly' }, '12', { interval: 'monthly' }, '37'],
+      ['deposit', { depositMode: '1' }, '12.345', { depositMode: '0' }, '37'],
+      ['residual', { residualMode: '0' }, '', { residualMode: '1' }, '37']];
+    await enter(page, { depositMode: '0', cost: '10000' });
+    for (const [id, other, start, back, typed] of kinds) {
+      await enter(page, { [id]: typed, ...other });
+      assert.equal(await page.inputValue(`#${id}`), start);
+      await enter(page, back);
+      assert.equal(await page.inputValue(`#${id}`), typed);
+    }
+    await enter(page, { interval: 'quarterly', term: '16' });
+    await enter(page, { interval: 'monthly' });
+    assert.equal(await page.inputValue('#term'), '48');
+    await page.click('#again');
+    // Box, what is typed before, its number, what one step up and, from another number, one step down leave.
+    const steps = [
+      ['cost', {}, '249950', '250000', '1050', '1000'], ['cost', {}, '10', '1000', '999999999', '250000'],
+      ['term', {}, '60', '60', '12', '12'], ['maintenance', { cost: '10000' }, '15', '115.00', '50', '0'],
+      ['deposit', { depositMode: '1' }, '49.9', '50', '12.4', '12.345'],
+      ['deposit', { depositMode: '0' }, '4950', '5000', '1300', '1234.5'],
+      ['deposit', { depositMode: '2', term: '24' }, '23', '23', '1', '1'],
+      ['residual', { residualMode: '1' }, '29.9', '30', '0.1', '0'],
+      ['residual', { residualMode: '0' }, '2950', '3000', '50', '0'],
+      ['payment', { find: 'cost', depositMode: '1', deposit: '20' }, '11000', '9459.71', '20', '37.84'],
+    ];
+    for (const [id, before, high, up, low, down] of steps) {
+      await enter(page, { cost: '10000', ...before, [id]: high });
+      await page.press(`#${id}`, 'ArrowUp');
+      assert.equal(await page.inputValue(`#${id}`), up, `${id} ${high}`);
+      await enter(page, { [id]: low });
+      await page.press(`#${id}`, 'ArrowDown');
+      assert.equal(await page.inputValue(`#${id}`), down, `${id} ${low}`);
+      assert.match(await textOf(page, 'figure'), /\d/, `${id} ${down}`);
+    }
+  }));
+
+test('a payment that no cost within the limits has is told by payments', () =>
+  // Two bands whose edge a payment falls over.
+  withCalculator({ card: { ...plain, RangeEquipFROM0: 20000, RangeEquipFROM1: 9000, RangeEquipFROM2: 8000, RangeEquipFROM3: 7000, Yield0: 30, MaintenanceOption: true } }, async (page) => {
+    const cases = [
+      ['10', '', /^The lowest payment is \u00a332\.91, for Equipment cost \u00a31,000\.$/],
+      ['99999', '', /^The highest payment is \u00a310,825\.\d\d, for Equipment cost \u00a3250,000\.$/],
+      ['123456789012', '', /^The highest payment is \u00a310,825/],
+      ['700', '', /^No Equipment cost gives this payment. The nearest: \u00a3658\.25 and \u00a3866\.\d\d\.$/],
+      ['50', '60', /^The Maintenance alone is \u00a360\.00 in each payment\.$/],
+    ];
+    for (const [payment, maintenance, message] of cases) {
+      await enter(page, { find: 'cost', payment, maintenance });
+      assert.match(await textOf(page, 'payment-error'), message);
+      assert.equal(await page.isDisabled('#print'), true);
+    }
+    await page.click('#look');
+    assert.equal(await page.evaluate(() => document.activeElement.id), 'payment');
   }));
 
 test('a payment finds the cost that it buys, from the lowest to the highest, in the task of its keystroke', () => {
@@ -58,7 +117,7 @@ test('a payment finds the cost that it buys, from the lowest to the highest, in 
       assert.match(await textOf(page, 'with-tax'), /for \u00a3[\d,]+\.\d\d a month/);
       if (cost === 20000) continue;
       await enter(page, { payment: (payment + (cost === 1001 ? -0.01 : 0.01)).toFixed(2) });
-      const limit = cost === 1001 ? /lowest .* is \u00a31,001;/ : /highest .* is \u00a377,777;/;
+      const limit = cost === 1001 ? /lowest payment is .* \u00a31,001\./ : /highest payment is .* \u00a377,777\./;
       assert.match(await textOf(page, 'payment-error'), limit);
     }
   });
@@ -71,9 +130,10 @@ test('beyond a limit its box names it and no figure stands; the limit can be typ
   const cases = [
     ['cost', '', '999.99', /lowest Equipment cost is \u00a31,000\./, '1000'],
     ['cost', '', '250000.01', /highest Equipment cost is \u00a3250,000\./, '250000'],
+    ['cost', '', '1234567890123', /highest Equipment cost is \u00a3250,000\./, '250000'],
     ['cost', '', '12,50', /amount such as/, '10001'],
     ['term', '', '11', /shortest term is 12 months/, '12'],
-    ['term', '', '61', /longest term is 60 months/, '60'],
+    ['term', '', '999999', /longest term is 60 months/, '60'],
     ['term', '', '24.5', /whole number/, '36'],
     ['maintenance', '', '100000000', /highest amount is \u00a399,999,999/, '99999999'],
     ['deposit', '1', '12.344', /lowest Deposit is 12\.345%/, '12.345'],
@@ -84,7 +144,7 @@ test('beyond a limit its box names it and no figure stands; the limit can be typ
     ['residual', '1', '12.346', /highest Residual is 12\.345%/, '12.345'],
     ['residual', '0', '1234.63', /highest Residual is 12\.345% .* \u00a31,234\.62/, '1234.62'],
     ['deposit', '2', '1', /At least 2 payments/, '2'],
-    ['deposit', '2', '36', /At most 35 payments of the 36/, '35'],
+    ['deposit', '2', '999999', /At most 35 payments of the 36/, '35'],
   ];
   return withCalculator({ prefs }, async (page) => {
     for (const [id, mode, refused, message, accepted] of cases) {
@@ -93,6 +153,8 @@ test('beyond a limit its box names it and no figure stands; the limit can be typ
       assert.match(await textOf(page, `${id}-error`), message);
       assert.equal(await page.getAttribute(`#${id}`, 'aria-invalid'), 'true');
       assert.doesNotMatch(await textOf(page, 'result'), /\d/);
+      await page.click('#look');
+      assert.equal(await page.evaluate(() => document.activeElement.id), id);
       assert.match(await enter(page, { [id]: accepted }), /\u00a3\d/, `${id} ${accepted}`);
       assert.equal(await textOf(page, `${id}-error`), '');
     }
@@ -220,6 +282,17 @@ const loud = { CalcBackColour: 0x00ffff, CaptionColour: 0x40ffff, InputBackColou
   BorderColour: 0x80ffff, OrgCaptionColour: 0x00e0ff, PageBackColour: 0x0000ff, AliasDeposit: word, AliasResidual: word,
   AliasMaint: word, AliasCapEquip: word, AliasVat: word, AliasCalcName: word, CurrencySymbol: 'CHFX',
   MaxCapitalCost: 99999999, OrgCompanyName: 'M'.repeat(30), OrgEmail: `${'m'.repeat(46)}@x.y` };
+function wordsOverTwoLines() {
+  const broken = [], walker = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT), range = document.createRange();
+  while (walker.nextNode()) {
+    for (const { index, 0: word } of walker.currentNode.data.matchAll(/[^\s@.-]+/g)) {
+      range.setStart(walker.currentNode, index);
+      range.setEnd(walker.currentNode, index + word.length);
+      if (new Set([...range.getClientRects()].map((rect) => rect.top)).size > 1) broken.push(word);
+    }
+  }
+  return broken;
+}
 const looks = [
   ['delivered', { light: /246, 248, 251/, dark: /\([1-3]?\d,/ }, {}, { cost: '20000', deposit: '500' }],
   ['loud', { light: /255, 0, 0/, dark: /255, 0, 0/ },
@@ -230,23 +303,35 @@ for (const [palette, papers, changes, typed] of looks) {
   for (const colorScheme of ['light', 'dark']) {
     test(`${palette} colours, ${colorScheme} desktop: axe finds nothing, telephone and printed page are enough`, () =>
       withCalculator(changes, async (page) => {
+        await page.evaluate(() => {
+          window.moved = 0;
+          const add = (list) => list.getEntries().forEach((entry) => { window.moved += entry.hadRecentInput ? 0 : entry.value; });
+          new PerformanceObserver(add).observe({ type: 'layout-shift', buffered: true });
+        });
+        await page.waitForLoadState();
+        assert.equal(await page.evaluate(() => new Promise((done) => { requestAnimationFrame(() => setTimeout(() => done(window.moved), 100)); })), 0);
         const colour = await page.evaluate(() => getComputedStyle(document.documentElement).backgroundColor);
         assert.match(colour, papers[colorScheme]);
         await enter(page, { ...typed, residual: '10', maintenance: '99999' });
         await assertAccessible(page, 'figures');
         const pdf = (await page.pdf({ format: 'A4' })).toString('latin1');
         assert.equal(pdf.match(/\/Type\s*\/Page\b/g).length, 1);
-        await page.emulateMedia({ media: 'print' });
-        const printed = ['made', 'figure', 'inputs'].map((id) => page.isVisible(`#${id}`));
-        assert.deepEqual(await Promise.all(printed), [true, true, false]);
-        await page.emulateMedia({ media: 'screen' });
+        const printed = async (...ids) => {
+          await page.emulateMedia({ media: 'print' });
+          const seen = await Promise.all(ids.map((id) => page.isVisible(`#${id}`)));
+          await page.emulateMedia({ media: 'screen' });
+          return seen;
+        };
+        assert.deepEqual(await printed('made', 'figure', 'supplier-contact', 'inputs'), [true, true, true, false]);
         await page.setViewportSize({ width: 360, height: 740 });
         await assertAccessible(page, 'telephone');
+        if (palette === 'delivered') assert.deepEqual(await page.evaluate(wordsOverTwoLines), []);
         await enter(page, { cost: '1' });
         await assertAccessible(page, 'an error');
         await page.click('text=Your Quotation');
         await page.frameLocator('iframe').locator('h1').waitFor();
         await assertAccessible(page, 'a form');
+        assert.deepEqual(await printed('form-place', 'form-title', 'name', 'made'), [true, false, false, false]);
       }, { colorScheme }));
   }
 }
