@@ -23,7 +23,7 @@ test('figures, names and links are the same from a folder and a server with and 
     for (const address of ['https://ferrisdale.example', 'http://www.harrowgate.example']) {
       assert.equal(await page.locator(`a[href="${address}"]`).count(), 1, address);
     }
-    const made = `of ${supplier.name}, made by ${preferences.OrgCompanyName} on \\d+ \\w+ \\d{4}`;
+    const made = `: ${supplier.name}. Made by ${preferences.OrgCompanyName}. Rates of \\d+ \\w+ \\d{4}\\.`;
     assert.match(await textOf(page, 'made'), new RegExp(made));
   });
   for (const served of [folder, bare]) {
@@ -35,7 +35,7 @@ test('figures, names and links are the same from a folder and a server with and 
       await page.goto('http://calculator.example/calc.html');
       assert.equal(await figureFor(page), expected);
       assert.equal(await page.isVisible('#pages'), served === folder);
-      if (served === bare) assert.match(await textOf(page, 'made'), /on 15 May 2024/);
+      if (served === bare) assert.match(await textOf(page, 'made'), /of 15 May 2024/);
     });
   }
 });
@@ -98,7 +98,7 @@ test('broken data and limits that contradict each other are named, and no figure
     [data(general, card, 'forms'), /damaged[^]*forms/],
     [data(Buffer.alloc(824), card), /limits/],
     [data(limited({ MinCapitalCost: 10, MaxCapitalCost: 5 }), card), /limits of the Equipment cost contradict/],
-    [data(limited({ MinAdvancedPayments: 60 }), card), /limits of the term and the payments in advance contradict/],
+    [data(limited({ MinAdvancedPayments: 60 }), card), /limits of the Term, Payments in advance contradict/],
   ];
   for (const [text, message] of cases) {
     writeFileSync(join(bare, 'calcdata.txt'), text);

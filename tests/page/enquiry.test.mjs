@@ -39,8 +39,8 @@ for (const [browser, permissions] of [['chromium', clipboard.permissions], ['fir
       assert.match(shown, /\u00a312500\.00[^]*\u00a31250\.00 \(10\.00%\)[^]*36 Months \(3 Years\)/);
       assert.ok(shown.includes(figure));
       assert.match(await textOf(page, 'keep'), /If nothing opens[^]*lease@harrowgate\.example/);
-      await frame.locator('#f10').fill('Jo "Best" <b>');
-      await frame.locator('#f14').fill('One press\nTwo feeders');
+      await frame.locator('[name="Contact Name"]').fill('Jo "Best" <b>');
+      await frame.locator('[name="Equipment Description"]').fill('One press\nTwo feeders');
       const text = (await copied(page, !permissions)).replaceAll('\r\n', '\n');
       assert.match(await textOf(page, 'keep-done'), /required answers are still empty/);
       for (const line of ['To: lease@harrowgate.example', 'Contact Name=Jo "Best" <b>', 'Two feeders',
@@ -61,7 +61,7 @@ for (const [browser, permissions] of [['chromium', clipboard.permissions], ['fir
       await openForm(page, 'Lease Proposal');
       await frame.locator('table', { hasText: '\u00a313000.00' }).waitFor();
       await page.locator('#keep').waitFor();
-      assert.equal(await frame.locator('#f10').inputValue(), 'Jo "Best" <b>');
+      assert.equal(await frame.locator('[name="Contact Name"]').inputValue(), 'Jo "Best" <b>');
       assert.equal(await frame.locator('input[name="Calculator Capital Cost"]').inputValue(), '\u00a313000.00');
       await page.click('#form-back');
       await openForm(page, 'Your Quotation');
@@ -75,11 +75,11 @@ for (const [browser, permissions] of [['chromium', clipboard.permissions], ['fir
       assert.deepEqual([await page.inputValue('#cost'), await page.inputValue('#deposit')], ['13000', '10']);
       await openForm(page, 'Lease Proposal');
       await page.locator('#keep').waitFor();
-      assert.equal(await frame.locator('#f10').inputValue(), 'Jo "Best" <b>');
-      await frame.locator('#f10').fill('Jo');
+      assert.equal(await frame.locator('[name="Contact Name"]').inputValue(), 'Jo "Best" <b>');
+      await frame.locator('[name="Contact Name"]').fill('Jo');
       await page.reload();
       await page.locator('#keep').waitFor();
-      assert.equal(await frame.locator('#f10').inputValue(), 'Jo');
+      assert.equal(await frame.locator('[name="Contact Name"]').inputValue(), 'Jo');
       await page.click('#form-back');
       await enter(page, { term: '360' });
       assert.match(await textOf(page, 'term-error'), /longest term is 60 months/);

@@ -86,7 +86,7 @@ test('a payment that no cost within the limits has is told by payments', () =>
       ['10', '', /^The lowest payment is \u00a332\.91, for Equipment cost \u00a31,000\.$/],
       ['99999', '', /^The highest payment is \u00a310,825\.\d\d, for Equipment cost \u00a3250,000\.$/],
       ['123456789012', '', /^The highest payment is \u00a310,825/],
-      ['700', '', /^No Equipment cost gives this payment. The nearest: \u00a3658\.25 and \u00a3866\.\d\d\.$/],
+      ['700', '', /^No Equipment cost gives this payment. The nearest: \u00a3658\.25 \/ \u00a3866\.\d\d\.$/],
       ['50', '60', /^The Maintenance alone is \u00a360\.00 in each payment\.$/],
     ];
     for (const [payment, maintenance, message] of cases) {
@@ -173,7 +173,7 @@ test('a unit chooses the kind of a box, or is refused; nothing is taken for some
       ['residual', '1', '\u00a325', /write a percentage such as 12\.5\.$/],
       ['term', '', '36%', /a whole number, not a percentage\./],
       ['term', '', 'Fr36', /a whole number, not an amount\./],
-      ['cost', '', '10%', /an amount such as 12345\.67, not a percentage\./],
+      ['cost', '', '10%', /an amount such as 12,345\.67, not a percentage\./],
       ['maintenance', '', '5%', /an amount .* not a percentage\./],
     ];
     for (const [id, mode, typed, after, left] of cases) {
