@@ -109,11 +109,7 @@ constexpr void (*kSteps[])(Office&) = {
 
 }  // namespace
 
-std::size_t StepsOfDay() {
-  return std::size(kSteps);
-}
-
-int SpendDay(const Workplace& place, const std::function<void(std::size_t)>& tell) {
+int SpendDay(const Workplace& place, const Tell& tell) {
   ScriptedDesktop desktop;
   desktop.now = std::chrono::system_clock::now();
   desktop.modal = [](Window& window) {

@@ -45,10 +45,13 @@ bool IsWatched(int handle) {
 
 enum class Kind { Writes, Changes };
 
-// Returns true when the call has to fail, with errno set. `half` does the half of a write before a kill.
-template <typename Half>
-bool FailsHere(Kind kind, Half half) {
-  if (watch.fault == Fault::FullDisk && kind != Kind::Writes) return false;
+void Nothing() {}
+
+// Returns true when the call on that place (a path or a handle) has to fail, with errno set. `half` does the half of a
+// write before a kill.
+template <typename Place, typename Half = void (*)()>
+bool FailsHere(Kind kind, Place place, Half half = Nothing) {
+  if (!IsWatched(place) || (watch.fault == Fault::FullDisk && kind != Kind::Writes)) return false;
   const long now = ++*seen;
   if (watch.moment == 0 || now < watch.moment || (now > watch.moment && watch.fault != Fault::FullDisk)) return false;
   if (watch.fault == Fault::Kill) {
@@ -59,18 +62,11 @@ bool FailsHere(Kind kind, Half half) {
   return true;
 }
 
-bool FailsHere(Kind kind) {
-  return FailsHere(kind, [] {});
-}
-
 // The C library's own.
+#define OWN(call) Own<decltype(&(call))>(#call)
 template <typename Call>
-Call* Next(const char* name) {
-  return reinterpret_cast<Call*>(dlsym(RTLD_NEXT, name));
-}
-
-bool Creates(int flags) {
-  return (flags & (O_CREAT | O_TRUNC)) != 0;
+Call Own(const char* name) {
+  return reinterpret_cast<Call>(dlsym(RTLD_NEXT, name));
 }
 
 }  // namespace
@@ -97,113 +93,89 @@ using namespace tarvolinex;
 extern "C" {
 
 ssize_t write(int handle, const void* bytes, size_t count) {
-  static const auto next = Next<ssize_t(int, const void*, size_t)>("write");
-  if (IsWatched(handle) && FailsHere(Kind::Writes, [&] { next(handle, bytes, count / 2); })) return -1;
-  return next(handle, bytes, count);
+  static const auto own = OWN(write);
+  return FailsHere(Kind::Writes, handle, [&] { own(handle, bytes, count / 2); }) ? -1 : own(handle, bytes, count);
 }
 
 ssize_t writev(int handle, const iovec* parts, int count) {
-  static const auto next = Next<ssize_t(int, const iovec*, int)>("writev");
-  if (IsWatched(handle) && FailsHere(Kind::Writes, [&] { next(handle, parts, count / 2); })) return -1;
-  return next(handle, parts, count);
+  static const auto own = OWN(writev);
+  return FailsHere(Kind::Writes, handle, [&] { own(handle, parts, count / 2); }) ? -1 : own(handle, parts, count);
 }
 
 ssize_t pwrite64(int handle, const void* bytes, size_t count, off64_t at) {
-  static const auto next = Next<ssize_t(int, const void*, size_t, off64_t)>("pwrite64");
-  if (IsWatched(handle) && FailsHere(Kind::Writes, [&] { next(handle, bytes, count / 2, at); })) return -1;
-  return next(handle, bytes, count, at);
-}
-
-ssize_t pwrite(int handle, const void* bytes, size_t count, off_t at) {
-  return pwrite64(handle, bytes, count, at);
+  static const auto own = OWN(pwrite64);
+  const auto half = [&] { own(handle, bytes, count / 2, at); };
+  return FailsHere(Kind::Writes, handle, half) ? -1 : own(handle, bytes, count, at);
 }
 
 size_t fwrite(const void* bytes, size_t size, size_t count, FILE* file) {
-  static const auto next = Next<size_t(const void*, size_t, size_t, FILE*)>("fwrite");
-  if (IsWatched(fileno(file)) && FailsHere(Kind::Writes, [&] {
-        next(bytes, size, count / 2, file);
-        fflush(file);
-      })) {
-    return 0;
-  }
-  return next(bytes, size, count, file);
+  static const auto own = OWN(fwrite);
+  const auto half = [&] {
+    own(bytes, size, count / 2, file);
+    fflush(file);
+  };
+  return FailsHere(Kind::Writes, fileno(file), half) ? 0 : own(bytes, size, count, file);
 }
 
 // What stdio still holds is written here.
 int fclose(FILE* file) {
-  static const auto next = Next<int(FILE*)>("fclose");
-  const bool writes = IsWatched(fileno(file)) && (fcntl(fileno(file), F_GETFL) & O_ACCMODE) != O_RDONLY;
-  if (writes && FailsHere(Kind::Writes)) {
-    next(file);
-    errno = ENOSPC;
-    return EOF;
-  }
-  return next(file);
+  static const auto own = OWN(fclose);
+  const bool writes = (fcntl(fileno(file), F_GETFL) & O_ACCMODE) != O_RDONLY;
+  if (!writes || !FailsHere(Kind::Writes, fileno(file))) return own(file);
+  own(file);
+  errno = ENOSPC;
+  return EOF;
 }
 
 // Nothing is lost by a kill, so nothing has to reach the disk.
 int fsync(int handle) {
-  return IsWatched(handle) && FailsHere(Kind::Changes) ? -1 : 0;
-}
-
-int fdatasync(int handle) {
-  return fsync(handle);
+  return FailsHere(Kind::Changes, handle) ? -1 : 0;
 }
 
 int ftruncate64(int handle, off64_t length) noexcept {
-  static const auto next = Next<int(int, off64_t)>("ftruncate64");
-  return IsWatched(handle) && FailsHere(Kind::Writes) ? -1 : next(handle, length);
-}
-
-int ftruncate(int handle, off_t length) noexcept {
-  return ftruncate64(handle, length);
+  static const auto own = OWN(ftruncate64);
+  return FailsHere(Kind::Writes, handle) ? -1 : own(handle, length);
 }
 
 int rename(const char* from, const char* to) noexcept {
-  static const auto next = Next<int(const char*, const char*)>("rename");
-  return IsWatched(to) && FailsHere(Kind::Changes) ? -1 : next(from, to);
+  static const auto own = OWN(rename);
+  return FailsHere(Kind::Changes, to) ? -1 : own(from, to);
 }
 
 int unlink(const char* path) noexcept {
-  static const auto next = Next<int(const char*)>("unlink");
-  return IsWatched(path) && FailsHere(Kind::Changes) ? -1 : next(path);
+  static const auto own = OWN(unlink);
+  return FailsHere(Kind::Changes, path) ? -1 : own(path);
 }
 
 int remove(const char* path) noexcept {
-  static const auto next = Next<int(const char*)>("remove");
-  return IsWatched(path) && FailsHere(Kind::Changes) ? -1 : next(path);
+  static const auto own = OWN(remove);
+  return FailsHere(Kind::Changes, path) ? -1 : own(path);
 }
 
 int mkdir(const char* path, mode_t mode) noexcept {
-  static const auto next = Next<int(const char*, mode_t)>("mkdir");
-  return IsWatched(path) && FailsHere(Kind::Writes) ? -1 : next(path, mode);
+  static const auto own = OWN(mkdir);
+  return FailsHere(Kind::Writes, path) ? -1 : own(path, mode);
 }
 
 int open64(const char* path, int flags, ...) {
-  static const auto next = Next<int(const char*, int, ...)>("open64");
+  static const auto own = OWN(open64);
   va_list rest;
   va_start(rest, flags);
   const auto mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
   va_end(rest);
-  if (Creates(flags) && IsWatched(path) && FailsHere(Kind::Writes)) return -1;
-  return next(path, flags, mode);
-}
-
-int open(const char* path, int flags, ...) {
-  va_list rest;
-  va_start(rest, flags);
-  const auto mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
-  va_end(rest);
-  return open64(path, flags, mode);
+  const bool creates = (flags & (O_CREAT | O_TRUNC)) != 0;
+  return creates && FailsHere(Kind::Writes, path) ? -1 : own(path, flags, mode);
 }
 
 FILE* fopen64(const char* path, const char* how) {
-  static const auto next = Next<FILE*(const char*, const char*)>("fopen64");
-  if (std::strpbrk(how, "wa+") && IsWatched(path) && FailsHere(Kind::Writes)) return nullptr;
-  return next(path, how);
+  static const auto own = OWN(fopen64);
+  return std::strpbrk(how, "wa+") && FailsHere(Kind::Writes, path) ? nullptr : own(path, how);
 }
 
-FILE* fopen(const char* path, const char* how) {
-  return fopen64(path, how);
-}
+// The same under their other names.
+int fdatasync(int handle) __attribute__((alias("fsync")));
+ssize_t pwrite(int handle, const void* bytes, size_t count, off_t at) __attribute__((alias("pwrite64")));
+int ftruncate(int handle, off_t length) noexcept __attribute__((alias("ftruncate64")));
+int open(const char* path, int flags, ...) __attribute__((alias("open64")));
+FILE* fopen(const char* path, const char* how) __attribute__((alias("fopen64")));
 }

@@ -12,6 +12,7 @@
 #include "core/Globals.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
+#include "platform/text/Text.h"
 #include "publish/PageText.h"
 #include "publish/Template.h"
 #include "support/ScriptedDesktop.h"
@@ -30,13 +31,14 @@ void MakeRows(const std::string& path) {
 
 }  // namespace
 
-int RunProgram(const Workplace& place, std::vector<std::string> words, const std::string& input) {
+int RunProgram(const Workplace& place, const std::string& words, const std::string& input) {
   const std::string file = place.Work() + "/../input";
   WriteFile(file, input);
   dup2(::open(file.c_str(), O_RDONLY | O_CLOEXEC), STDIN_FILENO);
-  words.insert(words.begin(), {"--app-folder", place.App(), "--yes"});
+  const std::string line = "--app-folder " + place.App() + " --yes " + words;
+  const auto split = Split(line, ' ');
   try {
-    return RunWithoutWindow(ParseProgramOptions(words));
+    return RunWithoutWindow(ParseProgramOptions({split.begin(), split.end()}));
   } catch (const std::exception& failure) {
     std::cerr << failure.what() << '\n';
     return kFailed;
@@ -60,7 +62,7 @@ int StartAndCloseWindow(const Workplace& place) {
 }
 
 int PublishAndCompare(const Workplace& place) {
-  const int status = RunProgram(place, {"publish", "--supplier", "1"});
+  const int status = RunProgram(place, "publish --supplier 1");
   if (status != 0) return status;
   for (const bool test : {false, true}) {
     const std::string expected =
@@ -75,28 +77,30 @@ int PublishAndCompare(const Workplace& place) {
 }
 
 std::vector<Job> AllJobs(const Workplace& place) {
-  const auto program = [&place](std::vector<std::string> words, std::string input = "") {
-    return [&place, words = std::move(words), input = std::move(input)] { return RunProgram(place, words, input); };
+  const auto program = [&place](const std::string& words, const std::string& input = "") {
+    return [&place, words, input](const Tell& tell) {
+      tell(0);
+      const int status = RunProgram(place, words, input);
+      if (status == 0) tell(1);
+      return status;
+    };
   };
   const std::string app = place.App(), out = place.Work() + "/out", data = place.Work() + "/data";
-  const std::vector<std::string> send = {"send",      "--supplier",      "1",         "--contact", "1", "--as", "zip",
-                                         "--subject", "Your calculator", "--message", "Hello"};
   std::vector<Job> jobs = {
-      {.name = "preferences write", .run = program({"preferences", "write"}, kPreferences)},
-      {.name = "publish", .run = program({"publish", "--supplier", "2"})},
-      {.name = "live", .run = program({"live", "--supplier", "2", out + "/form.html"})},
-      {.name = "record write",
-       .run = program({"record", "write", out + "/Supplier.dat"}, R"({"CompanyName": "Other"})")},
+      {.name = "a day in the window", .run = [&place](const Tell& tell) { return SpendDay(place, tell); }, .day = true},
+      {.name = "preferences write", .run = program("preferences write", kPreferences)},
+      {.name = "publish", .run = program("publish --supplier 2")},
+      {.name = "live", .run = program("live --supplier 2 " + out + "/form.html")},
+      {.name = "record write", .run = program("record write " + out + "/Supplier.dat", R"({"CompanyName": "Other"})")},
       {.name = "send",
-       .run = program({"send", "--supplier", "1", "--contact", "1", "--as", "zip", "--subject", "Your calculator",
-                       "--message", "Hello"}),
+       .run = program("send --supplier 1 --contact 1 --as zip --subject Calculator --message Hello"),
        .varying = {"app/CalcInstall.zip"},
        .package = "app/CalcInstall.zip"},
       {.name = "quote --output",
-       .run = program({"quote", "--supplier", "1", out + "/rows.csv", "--output", out + "/quotes.csv"}),
+       .run = program("quote --supplier 1 " + out + "/rows.csv --output " + out + "/quotes.csv"),
        .prepare = [out] { MakeRows(out + "/rows.csv"); }},
       {.name = "new data folder",
-       .run = program({"--data-folder", data, "suppliers"}),
+       .run = program("--data-folder " + data + " suppliers"),
        .prepare =
            [data] {
              MakeFolder(data);
@@ -106,7 +110,7 @@ std::vector<Job> AllJobs(const Workplace& place) {
        .fresh = true},
       // Whoever starts for the first time is given a reference of his own.
       {.name = "first start",
-       .run = program({"publish", "--supplier", "2"}),
+       .run = program("publish --supplier 2"),
        .prepare =
            [&place] {
              std::filesystem::remove_all(place.Work());
@@ -116,13 +120,11 @@ std::vector<Job> AllJobs(const Workplace& place) {
                    "app/calculator/calc_test.html"},
        .fresh = true},
   };
-  for (const std::string ending : {"exe", "zip"}) {
-    const std::string file = "out/made." + ending;
-    jobs.insert(jobs.begin() + 2,
-                {.name = "package " + ending,
-                 .run = program({"package", "--supplier", "2", "--output", place.Work() + "/" + file}),
-                 .varying = {file},
-                 .package = file});
+  for (const std::string file : {"out/made.exe", "out/made.zip"}) {
+    jobs.insert(jobs.begin() + 3, {.name = "package " + file.substr(9),
+                                   .run = program("package --supplier 2 --output " + place.Work() + "/" + file),
+                                   .varying = {file},
+                                   .package = file});
   }
   return jobs;
 }

@@ -10,9 +10,13 @@
 
 namespace tarvolinex {
 
+// How many steps are done.
+using Tell = std::function<void(std::size_t done)>;
+
 struct Job {
   std::string name;
-  std::function<int()> run;  // in a process of its own; the exit status
+  // In a process of its own; the exit status. It tells before each of its steps, and after the last, how far it is.
+  std::function<int(const Tell&)> run;
   // Makes what the job needs beside the prepared app folder.
   std::function<void()> prepare = {};
   // Files that are not the same each time the job is done: times, and names made of them, go in.
@@ -20,10 +24,11 @@ struct Job {
   std::string package = {};     // an archive that the job makes
   std::string dataFolder = {};  // when it is not the app folder
   bool fresh = false;           // a package is unpacked, and then its contacts get the organisation's address
+  bool day = false;             // many steps, which change files more than once
 };
 
-// One call of the program with a command, its words after --app-folder and the text of its standard input.
-int RunProgram(const Workplace& place, std::vector<std::string> words, const std::string& input = "");
+// One call of the program: the words after --app-folder, with a blank between each two, and its standard input.
+int RunProgram(const Workplace& place, const std::string& words, const std::string& input = "");
 
 // The window comes up, shows its suppliers and goes away. Not 0 when something was reported.
 int StartAndCloseWindow(const Workplace& place);
@@ -33,9 +38,7 @@ int PublishAndCompare(const Workplace& place);
 
 std::vector<Job> AllJobs(const Workplace& place);
 
-// The steps of a day. Each runs after the others in one process; before each and after the last the day tells how far
-// it is. A day ends at the first thing that is reported to the user.
-int SpendDay(const Workplace& place, const std::function<void(std::size_t done)>& tell);
-std::size_t StepsOfDay();
+// The steps of a day, one after the other in one process. A day ends at the first thing that is reported to the user.
+int SpendDay(const Workplace& place, const Tell& tell);
 
 }  // namespace tarvolinex

@@ -29,83 +29,99 @@ constexpr std::array<std::pair<Fault, const char*>, 3> kFaults = {
 
 int complaints = 0;
 
-// What can be told before anything fails.
-struct Known {
-  std::map<std::string, std::string> before, after, atLast;
-  std::string businessBefore, businessAfter;
-};
-
 class Trial {
  public:
   Trial(const Workplace& place, const Job& job) : place_(place), job_(job) {}
-  long Moments(Fault fault);
+  // What can be told before anything fails.
   void Learn();
+  long Moments(Fault fault) {
+    place_.Restore();
+    RunWatched(fault, 0);
+    return MomentsSeen();
+  }
   void Try(Fault fault, const char* word, long moment);
 
  private:
-  void Complain(const std::string& about);
+  void Complain(const std::string& about) {
+    std::cout << "FAIL " << job_.name << ", " << moment_ << ": " << about << '\n';
+    ++complaints;
+  }
+  // It has to end well.
+  void Judge(const std::string& what, const std::function<int()>& step) {
+    const int status = place_.Run(step);
+    if (status != 0) Complain(what + " ends with " + std::to_string(status) + ": " + place_.Words());
+  }
   std::string Business() const {
     return Workplace::Business(job_.dataFolder.empty() ? place_.App() : job_.dataFolder, !job_.fresh);
   }
   int RunWatched(Fault fault, long moment);
+  void CheckBusiness(int status);
   void CheckFiles(int status);
   void CheckPackage();
-  void CheckWhatFollows();
-  void GoOn(bool judged);
+  void GoOn();
+  void CheckWhatIsLeft();
 
   const Workplace& place_;
   const Job& job_;
-  Known known_;
+  std::map<std::string, std::string> before_, after_, atLast_;
+  std::vector<std::string> business_;  // before each step, and after the last
   std::string moment_;
+  std::size_t* const done_ = static_cast<std::size_t*>(
+      mmap(nullptr, sizeof(std::size_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
 };
-
-void Trial::Complain(const std::string& about) {
-  std::cout << "FAIL " << job_.name << ", " << moment_ << ": " << about << '\n';
-  ++complaints;
-}
 
 int Trial::RunWatched(Fault fault, long moment) {
   return place_.Run([&] {
     WatchFolder(place_.Work(), fault, moment);
-    const int status = job_.run();
+    const int status = job_.run([&](std::size_t done) { *done_ = done; });
     StopWatching();
     return status;
   });
 }
 
-long Trial::Moments(Fault fault) {
-  place_.Restore();
-  RunWatched(fault, 0);
-  return MomentsSeen();
-}
-
 // What follows a job that was cut off.
-void Trial::GoOn(bool judged) {
+void Trial::GoOn() {
   std::vector<std::pair<const char*, std::function<int()>>> steps = {
       {"the next start", [&] { return StartAndCloseWindow(place_); }},
-      {"the next publish", [&] { return PublishAndCompare(place_); }},
-      {"the job done once more", job_.run}};
-  // A window would ask who the organisation is, and put that into the database.
-  if (job_.fresh) std::rotate(steps.begin(), steps.end() - 1, steps.end());
-  for (const auto& [name, step] : steps) {
-    const int status = place_.Run(step);
-    if (judged && status != 0)
-      Complain(std::string(name) + " ends with " + std::to_string(status) + ": " + place_.Words());
+      {"the next publish", [&] { return PublishAndCompare(place_); }}};
+  if (job_.day) {
+    const std::string out = place_.Work() + "/out";
+    for (const std::string& words : {"package --supplier 1 --output " + out + "/made.zip",
+                                     std::string("send --supplier 1 --contact 1 --as zip --subject A --message B")}) {
+      steps.emplace_back("the next morning", [&, words] { return RunProgram(place_, words); });
+    }
+  } else {
+    // A window would ask who the organisation is, and put that into the database.
+    steps.emplace(job_.fresh ? steps.begin() : steps.end(), "the job done once more",
+                  [&] { return job_.run([](std::size_t) {}); });
   }
+  for (const auto& [name, step] : steps) Judge(name, step);
 }
 
 void Trial::Learn() {
   moment_ = "undisturbed";
   place_.Restore();
-  known_.before = place_.Files();
-  known_.businessBefore = Business();
-  if (const int status = RunWatched(Fault::Kill, 0); status != 0) {
-    Complain("ends with " + std::to_string(status) + ": " + place_.Words());
+  before_ = place_.Files();
+  const std::string noted = place_.Work() + "/../business ";
+  Judge("it", [&] {
+    return job_.run([&](std::size_t done) {
+      *done_ = done;
+      WriteFile(noted + std::to_string(done), Business());
+    });
+  });
+  for (std::size_t done = 0; done <= *done_; ++done) business_.push_back(ReadFile(noted + std::to_string(done)));
+  after_ = place_.Files();
+  GoOn();
+  atLast_ = place_.Files();
+}
+
+void Trial::CheckBusiness(int status) {
+  const std::string business = Business();
+  const std::size_t done = *done_;
+  const bool isNext = status != 0 && done + 1 < business_.size() && business == business_[done + 1];
+  if (business != business_.at(done) && !isNext) {
+    Complain("the database is neither as before nor as after step " + std::to_string(done) + ": " + place_.Words());
   }
-  known_.after = place_.Files();
-  known_.businessAfter = Business();
-  GoOn(true);
-  known_.atLast = place_.Files();
 }
 
 void Trial::CheckFiles(int status) {
@@ -115,14 +131,12 @@ void Trial::CheckFiles(int status) {
     // An old file that could not be deleted has been reported, and counts among those of its name.
     const bool reported = status > 0 && name.starts_with("app/calculator/");
     const bool varies = marks.contains(name) || reported || job_.varying.contains(name) || name.ends_with(".eml");
-    const auto before = known_.before.find(name), after = known_.after.find(name);
-    const bool isBefore = before != known_.before.end() && before->second == content;
-    const bool isAfter = after != known_.after.end() && after->second == content;
-    if (!isBefore && !isAfter && !varies) Complain(name + " is neither the old nor the new one");
+    const auto is = [&, &name = name, &content = content](const std::map<std::string, std::string>& known) {
+      const auto found = known.find(name);
+      return found != known.end() && found->second == content;
+    };
+    if (!varies && !is(before_) && !is(after_)) Complain(name + " is neither the old nor the new one");
   }
-  const std::string business = Business();
-  if (business != known_.businessBefore && business != known_.businessAfter) Complain("the database is half changed");
-  if (status == 0 && business != known_.businessAfter) Complain("it says that all went well");
 }
 
 void Trial::CheckPackage() {
@@ -138,138 +152,56 @@ void Trial::CheckPackage() {
   }
 }
 
-void Trial::CheckWhatFollows() {
-  GoOn(true);
+void Trial::CheckWhatIsLeft() {
   for (const auto& [name, content] : place_.Files()) {
     // A database that stands beside a package is kept, also when it has come from that package.
     const bool kept = name.ends_with(".eml") || name.find("Backup/Replaced") != std::string::npos;
-    if (!known_.atLast.contains(name) && !kept) Complain(name + " is left over");
+    if (!atLast_.contains(name) && !kept) Complain(name + " is left over");
   }
-  for (const auto& [name, content] : known_.atLast) {
+  for (const std::string& name : place_.Unfinished()) Complain(name + " is left over");
+  if (job_.day) return;
+  for (const auto& [name, content] : atLast_) {
     // The copy of a day that could not be made keeps nobody from working.
     const bool optional = name.ends_with(".eml") || name.find("Backup/") != std::string::npos;
     if (!FileExists(place_.Work() + "/" + name) && !optional) Complain(name + " is missing in the end");
   }
-  for (const std::string& name : place_.Unfinished()) Complain(name + " is left over");
-  if (Business() != known_.businessAfter) Complain("the database is another in the end");
+  if (Business() != business_.back()) Complain("the database is another in the end");
 }
 
 void Trial::Try(Fault fault, const char* word, long moment) {
   moment_ = std::string(word) + " at " + std::to_string(moment);
   place_.Restore();
+  *done_ = 0;
   const int status = RunWatched(fault, moment);
-  CheckFiles(status);
+  CheckBusiness(status);
+  if (!job_.day) CheckFiles(status);
   CheckPackage();
-  CheckWhatFollows();
+  GoOn();
+  CheckWhatIsLeft();
 }
 
 void Prepare(const Workplace& place) {
-  const auto run = [&](std::vector<std::string> words, const std::string& input = "") {
+  const auto run = [&](const std::string& words, const std::string& input = "") {
     if (place.Run([&] { return RunProgram(place, words, input); }) == 0) return;
     std::cout << "FAIL preparing: " << place.Words();
     std::exit(1);
   };
   const std::string out = place.Work() + "/out";
   MakeFolder(out);
-  run({"preferences", "write"},
+  run("preferences write",
       R"({"OrgCompanyName": "Northgate Leasing", "OrgEmail": "l@northgate.example", "OrgContactName": "A"})");
   WriteFile(place.App() + "/Mail.INI", "[PROFILES]\r\nDefaultProfile=out\r\n[out]\r\nTransport=outbox\r\n");
   WriteFile(out + "/form.html", "<html><title>Enquiry</title><body>|Supplier Town|, |Calculator Term|</body></html>");
   WriteFile(out + "/Supplier.dat", std::string(555, ' '));
   WriteFile(out + "/quotes.csv", "old\n");
   for (const char* ending : {"exe", "zip"}) {
-    run({"package", "--supplier", "1", "--output", out + "/made." + ending});
+    run("package --supplier 1 --output " + out + "/made." + ending);
     CopyFile(out + "/made." + ending, place.App() + "/CalcInstall." + ending);
   }
-  run({"live", "--supplier", "1", out + "/form.html"});
+  run("live --supplier 1 " + out + "/form.html");
   // The first write of the day copies the database.
   std::filesystem::remove_all(place.App() + "/Backup");
   place.Keep();
-}
-
-// What is done on the day after, so that everything has been written to once more.
-std::vector<std::vector<std::string>> Morning(const Workplace& place) {
-  return {{"package", "--supplier", "1", "--output", place.Work() + "/out/made.zip"},
-          {"send", "--supplier", "1", "--contact", "1", "--as", "zip", "--subject", "Again", "--message", "Hello"}};
-}
-
-// The moments of a day, and what stands in the database after each of its steps.
-class DayTrial {
- public:
-  explicit DayTrial(const Workplace& place) : place_(place) {}
-  long Moments(Fault fault) {
-    place_.Restore();
-    Spend(fault, 0);
-    return MomentsSeen();
-  }
-  void Learn();
-  void Try(Fault fault, const char* word, long moment);
-
- private:
-  int Spend(Fault fault, long moment) {
-    return place_.Run([&] {
-      WatchFolder(place_.Work(), fault, moment);
-      const int status = SpendDay(place_, [&](std::size_t done) { *done_ = done; });
-      StopWatching();
-      return status;
-    });
-  }
-  void Complain(const std::string& about) {
-    std::cout << "FAIL a day, " << moment_ << ": " << about << '\n';
-    ++complaints;
-  }
-  const Workplace& place_;
-  std::string moment_;
-  std::map<std::string, std::string> before_, after_;
-  std::vector<std::string> business_;  // before each step, and after the last
-  std::size_t* const done_ = static_cast<std::size_t*>(
-      mmap(nullptr, sizeof(std::size_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-};
-
-void DayTrial::Learn() {
-  moment_ = "undisturbed";
-  place_.Restore();
-  before_ = place_.Files();
-  const std::string list = place_.Work() + "/../business";
-  WriteFile(list, "");
-  const int status = place_.Run([&] {
-    return SpendDay(place_,
-                    [&](std::size_t) { WriteFile(list, ReadFile(list) + Workplace::Business(place_.App()) + '\0'); });
-  });
-  if (status != 0) Complain("ends with " + std::to_string(status) + ": " + place_.Words());
-  const std::string all = ReadFile(list);
-  for (std::size_t at = 0; at < all.size(); at = all.find('\0', at) + 1) {
-    business_.push_back(all.substr(at, all.find('\0', at) - at));
-  }
-  business_.erase(business_.begin());  // told once more when the window has come up
-  place_.Run([&] { return PublishAndCompare(place_); });
-  after_ = place_.Files();
-}
-
-void DayTrial::Try(Fault fault, const char* word, long moment) {
-  moment_ = std::string(word) + " at " + std::to_string(moment);
-  place_.Restore();
-  *done_ = 0;
-  const int status = Spend(fault, moment);
-  const std::size_t done = *done_;
-  moment_ += ", step " + std::to_string(done);
-  const std::string business = Workplace::Business(place_.App());
-  const bool either =
-      business == business_.at(done) || (done + 1 < business_.size() && status != 0 && business == business_[done + 1]);
-  if (!either) Complain("the database is neither as before nor as after the step: " + place_.Words());
-  if (const int start = place_.Run([&] { return StartAndCloseWindow(place_); }); start != 0) {
-    Complain("the next start: " + place_.Words());
-  }
-  if (const int next = place_.Run([&] { return PublishAndCompare(place_); }); next != 0) {
-    Complain("the next publish: " + place_.Words());
-  }
-  for (const auto& words : Morning(place_)) {
-    if (place_.Run([&] { return RunProgram(place_, words); }) != 0) Complain(words.front() + ": " + place_.Words());
-  }
-  for (const std::string& name : place_.Unfinished()) Complain(name + " is left over");
-  for (const auto& [name, content] : place_.Files()) {
-    if (!after_.contains(name) && !name.ends_with(".eml")) Complain(name + " is left over");
-  }
 }
 
 struct Choice {
@@ -297,8 +229,7 @@ Choice ChoiceOf(const std::vector<std::string>& words) {
   return choice;
 }
 
-template <typename Trials>
-long TryAll(Trials& trial, const std::string& name, const Choice& choice) {
+long TryAll(Trial& trial, const std::string& name, const Choice& choice) {
   const auto begin = std::chrono::steady_clock::now();
   trial.Learn();
   long all = 0, tried = 0, kind = 0;
@@ -322,11 +253,6 @@ int Main(const Choice& choice) {
   const Workplace place;
   Prepare(place);
   long tried = 0;
-  constexpr const char* kDay = "a day in the window";
-  if (choice.Has(kDay)) {
-    DayTrial day(place);
-    tried += TryAll(day, kDay, choice);
-  }
   for (const Job& job : AllJobs(place)) {
     if (!choice.Has(job.name)) continue;
     if (job.prepare) {

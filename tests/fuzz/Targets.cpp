@@ -39,8 +39,7 @@ Surroundings& Around() {
 
 std::vector<Target> AllTargets() {
   std::vector<Target> all;
-  for (const auto& targets :
-       {DatabaseTargets(), PageTargets(), PackageTargets(), RecordTargets(), TextTargets(), WindowsTargets()}) {
+  for (const auto& targets : {DatabaseTargets(), PageTargets(), PackageTargets(), TextTargets(), WindowsTargets()}) {
     all.insert(all.end(), targets.begin(), targets.end());
   }
   return all;

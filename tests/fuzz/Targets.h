@@ -17,7 +17,6 @@ struct Target {
 std::vector<Target> DatabaseTargets();
 std::vector<Target> PageTargets();
 std::vector<Target> PackageTargets();
-std::vector<Target> RecordTargets();
 std::vector<Target> TextTargets();
 std::vector<Target> WindowsTargets();
 std::vector<Target> AllTargets();
@@ -37,10 +36,9 @@ bool Works(Work work) {
     work();
     return true;
   } catch (const RuntimeError&) {
-    return false;
   } catch (const ProgramEnded&) {
-    return false;
   }
+  return false;
 }
 
 }  // namespace tarvolinex::fuzz

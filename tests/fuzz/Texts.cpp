@@ -1,19 +1,64 @@
-// Lines of text: mail profiles, price lists, the web server's answer, mail addresses.
+// Both preference records, on disk and as the JSON of the commands, and what is computed with them; mail profiles,
+// price lists, the web server's answer, mail addresses.
 #include <sstream>
 
 #include "calc/Payment.h"
 #include "cli/Csv.h"
 #include "cli/QuoteRows.h"
+#include "cli/RecordJson.h"
+#include "core/Records.h"
 #include "distribute/Upload.h"
 #include "fuzz/Targets.h"
 #include "platform/files/ProfileFile.h"
 #include "platform/network/MailMessage.h"
 #include "platform/network/MailProfiles.h"
 #include "platform/text/Text.h"
+#include "publish/Template.h"
 
 namespace tarvolinex::fuzz {
 
 namespace {
+
+template <typename Record>
+bool ReadBack(std::string_view bytes, Record& record) {
+  const std::string path = Put("record.dat", bytes);
+  if (!Works([&] { ReadRecord(path, record); })) return false;
+  Record again, shown = record;
+  WriteRecord(path, record);
+  ReadRecord(path, again);
+  Expect(RecordBytes(again) == RecordBytes(record), "a record is read as it was written");
+  const std::string text = FormatJsonObject(RecordToJson(record));
+  ChangeRecord(shown, ParseJsonObject(text));
+  Expect(FormatJsonObject(RecordToJson(shown)) == text, "a record says what its JSON says");
+  return true;
+}
+
+void ReadPreferences(std::string_view bytes) {
+  CalculatorPreferencesRecord record;
+  if (ReadBack(bytes, record)) FillPlaceholders("|CALCULATORNAME| |PICBACKGROUND| |LEASEORGEMAIL|", record, true);
+}
+
+void ReadSupplier(std::string_view bytes) {
+  SupplierCalcSettingsRecord record;
+  if (!ReadBack(bytes, record)) return;
+  for (int mode = 0; mode <= 6; ++mode) {
+    QuoteRecord quote;
+    quote.CapitalCost = record.RangeEquipFROM[2];
+    quote.NumberOfPayments = record.ID;
+    quote.ApplyPremium = true;
+    quote.Payment = record.AdditionalPremiumMin;
+    CalculateQuote(mode, quote, {record, record.Com[0]});
+  }
+}
+
+void ReadJson(std::string_view bytes) {
+  CalculatorPreferencesRecord preferences;
+  SupplierCalcSettingsRecord supplier;
+  const auto change = [&](auto& record) { Works([&] { ChangeRecord(record, ParseJsonObject(bytes)); }); };
+  Works([&] { FormatJsonObject(ParseJsonObject(bytes)); });
+  change(preferences);
+  change(supplier);
+}
 
 void ReadIni(std::string_view bytes) {
   const std::string path = Put("Mail.INI", bytes);
@@ -22,10 +67,7 @@ void ReadIni(std::string_view bytes) {
     std::string mistake;
     const MailProfile read = LoadMailProfile(path, name, &mistake);
     SaveMailProfile(path, read);
-    const MailProfile again = LoadMailProfile(path, name);
-    Expect(again.transport == read.transport && again.security == read.security && again.server == read.server &&
-               again.user == read.user && again.passwordCommand == read.passwordCommand && again.from == read.from,
-           "a mail profile is read as it was written");
+    Expect(LoadMailProfile(path, name) == read, "a mail profile is read as it was written");
   }
   const std::string value = FromWindows1252(bytes.substr(0, std::min<std::size_t>(200, bytes.find_first_of("\r\n"))));
   WriteProfileString(path, "MAIL", "Key", value);
@@ -87,7 +129,9 @@ void ReadMail(std::string_view bytes) {
 }  // namespace
 
 std::vector<Target> TextTargets() {
-  return {{"ini", ReadIni}, {"csv", ReadCsv}, {"answer", ReadAnswer}, {"mail", ReadMail}};
+  return {
+      {"general", ReadPreferences}, {"supplier", ReadSupplier}, {"json", ReadJson}, {"ini", ReadIni}, {"csv", ReadCsv},
+      {"answer", ReadAnswer},       {"mail", ReadMail}};
 }
 
 }  // namespace tarvolinex::fuzz
