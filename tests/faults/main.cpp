@@ -137,6 +137,10 @@ void Trial::CheckFiles(int status) {
     };
     if (!varies && !is(before_) && !is(after_)) Complain(name + " is neither the old nor the new one");
   }
+  for (const auto& [name, content] : before_) {
+    const bool built = name.starts_with("app/calculator/");  // anew each time
+    if (!built && after_.contains(name) && !FileExists(place_.Work() + "/" + name)) Complain(name + " is gone");
+  }
 }
 
 void Trial::CheckPackage() {
