@@ -8,28 +8,24 @@
 
 namespace tarvolinex {
 
-namespace {
-
-std::string Cells(const std::string& text) {
+// "LINE:[CELL][CELL]" for each row.
+std::string CellsOf(const std::string& text) {
   std::istringstream input(text);
   CsvReader reader(input, "in");
-  std::vector<std::string_view> cells;
   std::string all;
-  while (reader.Next(cells)) {
+  for (std::vector<std::string_view> cells; reader.Next(cells);) {
     all += std::to_string(reader.Line()) + ":";
     for (const auto& cell : cells) all += "[" + std::string(cell) + "]";
   }
   return all;
 }
 
-}  // namespace
-
 TEST(Csv, RowsQuotesAndLineEnds) {
-  EXPECT_EQ(Cells("\xEF\xBB\xBF"
-                  "a,b\r\n\r\n1,,\n\"x, \"\"y\"\"\",z"),
+  EXPECT_EQ(CellsOf("\xEF\xBB\xBF"
+                    "a,b\r\n\r\n1,,\n\"x, \"\"y\"\"\",z"),
             "1:[a][b]3:[1][][]4:[x, \"y\"][z]");
-  EXPECT_EQ(Cells(""), "");
-  EXPECT_THROW(Cells("a\n\"open"), RuntimeError);
+  EXPECT_EQ(CellsOf(""), "");
+  EXPECT_THROW(CellsOf("a\n\"open"), RuntimeError);
 }
 
 TEST(Csv, LinesThatCrossTheBufferStayWhole) {
@@ -39,8 +35,8 @@ TEST(Csv, LinesThatCrossTheBufferStayWhole) {
     text += cell + "\n";
     expected += std::to_string(i) + ":[" + cell + "]";
   }
-  EXPECT_EQ(Cells(text), expected);
-  EXPECT_THROW(Cells(std::string((1 << 20) + 1, 'x')), RuntimeError);
+  EXPECT_EQ(CellsOf(text), expected);
+  EXPECT_THROW(CellsOf(std::string((1 << 20) + 1, 'x')), RuntimeError);
 }
 
 }  // namespace tarvolinex

@@ -1,6 +1,6 @@
 #include "core/Records.h"
 
-#include "platform/RuntimeError.h"
+#include "support/Failure.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -51,12 +51,7 @@ TEST(Records, AShortFileIsRefusedAndNamesItself) {
   TemporaryFolder folder;
   const std::string path = folder.File("Supplier.dat", std::string(554, ' '));
   SupplierCalcSettingsRecord record;
-  try {
-    ReadRecord(path, record);
-    FAIL();
-  } catch (const RuntimeError& failure) {
-    EXPECT_NE(failure.Description().find(path), std::string::npos);
-  }
+  EXPECT_NE(FailureOf([&] { ReadRecord(path, record); }).Description().find(path), std::string::npos);
 }
 
 }  // namespace tarvolinex

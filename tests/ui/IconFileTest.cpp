@@ -9,7 +9,6 @@
 #include "support/Fixture.h"
 
 namespace tarvolinex {
-namespace {
 
 // Every colour, a transparent pixel between each two, and no symmetry.
 IconImage Sample() {
@@ -21,19 +20,14 @@ IconImage Sample() {
   return image;
 }
 
-std::uint32_t Argb(Colour colour) {
-  return 0xFF000000 | (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
-}
-
+// The picture's pixels are opaque ones of the icon's colours, or transparent ones.
 void ExpectShows(const Picture& picture, const IconImage& image) {
   ASSERT_EQ(picture.pixels.size(), image.Pixels().size());
   for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
     const Colour colour = image.Pixels()[i];
-    if (colour == kTransparentColour) {
-      ASSERT_EQ(picture.pixels[i] >> 24, 0U) << "pixel " << i;
-    } else {
-      ASSERT_EQ(picture.pixels[i], Argb(colour)) << "pixel " << i;
-    }
+    const std::uint32_t rgb = (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
+    const bool transparent = colour == kTransparentColour && picture.pixels[i] >> 24 == 0;
+    ASSERT_TRUE(transparent || (colour != kTransparentColour && picture.pixels[i] == (0xFF000000 | rgb))) << i;
   }
 }
 
@@ -103,15 +97,10 @@ TEST_F(IconFileTest, WhatIsNoIconOfOurSizeIsRefused) {
   offset.replace(18, 4, "\xFF\xFF\xFF\x7F");
   width.replace(26, 4, std::string("\x10\0\0\0", 4)).replace(6, 2, "\x10\x10");
   bits.replace(36, 2, "\x07\x00", 2);
-  const std::pair<const char*, std::string> bad[] = {{"zeros", std::string(766, '\0')},
-                                                     {"ones", std::string(766, '\xFF')},
-                                                     {"text", std::string(766, 'x')},
-                                                     {"offset", offset},
-                                                     {"width", width},
-                                                     {"bits", bits},
-                                                     {"short", good.substr(0, 100)},
-                                                     {"empty", ""}};
-  for (const auto& [what, bytes] : bad) EXPECT_THROW(LoadIcon(folder.File("bad.ico", bytes)), RuntimeError) << what;
+  for (const std::string& bytes : {std::string(766, '\0'), std::string(766, '\xFF'), std::string(766, 'x'), offset,
+                                   width, bits, good.substr(0, 100), std::string()}) {
+    EXPECT_THROW(LoadIcon(folder.File("bad.ico", bytes)), RuntimeError) << bytes;
+  }
   EXPECT_THROW(LoadIcon(folder.Path() + "/missing.ico"), RuntimeError);
 }
 
@@ -125,5 +114,4 @@ TEST_F(IconFileTest, NamesAreThoseOfFilesInTheFolder) {
   }
 }
 
-}  // namespace
 }  // namespace tarvolinex
