@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -18,33 +17,20 @@ namespace tarvolinex {
 
 namespace fs = std::filesystem;
 
-Workplace::Workplace() {
-  // A memory disk, where there is one: nothing has to last.
-  const fs::path base = fs::is_directory("/dev/shm") ? fs::path("/dev/shm") : fs::temp_directory_path();
-  std::string name = (base / "tarvolinex-faults-XXXXXX").string();
-  root_ = mkdtemp(name.data());
-  fs::create_directories(App());
-}
-
-Workplace::~Workplace() {
-  std::error_code ignored;
-  fs::remove_all(root_, ignored);
-}
-
 void Workplace::Keep() const {
-  fs::remove_all(root_ + "/kept");
-  fs::copy(Work(), root_ + "/kept", fs::copy_options::recursive);
+  fs::remove_all(root_.Path() + "/kept");
+  fs::copy(Work(), root_.Path() + "/kept", fs::copy_options::recursive);
 }
 
 void Workplace::Restore() const {
   fs::remove_all(Work());
-  fs::copy(root_ + "/kept", Work(), fs::copy_options::recursive);
+  fs::copy(root_.Path() + "/kept", Work(), fs::copy_options::recursive);
 }
 
 int Workplace::Run(const std::function<int()>& job) const {
   const pid_t child = fork();
   if (child == 0) {
-    const int words = ::open((root_ + "/words").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const int words = ::open((root_.Path() + "/words").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     dup2(words, STDOUT_FILENO);
     dup2(words, STDERR_FILENO);
     int status = 70;
@@ -64,7 +50,7 @@ int Workplace::Run(const std::function<int()>& job) const {
 }
 
 std::string Workplace::Words() const {
-  return ReadFile(root_ + "/words");
+  return ReadFile(root_.Path() + "/words");
 }
 
 bool IsUnfinished(const std::string& name) {

@@ -1,22 +1,22 @@
 // The folder in which the program works while the machine fails, and what is found there afterwards.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "support/TemporaryFolder.h"
+
 namespace tarvolinex {
 
 class Workplace {
  public:
-  Workplace();
-  ~Workplace();
-  Workplace(const Workplace&) = delete;
-  Workplace& operator=(const Workplace&) = delete;
+  Workplace() { std::filesystem::create_directories(App()); }
 
   // The watched folder, and the app folder in it.
-  std::string Work() const { return root_ + "/work"; }
+  std::string Work() const { return root_.Path() + "/work"; }
   std::string App() const { return Work() + "/app"; }
   // Keeps the watched folder as it is now, and puts it back.
   void Keep() const;
@@ -35,7 +35,7 @@ class Workplace {
   static std::string Business(const std::string& dataFolder, bool withAddresses = true);
 
  private:
-  std::string root_;
+  TemporaryFolder root_{TemporaryFolder::Quick()};
 };
 
 // Whether the name is one that the program, the database or the packer uses for a file that it is writing.

@@ -2,30 +2,22 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 #include "core/Globals.h"
 #include "support/ScriptedDesktop.h"
+#include "support/TemporaryFolder.h"
 
 namespace tarvolinex::fuzz {
 
 namespace {
 
-// A desktop that nobody answers, and a folder that is quick to write to where there is one.
+// A desktop that nobody answers, and a folder that is quick to write to.
 struct Surroundings {
   ScriptedDesktop desktop;
-  std::string folder;
+  TemporaryFolder folder{TemporaryFolder::Quick()};
   Surroundings() {
-    const bool quick = std::filesystem::is_directory("/dev/shm");
-    folder = (quick ? "/dev/shm" : std::filesystem::temp_directory_path().string()) + "/tarvolinex-fuzz-XXXXXX";
-    Expect(mkdtemp(folder.data()) != nullptr, "a folder for the files");
     UseDesktop(&desktop);
-    AppFolder = DataFolder = folder;
-  }
-  ~Surroundings() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder, ignored);
+    AppFolder = DataFolder = folder.Path();
   }
 };
 
@@ -52,13 +44,11 @@ void Expect(bool holds, const char* what) {
 }
 
 const std::string& Scratch() {
-  return Around().folder;
+  return Around().folder.Path();
 }
 
 std::string Put(const std::string& name, std::string_view bytes) {
-  std::string path = Scratch() + "/" + name;
-  std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  return path;
+  return Around().folder.File(name, std::string(bytes));
 }
 
 }  // namespace tarvolinex::fuzz

@@ -4,39 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <memory>
-#include <string>
 
 #include "core/Globals.h"
 #include "platform/files/Files.h"
 #include "support/Delivered.h"
 #include "support/ScriptedDesktop.h"
+#include "support/TemporaryFolder.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
-
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "tarvolinex-XXXXXX").string();
-    path_ = mkdtemp(name.data());
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  const std::string& Path() const { return path_; }
-  std::string File(const std::string& name, const std::string& bytes) const {
-    std::filesystem::create_directories(std::filesystem::path(path_ + "/" + name).parent_path());
-    std::ofstream(path_ + "/" + name, std::ios::binary) << bytes;
-    return path_ + "/" + name;
-  }
-
- private:
-  std::string path_;
-};
 
 // Fresh globals and an app folder of the test's own.
 class ProgramTest : public ::testing::Test {

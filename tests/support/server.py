@@ -8,7 +8,7 @@ import email
 import email.policy
 import http.server
 import json
-import os
+import pathlib
 import ssl
 import sys
 import time
@@ -18,9 +18,9 @@ behaviour = sys.argv[3:]
 
 
 def store(name, data):
-    with open(os.path.join(folder, name + ".part"), "wb") as file:
-        file.write(data)
-    os.rename(os.path.join(folder, name + ".part"), os.path.join(folder, name))
+    part = pathlib.Path(folder, name + ".part")
+    part.write_bytes(data)
+    part.rename(pathlib.Path(folder, name))
 
 
 def announce(port):
@@ -75,50 +75,43 @@ def smtp():
     context = None
     if "tls" in behaviour:
         context = ssl.create_default_context(ssl.Purpose.CLIENT_AUTH)
-        context.load_cert_chain(os.path.join(folder, "cert.pem"), os.path.join(folder, "key.pem"))
-    needs_login = "tls" in behaviour
+        context.load_cert_chain(pathlib.Path(folder, "cert.pem"), pathlib.Path(folder, "key.pem"))
 
     def factory():
-        return SMTP(Mailbox(), tls_context=context, require_starttls=needs_login, auth_required=needs_login,
+        return SMTP(Mailbox(), tls_context=context, require_starttls=bool(context), auth_required=bool(context),
                     authenticator=log_in, enable_SMTPUTF8=False, data_size_limit=1 << 28)
 
-    class Chatty(asyncio.Protocol):
-        """Greets without end."""
+    async def says_nothing(reader, writer):
+        await asyncio.sleep(60)
 
-        def connection_made(self, transport):
-            self.transport = transport
-            self.resume_writing()
-
-        def resume_writing(self):
-            self.transport.write(b"220-hello " * 200 + b"\r\n")
-            asyncio.get_running_loop().call_soon(self.resume_writing)
+    async def greets_without_end(reader, writer):
+        while True:
+            writer.write(b"220-hello " * 200 + b"\r\n")
+            await writer.drain()
 
     loop = asyncio.new_event_loop()
     asyncio.set_event_loop(loop)
-    kind = asyncio.Protocol if "silent" in behaviour else Chatty if "chatty" in behaviour else factory
-    server = loop.run_until_complete(loop.create_server(kind, "127.0.0.1", 0))
-    announce(server.sockets[0].getsockname()[1])
+    odd = {"silent": says_nothing, "chatty": greets_without_end}.get("".join(behaviour))
+    starting = asyncio.start_server(odd, "127.0.0.1", 0) if odd else loop.create_server(factory, "127.0.0.1", 0)
+    announce(loop.run_until_complete(starting).sockets[0].getsockname()[1])
     loop.run_forever()
 
 
 class Upload(http.server.BaseHTTPRequestHandler):
     def do_POST(self):
         if "drop" in behaviour:
-            self.connection.close()
-            return
+            return self.connection.close()
         length, body = int(self.headers["Content-Length"]), b""
         while len(body) < length:
             piece = self.rfile.read(min(65536, length - len(body)))
             if not piece:
                 return
             body += piece
-            if "slow" in behaviour:
-                time.sleep(0.05)
-        if "silent" in behaviour:
-            time.sleep(60)
-        for word, first, piece, pause in (("endless", b"HTTP/1.0 200 OK\r\n\r\n", b"x" * 65536, 0),
-                                          ("drip", b"HTTP/1.0 200 OK\r\n\r\n", b"x", 0.2),
-                                          ("headers", b"HTTP/1.0 200 OK\r\n", b"X-More: " + b"x" * 1000 + b"\r\n", 0)):
+            time.sleep(0.05 if "slow" in behaviour else 0)
+        time.sleep(60 if "silent" in behaviour else 0)
+        well = b"HTTP/1.0 200 OK\r\n"
+        for word, first, piece, pause in (("endless", well + b"\r\n", b"x" * 65536, 0), ("drip", well + b"\r\n", b"x", 0.2),
+                                          ("headers", well, b"X-More: " + b"x" * 1000 + b"\r\n", 0)):
             while word in behaviour:
                 self.wfile.write(first + piece)
                 first = b""
@@ -137,10 +130,8 @@ class Upload(http.server.BaseHTTPRequestHandler):
         pass
 
 
-def web():
-    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Upload)
-    announce(server.server_address[1])
-    server.serve_forever()
-
-
-smtp() if sys.argv[1] == "smtp" else web()
+if sys.argv[1] == "smtp":
+    smtp()
+with http.server.ThreadingHTTPServer(("127.0.0.1", 0), Upload) as web:
+    announce(web.server_address[1])
+    web.serve_forever()
