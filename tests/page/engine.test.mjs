@@ -97,6 +97,10 @@ test(`${QUOTES} random quotes on ${CARDS} rate cards agree with the program to t
       }
       const residual = LeaseForms.shortest(page.residualPercent); // the shortest decimal of the same float
       assert.equal(String(residual), program.ResidualPercent, `ResidualPercent of ${told}`);
+      const lines = LeaseEngine.scheduleOf(page, new Date('2024-01-31'));
+      const sum = (name) => lines.reduce((total, line) => total + line[name], 0);
+      const { amount, withTax } = LeaseEngine.totalsOf(page);
+      assert.deepEqual([sum('amount'), sum('withTax'), sum('tax')], [amount, withTax, withTax - amount], told);
       compared += 1;
       if (page.mode === 2 && page.capitalCost > 0) found += 1;
     });
@@ -110,6 +114,20 @@ test('typed amounts become money exactly', () => {
   const cases = [['0', 0], ['12345.67', 123456700], ['.5', 5000], ['0.00005', 0], ['0.00015', 2], ['0.000050001', 1],
     ['99999999.9999', 999999999999], ['-3.1', -31000], ['', null], ['.', null], ['1e5', null], ['1,000', null]];
   for (const [text, units] of cases) assert.equal(LeaseEngine.moneyFromText(text), units, text);
+});
+
+test('a schedule names each day to the month\'s last, and amounts as they are shown', () => {
+  const quote = (changes) => Object.assign(LeaseEngine.newQuote(), { numberOfPayments: 3, payment: 3291253, paymentIncTax: 3949504 }, changes);
+  const told = (q, start) => LeaseEngine.scheduleOf(q, new Date(start)).map((line) =>
+    [line.number, line.date.toISOString().slice(0, 10), line.kind, line.amount, line.tax, line.withTax].join(' '));
+  assert.deepEqual(told(quote({ depositValue: 10000050, depositIncTax: 12000060, residualValue: 5000000, residualIncTax: 6000000 }), '2024-01-31'), [
+    '0 2024-01-31 deposit 100001 20000 120001', '1 2024-02-29 payment 32913 6582 39495', '2 2024-03-31 payment 32913 6582 39495',
+    '3 2024-04-30 payment 32913 6582 39495', '3 2024-04-30 residual 50000 10000 60000']);
+  const advanced = quote({ advancedPayments: 1, depositValue: 3291253, depositIncTax: 3949504, quarterly: true });
+  assert.deepEqual(told(advanced, '2022-11-30'), ['0 2022-11-30 advance 32913 6582 39495', '1 2023-02-28 payment 32913 6582 39495',
+    '2 2023-05-30 payment 32913 6582 39495']);
+  assert.deepEqual([1e15 - 1000, 1e15].map((pence) => LeaseEngine.isExact(quote({ numberOfPayments: 1000, payment: 0, paymentIncTax: pence / 10 }))), [true, false]);
+  assert.equal(LeaseEngine.isExact(quote({ numberOfPayments: 1, paymentIncTax: 2 ** 53 })), false);
 });
 
 // The table is the program's as well (tests/publish/LivePageTest.cpp), so that both fill markers alike.

@@ -79,6 +79,56 @@ test('what was typed comes back with its choice, and stepping ends at the limits
     }
   }));
 
+test('totals, other terms and the schedule follow the figures; a switch of the data leaves the totals out', async () => {
+  const typed = { cost: '10000', deposit: '1000', residual: '10', maintenance: '15' };
+  const cells = (page, body) => page.locator(`#${body}`).evaluate((rows) => [...rows.rows].map((row) => [...row.cells].map((cell) => cell.textContent).join('|')));
+  const open = (page) => page.evaluate(() => document.querySelectorAll('details').forEach((part) => { part.open = true; }));
+  await withCalculator({ card: plain }, async (page) => {
+    await enter(page, typed);
+    await open(page);
+    await page.fill('#start', '2026-08-31');
+    // 1,000.00 and 36 of 287.92 (272.92 by the annuity table, and 15.00) and 1,000.00; with 20 %.
+    assert.deepEqual(await cells(page, 'plan-total'), ['Total payable|\u00a312,365.12|\u00a314,838.36']);
+    assert.match(await textOf(page, 'summary'), /beside Equipment cost, Maintenance \(Before VAT\)\s+\u00a31,825\.12/);
+    const lines = await cells(page, 'schedule');
+    assert.equal(lines.length, 38);
+    assert.deepEqual([lines[0], lines[6], lines[37]], ['0|31 Aug 2026 \u2013 Deposit|\u00a31,000.00|\u00a3200.00|\u00a31,200.00',
+      '6|28 Feb 2027|\u00a3287.92|\u00a357.59|\u00a3345.51', '36|31 Aug 2029 \u2013 Residual|\u00a31,000.00|\u00a3200.00|\u00a31,200.00']);
+    assert.deepEqual(await cells(page, 'schedule-total'), ['|Total payable|\u00a312,365.12|\u00a32,473.24|\u00a314,838.36']);
+    assert.match(await page.getAttribute('#chart', 'aria-label'), /^At the start: Deposit \u00a31,000\.00 .*; 36 monthly .* 31 August 2026 \u2013 31 August 2029$/);
+    const terms = await cells(page, 'terms');
+    assert.deepEqual(terms.map((row) => row.split('|')[0]), ['12 months', '24 months', '36 months', '48 months', '60 months']);
+    assert.equal(terms[2], '36 months|\u00a3287.92|\u00a3345.51|\u00a314,838.36');
+    await page.click('#terms >> text=24 months');
+    assert.equal(await textOf(page, 'figure'), terms[1].split('|')[1]);
+    assert.equal(await page.locator('#terms [aria-current]').innerText(), '24 months');
+    const payment = await enter(page, { find: 'cost', term: '30', payment: '300' });
+    const spent = await cells(page, 'terms');
+    assert.match(spent[2], new RegExp(`^30 months\\|${payment.replace('.', '\\.')}\\|`));
+    await page.click('#terms >> text=48 months');
+    assert.equal(await textOf(page, 'figure'), spent[4].split('|')[1]);
+  });
+  await withCalculator({ card: plain, options: { totals: false } }, async (page) => {
+    await enter(page, typed);
+    await open(page);
+    assert.doesNotMatch(await page.locator('body').innerText(), /[Tt]otal|beside|12,365|14,838|1,825|2,473/);
+  });
+});
+
+test('more than 15 digits are refused, and 32,767 payments have a schedule', () => {
+  const card = { ...plain, Yield0: 900000, RangeEquipFROM0: 5000, RangeEquipFROM1: 4000, RangeEquipFROM2: 3000, RangeEquipFROM3: 2000 };
+  return withCalculator({ card, prefs: { MaxTerm: 32767, MaxCapitalCost: 99999999 } }, async (page) => {
+    await page.evaluate(() => { document.querySelector('#schedule-part').open = true; });
+    await enter(page, { cost: '99999999', term: '32767' });
+    assert.match(await textOf(page, 'cost-error'), /more than 15 digits/);
+    assert.equal(await textOf(page, 'figure'), '');
+    await enter(page, { cost: '4000' });
+    await page.waitForFunction(() => document.querySelector('#schedule').rows.length === 32767);
+    const total = Math.round(Number((await textOf(page, 'plan-total')).split('\u00a3')[2].replaceAll(',', '')) * 100);
+    assert.equal(total, 32767 * Math.round(amountOf((await textOf(page, 'with-tax')).split(' ')[0]) * 100));
+  });
+});
+
 test('a payment that no cost within the limits has is told by payments', () =>
   // Two bands whose edge a payment falls over.
   withCalculator({ card: { ...plain, RangeEquipFROM0: 20000, RangeEquipFROM1: 9000, RangeEquipFROM2: 8000, RangeEquipFROM3: 7000, Yield0: 30, MaintenanceOption: true } }, async (page) => {

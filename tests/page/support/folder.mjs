@@ -41,7 +41,8 @@ export function record(fields) {
 const literal = (value) => (typeof value === 'string' ? `'${value.replaceAll("'", "''")}'` : Number(value));
 
 // A folder as the program publishes it, in its app folder. What is given replaces the fields and pages of the sample.
-export function publish({ prefs = {}, card = {}, pages, id = supplier.id } = {}) {
+// `options` are added to its data, as `made` is replaced there.
+export function publish({ prefs = {}, card = {}, pages, id = supplier.id, options, made } = {}) {
   const appFolder = newFolder();
   runProgram(['suppliers'], { appFolder }); // The first start makes the sample database.
   runProgram(['preferences', 'write'], { appFolder, input: JSON.stringify({ ...preferences, ...prefs }) });
@@ -54,5 +55,10 @@ export function publish({ prefs = {}, card = {}, pages, id = supplier.id } = {})
     writeFileSync(join(appFolder, 'Forms', `${form}.HTML`), text, 'latin1');
   });
   execFileSync('sqlite3', [join(appFolder, 'Tarvolinex.mdb')], { input: statements.join('\n') });
-  return runProgram(['publish', '--supplier', id], { appFolder }).trim();
+  const folder = runProgram(['publish', '--supplier', id], { appFolder }).trim(), data = join(folder, 'calcdata.txt');
+  let text = readFileSync(data, 'latin1');
+  if (options) text = text.replace('{', `{"options":${JSON.stringify(options)},`);
+  if (made) text = text.replace(/"made":"[^"]*"/, `"made":"${made}"`);
+  writeFileSync(data, text, 'latin1');
+  return folder;
 }
