@@ -11,7 +11,6 @@
 #include <filesystem>
 
 #include "LargeDatabase.h"
-#include "core/Globals.h"
 #include "distribute/Email.h"
 #include "platform/files/Files.h"
 #include "platform/files/ZipComponent.h"

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <string>
 
-#include "core/Globals.h"
 #include "platform/files/Files.h"
 
 namespace tarvolinex {

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <memory>
 
-#include "core/Globals.h"
 #include "distribute/InstallPackage.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/Preferences.h"

@@ -6,8 +6,6 @@
 
 #include "LargeDatabase.h"
 #include "controls/Desktop.h"
-#include "core/Globals.h"
-#include "core/MainWindow.h"
 #include "qt/PixelGridView.h"
 #include "qt/QtDesktop.h"
 #include "ui/iconedit/FrmIconEdit.h"
@@ -86,7 +84,7 @@ void StrokeUntilPainted(benchmark::State& state) {
 BENCHMARK(StrokeUntilPainted)->Unit(benchmark::kMillisecond);
 
 void AddForms(int count) {
-  Connection& connection = TheStore->connection;
+  Connection& connection = form->database.Plain();
   connection.Begin();
   for (int i = 0; i < count; ++i) {
     connection.Execute("INSERT INTO Forms (Description, LinkName, available) VALUES('Page " + std::to_string(i) +

@@ -5,8 +5,7 @@
 #include "app/StartUp.h"
 #include "cli/CommandLine.h"
 #include "controls/TerminalDesktop.h"
-#include "core/AppFolder.h"
-#include "core/Globals.h"
+#include "core/ProgramFiles.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 
@@ -17,17 +16,16 @@ int RunWithoutWindow(const ProgramOptions& options) {
   UseDesktop(&desktop);
   int status = kFailed;
   try {
+    Run run;
     std::optional<FolderLock> alone;
     if (CommandWritesFolders(options.command)) {
-      ChooseAppFolder(options.appFolder);
-      alone.emplace(AppFolder, std::chrono::seconds(30));
+      alone.emplace(ChooseAppFolder(options.appFolder), std::chrono::seconds(30));
     }
-    if (CommandUsesFolders(options.command)) PrepareRun(options);
-    status = RunCommand(options);
+    if (CommandUsesFolders(options.command)) PrepareRun(options, run);
+    status = RunCommand(options, run);
   } catch (const ProgramEnded& ended) {
     status = ended.status;
   }
-  TheStore.reset();
   UseDesktop(nullptr);
   return status;
 }

@@ -3,36 +3,35 @@
 #include <iostream>
 
 #include "controls/Desktop.h"
-#include "core/AppFolder.h"
-#include "core/Globals.h"
-#include "core/Reports.h"
+#include "core/ProgramFiles.h"
 #include "core/Settings.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "publish/Preferences.h"
 #include "publish/Template.h"
-#include "store/DatabaseFile.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 
 namespace tarvolinex {
 
-void PrepareRun(const ProgramOptions& options) {
-  ChooseAppFolder(options.appFolder);
-  ChosenDataFolder = options.dataFolder.empty() ? "" : WholePath(options.dataFolder);
-  DataFolder = RememberedDataFolder();
-  const bool newTemplate = FillAppFolder();
-  LoadWebSettings();
-  LoadCalculatorPreferences();
+void PrepareRun(const ProgramOptions& options, Run& run) {
+  run.AppFolder = ChooseAppFolder(options.appFolder);
+  run.ChosenDataFolder = options.dataFolder.empty() ? "" : WholePath(options.dataFolder);
+  run.DataFolder = RememberedDataFolder(run);
+  const bool newTemplate = FillAppFolder(run.Places());
+  LoadWebSettings(run);
+  LoadCalculatorPreferences(run.Places(), run.CalculatorPreferences, run);
   // A new app folder can publish from the start, also when its first start was cut off, and a new version of the page
   // counts at once.
-  const bool neverMade = !FileExists(AppFolder + "\\calc.html") && !FileExists(AppFolder + "\\calc_test.html");
-  if (!newTemplate && !neverMade && !PagesAreDue(CalculatorPreferences)) return;
-  if (options.command.empty() || CommandWritesFolders(options.command)) return MakePages(CalculatorPreferences);
+  const std::string& app = run.AppFolder;
+  const bool neverMade = !FileExists(app + "\\calc.html") && !FileExists(app + "\\calc_test.html");
+  const auto branding = [&]() -> Branding { return {run.Places(), run.CalculatorPreferences, run.CustomerReference}; };
+  if (!newTemplate && !neverMade && !PagesAreDue(branding())) return;
+  if (options.command.empty() || CommandWritesFolders(options.command)) return MakePages(branding(), run);
   try {
     // This command works beside other programs; when there is one, the pages are in its hands.
-    const FolderLock alone(AppFolder);
-    LoadCalculatorPreferences();
-    MakePages(CalculatorPreferences);
+    const FolderLock alone(app);
+    LoadCalculatorPreferences(run.Places(), run.CalculatorPreferences, run);
+    MakePages(branding(), run);
   } catch (const RuntimeError&) {
   }
 }
@@ -41,16 +40,15 @@ namespace {
 
 // Without a name and an e-mail address the calculators would have no sender: the user gives them first.
 void AskForOrganisation(FrmMain& form) {
-  if (!CalculatorPreferences.OrgCompanyName.Trimmed().empty() && !CalculatorPreferences.OrgEmail.Trimmed().empty()) {
-    return;
-  }
+  const CalculatorPreferencesRecord& prefs = form.run.CalculatorPreferences;
+  if (!prefs.OrgCompanyName.Trimmed().empty() && !prefs.OrgEmail.Trimmed().empty()) return;
   SetBusy(false);
-  FrmLeaseOrgDetails details;
+  FrmLeaseOrgDetails details(form.run, [&form] { form.UsePreferences(); });
   details.Load();
   TheDesktop().ShowModal(details);
-  if (DatabaseUnpacked) {
+  if (form.DatabaseUnpacked) {
     SetBusy(true);
-    PointContactsAtOrganisation();
+    form.PointContactsAtOrganisation();
     form.menus.MnuRefresh.Choose();
     SetBusy(false);
   }
@@ -62,7 +60,7 @@ void AskForOrganisation(FrmMain& form) {
 void StartWindow(const ProgramOptions& options, FrmMain& form, const Splash& splash) {
   try {
     SetBusy(true);
-    PrepareRun(options);
+    PrepareRun(options, form.run);
     splash.show();
     form.Load();
     TheDesktop().Show(form);
@@ -72,7 +70,7 @@ void StartWindow(const ProgramOptions& options, FrmMain& form, const Splash& spl
     SetBusy(false);
   } catch (const RuntimeError& failure) {
     std::cerr << "tarvolinex: " << failure.Description() << '\n';
-    ShowError("Load failed", true);
+    form.run.ShowError("Load failed", true);
   }
 }
 

@@ -9,7 +9,7 @@
 namespace tarvolinex {
 
 // Folders, delivered files, web settings and preferences; shared by the window and the commands.
-void PrepareRun(const ProgramOptions& options);
+void PrepareRun(const ProgramOptions& options, Run& run);
 
 // The splash window, drawn by whoever draws windows.
 struct Splash {

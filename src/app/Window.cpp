@@ -2,8 +2,7 @@
 
 #include "app/Program.h"
 #include "app/StartUp.h"
-#include "core/AppFolder.h"
-#include "core/Globals.h"
+#include "core/ProgramFiles.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Translation.h"
@@ -16,7 +15,8 @@ namespace tarvolinex {
 namespace {
 
 int RunForm(QtProgram& program, const ProgramOptions& options) {
-  FrmMain form;
+  Run run;
+  FrmMain form(run);
   try {
     StartWindow(options, form, {[&] { program.ShowSplash(); }, [&] { program.BringSplashToFront(); }});
   } catch (const ProgramEnded& ended) {
@@ -39,14 +39,12 @@ int RunWindow(int argc, char** argv, const ProgramOptions& options) {
   UseDesktop(&program.TheDesktop());
   int status = kFailed;
   try {
-    ChooseAppFolder(options.appFolder);
-    const FolderLock lock(AppFolder);
+    const FolderLock lock(ChooseAppFolder(options.appFolder));
     status = RunForm(program, options);
   } catch (const RuntimeError& failure) {
     std::cerr << "tarvolinex: " << failure.Description() << '\n';
     TheDesktop().MessageBox(failure.Description(), "Tarvolinex", BoxButtons::Ok, BoxIcon::Critical);
   }
-  TheStore.reset();
   UseDesktop(nullptr);
   return status;
 }

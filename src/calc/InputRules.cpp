@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "core/Globals.h"
-#include "core/Reports.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 
@@ -11,42 +9,20 @@ namespace tarvolinex {
 
 namespace {
 
-struct Range {
-  double min, max, step;
-};
-
-Range RangeOf(int kind) {
-  switch (kind) {
-    case kInputAmount:
-    case kInputWholeAmount:
-      return {0, 100'000'000, 100};
-    case kInputPercent:
-      return {0, 100, 1};
-    case kInputCount:
-      return {0, 1000, 1};
-    case kInputPayments:
-      return {1, 1000, 1};
-    default:
-      return {0, 0, 0};
-  }
-}
-
 double ClickStep(int kind) {
   if (kind == kInputAmount || kind == kInputWholeAmount) return 100;
   return kind == kInputPercent ? 0.25 : 1;
 }
 
 // The text without the sign of a unit.
-std::string Unmarked(std::string_view text) {
-  const std::string symbol = CalculatorPreferences.CurrencySymbol.Trimmed();
+std::string Unmarked(std::string_view text, std::string_view symbol) {
   return std::string(Trim(ReplaceAll(ReplaceAll(text, symbol, ""), "%", "")));
 }
 
 // The text stands for another unit than the box's.
 bool IsOfOtherUnit(const NumberRule& rule, std::string_view text) {
-  const std::string symbol = CalculatorPreferences.CurrencySymbol.Trimmed();
   const bool percent = text.find('%') != std::string_view::npos;
-  const bool money = !symbol.empty() && text.find(symbol) != std::string_view::npos;
+  const bool money = !rule.symbol.empty() && text.find(rule.symbol) != std::string_view::npos;
   return (percent && rule.kind != kInputPercent) || (money && rule.kind != kInputAmount);
 }
 
@@ -59,17 +35,18 @@ double SmallestOf(const NumberRule& rule) {
 }
 
 std::string Formatted(const NumberRule& rule, std::string_view text) {
-  return FormatNumberInput(rule.kind == kInputPayments ? kInputCount : rule.kind, Unmarked(text), rule.largest);
+  return FormatNumberInput(rule.kind == kInputPayments ? kInputCount : rule.kind, Unmarked(text, rule.symbol),
+                           rule.largest);
 }
 
 }  // namespace
 
-double TypedNumber(std::string_view text) {
-  return LeadingNumber(Unmarked(text));
+double TypedNumber(std::string_view text, std::string_view currencySymbol) {
+  return LeadingNumber(Unmarked(text, currencySymbol));
 }
 
 std::string FaultOf(const NumberRule& rule, std::string_view text) {
-  const std::string typed(Trim(text)), number = Unmarked(text);
+  const std::string typed(Trim(text)), number = Unmarked(text, rule.symbol);
   if (typed.empty()) return rule.kind == kInputPayments ? Tr("%1: a number is wanted", {rule.name}) : std::string();
   if (IsOfOtherUnit(rule, text)) {
     if (!rule.otherWay.empty()) return Tr("%1: %2 goes with \"%3\" beside the box", {rule.name, typed, rule.otherWay});
@@ -79,7 +56,7 @@ std::string FaultOf(const NumberRule& rule, std::string_view text) {
   std::string digits;
   if (!ExactNumberText(number, digits)) return Tr("%1: %2 is no number", {rule.name, typed});
   const int decimals = rule.kind == kInputAmount || rule.kind == kInputPercent ? 2 : 0;
-  const double value = TypedNumber(text);
+  const double value = TypedNumber(text, rule.symbol);
   if (rule.largest > 0 && value > rule.largest) {
     return Tr("%1: %2 is more than %3", {rule.name, typed, FormatFixed(rule.largest, decimals)});
   }
@@ -91,10 +68,11 @@ std::string FaultOf(const NumberRule& rule, std::string_view text) {
 
 std::string TextWhenLeft(const NumberRule& rule, std::string_view text, std::string_view before) {
   const bool empty = Trim(text).empty(), payments = rule.kind == kInputPayments;
-  const bool none = IsOfOtherUnit(rule, text) || (!empty && !HasDigit(text)) || (payments && TypedNumber(text) < 1);
+  const bool none =
+      IsOfOtherUnit(rule, text) || (!empty && !HasDigit(text)) || (payments && TypedNumber(text, rule.symbol) < 1);
   if (none && FaultOf(rule, before).empty()) return std::string(before);
   if (!payments) return Formatted(rule, none ? "" : text);
-  return FormatFixed(std::clamp(TypedNumber(text), SmallestOf(rule), rule.largest), 0);
+  return FormatFixed(std::clamp(TypedNumber(text, rule.symbol), SmallestOf(rule), rule.largest), 0);
 }
 
 std::string FormatNumberInput(int kind, std::string_view value, double largest) {
@@ -114,48 +92,24 @@ std::string FormatNumberInput(int kind, std::string_view value, double largest) 
   }
 }
 
-void SayFault(std::string_view fault, const TextBox& box) {
-  if (fault.empty() || !box.Fault().empty()) return SetNote(fault.empty() ? "" : box.Fault());
-  SetNote(Tr("%1. It is %2 now.", {fault, box.Text()}));
+double SteppedNumber(double number, bool up, double limit, int kind) {
+  return up ? std::min(number + ClickStep(kind), limit) : std::max(number - ClickStep(kind), limit);
 }
 
-void SayNumbersOnly() {
-  SetNote(Tr("Only a number goes here"));
-}
-
-void StepInput(TextBox& box, bool up, double limit, int kind) {
-  const double number = TypedNumber(box.Text());
-  const double next = up ? std::min(number + ClickStep(kind), limit) : std::max(number - ClickStep(kind), limit);
-  box.SetText(FormatNumberInput(kind, FormatFixed(next, 4)));
-}
-
-void AttachUpDown(int kind, UpDown& upDown, TextBox& box) {
-  const Range range = RangeOf(kind);
-  upDown.Max = range.max;
-  upDown.Min = upDown.Value = range.min;
-  upDown.Step = range.step;
-  upDown.Kind = kind;
-  upDown.Buddy = &box;
-}
-
-void SetControlLocked(Control& control, bool locked) {
-  const Colour colour = locked ? kSystemButtonFace : kSystemWindow;
-  if (auto* box = dynamic_cast<TextBox*>(&control)) {
-    box->SetLocked(locked);
-    box->SetBackColour(colour);
-  } else if (auto* list = dynamic_cast<ComboBox*>(&control)) {
-    list->SetLocked(locked);
-    list->SetBackColour(colour);
-  } else if (control.TypeName() == "UPDOWN" || control.TypeName() == "CHECKBOX") {
-    control.SetEnabled(!locked);
+InputRange RangeOf(int kind) {
+  switch (kind) {
+    case kInputAmount:
+    case kInputWholeAmount:
+      return {0, 100'000'000, 100};
+    case kInputPercent:
+      return {0, 100, 1};
+    case kInputCount:
+      return {0, 1000, 1};
+    case kInputPayments:
+      return {1, 1000, 1};
+    default:
+      return {0, 0, 0};
   }
-}
-
-void SetControlText(Window& form, std::string_view control, int index, std::string_view text) {
-  const std::string name = index < 0 ? std::string(control) : std::string(control) + "_" + std::to_string(index);
-  Control* found = form.Find(name);
-  if (auto* box = dynamic_cast<TextBox*>(found)) box->SetText(text);
-  if (auto* label = dynamic_cast<Label*>(found)) label->SetCaption(text);
 }
 
 }  // namespace tarvolinex

@@ -4,11 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "controls/Controls.h"
-
 namespace tarvolinex {
 
-// Kinds of input. FormatNumberInput, StepInput and AttachUpDown each know the ones that concern them.
+// Kinds of input. Each function knows the ones that concern it.
 enum InputKind {
   kInputAmount = 0,
   kInputPercent = 1,
@@ -29,7 +27,7 @@ inline constexpr double kMostPayments = 1000;
 std::string FormatNumberInput(int kind, std::string_view value, double largest = 0);
 
 // The number that a box's text gives: as LeadingNumber, whatever currency symbol or percent sign stands beside it.
-double TypedNumber(std::string_view text);
+double TypedNumber(std::string_view text, std::string_view currencySymbol);
 
 // What a box may hold.
 struct NumberRule {
@@ -37,6 +35,7 @@ struct NumberRule {
   double largest = 0;
   std::string name;      // of the box, for reports
   std::string otherWay;  // the choice beside the box that takes the other unit; empty = none
+  std::string symbol;    // of the currency
 };
 
 // What is wrong with a text for such a box, as a sentence that names the box and the text; empty = nothing. The least
@@ -47,25 +46,14 @@ std::string FaultOf(const NumberRule& rule, std::string_view text);
 // text is none of its numbers (another unit, no digits, no payments at all).
 std::string TextWhenLeft(const NumberRule& rule, std::string_view text, std::string_view before);
 
-// Says on the status line what was wrong with a box that has been left, and what it holds now. Without a fault the
-// line is cleared.
-void SayFault(std::string_view fault, const TextBox& box);
-// Says there that a box took nothing else than a number.
-void SayNumbersOnly();
+// What one click of an up-down makes of a number: it moves by the kind's step (100, 0.25 for a percentage, 1 for a
+// count) and stops at the limit.
+double SteppedNumber(double number, bool up, double limit, int kind);
 
-// One click of an up-down: the box's number moves by the kind's step (100, 0.25 for a percentage, 1 for a count) and
-// stops at the limit.
-void StepInput(TextBox& box, bool up, double limit, int kind = kInputAmount);
-
-// Gives the up-down the range and step of its kind, its value the minimum, and pairs it with the box, whose text stays.
-void AttachUpDown(int kind, UpDown& upDown, TextBox& box);
-
-// Text boxes and lists are locked, with the button-face colour, or unlocked; up-downs and check boxes are disabled or
-// enabled. Other kinds are left alone.
-void SetControlLocked(Control& control, bool locked);
-
-// Writes a result into the control of that name and index (-1 for none): the text of a text box, the caption of a
-// label. Other kinds, and a control that the window lacks, are left alone.
-void SetControlText(Window& form, std::string_view control, int index, std::string_view text);
+// The range and step of an up-down's arrows.
+struct InputRange {
+  double min, max, step;
+};
+InputRange RangeOf(int kind);
 
 }  // namespace tarvolinex

@@ -1,11 +1,6 @@
 #include "calc/PricedBy.h"
 
-#include <algorithm>
-#include <vector>
-
 #include "calc/InputRules.h"
-#include "core/Globals.h"
-#include "core/MainWindow.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 
@@ -65,43 +60,6 @@ std::string ModeText(const QuoteRecord& quote, int mode, const RateCard& card) {
   }
 }
 
-std::string Bound(const RateCard& card, int threshold) {
-  return threshold < 0 || threshold > 3 ? "" : Amount(card.RangeEquipFROM[static_cast<std::size_t>(threshold)]);
-}
-
-std::vector<ListView::Row> BandRows(const RateCard& card, int used) {
-  std::vector<ListView::Row> rows;
-  for (int band = 0; band < 5; ++band) {
-    const auto n = static_cast<std::size_t>(band);
-    ListView::Row row;
-    row.key = row.text = std::to_string(band + 1);
-    row.cells = {Bound(card, band), Bound(card, band - 1), Rate(card.Yield[n]), Rate(card.Com[n]),
-                 band == used ? Tr("this quote") : std::string()};
-    rows.push_back(std::move(row));
-  }
-  return rows;
-}
-
-void ShowBands(const RateCard& card, int used) {
-  ListView& list = MainForm().quote.LvwBands;
-  const std::string symbol = CalculatorPreferences.CurrencySymbol.Trimmed();
-  const std::vector<ListView::Row> rows = BandRows(card, used);
-  const bool same = !list.Columns().empty() && list.Columns()[1].header == Tr("Over (%1)", {symbol}) &&
-                    std::equal(rows.begin(), rows.end(), list.Rows().begin(), list.Rows().end(),
-                               [](const ListView::Row& a, const ListView::Row& b) { return a.cells == b.cells; });
-  if (same) return;
-  list.BeginFill();
-  list.Columns() = {{Tr("Band"), "", 800},
-                    {Tr("Over (%1)", {symbol}), "", 1800, true},
-                    {Tr("Up to (%1)", {symbol}), "", 1800, true},
-                    {Tr("Yield (%)"), "", 1500, true},
-                    {Tr("Commission (%)"), "", 1900, true},
-                    {Tr("Used by"), "", 1300}};
-  list.Clear();
-  for (const ListView::Row& row : rows) list.Add(row);
-  list.EndFill();
-}
-
 }  // namespace
 
 std::string PricedBy(const QuoteRecord& quote, int mode, const RateCard& card) {
@@ -123,16 +81,6 @@ std::string NearestText(Currency payment, const NearestPayments& nearest) {
     return Tr("No capital cost gives %1. Nearest is %2, for %3.", {asked, Amount(one->payment), Amount(one->cost)});
   }
   return Tr("No capital cost gives %1.", {asked});
-}
-
-void ShowPricing(int mode, const QuoteRecord& asked, const QuoteTerms& terms) {
-  QuotePanel& panel = MainForm().quote;
-  panel.LblPriced.SetCaption(CaptionOf(PricedBy(Quote, mode, terms.card)));
-  const bool search = mode == kModeCapitalCost;
-  const auto nearest = search ? NearestTo(asked, Quote.CapitalCost, terms) : std::nullopt;
-  panel.LblNearest.SetCaption(nearest ? NearestText(asked.Payment, *nearest) : std::string());
-  const bool byBand = search || mode == kModeForward || mode == kModeCommissionLocked;
-  ShowBands(terms.card, byBand ? BandOf(terms.card, Quote.CapitalCost) : -1);
 }
 
 }  // namespace tarvolinex

@@ -15,8 +15,4 @@ std::string PricedBy(const QuoteRecord& quote, int mode, const RateCard& card);
 // Why no capital cost gives the payment, and which ones come nearest.
 std::string NearestText(Currency payment, const NearestPayments& nearest);
 
-// Writes both, and the rate card in force with the band that was used, into the quote panel.
-// asked: the quote as it stood before the calculation.
-void ShowPricing(int mode, const QuoteRecord& asked, const QuoteTerms& terms);
-
 }  // namespace tarvolinex

@@ -1,13 +1,12 @@
 #include "cli/ChosenSupplier.h"
 
-#include "calc/RateCard.h"
-#include "core/Globals.h"
 #include "core/Limits.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
-#include "publish/CalculatorFolder.h"
+#include "platform/text/Translation.h"
+#include "store/Contacts.h"
 #include "store/DatabaseFile.h"
-#include "store/Statements.h"
+#include "store/Forms.h"
 
 namespace tarvolinex {
 
@@ -22,20 +21,42 @@ std::string SupplierIdOf(const Arguments& arguments) {
   return id;
 }
 
-void ChooseSupplier(const std::string& id) {
-  if (!OpenDatabaseForCommand()) throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + id);
-  Recordset& records = TheStore->SupplierRecords;
-  OpenRecordset(statements::kSuppliers, records);
-  records.Find("ID=" + id);
-  if (records.EndOfFile()) throw RuntimeError(kItemNotFound, "There is no supplier with the ID " + id);
-  SupplierCalcSettings = ReadSupplierSettings(records);
-  CurrentSupplierId = std::stoi(id);
+bool OpenDatabaseForCommand(Run& run, Database& database) {
+  run.DataFolder = WithoutTrailingSeparator(run.DataFolder);
+  const Unpacked unpacked = UnpackDatabase(run.Places(), run);
+  if (unpacked == Unpacked::Failed) return false;
+  if (!FileExists(DatabasePath(run.DataFolder))) {
+    run.ShowError(Tr("Database Could not be found :-\n\n%1", {run.DataFolder}));
+    return false;
+  }
+  try {
+    database.Open(run.DataFolder);
+  } catch (const RuntimeError& failure) {
+    run.ShowError(std::to_string(failure.Number()) + " " + failure.Description(), true);
+  }
+  // Until the organisation has an address the sample contacts keep their own, which lead nowhere.
+  const std::string email = run.CalculatorPreferences.OrgEmail.Trimmed();
+  if (unpacked == Unpacked::Yes && !email.empty()) PointContactsAtOrganisation(database, email);
+  run.SetStatus(false, "", -1);
+  return true;
 }
 
-void ChooseSupplierToPublish(const std::string& id) {
-  CheckLimits(CalculatorPreferences);
-  ChooseSupplier(id);
-  BringInstallIcon();
+SupplierRow ChooseSupplier(Run& run, Database& database, const std::string& id) {
+  if (!OpenDatabaseForCommand(run, database)) {
+    throw RuntimeError(kFileNotFound, "There is no database to look for supplier " + id);
+  }
+  SupplierRow supplier = ReadSupplier(database, std::stoi(id));
+  if (!supplier.Found()) throw RuntimeError(kItemNotFound, "There is no supplier with the ID " + id);
+  if (!supplier.rateCardFault.empty()) throw RuntimeError(kItemNotFound, supplier.rateCardFault);
+  return supplier;
+}
+
+Publication ChooseCalculator(Run& run, Database& database, const std::string& id) {
+  CheckLimits(run.CalculatorPreferences);
+  const SupplierRow supplier = ChooseSupplier(run, database, id);
+  const Branding branding = {run.Places(), run.CalculatorPreferences, run.CustomerReference};
+  BringInstallIcon(branding);
+  return {branding, supplier.settings, LinkedForms(database, supplier.id)};
 }
 
 }  // namespace tarvolinex

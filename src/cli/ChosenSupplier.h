@@ -4,6 +4,9 @@
 #include <string>
 
 #include "cli/Commands.h"
+#include "publish/CalculatorFolder.h"
+#include "store/Database.h"
+#include "store/Suppliers.h"
 
 namespace tarvolinex {
 
@@ -13,10 +16,15 @@ bool IsSupplierId(const std::string& text);
 // The value of "--supplier". Throws UsageError when it is missing or no ID.
 std::string SupplierIdOf(const Arguments& arguments);
 
-// Opens the database and reads the supplier into `SupplierCalcSettings` and `CurrentSupplierId`. Throws RuntimeError
-// when there is no database, or no such supplier in it.
-void ChooseSupplier(const std::string& id);
-// The same for a command that publishes: its calculator gets the icon that the preferences choose.
-void ChooseSupplierToPublish(const std::string& id);
+// Unpacks and opens the data folder's database, without asking and without remembering the folder. Returns false, after
+// a report, when there is none.
+bool OpenDatabaseForCommand(Run& run, Database& database);
+
+// Opens the database and reads the supplier. Throws RuntimeError when there is no database, no such supplier in it, or
+// its rates are no numbers.
+SupplierRow ChooseSupplier(Run& run, Database& database, const std::string& id);
+
+// The same for a command that publishes: its calculator, which gets the icon that the preferences choose.
+Publication ChooseCalculator(Run& run, Database& database, const std::string& id);
 
 }  // namespace tarvolinex

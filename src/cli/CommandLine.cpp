@@ -4,7 +4,6 @@
 #include <iostream>
 
 #include "cli/Commands.h"
-#include "core/Globals.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Encoding.h"
 
@@ -16,7 +15,7 @@ struct Command {
   const char* name;
   const char* summary;
   const char* usage;
-  int (*run)(const std::vector<std::string>&);
+  int (*run)(Run&, const std::vector<std::string>&);
   bool usesFolders = true;  // app folder and data folder
   bool writesFolders = false;
 };
@@ -181,11 +180,11 @@ bool FlushOutput() {
   return false;
 }
 
-int RunCommand(const ProgramOptions& options) {
+int RunCommand(const ProgramOptions& options, Run& run) {
   try {
-    const int status = FindCommand(options.command)->run(options.arguments);
+    const int status = FindCommand(options.command)->run(run, options.arguments);
     if (!FlushOutput()) return kFailed;
-    return status == kDone && ErrorShown ? kFailed : status;
+    return status == kDone && run.ErrorShown ? kFailed : status;
   } catch (const UsageError& mistake) {
     std::cerr << "tarvolinex " << options.command << ": " << mistake.text << "\n\n" << UsageText(options.command);
     return kUsageError;

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "core/Run.h"
+
 namespace tarvolinex {
 
 // What stands before the command.
@@ -33,8 +35,8 @@ inline constexpr int kDone = 0, kFailed = 1, kUsageError = 2;
 // Gives standard output what has been printed. False, after a message, when it does not take all of it.
 bool FlushOutput();
 
-// Runs the command. REQUIRES: options.command exists, the desktop is chosen and, where it uses them, the folders are
-// set.
-int RunCommand(const ProgramOptions& options);
+// Runs the command. REQUIRES: options.command exists, the desktop is chosen and, where it uses them, the run's folders
+// are set.
+int RunCommand(const ProgramOptions& options, Run& run);
 
 }  // namespace tarvolinex

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "core/Run.h"
+
 namespace tarvolinex {
 
 // A mistake in the words of a command.
@@ -28,13 +30,13 @@ class Arguments {
   std::vector<std::pair<std::string, std::string>> options_;
 };
 
-int RunLive(const std::vector<std::string>& arguments);
-int RunPackage(const std::vector<std::string>& arguments);
-int RunPreferences(const std::vector<std::string>& arguments);
-int RunPublish(const std::vector<std::string>& arguments);
-int RunQuote(const std::vector<std::string>& arguments);
-int RunRecord(const std::vector<std::string>& arguments);
-int RunSend(const std::vector<std::string>& arguments);
-int RunSuppliers(const std::vector<std::string>& arguments);
+int RunLive(Run& run, const std::vector<std::string>& arguments);
+int RunPackage(Run& run, const std::vector<std::string>& arguments);
+int RunPreferences(Run& run, const std::vector<std::string>& arguments);
+int RunPublish(Run& run, const std::vector<std::string>& arguments);
+int RunQuote(Run& run, const std::vector<std::string>& arguments);
+int RunRecord(Run& run, const std::vector<std::string>& arguments);
+int RunSend(Run& run, const std::vector<std::string>& arguments);
+int RunSuppliers(Run& run, const std::vector<std::string>& arguments);
 
 }  // namespace tarvolinex

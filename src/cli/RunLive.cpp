@@ -4,7 +4,6 @@
 #include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "core/Globals.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
@@ -12,18 +11,20 @@
 
 namespace tarvolinex {
 
-int RunLive(const std::vector<std::string>& arguments) {
+int RunLive(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier"}, {}, 1);
   const std::string id = SupplierIdOf(parsed);
   if (parsed.Words().empty()) throw UsageError{"PAGE.html is needed"};
   const std::string& page = parsed.Words().front();
   if (!EndsWithNoCase(page, ".html")) throw UsageError{page + " does not end in \".html\""};
   if (!FileExists(page)) throw RuntimeError(kFileNotFound, page + " does not exist");
-  ChooseSupplier(id);
-  constexpr int kFirstTerm = 12;  // as the window starts
-  Quote.NumberOfPayments = kFirstTerm;
-  CalculateQuote(kModeForward, Quote, {SupplierCalcSettings, CalculatorPreferences.TaxRate, false});
-  std::cout << NativePath(CreateLivePage(page, DataFolder + "\\logo")) << '\n';
+  Database database(run);
+  const SupplierRow supplier = ChooseSupplier(run, database, id);
+  QuoteRecord quote;
+  quote.NumberOfPayments = 12;  // as the window starts
+  CalculateQuote(kModeForward, quote, {supplier.settings, run.CalculatorPreferences.TaxRate, false});
+  const Enquiry enquiry = {run.CalculatorPreferences, supplier.settings, quote, run.AppFolder};
+  std::cout << NativePath(CreateLivePage(page, run.DataFolder + "\\logo", enquiry, run)) << '\n';
   return kDone;
 }
 

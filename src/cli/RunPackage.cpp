@@ -3,24 +3,22 @@
 #include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "core/MainWindow.h"
 #include "distribute/InstallPackage.h"
 #include "platform/files/Files.h"
 #include "publish/CalculatorFolder.h"
 
 namespace tarvolinex {
 
-int RunPackage(const std::vector<std::string>& arguments) {
+int RunPackage(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--output"}, {}, 0);
   const std::string id = SupplierIdOf(parsed);
   const std::string output = parsed.Value("--output");
   if (output.empty()) throw UsageError{"--output FILE.exe or FILE.zip is needed"};
-  MainWindow form;
-  if (!CanPack()) return kFailed;
-  ChooseSupplierToPublish(id);
-  form.send.TxtCalcCreate.SetText(output);
-  BuildCalculatorFolder();
-  if (!BuildDistFiles(true)) return kFailed;
+  if (!CanPack({run.Places(), run.CalculatorPreferences, run.CustomerReference}, run)) return kFailed;
+  Database database(run);
+  const Publication calculator = ChooseCalculator(run, database, id);
+  BuildCalculatorFolder(calculator, run);
+  if (!BuildDistFiles(calculator.branding, kSendProgram, output, run)) return kFailed;
   std::cout << NativePath(output) << '\n';
   return kDone;
 }

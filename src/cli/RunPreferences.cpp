@@ -4,20 +4,19 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/RecordJson.h"
-#include "core/Globals.h"
 #include "core/Limits.h"
 #include "publish/Preferences.h"
 
 namespace tarvolinex {
 
-int RunPreferences(const std::vector<std::string>& arguments) {
+int RunPreferences(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {}, {}, 1);
   if (parsed.Words() != std::vector<std::string>{"write"}) throw UsageError{"expected \"write\""};
   const std::string text{std::istreambuf_iterator<char>(std::cin), {}};
-  ChangeRecord(CalculatorPreferences, ParseJsonObject(text));
-  CheckLimits(CalculatorPreferences);
-  SaveCalculatorPreferences(CalculatorPreferences);
-  return ErrorShown ? kFailed : kDone;
+  ChangeRecord(run.CalculatorPreferences, ParseJsonObject(text));
+  CheckLimits(run.CalculatorPreferences);
+  SaveCalculatorPreferences({run.Places(), run.CalculatorPreferences, run.CustomerReference}, run);
+  return kDone;
 }
 
 }  // namespace tarvolinex

@@ -3,18 +3,17 @@
 #include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "core/Globals.h"
 #include "platform/files/Files.h"
 #include "publish/CalculatorFolder.h"
 
 namespace tarvolinex {
 
-int RunPublish(const std::vector<std::string>& arguments) {
+int RunPublish(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier"}, {}, 0);
   const std::string id = SupplierIdOf(parsed);
-  ChooseSupplierToPublish(id);
-  BuildCalculatorFolder();
-  std::cout << NativePath(CalculatorFolder()) << '\n';
+  Database database(run);
+  BuildCalculatorFolder(ChooseCalculator(run, database, id), run);
+  std::cout << NativePath(run.CalculatorFolder()) << '\n';
   return kDone;
 }
 

@@ -9,7 +9,6 @@
 #include "cli/Commands.h"
 #include "cli/Csv.h"
 #include "cli/QuoteRows.h"
-#include "core/Globals.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 
@@ -51,18 +50,21 @@ class Results {
   std::unique_ptr<WholeFile> file_;
 };
 
-void LoadSupplierOf(const std::string& source) {
-  if (source.empty()) return;
+SupplierCalcSettingsRecord SupplierOf(Run& run, const std::string& source) {
+  SupplierCalcSettingsRecord supplier;
+  if (source.empty()) return supplier;
   if (!IsSupplierId(source) || FileExists(source)) {
     if (FileExists(source) && FileLength(source) >= kCalculatorPreferencesSize) {
       throw RuntimeError(kItemNotFound, source + " is a preferences record, not a supplier's");
     }
-    return ReadRecord(source, SupplierCalcSettings);
+    ReadRecord(source, supplier);
+    return supplier;
   }
-  ChooseSupplier(source);
+  Database database(run);
+  return ChooseSupplier(run, database, source).settings;
 }
 
-void PriceRows(std::istream& input, const std::string& name, Results& results) {
+void PriceRows(std::istream& input, const std::string& name, const RateCard& card, float taxRate, Results& results) {
   CsvReader reader(input, name);
   std::vector<std::string_view> cells;
   if (!reader.Next(cells)) throw RuntimeError(kItemNotFound, name + " has no header line");
@@ -72,7 +74,7 @@ void PriceRows(std::istream& input, const std::string& name, Results& results) {
   while (reader.Next(cells)) {
     QuoteRow row;
     columns.Read(cells, row, [&] { return reader.Place(); });
-    CalculateQuote(row.mode, row.quote, {SupplierCalcSettings, CalculatorPreferences.TaxRate, row.capitalCostLocked});
+    CalculateQuote(row.mode, row.quote, {card, taxRate, row.capitalCostLocked});
     AppendQuoteResult(row.quote, out);
     if (out.size() >= kFlushAt) {
       results.Write(out);
@@ -84,22 +86,23 @@ void PriceRows(std::istream& input, const std::string& name, Results& results) {
 
 }  // namespace
 
-int RunQuote(const std::vector<std::string>& arguments) {
+int RunQuote(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--general", "--output"}, {}, 1);
   if (const std::string general = parsed.Value("--general"); !general.empty()) {
-    ReadRecord(general, CalculatorPreferences);
+    ReadRecord(general, run.CalculatorPreferences);
   }
-  LoadSupplierOf(parsed.Value("--supplier"));
+  const RateCard card = SupplierOf(run, parsed.Value("--supplier"));
+  const float taxRate = run.CalculatorPreferences.TaxRate;
   Results results(parsed.Value("--output"));
   const std::string source = parsed.Words().empty() ? "-" : parsed.Words().front();
   if (source == "-") {
     std::ios::sync_with_stdio(false);
-    PriceRows(std::cin, "standard input", results);
+    PriceRows(std::cin, "standard input", card, taxRate, results);
   } else {
     if (!FileExists(source)) throw RuntimeError(kFileNotFound, source + " does not exist");
     std::ifstream file(NativePath(source), std::ios::binary);
     if (!file) throw RuntimeError(kPathAccess, source + " cannot be read");
-    PriceRows(file, source, results);
+    PriceRows(file, source, card, taxRate, results);
   }
   results.Commit();
   return kDone;

@@ -75,7 +75,7 @@ void Write(const std::string& path, const JsonObject& changes) {
 
 }  // namespace
 
-int RunRecord(const std::vector<std::string>& arguments) {
+int RunRecord(Run&, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {}, {}, 2);
   const auto& words = parsed.Words();
   if (words.size() != 2 || (words[0] != "show" && words[0] != "write")) {

@@ -1,13 +1,11 @@
 #include <algorithm>
 #include <array>
+#include <set>
 
 #include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "core/Globals.h"
-#include "core/MainWindow.h"
 #include "distribute/Email.h"
-#include "distribute/InstallPackage.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "store/Contacts.h"
@@ -25,37 +23,40 @@ int WayOf(const std::string& word) {
   return static_cast<int>(found - kWays.begin());
 }
 
-void Tick(ListView& list, const std::string& contact) {
-  const int row = list.Find("ID" + contact);
-  if (row < 0) {
-    throw RuntimeError(kItemNotFound, "The supplier has no contact with the ID " + contact + " and an e-mail address");
+std::vector<Recipient> RecipientsOf(Database& database, int supplier, const std::vector<std::string>& ids) {
+  std::vector<Recipient> recipients;
+  std::set<std::string> wanted(ids.begin(), ids.end());
+  for (const ContactRow& contact : ContactsOf(database, supplier)) {
+    if (contact.email.empty() || wanted.erase(std::to_string(contact.id)) == 0) continue;
+    recipients.push_back({contact.id, contact.name, contact.email});
   }
-  list.SetChecked(row, true);
+  if (wanted.empty()) return recipients;
+  const auto missing = std::find_if(ids.begin(), ids.end(), [&](const std::string& id) { return wanted.contains(id); });
+  throw RuntimeError(kItemNotFound, "The supplier has no contact with the ID " + *missing + " and an e-mail address");
 }
 
 }  // namespace
 
-int RunSend(const std::vector<std::string>& arguments) {
+int RunSend(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--contact", "--as", "--subject", "--message"}, {"--instructions"},
                          0);
   const std::string id = SupplierIdOf(parsed);
   const auto contacts = parsed.Values("--contact");
   if (contacts.empty()) throw UsageError{"--contact ID is needed, once for each contact"};
   const int way = WayOf(parsed.Value("--as"));
-  MainWindow form;
-  ChooseSupplierToPublish(id);
-  ListContacts();
-  for (const std::string& contact : contacts) Tick(form.send.lvSendContacts, contact);
-  form.send.TxtEmail(0).SetText(parsed.Value("--subject"));
-  form.send.TxtEmail(1).SetText(ReplaceAll(ReplaceAll(parsed.Value("--message"), "\r\n", "\n"), "\n", "\r\n"));
-  const bool instructions = parsed.Has("--instructions");
-  if (instructions) GetInstructions(way);
-  const bool sent = SendCalculator([&] {
-    SendType = way;
-    IncludeInstructions = instructions;
-    SendConfirmed = true;
-  });
-  return sent ? kDone : kFailed;
+  Database database(run);
+  Sending sending;
+  sending.publication = ChooseCalculator(run, database, id);
+  sending.supplierId = std::stoi(id);
+  sending.recipients = RecipientsOf(database, sending.supplierId, contacts);
+  sending.subject = parsed.Value("--subject");
+  sending.message = ReplaceAll(ReplaceAll(parsed.Value("--message"), "\r\n", "\n"), "\n", "\r\n");
+  sending.sendType = way;
+  sending.includeInstructions = parsed.Has("--instructions");
+  if (sending.includeInstructions) sending.instructions = GetInstructions(run.AppFolder, way, run);
+  sending.web = {run.WebServer, run.CustomerReference};
+  const SendSteps steps = {[](Sending&) { return true; }, [] {}, [](Sending&) {}, [] { return nullptr; }};
+  return SendCalculator(sending, steps, database, run) ? kDone : kFailed;
 }
 
 }  // namespace tarvolinex

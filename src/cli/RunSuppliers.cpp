@@ -1,28 +1,24 @@
 #include <iostream>
 
+#include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/Csv.h"
-#include "core/Globals.h"
-#include "platform/text/Text.h"
-#include "store/DatabaseFile.h"
-#include "store/Statements.h"
 
 namespace tarvolinex {
 
-int RunSuppliers(const std::vector<std::string>& arguments) {
+int RunSuppliers(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {}, {}, 0);
-  if (!OpenDatabaseForCommand()) return kFailed;
-  Recordset& records = TheStore->SupplierRecords;
-  OpenRecordset(statements::kSuppliers, records);
+  Database database(run);
+  if (!OpenDatabaseForCommand(run, database)) return kFailed;
   std::cout << "ID,CompanyName,Tel,Town,PostCode\n";
-  for (; !records.EndOfFile(); records.MoveNext()) {
-    std::cout << ValueText(records.Field("ID"));
+  ForEachSupplier(database, [](const Row& supplier) {
+    std::cout << ValueText(supplier.At("ID"));
     for (const char* column : {"CompanyName", "Tel", "Town", "PostCode"}) {
-      std::cout << ',' << CsvCell(Trim(ValueText(records.Field(column))));
+      std::cout << ',' << CsvCell(supplier.Text(column));
     }
     std::cout << '\n';
-  }
+  });
   return kDone;
 }
 

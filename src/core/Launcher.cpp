@@ -3,15 +3,13 @@
 #include <string>
 
 #include "controls/Desktop.h"
-#include "core/Globals.h"
-#include "core/Reports.h"
 #include "platform/files/Files.h"
 
 namespace tarvolinex {
 
-void ReportLaunch(int result) {
+void ReportLaunch(Reporter& reporter, int result) {
   constexpr int kLowestSuccess = 32;
-  if (result < kLowestSuccess) ShowError("External application launch failed");
+  if (result < kLowestSuccess) reporter.ShowError("External application launch failed");
 }
 
 namespace {
@@ -26,7 +24,7 @@ std::string WorkingFolder(const std::string& file) {
 
 }  // namespace
 
-int LaunchDocument(std::string_view command, bool edit) {
+int LaunchDocument(Reporter& reporter, std::string_view command, bool edit) {
   SetBusy(true);
   const std::string quoted = "\"" + std::string(command) + "\"";
   const auto close = quoted.find('"', 1);
@@ -43,13 +41,13 @@ int LaunchDocument(std::string_view command, bool edit) {
   desktop.DoEvents();
   if (edit && result == kNoProgram) result = desktop.OpenWith(file);
   SetBusy(false);
-  ReportLaunch(result);
+  ReportLaunch(reporter, result);
   return result;
 }
 
-void ShowHelpPage(int topic) {
+void ShowHelpPage(Run& run, int topic) {
   const char* page = topic == 1 ? "options" : topic == 2 ? "options_Forms" : topic == 4 ? "sendsub" : "main";
-  LaunchDocument(AppFolder + "\\Help\\" + page + ".HTM");
+  LaunchDocument(run, run.AppFolder + "\\Help\\" + page + ".HTM");
 }
 
 }  // namespace tarvolinex

@@ -27,12 +27,14 @@ LimitPair Percent(const std::string& name, float lowest, float highest) {
 }  // namespace
 
 std::string ContradictoryLimits(const CalculatorPreferencesRecord& prefs) {
+  const SupplierCalcSettingsRecord nobody;
+  const auto own = [&](const char* text) { return ReplaceAliases(text, {prefs, nobody}); };
   constexpr int kAdvancedPayments = 4;
   for (const LimitPair& pair :
        {Whole(Tr("Lease term in months"), prefs.MinTerm, prefs.MaxTerm),
-        Whole(ReplaceAliases("<CAPEQUIP> cost"), prefs.MinCapitalCost, prefs.MaxCapitalCost),
-        Percent(ReplaceAliases("<DEPOSIT> percentage"), prefs.MinDepositPercent, prefs.MaxDepositPercent),
-        Percent(ReplaceAliases("<RESIDUAL> percentage"), prefs.MinResidualPercent, prefs.MaxResidualPercent)}) {
+        Whole(own("<CAPEQUIP> cost"), prefs.MinCapitalCost, prefs.MaxCapitalCost),
+        Percent(own("<DEPOSIT> percentage"), prefs.MinDepositPercent, prefs.MaxDepositPercent),
+        Percent(own("<RESIDUAL> percentage"), prefs.MinResidualPercent, prefs.MaxResidualPercent)}) {
     if (!pair.contradicts) continue;
     return Tr(
         "%1: the minimum of %2 is above the maximum of %3, so a calculator would have nothing to choose. Please "

@@ -2,28 +2,18 @@
 
 #include <algorithm>
 #include <optional>
-#include <vector>
 
-#include "controls/Desktop.h"
 #include "core/Aliases.h"
-#include "core/Globals.h"
-#include "core/MainWindow.h"
-#include "core/Reports.h"
 #include "core/Settings.h"
-#include "distribute/InstallPackage.h"
-#include "distribute/LongWork.h"
+#include "distribute/Progress.h"
 #include "distribute/SentMail.h"
-#include "distribute/Upload.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Clock.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
-#include "publish/CalculatorFolder.h"
 #include "publish/PageText.h"
 #include "store/Contacts.h"
-#include "store/Statements.h"
-#include "store/Suppliers.h"
 
 namespace tarvolinex {
 
@@ -32,54 +22,10 @@ namespace {
 constexpr const char* kTwoLines = "\r\n\r\n";
 constexpr int kDivisionByZero = 11;
 
-struct Recipient {
-  int id;
-  std::string name, email;
-};
-
-std::vector<Recipient> TickedContacts() {
-  std::vector<Recipient> ticked;
-  for (const ListView::Row& row : MainForm().send.lvSendContacts.Rows()) {
-    if (row.checked) ticked.push_back({IdOfKey(row.key), row.text, row.cells.at(0)});
-  }
-  return ticked;
-}
-
-std::vector<SentMail> AsSent(const std::vector<Recipient>& recipients) {
-  const std::string date = LongDateTime(TheDesktop().Now());
-  std::vector<SentMail> mail;
-  for (const Recipient& to : recipients) mail.push_back({CurrentSupplierId, to.id, date, to.name});
-  return mail;
-}
-
 std::string NamesOf(const std::vector<SentMail>& mail) {
   std::string names;
   for (const SentMail& each : mail) names += (names.empty() ? "" : "\n") + each.name;
   return names;
-}
-
-bool ReadyToSend(const std::vector<Recipient>& recipients) {
-  const auto& texts = MainForm().send.TxtEmail;
-  Desktop& desktop = TheDesktop();
-  if (recipients.empty()) {
-    desktop.MessageBox(Tr("You must select at least one contact to email"), Tr("No Contacts Selected"), BoxButtons::Ok,
-                       BoxIcon::Exclamation);
-    return false;
-  }
-  if (texts(0).Text().empty()) {
-    desktop.MessageBox(Tr("You must enter a Subject for your email"), Tr("No subject"), BoxButtons::Ok,
-                       BoxIcon::Exclamation);
-    return false;
-  }
-  return !texts(1).Text().empty() || desktop.MessageBox(Tr("Your email has no message, continue?"), Tr("No Message"),
-                                                        BoxButtons::YesNo, BoxIcon::Information) == Answer::Yes;
-}
-
-void RememberTexts() {
-  const auto& texts = MainForm().send.TxtEmail;
-  const std::string message = ReplaceAll(ReplaceAll(texts(1).Text(), "\r\n", "\n"), "\n", "|+|");
-  WriteIni("General", "OPTIONS", "LASTSUBJECT", texts(0).Text());
-  WriteIni("General", "OPTIONS", "LASTMSG", message);
 }
 
 std::string RemedyFor(int number) {
@@ -99,8 +45,65 @@ std::string RemedyFor(int number) {
   }
 }
 
+// One sending on its way.
+class Dispatch {
+ public:
+  Dispatch(Sending& sending, const SendSteps& steps, Database& database, Reporter& reporter)
+      : sending_(sending), steps_(steps), database_(database), reporter_(reporter) {}
+
+  bool ReadyToSend();
+  // Before anything is built, packed and uploaded in vain.
+  bool NoteEarlierMail();
+  void LeaveOutWhoHasGotIt();
+  // Everything that runs with the window blocked. Returns the text to show when it succeeded.
+  std::optional<std::string> BuildAndSend();
+
+ private:
+  const Folders& Places() const { return sending_.publication.branding.folders; }
+  SentList List() const { return {Places().app, database_.Folder()}; }
+  std::vector<SentMail> AsSent() const;
+  void RememberTexts() const;
+  bool MailStep(const std::function<void()>& step);
+  std::optional<std::string> Mail(const std::string& uploadIdentifier);
+  void RecordSending();
+
+  Sending& sending_;
+  const SendSteps& steps_;
+  Database& database_;
+  Reporter& reporter_;
+  std::optional<MailOnItsWay> onItsWay_;  // what is still to be noted
+};
+
+std::vector<SentMail> Dispatch::AsSent() const {
+  const std::string date = LongDateTime(reporter_.Now());
+  std::vector<SentMail> mail;
+  for (const Recipient& to : sending_.recipients) mail.push_back({sending_.supplierId, to.id, date, to.name});
+  return mail;
+}
+
+bool Dispatch::ReadyToSend() {
+  if (sending_.recipients.empty()) {
+    reporter_.MessageBox(Tr("You must select at least one contact to email"), Tr("No Contacts Selected"),
+                         BoxButtons::Ok, BoxIcon::Exclamation);
+    return false;
+  }
+  if (sending_.subject.empty()) {
+    reporter_.MessageBox(Tr("You must enter a Subject for your email"), Tr("No subject"), BoxButtons::Ok,
+                         BoxIcon::Exclamation);
+    return false;
+  }
+  return !sending_.message.empty() || reporter_.MessageBox(Tr("Your email has no message, continue?"), Tr("No Message"),
+                                                           BoxButtons::YesNo, BoxIcon::Information) == Answer::Yes;
+}
+
+void Dispatch::RememberTexts() const {
+  const std::string message = ReplaceAll(ReplaceAll(sending_.message, "\r\n", "\n"), "\n", "|+|");
+  WriteIni(Places().app, "General", "OPTIONS", "LASTSUBJECT", sending_.subject);
+  WriteIni(Places().app, "General", "OPTIONS", "LASTMSG", message);
+}
+
 // One step of the mail. False when the send has to end.
-bool MailStep(const std::function<void()>& step) {
+bool Dispatch::MailStep(const std::function<void()>& step) {
   try {
     step();
     return true;
@@ -108,35 +111,67 @@ bool MailStep(const std::function<void()>& step) {
     if (failure.Number() == kDivisionByZero || failure.Number() == kMailSignedOnAlready) return true;
     if (failure.Number() == kNotConnected) {
       ReportFailure(
+          reporter_,
           Marked("Failed to connect to remote host.\r\n\r\nPlease check your Internet connection and try again"),
           failure.Description());
       return true;
     }
-    ReportFailure(Marked("Sending email failed"), failure.Description(), RemedyFor(failure.Number()));
+    ReportFailure(reporter_, Marked("Sending email failed"), failure.Description(), RemedyFor(failure.Number()));
     return false;
   }
 }
 
-// Returns who took the message; nullopt when nobody did. Then `onItsWay` holds what is still to be noted.
-std::optional<std::string> Mail(const std::vector<Recipient>& recipients, const std::string& uploadIdentifier,
-                                std::optional<MailOnItsWay>& onItsWay) {
-  const SendPanel& panel = MainForm().send;
-  MailSession session = NewMailSession(Tr("Creating Email"));
+bool Dispatch::NoteEarlierMail() {
+  return MailStep([&] {
+    TryToNote(database_, AsSent());
+    NoteRememberedMail(List(), database_);
+  });
+}
+
+bool Among(const std::vector<SentMail>& mail, int contact) {
+  return std::any_of(mail.begin(), mail.end(), [&](const SentMail& each) { return each.contact == contact; });
+}
+
+// Contacts that have got this supplier's last message already, which only could not be noted then, unless the user
+// wants them to get another.
+void Dispatch::LeaveOutWhoHasGotIt() {
+  std::vector<SentMail> known = RememberedMail(List());
+  std::erase_if(known, [&](const SentMail& mail) { return mail.supplier != sending_.supplierId; });
+  if (known.empty()) return;
+  const std::vector<SentMail> ticked = AsSent();
+  std::erase_if(known, [&](const SentMail& mail) { return !Among(ticked, mail.contact); });
+  steps_.datesNoted();
+  const bool again =
+      known.empty() ||
+      reporter_.MessageBox(
+          Tr("The message of %1 has gone out to these already; only the date could not be noted then:\n\n%2\n\n"
+             "Send to them again?",
+             {known.front().date, NamesOf(known)}),
+          Tr("Email"), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes;
+  std::erase_if(sending_.recipients, [&](const Recipient& to) { return !again && Among(known, to.id); });
+  steps_.recipientsChanged(sending_);
+  if (!known.empty()) ForgetRememberedMail(List(), sending_.supplierId);
+}
+
+// Returns who took the message; nullopt when nobody did.
+std::optional<std::string> Dispatch::Mail(const std::string& uploadIdentifier) {
+  const std::string app = Places().app, attached = InstallFilePath(app, sending_.sendType);
+  MailSession session = NewMailSession(sending_.publication.branding.prefs, Tr("Creating Email"), reporter_);
   const std::vector<std::function<void()>> steps = {
       // Building and uploading may have taken minutes.
-      [&] { TryToNote(AsSent(recipients)); },
-      [&] { onItsWay.emplace(AsSent(recipients)); },
-      [&] { session.SignOn(MailProfilesPath(), GetDefaultMailProfile()); },
+      [&] { TryToNote(database_, AsSent()); },
+      [&] { onItsWay_.emplace(List(), AsSent()); },
+      [&] { session.SignOn(MailProfilesPath(app), GetDefaultMailProfile(app)); },
       [&] { session.Compose(); },
       [&] {
-        for (const Recipient& to : recipients) session.AddRecipient(to.name, "SMTP:" + to.email);
+        for (const Recipient& to : sending_.recipients) session.AddRecipient(to.name, "SMTP:" + to.email);
       },
       [&] {
-        session.SetSubject(panel.TxtEmail(0).Text());
-        session.SetNoteText(addEmailInstructions(panel.TxtEmail(1).Text(), uploadIdentifier));
+        session.SetSubject(sending_.subject);
+        session.SetNoteText(addEmailInstructions(sending_, uploadIdentifier));
       },
       [&] {
-        if (SendType != kSendLink) session.Attach(InstallFilePath(), FileNameOf(InstallFilePath()));
+        if (sending_.sendType != kSendLink) session.Attach(attached, FileNameOf(attached));
       },
       [&] { session.Send(); },
       [&] { session.SignOff(); },
@@ -149,147 +184,113 @@ std::optional<std::string> Mail(const std::vector<Recipient>& recipients, const 
 
 // Notes the date of sending. A failure ends the program as any statement's does, but not before the user knows who has
 // got the message.
-void RecordSending(const std::vector<Recipient>& recipients, MailOnItsWay& onItsWay) {
-  const bool remembered = onItsWay.Remember();
-  const std::string date = LongDateTime(TheDesktop().Now());
+void Dispatch::RecordSending() {
+  const bool remembered = onItsWay_->Remember();
+  const std::string date = LongDateTime(reporter_.Now());
   std::vector<ContactDate> dates;
-  for (const Recipient& to : recipients) dates.push_back({to.id, date});
+  for (const Recipient& to : sending_.recipients) dates.push_back({to.id, date});
   try {
-    SetDatesLastSent(dates, true);
+    SetDatesLastSent(database_, dates, true);
   } catch (const RuntimeError& failure) {
     const std::string next = Tr(
         remembered ? Marked("The program remembers this: the next send of this supplier notes it and leaves them out.")
                    : Marked("This could not be written down anywhere. Please do not send to them again."));
     const std::string report = Tr("Database update failed.\n\n%1", {failure.Description()}),
-                      who = Tr("The message has gone out already to:\n\n%1", {NamesOf(onItsWay.Mail())});
+                      who = Tr("The message has gone out already to:\n\n%1", {NamesOf(onItsWay_->Mail())});
     const std::string text = report + "\n\n" + who + "\n\n" + next;
-    ShowError(text, true);
+    reporter_.ShowError(text, true);
   }
-  ForgetRememberedMail(CurrentSupplierId);
-  ListContacts();
+  ForgetRememberedMail(List(), sending_.supplierId);
+  steps_.datesNoted();
 }
 
-bool Among(const std::vector<SentMail>& mail, int contact) {
-  return std::any_of(mail.begin(), mail.end(), [&](const SentMail& each) { return each.contact == contact; });
-}
-
-// Takes the ticks of contacts that have got this supplier's last message already, which only could not be noted then,
-// unless the user wants them to get another.
-void LeaveOutWhoHasGotIt() {
-  std::vector<SentMail> known = RememberedMail();
-  std::erase_if(known, [](const SentMail& mail) { return mail.supplier != CurrentSupplierId; });
-  if (known.empty()) return;
-  const std::vector<SentMail> ticked = AsSent(TickedContacts());
-  std::erase_if(known, [&](const SentMail& mail) { return !Among(ticked, mail.contact); });
-  ListContacts();  // with the dates that have just been noted
-  const bool again =
-      known.empty() ||
-      TheDesktop().MessageBox(
-          Tr("The message of %1 has gone out to these already; only the date could not be noted then:\n\n%2\n\n"
-             "Send to them again?",
-             {known.front().date, NamesOf(known)}),
-          Tr("Email"), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes;
-  ListView& list = MainForm().send.lvSendContacts;
-  for (int row = 0; row < list.Count(); ++row) {
-    const int id = IdOfKey(list.At(row).key);
-    list.SetChecked(row, Among(ticked, id) && (again || !Among(known, id)));
-  }
-  if (!known.empty()) ForgetRememberedMail(CurrentSupplierId);
-}
-
-// Everything that runs with the window blocked. Returns the text to show when it succeeded.
-std::optional<std::string> BuildAndSend(const std::vector<Recipient>& recipients) {
-  const LongWork work;
-  SetStatus(false, "Preparing Emails", 0);
-  BuildCalculatorFolder();
+std::optional<std::string> Dispatch::BuildAndSend() {
+  const std::shared_ptr<void> work = steps_.work();
+  const Branding& branding = sending_.publication.branding;
+  reporter_.SetStatus(false, "Preparing Emails", 0);
+  BuildCalculatorFolder(sending_.publication, reporter_);
   RememberTexts();
-  if (!BuildDistFiles(false)) return std::nullopt;
-  TheDesktop().DoEvents();
+  if (!BuildDistFiles(branding, sending_.sendType, std::nullopt, reporter_)) return std::nullopt;
+  reporter_.DoEvents();
   std::string identifier;
-  if (SendType == kSendLink) {
-    const auto uploaded = TransferInstallFile();
+  if (sending_.sendType == kSendLink) {
+    const auto uploaded = TransferInstallFile(Places().app, sending_.web, reporter_);
     if (!uploaded) return std::nullopt;
     identifier = *uploaded;
   }
-  SetStatus(true, "Creating Email", -1);
-  std::optional<MailOnItsWay> onItsWay;
-  const auto taker = Mail(recipients, identifier, onItsWay);
-  TheDesktop().DoEvents();
+  reporter_.SetStatus(true, "Creating Email", -1);
+  const auto taker = Mail(identifier);
+  reporter_.DoEvents();
   if (!taker) return std::nullopt;
-  RecordSending(recipients, *onItsWay);
-  SetStatus(false, "", -1);
+  RecordSending();
+  reporter_.SetStatus(false, "", -1);
   const std::string sent = ReplaceAliases(
-      "<CALCNAME> has been sent successfully by Tarvolinex.\n\r\nPlease check your email application to verify");
+      "<CALCNAME> has been sent successfully by Tarvolinex.\n\r\nPlease check your email application to verify",
+      {branding.prefs, sending_.publication.supplier});
   // Without a profile the user did not choose who takes it.
-  return GetDefaultMailProfile().empty() ? sent + kTwoLines + Tr("The message went to %1.", {*taker}) : sent;
+  return GetDefaultMailProfile(Places().app).empty() ? sent + kTwoLines + Tr("The message went to %1.", {*taker})
+                                                     : sent;
 }
 
 }  // namespace
 
-void GetInstructions(int sendType) {
-  std::string& text = Instructions.at(static_cast<std::size_t>(sendType));
-  text.clear();
+std::string GetInstructions(const std::string& appFolder, int sendType, Reporter& reporter) {
   try {
     // The lines are joined by line ends; none stands before the first.
-    const std::string lines = ReadPageText(AppFolder + "\\inst" + std::to_string(sendType) + ".txt");
-    text = lines.substr(std::min(lines.size(), std::string_view("\r\n").size()));
+    const std::string lines = ReadPageText(appFolder + "\\inst" + std::to_string(sendType) + ".txt");
+    return lines.substr(std::min(lines.size(), std::string_view("\r\n").size()));
   } catch (const RuntimeError&) {
-    ShowError("Instruction File load failed");
+    reporter.ShowError("Instruction File load failed");
+    return {};
   }
 }
 
-std::string addEmailInstructions(std::string_view body, std::string_view uploadIdentifier) {
-  std::string text(body), instructions;
-  if (IncludeInstructions) {
+std::string addEmailInstructions(const Sending& sending, std::string_view uploadIdentifier) {
+  std::string text = sending.message, instructions;
+  if (sending.includeInstructions) {
     text += kTwoLines;
-    instructions = ReplaceAliases(Instructions.at(static_cast<std::size_t>(SendType)));
+    instructions =
+        ReplaceAliases(sending.instructions, {sending.publication.branding.prefs, sending.publication.supplier});
   }
-  if (SendType == kSendLink) {
-    text += kTwoLines + std::string("http://") + WebServer + "/download/Get.asp?ID=" + std::string(uploadIdentifier) +
-            kTwoLines;
+  if (sending.sendType == kSendLink) {
+    text += kTwoLines + std::string("http://") + sending.web.server +
+            "/download/Get.asp?ID=" + std::string(uploadIdentifier) + kTwoLines;
   }
   return text + instructions;
 }
 
-std::string MailProfilesPath() {
-  return AppFolder + "\\Mail.INI";
+std::string MailProfilesPath(const std::string& appFolder) {
+  return appFolder + "\\Mail.INI";
 }
 
-std::string GetDefaultMailProfile() {
-  return DefaultMailProfileName(MailProfilesPath());
+std::string GetDefaultMailProfile(const std::string& appFolder) {
+  return DefaultMailProfileName(MailProfilesPath(appFolder));
 }
 
-MailSession NewMailSession(const std::string& progressText) {
+MailSession NewMailSession(const CalculatorPreferencesRecord& prefs, const std::string& progressText,
+                           Reporter& reporter) {
   MailSession session;
-  session.DefaultSender = {CalculatorPreferences.OrgContactName.Trimmed(), CalculatorPreferences.OrgEmail.Trimmed()};
-  if (session.DefaultSender.name.empty()) session.DefaultSender.name = CalculatorPreferences.OrgCompanyName.Trimmed();
-  session.Progress = ShowProgress(progressText);
+  session.DefaultSender = {prefs.OrgContactName.Trimmed(), prefs.OrgEmail.Trimmed()};
+  if (session.DefaultSender.name.empty()) session.DefaultSender.name = prefs.OrgCompanyName.Trimmed();
+  session.Progress = ShowProgress(reporter, progressText);
   return session;
 }
 
-bool SendCalculator(const std::function<void()>& askHow) {
-  std::vector<Recipient> recipients = TickedContacts();
-  if (!ReadyToSend(recipients)) return false;
-  if (!CanPack()) return false;
-  // Before anything is built, packed and uploaded in vain.
-  const bool noted = MailStep([&] {
-    TryToNote(AsSent(recipients));
-    NoteRememberedMail();
-  });
-  if (!noted) return false;
-  LeaveOutWhoHasGotIt();
-  recipients = TickedContacts();
-  if (recipients.empty()) {
-    TheDesktop().MessageBox(Tr("All of them have got the message; nothing was sent."), Tr("Email"), BoxButtons::Ok,
-                            BoxIcon::Information);
+bool SendCalculator(Sending& sending, const SendSteps& steps, Database& database, Reporter& reporter) {
+  Dispatch dispatch(sending, steps, database, reporter);
+  if (!dispatch.ReadyToSend()) return false;
+  if (!CanPack(sending.publication.branding, reporter)) return false;
+  if (!dispatch.NoteEarlierMail()) return false;
+  dispatch.LeaveOutWhoHasGotIt();
+  if (sending.recipients.empty()) {
+    reporter.MessageBox(Tr("All of them have got the message; nothing was sent."), Tr("Email"), BoxButtons::Ok,
+                        BoxIcon::Information);
     return true;
   }
-  SendConfirmed = false;
-  askHow();
-  if (!SendConfirmed) return false;
-  const auto sent = BuildAndSend(recipients);
+  if (!steps.askHow(sending)) return false;
+  const auto sent = dispatch.BuildAndSend();
   if (!sent) return false;
-  TheDesktop().MessageBox(*sent, Tr("Email"), BoxButtons::Ok, BoxIcon::Information);
+  reporter.MessageBox(*sent, Tr("Email"), BoxButtons::Ok, BoxIcon::Information);
   return true;
 }
 

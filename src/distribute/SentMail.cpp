@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string_view>
 
-#include "core/Globals.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
@@ -13,8 +12,8 @@ namespace tarvolinex {
 
 namespace {
 
-std::string ListPath() {
-  return AppFolder + "\\Sent.lst";
+std::string ListPath(const SentList& list) {
+  return list.appFolder + "\\Sent.lst";
 }
 
 struct Line {
@@ -43,18 +42,18 @@ std::string Written(const Line& line) {
          "\t" + plain(line.mail.name) + "\t" + plain(line.folder) + "\n";
 }
 
-std::vector<Line> ReadLines() {
+std::vector<Line> ReadLines(const SentList& list) {
   std::vector<Line> lines;
-  if (!FileExists(ListPath())) return lines;
-  const std::string text = ReadFile(ListPath());
+  if (!FileExists(ListPath(list))) return lines;
+  const std::string text = ReadFile(ListPath(list));
   for (const std::string_view each : Split(text, '\n')) {
     if (auto line = ReadLine(each)) lines.push_back(std::move(*line));
   }
   return lines;
 }
 
-bool IsHere(const Line& line) {
-  return line.folder == NativePath(DataFolder);
+bool IsHere(const SentList& list, const Line& line) {
+  return line.folder == NativePath(list.dataFolder);
 }
 
 std::vector<ContactDate> DatesOf(const std::vector<SentMail>& mail) {
@@ -65,47 +64,47 @@ std::vector<ContactDate> DatesOf(const std::vector<SentMail>& mail) {
 
 }  // namespace
 
-std::vector<SentMail> RememberedMail() {
+std::vector<SentMail> RememberedMail(const SentList& list) {
   std::vector<SentMail> mail;
-  for (const Line& line : ReadLines()) {
-    if (IsHere(line)) mail.push_back(line.mail);
+  for (const Line& line : ReadLines(list)) {
+    if (IsHere(list, line)) mail.push_back(line.mail);
   }
   return mail;
 }
 
-void NoteRememberedMail() {
-  const auto mail = RememberedMail();
-  if (!mail.empty()) SetDatesLastSent(DatesOf(mail), true);
+void NoteRememberedMail(const SentList& list, Database& database) {
+  const auto mail = RememberedMail(list);
+  if (!mail.empty()) SetDatesLastSent(database, DatesOf(mail), true);
 }
 
-void ForgetRememberedMail(int supplier) {
+void ForgetRememberedMail(const SentList& list, int supplier) {
   try {
     std::string kept;
-    for (const Line& line : ReadLines()) {
-      if (!IsHere(line) || line.mail.supplier != supplier) kept += Written(line);
+    for (const Line& line : ReadLines(list)) {
+      if (!IsHere(list, line) || line.mail.supplier != supplier) kept += Written(line);
     }
-    if (!kept.empty()) return WriteFile(ListPath(), kept);
-    if (FileExists(ListPath())) DeleteFile(ListPath());
+    if (!kept.empty()) return WriteFile(ListPath(list), kept);
+    if (FileExists(ListPath(list))) DeleteFile(ListPath(list));
   } catch (const RuntimeError&) {
     // It is told again next time.
   }
 }
 
-void TryToNote(const std::vector<SentMail>& mail) {
+void TryToNote(Database& database, const std::vector<SentMail>& mail) {
   try {
-    SetDatesLastSent(DatesOf(mail), false);
+    SetDatesLastSent(database, DatesOf(mail), false);
   } catch (const RuntimeError& failure) {
     throw RuntimeError(failure.Number(), Tr("Nothing was sent, because the database in %1 does not take the date of "
                                             "sending: %2",
-                                            {DataFolder, failure.Description()}));
+                                            {database.Folder(), failure.Description()}));
   }
 }
 
-MailOnItsWay::MailOnItsWay(std::vector<SentMail> mail) : mail_(std::move(mail)) {
+MailOnItsWay::MailOnItsWay(const SentList& list, std::vector<SentMail> mail) : mail_(std::move(mail)) {
   std::string text;
-  for (const Line& line : ReadLines()) text += Written(line);
-  for (const SentMail& each : mail_) text += Written({each, NativePath(DataFolder)});
-  file_.emplace(ListPath());
+  for (const Line& line : ReadLines(list)) text += Written(line);
+  for (const SentMail& each : mail_) text += Written({each, NativePath(list.dataFolder)});
+  file_.emplace(ListPath(list));
   file_->Write(text);
 }
 

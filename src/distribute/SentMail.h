@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/files/Files.h"
+#include "store/Database.h"
 
 namespace tarvolinex {
 
@@ -17,26 +18,31 @@ struct SentMail {
   std::string name;  // the contact's
 };
 
-// What is written down of the open database. Lines that nobody understands are left out.
-std::vector<SentMail> RememberedMail();
+// Where it is written down, and the folder of the database that it is written down for.
+struct SentList {
+  std::string appFolder, dataFolder;
+};
+
+// What is written down of the database. Lines that nobody understands are left out.
+std::vector<SentMail> RememberedMail(const SentList& list);
 
 // Notes what is written down in the open database, when it takes it; it stays written down until it is forgotten.
 // Throws RuntimeError with what the database says.
-void NoteRememberedMail();
+void NoteRememberedMail(const SentList& list, Database& database);
 
 // Crosses out what is written down of the supplier. A failure is passed over: nobody is then mailed twice.
-void ForgetRememberedMail(int supplier);
+void ForgetRememberedMail(const SentList& list, int supplier);
 
 // Finds out whether the database takes the date of these contacts; it does not keep it. Throws RuntimeError naming the
 // database's folder.
-void TryToNote(const std::vector<SentMail>& mail);
+void TryToNote(Database& database, const std::vector<SentMail>& mail);
 
 // One message on its way. The file is made, beside its place, before the message goes out: a full disk must not be in
 // the way afterwards.
 class MailOnItsWay {
  public:
   // Throws RuntimeError when it cannot be written down.
-  explicit MailOnItsWay(std::vector<SentMail> mail);
+  MailOnItsWay(const SentList& list, std::vector<SentMail> mail);
   // The message has gone out: from here on it is remembered. False when that failed after all.
   bool Remember();
   const std::vector<SentMail>& Mail() const { return mail_; }

@@ -2,10 +2,7 @@
 
 #include <algorithm>
 
-#include "controls/Desktop.h"
-#include "core/Globals.h"
-#include "core/Reports.h"
-#include "distribute/LongWork.h"
+#include "distribute/Progress.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/network/HttpRequest.h"
@@ -26,21 +23,21 @@ std::string RequestBody(const std::string& path) {
          "\"\r\nContent-Type: text/plain\r\n\r\n" + ReadFile(path) + "\r\n--AaB03x--";
 }
 
-void ReportUploadFailure(const RuntimeError& failure) {
+void ReportUploadFailure(Reporter& reporter, const RuntimeError& failure) {
   std::string remedy = Tr("Please try again later, or send the calculator as an attached file.");
   if (failure.Number() == kDiskFull) remedy = Tr("Please make room on the disk and try again.");
   if (failure.Number() == kNotConnected) {
     remedy = Tr("Please check your Internet connection and the name of the web server in Tarvolinex.ini.");
   }
-  ReportFailure(Marked("File Upload failed"), failure.Description(), remedy);
+  ReportFailure(reporter, Marked("File Upload failed"), failure.Description(), remedy);
 }
 
 }  // namespace
 
-std::string UploadIdentifier(std::chrono::system_clock::time_point now) {
+std::string UploadIdentifier(const std::string& customerReference, std::chrono::system_clock::time_point now) {
   constexpr std::size_t kFewestDigits = 6;
   // As text: a reference may be longer than any number that the machine counts with.
-  std::string_view digits = Trim(CustomerReference);
+  std::string_view digits = Trim(customerReference);
   digits = digits.substr(0, digits.find_first_not_of("0123456789"));
   digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
   const std::string zeros(kFewestDigits - std::min(kFewestDigits, digits.size()), '0');
@@ -61,52 +58,53 @@ UploadAnswer ReadUploadAnswer(std::string_view bytes) {
   return answer;
 }
 
-bool UploadFile(const std::string& path, const std::string& host) {
+bool UploadFile(const std::string& path, const std::string& host, Reporter& reporter) {
   try {
     const std::string body = RequestBody(path);
     HttpRequest request;
-    request.Progress = ShowProgress(kTransferring);
+    request.Progress = ShowProgress(reporter, kTransferring);
     request.Open("POST", "http://" + host + "/download/upload.asp");
     request.SetRequestHeader("Content-Type", "multipart/form-data, boundary=AaB03x");
-    TheDesktop().DoEvents();
+    reporter.DoEvents();
     request.Send(body);
-    TheDesktop().DoEvents();
+    reporter.DoEvents();
     const UploadAnswer answer = ReadUploadAnswer(request.ResponseText());
     if (!answer.status.empty()) {
-      TheDesktop().MessageBox(answer.status, Tr("File Upload"), BoxButtons::Ok, BoxIcon::Information);
+      reporter.MessageBox(answer.status, Tr("File Upload"), BoxButtons::Ok, BoxIcon::Information);
     }
     if (answer.accepted) return true;
-    SetStatus(false, "", -1);
-    ShowDetail(Tr("The server did not accept the file."));
+    reporter.SetStatus(false, "", -1);
+    reporter.ShowDetail(Tr("The server did not accept the file."));
     return false;
   } catch (const RuntimeError& failure) {
-    ReportUploadFailure(failure);
+    ReportUploadFailure(reporter, failure);
     return false;
   }
 }
 
-std::optional<std::string> TransferInstallFile() {
-  SetStatus(true, kTransferring, -1);
-  const std::string identifier = UploadIdentifier(TheDesktop().Now());
-  const std::string copy = AppFolder + "\\CalcInstall_" + identifier + ".exe";
+std::optional<std::string> TransferInstallFile(const std::string& appFolder, const WebAccount& account,
+                                               Reporter& reporter) {
+  reporter.SetStatus(true, kTransferring, -1);
+  const std::string identifier = UploadIdentifier(account.customerReference, reporter.Now());
+  const std::string copy = appFolder + "\\CalcInstall_" + identifier + ".exe";
   try {
-    CopyFile(AppFolder + "\\CalcInstall.exe", copy);
+    CopyFile(appFolder + "\\CalcInstall.exe", copy);
   } catch (const RuntimeError& failure) {
-    ReportUploadFailure(failure);
+    ReportUploadFailure(reporter, failure);
     return std::nullopt;
   }
-  if (!UploadFile(copy, WebServer)) {
-    DeleteFileIfPresent(copy);
+  if (!UploadFile(copy, account.server, reporter)) {
+    DeleteFileIfPresent(reporter, copy);
     return std::nullopt;
   }
-  DeleteFileIfPresent(AppFolder + "\\CalcInstall_*");
-  SetStatus(true, "Transfering Complete", -1);
+  DeleteFileIfPresent(reporter, appFolder + "\\CalcInstall_*");
+  reporter.SetStatus(true, "Transfering Complete", -1);
   return identifier;
 }
 
-std::string VersionCheckAddress() {
-  return "http://" + WebServer + "\\checkversion.asp?ref=" + CustomerReference +
-         "&org=" + CalculatorPreferences.OrgCompanyName.Trimmed() + "&ver=" TARVOLINEX_VERSION;
+std::string VersionCheckAddress(const WebAccount& account, const CalculatorPreferencesRecord& prefs) {
+  return "http://" + account.server + "\\checkversion.asp?ref=" + account.customerReference +
+         "&org=" + prefs.OrgCompanyName.Trimmed() + "&ver=" TARVOLINEX_VERSION;
 }
 
 }  // namespace tarvolinex

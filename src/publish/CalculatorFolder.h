@@ -1,40 +1,41 @@
 // The published calculator: a folder of plain files, built anew for every preview and every send.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "core/Records.h"
+#include "core/Reports.h"
+#include "publish/Template.h"
+#include "store/Forms.h"
 
 namespace tarvolinex {
 
-// Builds `CalculatorFolder` for the current supplier (`CurrentSupplierId`, `SupplierCalcSettings`): both records, both
-// pages, logo, background, the linked form pages, and "calcdata.txt". A linked form whose page is missing or
-// empty, or whose link name no file can have, is left out and named in a warning. A failure is a fatal report ("Failed
-// setting up calculator").
-void BuildCalculatorFolder();
+// A supplier's calculator, as everybody below the windows and commands is given it.
+struct Publication {
+  Branding branding;
+  SupplierCalcSettingsRecord supplier;
+  std::vector<FormRow> forms;  // that are linked to the supplier, in their order
+};
 
-// Whether there is a supplier to publish, with rates that are numbers; tells what is in the way.
-bool MayPublish();
-
-// The forms linked to a supplier, in the order in which they are published.
-std::vector<int> LinkedFormIds(int supplierId);
+// Builds the folder: both records, both pages, logo, background, the linked form pages, and "calcdata.txt". A linked
+// form whose page is missing or empty, or whose link name no file can have, is left out and named in a warning. A
+// failure is a fatal report ("Failed setting up calculator").
+void BuildCalculatorFolder(const Publication& publication, Reporter& reporter);
 
 // False when limits of the preferences contradict each other; a box has then said which. Whoever stores preferences or
 // hands a calculator out asks first.
-bool CanPublish(const CalculatorPreferencesRecord& prefs);
-
-// Builds the folder and opens its test page, when the preferences' limits allow it.
-void PreviewCalculator();
+bool CanPublish(const CalculatorPreferencesRecord& prefs, Reporter& reporter);
 
 // The chosen install icon's file in the data folder; "" when none is chosen or there is none of that name.
-std::string InstallIconPath();
+std::string InstallIconPath(const Branding& branding);
 
 // Copies the chosen install icon as below where there is one, and says nothing where there is none. Throws
 // RuntimeError.
-void BringInstallIcon();
+void BringInstallIcon(const Branding& branding);
 
 // Copies the install icon that the preferences choose to the folder's "calc.ico"; warns when none is chosen. A failure
 // is a fatal report.
-void CopyInstallIcon(const CalculatorPreferencesRecord& prefs);
+void CopyInstallIcon(const Branding& branding, Reporter& reporter);
 
 }  // namespace tarvolinex

@@ -2,9 +2,6 @@
 
 #include "calc/InputRules.h"
 #include "core/Aliases.h"
-#include "core/Globals.h"
-#include "core/Launcher.h"
-#include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Encoding.h"
@@ -47,23 +44,23 @@ std::string Count(int count) {
 }
 
 // The payments in advance are counted with the others, and the years are those of the whole count.
-std::string TermText() {
-  const int count = Quote.AdvancedPayments + Quote.NumberOfPayments, aYear = Quote.Quarterly ? 4 : 12;
+std::string TermText(const QuoteRecord& quote) {
+  const int count = quote.AdvancedPayments + quote.NumberOfPayments, aYear = quote.Quarterly ? 4 : 12;
   const int years = count % aYear == 0 ? count / aYear : 0;
-  return Count(count) + (Quote.Quarterly ? " Quarters" : " Months") +
+  return Count(count) + (quote.Quarterly ? " Quarters" : " Months") +
          (years > 0 ? " (" + Count(years) + " Year" + (years >= 2 ? "s" : "") + ")" : "");
 }
 
 // The deposit's share of the capital cost, which the quote keeps only of a deposit that was given as one.
-float DepositPercentage() {
-  const double cost = Quote.CapitalCost.ToDouble();
-  return cost > 0 ? static_cast<float>(Quote.DepositValue.ToDouble() / cost * 100) : 0.0F;
+float DepositPercentage(const QuoteRecord& quote) {
+  const double cost = quote.CapitalCost.ToDouble();
+  return cost > 0 ? static_cast<float>(quote.DepositValue.ToDouble() / cost * 100) : 0.0F;
 }
 
-std::string DepositText(const std::string& symbol) {
-  const std::string amount = Amount(Quote.DepositValue), percent = Percent(DepositPercentage());
-  if (Quote.AdvancedPayments > 0) {
-    return Count(Quote.AdvancedPayments) + " Advanced Payments (£" + amount + ", " + percent + "%)";
+std::string DepositText(const QuoteRecord& quote, const std::string& symbol) {
+  const std::string amount = Amount(quote.DepositValue), percent = Percent(DepositPercentage(quote));
+  if (quote.AdvancedPayments > 0) {
+    return Count(quote.AdvancedPayments) + " Advanced Payments (£" + amount + ", " + percent + "%)";
   }
   return symbol + amount + " (" + percent + "%)";
 }
@@ -73,25 +70,26 @@ struct CalculatorMarker {
   std::string value;
 };
 
-std::vector<CalculatorMarker> CalculatorMarkers() {
-  const std::string symbol = ReplaceAliases("£");
-  const std::string premium = SupplierCalcSettings.AdditionalPremiumMsg.Trimmed();
+std::vector<CalculatorMarker> CalculatorMarkers(const Enquiry& enquiry) {
+  const QuoteRecord& quote = enquiry.quote;
+  const std::string symbol = ReplaceAliases("£", {enquiry.prefs, enquiry.supplier});
+  const std::string premium = enquiry.supplier.AdditionalPremiumMsg.Trimmed();
   return {
-      {"Calculator Capital Cost", symbol + Amount(Quote.CapitalCost)},
-      {"Calculator Regular Payment", symbol + Amount(Quote.Payment)},
-      {"Calculator Payment Period", Quote.Quarterly ? "Quarterly" : "Monthly"},
-      {"Calculator Residual", "£" + Amount(Quote.ResidualValue) + " (" + Percent(Quote.ResidualPercent) + "%)"},
-      {"Calculator Term", TermText()},
-      {"Calculator Deposit", DepositText(symbol)},
-      {"Calculator Additional Rate Yes/No", Quote.ApplyPremium ? "YES" : "NO"},
+      {"Calculator Capital Cost", symbol + Amount(quote.CapitalCost)},
+      {"Calculator Regular Payment", symbol + Amount(quote.Payment)},
+      {"Calculator Payment Period", quote.Quarterly ? "Quarterly" : "Monthly"},
+      {"Calculator Residual", "£" + Amount(quote.ResidualValue) + " (" + Percent(quote.ResidualPercent) + "%)"},
+      {"Calculator Term", TermText(quote)},
+      {"Calculator Deposit", DepositText(quote, symbol)},
+      {"Calculator Additional Rate Yes/No", quote.ApplyPremium ? "YES" : "NO"},
       {"Calculator Additional Rate Text", premium.empty() ? "Additional Rate" : premium},
-      {"Calculator Maintenance", symbol + Amount(Quote.Maintenance)},
+      {"Calculator Maintenance", symbol + Amount(quote.Maintenance)},
   };
 }
 
 // The logo as the address of a picture that the page on disk can show.
-std::string LogoAddress(const std::string& pictureFolder) {
-  if (pictureFolder.empty()) return NewestFile(AppFolder + "\\logo.*");
+std::string LogoAddress(const std::string& pictureFolder, const std::string& appFolder) {
+  if (pictureFolder.empty()) return NewestFile(appFolder + "\\logo.*");
   const auto names = ListFiles(pictureFolder + "\\logo.*");
   std::string path = NativePath(pictureFolder + "\\" + (names.empty() ? std::string() : names.front()));
   for (const auto& [character, code] :
@@ -101,10 +99,10 @@ std::string LogoAddress(const std::string& pictureFolder) {
   return path;
 }
 
-void InsertLogo(std::string& text, const std::string& pictureFolder) {
+void InsertLogo(std::string& text, const std::string& pictureFolder, const Enquiry& enquiry) {
   const std::string picture =
-      CalculatorPreferences.ShowHeaderLogo
-          ? "<img src=\"" + EncodeForPage(LogoAddress(pictureFolder), PageCharset(text)) + "\"><br>"
+      enquiry.prefs.ShowHeaderLogo
+          ? "<img src=\"" + EncodeForPage(LogoAddress(pictureFolder, enquiry.appFolder), PageCharset(text)) + "\"><br>"
           : "<BR>";
   text = ReplaceAll(text, "|HEADERPIC|", picture);
 }
@@ -116,62 +114,59 @@ void ReplaceFieldMarker(std::string& text, std::string_view marker, int kind, st
                           EncodeForPage(FormatNumberInput(kind, value), PageCharset(text)));
 }
 
-void FillSupplierMarkers(std::string& text) {
+void FillSupplierMarkers(std::string& text, const Enquiry& enquiry) {
   for (const SupplierDetail& detail : kSupplierDetails) {
-    ReplaceFieldMarker(text, detail.marker, kInputFreeText, (SupplierCalcSettings.*detail.field).Trimmed());
+    ReplaceFieldMarker(text, detail.marker, kInputFreeText, (enquiry.supplier.*detail.field).Trimmed());
   }
 }
 
-void FillCalculatorMarkers(std::string& text) {
-  for (const CalculatorMarker& marker : CalculatorMarkers()) {
+void FillCalculatorMarkers(std::string& text, const Enquiry& enquiry) {
+  for (const CalculatorMarker& marker : CalculatorMarkers(enquiry)) {
     ReplaceFieldMarker(text, marker.name, kInputFreeText, marker.value);
   }
 }
 
-std::string BuildHiddenFields() {
+std::string BuildHiddenFields(const Enquiry& enquiry) {
   std::string block;
   for (const SupplierDetail& detail : kSupplierDetails) {
-    block += "\r\n<INPUT TYPE=HIDDEN Name=\"" + CalculatorPreferences.AliasSupplier.Trimmed() + detail.label +
-             (SupplierCalcSettings.*detail.field).Trimmed() + "\">";
+    block += "\r\n<INPUT TYPE=HIDDEN Name=\"" + enquiry.prefs.AliasSupplier.Trimmed() + detail.label +
+             (enquiry.supplier.*detail.field).Trimmed() + "\">";
   }
-  for (const CalculatorMarker& marker : CalculatorMarkers()) {
+  for (const CalculatorMarker& marker : CalculatorMarkers(enquiry)) {
     block += std::string("\r\n<INPUT TYPE=HIDDEN Name=\"") + marker.name + "\" VALUE=\"|" + marker.name + "|\">";
   }
   return block;
 }
 
-void InsertResponseForm(std::string& text) {
+void InsertResponseForm(std::string& text, const Enquiry& enquiry) {
   constexpr const char *kStart = "<FORMSTART>", *kEnd = "<FORMEND>";
   const std::string charset = PageCharset(text);
   const std::string open = R"html(<FORM name="FrmData" method="POST" ACTION="mailto:)html" +
-                           CalculatorPreferences.OrgEmail.Trimmed() +
+                           enquiry.prefs.OrgEmail.Trimmed() +
                            R"html(?subject=Lease Calculator Response" ENCTYPE="text/plain">)html";
   const std::string opened = ReplaceAllNoCase(text, kStart, EncodeForPage(open, charset));
   const bool hadStart = opened != text;
   const std::string close =
-      BuildHiddenFields() + "\r\n<INPUT type=\"submit\" name=\"Tarvolinx Response\" Value=\"Email Form\">" +
+      BuildHiddenFields(enquiry) + "\r\n<INPUT type=\"submit\" name=\"Tarvolinx Response\" Value=\"Email Form\">" +
       (hadStart ? "" : "<FORM>") + R"html(<INPUT TYPE="BUTTON" VALUE=" Back " ONCLICK="history.back(-1)"></FORM>)html";
   text = ReplaceAllNoCase(opened, kEnd, EncodeForPage(close, charset));
 }
 
-std::string CreateLivePage(const std::string& pagePath, const std::string& pictureFolder) {
+std::string CreateLivePage(const std::string& pagePath, const std::string& pictureFolder, const Enquiry& enquiry,
+                           Reporter& reporter) {
   const std::string livePath = ReplaceAllNoCase(pagePath, ".html", "_live.html");
   try {
     if (livePath == pagePath) throw RuntimeError(kBadFileName, Tr("%1 is no \".html\" page", {pagePath}));
     std::string text = ReadPage(pagePath);
-    FillSupplierMarkers(text);
-    InsertResponseForm(text);
-    FillCalculatorMarkers(text);
-    InsertLogo(text, pictureFolder);
+    FillSupplierMarkers(text, enquiry);
+    InsertResponseForm(text, enquiry);
+    FillCalculatorMarkers(text, enquiry);
+    InsertLogo(text, pictureFolder, enquiry);
     WritePage(livePath, text);
   } catch (const RuntimeError&) {
-    ShowError("HTML file creation failed", true);
+    reporter.ShowError("HTML file creation failed", true);
   }
   return livePath;
-}
-
-void PreviewFormPage(const std::string& pagePath) {
-  LaunchDocument(CreateLivePage(pagePath, DataFolder + "\\logo"));
 }
 
 }  // namespace tarvolinex

@@ -1,43 +1,32 @@
 #include "publish/Preferences.h"
 
-#include "calc/QuotePanel.h"
-#include "calc/RateCard.h"
-#include "core/Aliases.h"
-#include "core/Globals.h"
-#include "core/MainWindow.h"
-#include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
-#include "publish/Template.h"
 
 namespace tarvolinex {
 
 namespace {
-std::string PreferencesPath() {
-  return AppFolder + "\\General.dat";
+std::string PreferencesPath(const Folders& folders) {
+  return folders.app + "\\General.dat";
 }
 }  // namespace
 
-void LoadCalculatorPreferences() {
-  if (!FileExists(PreferencesPath())) return;
+void LoadCalculatorPreferences(const Folders& folders, CalculatorPreferencesRecord& prefs, Reporter& reporter) {
+  if (!FileExists(PreferencesPath(folders))) return;
   try {
-    ReadRecord(PreferencesPath(), CalculatorPreferences);
+    ReadRecord(PreferencesPath(folders), prefs);
   } catch (const RuntimeError&) {
-    ShowError("General Calculator Preferences Load Failed", true);
+    reporter.ShowError("General Calculator Preferences Load Failed", true);
   }
 }
 
-void SaveCalculatorPreferences(const CalculatorPreferencesRecord& prefs) {
+void SaveCalculatorPreferences(const Branding& branding, Reporter& reporter) {
   try {
-    WriteRecord(PreferencesPath(), prefs);
+    WriteRecord(PreferencesPath(branding.folders), branding.prefs);
   } catch (const RuntimeError&) {
-    ShowError("General Calculator Preferences Save Failed", true);
+    reporter.ShowError("General Calculator Preferences Save Failed", true);
   }
-  MakePages(prefs);
-  if (!MainFormExists()) return;
-  const KeptQuote kept;
-  ApplyCaptions(MainForm());
-  NameWhatIsLocked();
+  MakePages(branding, reporter);
 }
 
 }  // namespace tarvolinex

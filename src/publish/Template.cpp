@@ -2,9 +2,6 @@
 
 #include <cstdio>
 
-#include "controls/Desktop.h"
-#include "core/Globals.h"
-#include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/files/ProfileFile.h"
@@ -20,8 +17,8 @@ namespace {
 constexpr const char* kMainPageClass = "4B2D91E0-7C3A-4F15-9E62-1A8C5D0F37B4";
 constexpr const char* kTestPageClass = "A71C5E08-3D42-11D7-8C19-0004AC6E2F51";
 
-std::string FirstFile(const std::string& pattern) {
-  const auto names = ListFiles(DataFolder + "\\logo\\" + pattern);
+std::string FirstFile(const std::string& dataFolder, const std::string& pattern) {
+  const auto names = ListFiles(dataFolder + "\\logo\\" + pattern);
   return names.empty() ? std::string() : names.front();
 }
 
@@ -32,53 +29,52 @@ constexpr const char *kMainPage = "Calc.Html", *kTestPage = "Calc_test.Html";
 constexpr const char *kMarks = "PAGES", *kMade = "MADE", *kMaking = "MAKING", *kOf = "OF";
 constexpr const char* kNoPage = "-";
 
-std::string TemplatePath() {
-  return AppFolder + "\\CalcTemplate.html";
-}
-
-std::string PagePath(const char* name) {
-  return AppFolder + "\\" + name;
-}
-
-std::string PrintOf(const char* page) {
-  try {
-    return FileExists(PagePath(page)) ? Fingerprint(ReadFile(PagePath(page))) : kNoPage;
-  } catch (const RuntimeError&) {
-    return {};
+// The app folder's pages, its template, and the marks that tell what the pages were made of.
+class PagesFolder {
+ public:
+  explicit PagesFolder(const Folders& folders) : app_(folders.app) {}
+  std::string TemplatePath() const { return app_ + "\\CalcTemplate.html"; }
+  std::string PagePath(const char* name) const { return app_ + "\\" + name; }
+  std::string MarksPath() const { return app_ + "\\Pages.INI"; }
+  std::string PrintOf(const char* page) const {
+    try {
+      return FileExists(PagePath(page)) ? Fingerprint(ReadFile(PagePath(page))) : kNoPage;
+    } catch (const RuntimeError&) {
+      return {};
+    }
   }
-}
-
-std::string MarksPath() {
-  return AppFolder + "\\Pages.INI";
-}
-
-std::string Mark(const char* key) {
-  try {
-    return GetProfileString(MarksPath(), kMarks, key, "");
-  } catch (const RuntimeError&) {
-    return {};
+  std::string Mark(const char* key) const {
+    try {
+      return GetProfileString(MarksPath(), kMarks, key, "");
+    } catch (const RuntimeError&) {
+      return {};
+    }
   }
-}
+  // Whether the program has put the page there, or nobody has: its print is at the same place of one of the marks.
+  bool IsOurs(const char* page, bool main) const {
+    const std::string print = PrintOf(page);
+    if (print.empty() || print == kNoPage) return print == kNoPage;
+    for (const char* key : {kMade, kMaking}) {
+      const std::string prints = Mark(key);
+      if (main ? prints.starts_with(print + " ") : prints.ends_with(" " + print)) return true;
+    }
+    return false;
+  }
+
+ private:
+  const std::string& app_;
+};
 
 std::string Prints(const std::string& main, const std::string& test) {
   return main + " " + test;
 }
 
-// Whether the program has put the page there, or nobody has: its print is at the same place of one of the marks.
-bool IsOurs(const char* page, bool main) {
-  const std::string print = PrintOf(page);
-  if (print.empty() || print == kNoPage) return print == kNoPage;
-  for (const char* key : {kMade, kMaking}) {
-    const std::string prints = Mark(key);
-    if (main ? prints.starts_with(print + " ") : prints.ends_with(" " + print)) return true;
-  }
-  return false;
-}
-
 // Tells whether the pages would read otherwise now.
-std::string InputsOfPages(const CalculatorPreferencesRecord& prefs) {
-  return Fingerprint(Fingerprint(ReadFile(TemplatePath())) + "|" + LogoFileName() + "|" + BackgroundFileName() + "|" +
-                     CustomerReference + "|" TARVOLINEX_VERSION "|" + RecordBytes(prefs));
+std::string InputsOfPages(const Branding& branding) {
+  const std::string& data = branding.folders.data;
+  return Fingerprint(Fingerprint(ReadFile(PagesFolder(branding.folders).TemplatePath())) + "|" + LogoFileName(data) +
+                     "|" + BackgroundFileName(data) + "|" + branding.customerReference + "|" TARVOLINEX_VERSION "|" +
+                     RecordBytes(branding.prefs));
 }
 
 struct Token {
@@ -89,12 +85,12 @@ struct Token {
 
 }  // namespace
 
-std::string LogoFileName() {
-  return FirstFile("logo.*");
+std::string LogoFileName(const std::string& dataFolder) {
+  return FirstFile(dataFolder, "logo.*");
 }
 
-std::string BackgroundFileName() {
-  return FirstFile("background.*");
+std::string BackgroundFileName(const std::string& dataFolder) {
+  return FirstFile(dataFolder, "background.*");
 }
 
 std::string ColourToHtml(Colour colour) {
@@ -103,15 +99,17 @@ std::string ColourToHtml(Colour colour) {
   return digits;
 }
 
-std::string FillPlaceholders(std::string_view text, const CalculatorPreferencesRecord& prefs, bool isTestPage) {
+std::string FillPlaceholders(std::string_view text, const Branding& branding, bool isTestPage) {
+  const CalculatorPreferencesRecord& prefs = branding.prefs;
+  const std::string& data = branding.folders.data;
   const Token tokens[] = {
       {"|ColourBackGround|", ColourToHtml(prefs.PageBackColour)},
       {"|CALCULATORNAME|", prefs.AliasCalcName.Trimmed()},
       {"|LEASEORGEMAIL|", prefs.OrgEmail.Trimmed()},
-      {"|PICBACKGROUND|", prefs.ShowBackground ? "Background=" + BackgroundFileName() : "", false},
-      {"|HEADERPIC|", prefs.ShowHeaderLogo ? "<img src=" + LogoFileName() + "><br>" : "<BR>", false},
+      {"|PICBACKGROUND|", prefs.ShowBackground ? "Background=" + BackgroundFileName(data) : "", false},
+      {"|HEADERPIC|", prefs.ShowHeaderLogo ? "<img src=" + LogoFileName(data) + "><br>" : "<BR>", false},
       {"|CLASSID|", isTestPage ? kTestPageClass : kMainPageClass},
-      {"|CUSTREF|", CustomerReference},
+      {"|CUSTREF|", branding.customerReference},
       {"|ASPTAGS|", "&ver=" TARVOLINEX_VERSION},
   };
   const std::string charset = PageCharset(text);
@@ -123,58 +121,62 @@ std::string FillPlaceholders(std::string_view text, const CalculatorPreferencesR
   return page;
 }
 
-bool FillTemplate(std::string_view templatePath, const std::string& outputBase,
-                  const CalculatorPreferencesRecord& prefs, const std::string& testSuffix,
+bool FillTemplate(std::string_view templatePath, const std::string& outputBase, const Branding& branding,
+                  const std::string& testSuffix, Reporter& reporter,
                   const std::function<void(const std::string&, const std::string&)>& before) {
   try {
     const std::string text = ReadPage(templatePath);
     if (text.find('\0') != std::string::npos) {
       throw RuntimeError(kDeviceError, Tr("%1 holds no text", {templatePath}));
     }
-    const std::string page = FillPlaceholders(text, prefs, false), testPage = FillPlaceholders(text, prefs, true);
+    const std::string page = FillPlaceholders(text, branding, false), testPage = FillPlaceholders(text, branding, true);
     if (before) before(page, testPage);
     WritePage(outputBase + ".Html", page);
     WritePage(outputBase + testSuffix + ".Html", testPage);
   } catch (const RuntimeError&) {
-    ShowError("HTML creation failed");
+    reporter.ShowError("HTML creation failed");
     return false;
   }
-  TheDesktop().DoEvents();
+  reporter.DoEvents();
   return true;
 }
 
-bool PagesAreDue(const CalculatorPreferencesRecord& prefs) {
-  if (!FileExists(TemplatePath())) return false;
-  const bool cutOff = !Mark(kMaking).empty();
+bool PagesAreDue(const Branding& branding) {
+  const PagesFolder pages(branding.folders);
+  if (!FileExists(pages.TemplatePath())) return false;
+  const bool cutOff = !pages.Mark(kMaking).empty();
   if (!cutOff) {
-    if (!FileExists(PagePath(kMainPage)) || !FileExists(PagePath(kTestPage))) return false;
-    if (Mark(kOf) == InputsOfPages(prefs)) return false;
+    if (!FileExists(pages.PagePath(kMainPage)) || !FileExists(pages.PagePath(kTestPage))) return false;
+    if (pages.Mark(kOf) == InputsOfPages(branding)) return false;
   }
   // Pages that somebody else has put there stay.
-  return IsOurs(kMainPage, true) && IsOurs(kTestPage, false);
+  return pages.IsOurs(kMainPage, true) && pages.IsOurs(kTestPage, false);
 }
 
-void MakePages(const CalculatorPreferencesRecord& prefs) {
-  if (!FileExists(TemplatePath())) return;
+void MakePages(const Branding& branding, Reporter& reporter) {
+  const PagesFolder pages(branding.folders);
+  if (!FileExists(pages.TemplatePath())) return;
   std::string made;
   // Whatever happens between the two pages, they are known as ours, and as unfinished.
   const auto mark = [&](const std::string& page, const std::string& testPage) {
     made = Prints(Fingerprint(PageBytes(page)), Fingerprint(PageBytes(testPage)));
-    WriteProfileStrings(MarksPath(), kMarks,
-                        {{kMade, Prints(PrintOf(kMainPage), PrintOf(kTestPage))}, {kMaking, made}});
+    WriteProfileStrings(pages.MarksPath(), kMarks,
+                        {{kMade, Prints(pages.PrintOf(kMainPage), pages.PrintOf(kTestPage))}, {kMaking, made}});
   };
-  if (!FillTemplate(TemplatePath(), AppFolder + "\\Calc", prefs, "_test", mark)) return;
+  const std::string base = branding.folders.app + "\\Calc";
+  if (!FillTemplate(pages.TemplatePath(), base, branding, "_test", reporter, mark)) return;
   try {
-    WriteProfileStrings(MarksPath(), kMarks, {{kMade, made}, {kMaking, ""}, {kOf, InputsOfPages(prefs)}});
+    WriteProfileStrings(pages.MarksPath(), kMarks, {{kMade, made}, {kMaking, ""}, {kOf, InputsOfPages(branding)}});
   } catch (const RuntimeError&) {
     // The next start or publish makes the same pages once more.
   }
 }
 
-bool RefreshPages(const CalculatorPreferencesRecord& prefs) {
-  if (PagesAreDue(prefs)) MakePages(prefs);
-  const std::string prints = Prints(PrintOf(kMainPage), PrintOf(kTestPage)), making = Mark(kMaking);
-  return making.empty() || prints == making || prints == Mark(kMade);
+bool RefreshPages(const Branding& branding, Reporter& reporter) {
+  if (PagesAreDue(branding)) MakePages(branding, reporter);
+  const PagesFolder pages(branding.folders);
+  const std::string prints = Prints(pages.PrintOf(kMainPage), pages.PrintOf(kTestPage)), making = pages.Mark(kMaking);
+  return making.empty() || prints == making || prints == pages.Mark(kMade);
 }
 
 }  // namespace tarvolinex

@@ -1,46 +1,60 @@
 // A supplier's contact people.
 #pragma once
 
+#include <array>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "store/Database.h"
+#include "store/Row.h"
+#include "store/Suppliers.h"
+
 namespace tarvolinex {
 
-// Saves the shown contact if it was edited, then refills the name list and the send-to list for the shown supplier.
-void ListContacts();
+struct ContactRow {
+  int id = 0;
+  std::string name;  // first name and surname
+  std::string email, dateLastSent;
+  Row row;
+};
 
-// Saves the shown contact if it was edited, then shows the one selected in the name list.
-void GetContact();
+// Of a supplier, in the order of surname and first name. A failure to open is the fatal report "Database Error", one to
+// read throws RuntimeError.
+std::vector<ContactRow> ContactsOf(Database& database, int supplierId);
 
-// Stores the shown contact when it was edited and has a name. One whose supplier is not stored, or that somebody else
-// has removed, is reported and not stored.
-void SaveContact();
+// A contact of the supplier; not Found when there is none of that ID. Throws RuntimeError.
+Row ReadContact(Database& database, int contactId, int supplierId);
 
-// As ListContacts, but the contact that was shown stays so.
-void RefreshContacts();
+// First name, surname, job title, tel, fax, e-mail.
+inline constexpr int kContactFields = 6;
+using ContactFields = std::array<std::string, kContactFields>;
+// A contact ID of 0 adds one. Returns the contact's ID. Inside a transaction of its own.
+int StoreContact(Database& database, int contactId, int supplierId, const ContactFields& fields);
 
-// Selects the contact in the name list, which shows it; nothing when it is not there.
-void SelectContact(int contactId);
+// Deletes the contact; what is returned puts it back.
+RemovedRows DeleteContact(Database& database, int contactId, int supplierId);
 
-// dateText: as it is to be stored.
-void SetDateLastSent(std::string_view dateText, int contactId);
+// Contacts whose first name and surname begin with these texts; a failure is as in ContactsOf.
+struct FoundContact {
+  int supplier, contact;  // their IDs
+};
+std::vector<FoundContact> FindContacts(Database& database, std::string_view firstName, std::string_view surname);
 
 // The suppliers of the contacts whose surname or first name begins with the text; with a blank in it, whose first name
 // begins with what stands before it and whose surname with what stands behind.
-std::set<int> SuppliersOfContacts(std::string_view text);
+std::set<int> SuppliersOfContacts(Database& database, std::string_view text);
 
 // The dates of several contacts, together or none. For whoever has more to tell of a failure than that it came: it
 // throws RuntimeError with what the database says. With keep false nothing is stored: whether it could be is found out.
 struct ContactDate {
   int contactId;
-  std::string dateText;
+  std::string dateText;  // as it is to be stored
 };
-void SetDatesLastSent(const std::vector<ContactDate>& dates, bool keep);
+void SetDatesLastSent(Database& database, const std::vector<ContactDate>& dates, bool keep);
 
-// Empties both lists and the six fields.
-void ClearContacts();
-void ClearContactFields();
+// Gives every contact of a fresh database the organisation's own e-mail address.
+void PointContactsAtOrganisation(Database& database, std::string_view email);
 
 }  // namespace tarvolinex

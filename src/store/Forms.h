@@ -2,21 +2,48 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "controls/Controls.h"
+#include "store/Database.h"
 
 namespace tarvolinex {
 
-// The page file of a form.
-std::string FormPagePath(int formId);
+struct FormRow {
+  int id = 0;
+  std::string description;
+  std::string linkName;  // as users see it
+  bool available = false;
+};
 
-// Fills the list with the available forms that have a page file; none is ticked.
-void LoadFormsList(ListView& list);
+// The page file of a form. dataFolder: the database's.
+std::string FormPagePath(const std::string& dataFolder, int formId);
 
-// Ticks, in the main window's forms list, exactly the forms linked to the supplier (0 for the default supplier).
-void LoadSupplierFormLinks(int supplierId);
+// Those that suppliers can have, in the order of their descriptions; all of them; those linked to a supplier, in the
+// order in which they are published. Of AllForms a failure throws RuntimeError; of the others a failure to open is the
+// fatal report "Database Error".
+std::vector<FormRow> AvailableForms(Database& database);
+std::vector<FormRow> AllForms(Database& database);
+std::vector<FormRow> LinkedForms(Database& database, int supplierId);
 
-// Replaces the supplier's links by the ticked forms. The default supplier's (0) only when the user changed ticks.
-void SaveSupplierFormLinks(int supplierId);
+// One form; an empty one of ID 0 when there is none. Throws RuntimeError.
+FormRow ReadForm(Database& database, int formId);
+
+// The IDs of the forms linked to the supplier (0 for the default supplier), and the replacing of them, together or not
+// at all.
+std::vector<int> FormLinksOf(Database& database, int supplierId);
+void ReplaceFormLinks(Database& database, int supplierId, const std::vector<int>& formIds);
+
+// The longest description that an import takes over, in characters.
+inline constexpr int kLongestDescription = 50;
+
+// Changes to the library of form pages. Each throws RuntimeError when it fails, and nothing has then changed: the
+// options window reports it and stays open.
+// Description and link name are stored trimmed, without apostrophes. An ID of 0 adds a row without a page.
+void SaveFormRow(Database& database, const FormRow& form);
+// Adds an available form of that description, which is its link name too, with a copy of the page: both or neither.
+// Returns its ID.
+int AddFormPage(Database& database, const std::string& description, const std::string& pagePath);
+// Takes the forms that are not available from every supplier.
+void DeleteUnavailableLinks(Database& database);
 
 }  // namespace tarvolinex

@@ -1,46 +1,10 @@
 #include "store/Statements.h"
 
 #include <algorithm>
-#include <utility>
 
-#include "core/Globals.h"
-#include "core/Reports.h"
-#include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
-#include "platform/text/Translation.h"
-#include "store/DailyCopy.h"
 
 namespace tarvolinex {
-
-namespace {
-
-// Runs a step on the connection; its failure is the fatal report of an action statement.
-template <typename Action>
-void Report(Action action) {
-  try {
-    action();
-  } catch (const RuntimeError&) {
-    const auto& errors = TheStore->connection.Errors();
-    ShowError(errors.empty() ? Tr("Database update failed") : Tr("Database update failed.\n\n%1", {errors.front()}),
-              true);
-  }
-}
-
-}  // namespace
-
-void OpenRecordset(std::string_view statement, Recordset& recordSet, bool readFirst) {
-  try {
-    recordSet.Open(statement, TheStore->connection);
-    if (readFirst) static_cast<void>(recordSet.EndOfFile());
-  } catch (const RuntimeError&) {
-    ShowError("Database Error", true);
-  }
-}
-
-void ExecuteStatement(std::string_view statement) {
-  if (!TheStore->connection.InTransaction()) KeepDailyCopy();
-  Report([&] { TheStore->connection.Execute(statement); });
-}
 
 std::string FillStatement(std::string_view statement, const std::vector<Filling>& fillings) {
   std::string filled;
@@ -76,29 +40,6 @@ Value NullToDefault(const Value& value, const Value& fallback) {
 
 std::string EscapeQuotes(std::string_view text) {
   return ReplaceAll(text, "'", "`");
-}
-
-Transaction::Transaction() {
-  if (!TheStore->connection.InTransaction()) KeepDailyCopy();
-  Report([] { TheStore->connection.Begin(); });
-}
-
-Transaction::~Transaction() {
-  Abandon();
-}
-
-void Transaction::Abandon() {
-  if (!std::exchange(open_, false)) return;
-  try {
-    TheStore->connection.Rollback();
-  } catch (const RuntimeError&) {
-    // The statement that failed has already been reported, and has rolled back by itself.
-  }
-}
-
-void Transaction::Commit() {
-  Report([] { TheStore->connection.Commit(); });
-  open_ = false;
 }
 
 }  // namespace tarvolinex

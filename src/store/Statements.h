@@ -1,4 +1,4 @@
-// The three operations through which everything reaches the database, and every statement that the program issues.
+// Every statement that the program issues, and how its placeholders are filled.
 #pragma once
 
 #include <string>
@@ -12,6 +12,7 @@ namespace tarvolinex {
 // Placeholders in angle brackets are matched without regard to case. Text values stand between quotes in the template.
 namespace statements {
 inline constexpr std::string_view kSuppliers = "SELECT * FROM suppliers ORDER BY CompanyName";
+inline constexpr std::string_view kSupplier = "SELECT * FROM suppliers WHERE ID=<ID>";
 inline constexpr std::string_view kDefaultSupplier = "SELECT * FROM Defaultsupplier";
 inline constexpr std::string_view kDeleteSupplier = "DELETE FROM suppliers WHERE id=<ID>";
 inline constexpr std::string_view kDeleteDefaultSupplier = "DELETE FROM DefaultSupplier";
@@ -25,6 +26,7 @@ inline constexpr std::string_view kDeleteUnavailableLinks =
     "DELETE FROM SupplierFormLink WHERE formid IN (SELECT ID FROM forms WHERE available=no)";
 inline constexpr std::string_view kAvailableForms = "SELECT * FROM Forms WHERE AVAILABLE=yes ORDER BY description";
 inline constexpr std::string_view kForms = "SELECT * FROM Forms  ORDER BY description";
+inline constexpr std::string_view kForm = "SELECT * FROM Forms WHERE ID=<ID>";
 inline constexpr std::string_view kNewestForm = "SELECT MAX(ID) as maxid FROM forms";
 inline constexpr std::string_view kInsertForm =
     "INSERT INTO Forms (Description,LinkName,available) VALUES('<DESCRIPTION>','<LINKNAME>', <AVAILABLE>)";
@@ -35,6 +37,7 @@ inline constexpr std::string_view kLinkedForms =
     "SupplierFormLink.supplierid = <ID>";
 inline constexpr std::string_view kContacts =
     "SELECT * FROM contacts WHERE Supplierid = <SUPPLIERID> ORDER BY Surname, firstname";
+inline constexpr std::string_view kContact = "SELECT * FROM contacts WHERE ID=<ID> AND Supplierid = <SUPPLIERID>";
 inline constexpr std::string_view kUpdateContact =
     "UPDATE contacts SET firstname='<FIRSTNAME>', surname='<SURNAME>', jobtitle='<JOBTITLE>', tel='<tel>', "
     "fax='<fax>', email='<EMAIL>' WHERE ID=<ID>";
@@ -49,13 +52,6 @@ inline constexpr std::string_view kAllEmails = "UPDATE contacts SET email='<EMAI
 inline constexpr std::string_view kFindContacts =
     "SELECT Supplierid,id FROM contacts WHERE Surname LIKE '<SURNAME>%' AND firstname LIKE '<FIRSTNAME>%'";
 }  // namespace statements
-
-// Closes the record set and opens it on the statement. A failure is the fatal report "Database Error".
-// readFirst false: for whoever does not look at the rows one by one; a failure to read then shows itself later.
-void OpenRecordset(std::string_view statement, Recordset& recordSet, bool readFirst = true);
-
-// One action statement. A failure is a fatal report: "Database update failed." with the first error of the connection.
-void ExecuteStatement(std::string_view statement);
 
 // A placeholder and the value whose text takes its place (Null: nothing).
 struct Filling {
@@ -72,20 +68,5 @@ Value NullToDefault(const Value& value, const Value& fallback = std::string());
 
 // Apostrophes become grave accents, so that the text can stand between quotes in a statement.
 std::string EscapeQuotes(std::string_view text);
-
-// What is executed while it lives is stored together in Commit, or not at all.
-class Transaction {
- public:
-  Transaction();
-  ~Transaction();
-  Transaction(const Transaction&) = delete;
-  Transaction& operator=(const Transaction&) = delete;
-  void Commit();
-  // Nothing is stored.
-  void Abandon();
-
- private:
-  bool open_ = true;
-};
 
 }  // namespace tarvolinex

@@ -1,59 +1,73 @@
-// Supplier records: the supplier list, and the main window's fields bound to columns by their tags.
+// Supplier records, each with its rate card.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "controls/Controls.h"
-#include "core/Globals.h"
-#include "platform/data/Database.h"
+#include "core/Records.h"
+#include "store/Database.h"
+#include "store/Row.h"
 #include "store/Statements.h"
 
 namespace tarvolinex {
 
-// Refills the supplier list and selects the newest supplier (the one with the highest ID) or the first; the selected
-// supplier is not loaded.
-void LoadSupplierList(bool selectNewest);
+// A supplier as the database holds it; without one the columns alone.
+struct SupplierRow {
+  int id = 0;
+  Row row;
+  SupplierCalcSettingsRecord settings;  // with the rate card
+  // Why the rates can neither price nor be published; empty = they can. The settings then hold the name alone.
+  std::string rateCardFault;
+  bool Found() const { return row.Found(); }
+};
 
-// Loads the supplier whose row is selected into the main window; the previous one's edits are saved first.
-void LoadSupplier();
+// Reads that one row. Throws RuntimeError.
+SupplierRow ReadSupplier(Database& database, int id);
 
-// Puts one column into one control when the control's tag names the record set; Null when clearOnly is set or the set
-// is at its end. A column that the set lacks leaves the control as it was.
-void BindFieldToControl(const Recordset& recordSet, Control& control, std::string_view recordSetName, bool clearOnly);
+// The default supplier's row. A failure is the fatal report "Database Error".
+Row ReadDefaultSupplier(Database& database);
 
-// asSupplier true: stores the shown supplier when it was edited. False: stores its fields as the default supplier.
-void SaveSupplier(bool asSupplier);
+// The record of a supplier's row; Null, an empty text and a column that the table lacks read as empty or 0. Throws
+// RuntimeError, naming supplier and column, when a number is needed and something else is stored.
+SupplierCalcSettingsRecord ReadSupplierSettings(const Row& supplier);
 
-// Stores the shown supplier, its form links and the shown contact, together or not at all, when there are edits and no
-// load is in progress. A supplier that somebody else has removed is reported and left; nothing is then stored.
-void SavePendingChanges();
+// Whether another program has stored a text that is no number.
+bool IsNoNumber(const Value& value);
 
-// Whether the shown supplier is a stored one, and nothing of it has been edited since it was loaded.
-bool ReadsAsLoaded();
+// Gives the named columns of every supplier, in the order of their IDs. A failure to open is the fatal report "Database
+// Error"; a failure to read throws RuntimeError.
+void ListSuppliers(Database& database, const std::vector<std::string>& columns, const Recordset::RowReader& read);
 
-// Whether the database holds the supplier at this moment.
-bool SupplierIsStored(int supplierId);
+// The same for every supplier's whole row, in the order of their names.
+void ForEachSupplier(Database& database, const std::function<void(const Row&)>& read);
 
-// Puts the default supplier's values and form links into the fields.
-void LoadDefaultSupplier();
+// Whether the database holds the supplier at this moment. Throws RuntimeError.
+bool SupplierIsStored(Database& database, int id);
 
-// Adds and selects a row for a new supplier, seeded from the default supplier.
-void NewSupplier();
+// "A = 'x' ,B =YES,", "A,B," and "'x' ,YES,": fields of a supplier for its statements. Each list ends with a comma. The
+// assignments are those of the fields that were edited, the other two lists hold all; a field that was not edited has
+// the value as it is stored.
+struct SupplierFieldLists {
+  std::string assignments, columns, values;
+};
+void UpdateSupplier(Database& database, int id, const SupplierFieldLists& fields);  // nothing without assignments
+void InsertSupplier(Database& database, const SupplierFieldLists& fields);
+void ReplaceDefaultSupplier(Database& database, const SupplierFieldLists& fields);
 
-// Deletes the shown supplier with its links and contacts, after a question. The last one stays.
-void RemoveSupplier();
+// What was removed, a supplier or one of its contacts, as the statements that put it back; empty = nothing.
+struct RemovedRows {
+  int supplier = 0;
+  int contact = 0;  // 0 = the supplier itself
+  std::vector<std::string> statements;
+};
+// Deletes the supplier with its form links and contacts, together or not at all.
+RemovedRows DeleteSupplier(Database& database, int id);
+void RestoreRows(Database& database, const RemovedRows& removed);
 
-// Puts what was removed last in this run back, a supplier with its contacts and links or one contact, and selects the
-// supplier. Returns the contact to show, 0 for none. Nothing when nothing was removed from this database.
-int UndoRemove();
-
-// Remembers what has just been removed and offers to put it back; without statements nothing is offered.
-void OfferUndo(RemovedRows removed);
-
-// A record set's row as a column list and a value list, to be inserted again under its own ID.
-std::vector<Filling> RowLists(const Recordset& row);
+// A row as a column list and a value list, to be inserted again under its own ID.
+std::vector<Filling> RowLists(const Row& row);
 
 // The number in a row's key, "ID12".
 int IdOfKey(std::string_view key);

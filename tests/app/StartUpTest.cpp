@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "cli/ChosenSupplier.h"
 #include "platform/RuntimeError.h"
 #include "store/DatabaseFile.h"
 #include "support/Fixture.h"
@@ -23,9 +24,9 @@ class StartUpTest : public ProgramTest {
   void Deliver(const char* name) {
     std::filesystem::copy_file(std::string(DELIVERED_FOLDER "/") + name, options.appFolder + "/" + name);
   }
-  std::string Email(const std::string& statement) {
+  static std::string Email(FrmMain& form, const std::string& statement) {
     Recordset answer;
-    answer.Open(statement, TheStore->connection);
+    answer.Open(statement, form.database.Plain());
     return ValueText(answer.Field(0));
   }
   ProgramOptions options;
@@ -36,7 +37,7 @@ class StartUpTest : public ProgramTest {
 TEST_F(StartUpTest, TheFirstStartAsksForTheOrganisationAndPointsTheSamplesAtIt) {
   Deliver("General.dat");
   Deliver("Database.zip");
-  FrmMain form;
+  FrmMain form(run);
   desktop.modal = [&](Window& window) {
     EXPECT_EQ(window.Name(), "FrmLeaseOrgDetails");
     EXPECT_FALSE(desktop.busy);
@@ -47,11 +48,11 @@ TEST_F(StartUpTest, TheFirstStartAsksForTheOrganisationAndPointsTheSamplesAtIt) 
   };
   StartWindow(options, form, splash);
   EXPECT_EQ(order, "splash front ");
-  EXPECT_EQ(Email("SELECT COUNT(*) FROM contacts WHERE email='leases@northgate.example'"), "30");
+  EXPECT_EQ(Email(form, "SELECT COUNT(*) FROM contacts WHERE email='leases@northgate.example'"), "30");
   EXPECT_EQ(form.send.lvSendContacts.At(0).cells.at(0), "leases@northgate.example");
   EXPECT_FALSE(desktop.busy);
   EXPECT_EQ(desktop.shown.back(), "FrmMain");
-  EXPECT_FALSE(form.loading || LoadingSupplier || ErrorShown);
+  EXPECT_FALSE(form.quote.loading || form.shown.LoadingSupplier || ErrorShown);
 }
 
 TEST_F(StartUpTest, LaterStartsAskNothing) {
@@ -62,7 +63,7 @@ TEST_F(StartUpTest, LaterStartsAskNothing) {
   record.OrgCompanyName = "Northgate Leasing";
   record.OrgEmail = "leases@northgate.example";
   WriteRecord(options.appFolder + "/General.dat", record);
-  FrmMain form;
+  FrmMain form(run);
   StartWindow(options, form, splash);
   for (const std::string& window : desktop.shown) EXPECT_EQ(window, "FrmMain");
   EXPECT_TRUE(desktop.boxes.empty());
@@ -71,9 +72,10 @@ TEST_F(StartUpTest, LaterStartsAskNothing) {
 TEST_F(StartUpTest, APackageIsDeliveredOnlyWhereItsDatabaseIsOpened) {
   // The remembered folder is on a stick that is not there, and somebody puts his database into the app folder.
   std::ofstream(options.appFolder + "/General.INI") << "[OPTIONS]\r\nDATABASEPATH=/not/there\r\n";
-  PrepareRun(options);
+  PrepareRun(options, run);
   EXPECT_FALSE(FileExists(options.appFolder + "/Database.zip"));
-  EXPECT_FALSE(OpenDatabaseForCommand());
+  Database database(run);
+  EXPECT_FALSE(OpenDatabaseForCommand(run, database));
   EXPECT_FALSE(FileExists(options.appFolder + "/Database.zip"));
 }
 
@@ -86,7 +88,7 @@ TEST_F(StartUpTest, AnUnreadableSettingsFileIsReportedAndTheStartGoesOn) {
   chmod((options.appFolder + "/Database.zip").c_str(), 0666);
   chmod(folder.Path().c_str(), 0755);
   chmod(options.appFolder.c_str(), 0777);
-  FrmMain form;
+  FrmMain form(run);
   {
     const AnotherUser user;
     if (!FolderExists(options.appFolder)) GTEST_SKIP() << "no other user can reach " << options.appFolder;
@@ -99,7 +101,7 @@ TEST_F(StartUpTest, AnUnreadableSettingsFileIsReportedAndTheStartGoesOn) {
 TEST_F(StartUpTest, AStepOfTheWindowsLoadThatFailsIsPassedOver) {
   Deliver("Database.zip");
   std::filesystem::create_directories(options.appFolder + "/General.INI");
-  FrmMain form;
+  FrmMain form(run);
   StartWindow(options, form, splash);
   EXPECT_EQ(form.LvwSuppliers.Count(), 12);
 }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Globals.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 
@@ -31,9 +31,9 @@ TEST(InputRules, NumbersAreFormattedByKind) {
 }
 
 TEST(InputRules, WhatABoxMayNotHoldIsNamedAndDoesNotStay) {
-  CalculatorPreferences.CurrencySymbol = "£";
-  const NumberRule amount = {kInputAmount, kLargestAmount, "Deposit", "% of Cost"};
-  const NumberRule rate = {kInputPercent, 100, "Yield", ""}, payments = {kInputPayments, kMostPayments, "Payments", ""};
+  const NumberRule amount = {kInputAmount, kLargestAmount, "Deposit", "% of Cost", "£"};
+  const NumberRule rate = {kInputPercent, 100, "Yield", "", "£"},
+                   payments = {kInputPayments, kMostPayments, "Payments", "", "£"};
   struct Case {
     const NumberRule& rule;
     const char *text, *fault, *left;  // 50 was in the box before
@@ -59,16 +59,11 @@ TEST(InputRules, WhatABoxMayNotHoldIsNamedAndDoesNotStay) {
     EXPECT_EQ(TextWhenLeft(c.rule, c.text, "50"), c.left) << c.text;
   }
   EXPECT_EQ(TextWhenLeft(payments, "0", ""), "1");
-  CalculatorPreferences = {};
 }
 
 TEST(InputRules, StepsStopAtTheLimit) {
-  Window window("Frm");
-  TextBox box(window, "Txt");
-  const auto step = [&](const char* from, bool up, double limit, int kind) {
-    box.SetText(from);
-    StepInput(box, up, limit, kind);
-    return box.Text();
+  const auto step = [](const char* from, bool up, double limit, int kind) {
+    return FormatNumberInput(kind, FormatFixed(SteppedNumber(TypedNumber(from, ""), up, limit, kind), 4));
   };
   EXPECT_EQ(step("99.90", true, 100, kInputPercent), "100.00");
   EXPECT_EQ(step("9.5", true, 100, kInputPercent), "9.75");

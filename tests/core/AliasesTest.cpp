@@ -1,6 +1,5 @@
 #include "core/Aliases.h"
 
-#include "core/MainWindow.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -9,14 +8,14 @@ using AliasesTest = WindowTest;
 
 TEST_F(AliasesTest, PlaceholdersAreReplacedInTheTablesOrder) {
   CalculatorPreferences.CurrencySymbol = "$";
-  EXPECT_EQ(ReplaceAliases("R&emove <SUPPLIER>"), "R&emove Dealer");
-  EXPECT_EQ(ReplaceAliases("<supplier> <DEPOSIT> (£)"), "<supplier> Deposit ($)");
+  EXPECT_EQ(run.ReplaceAliases("R&emove <SUPPLIER>"), "R&emove Dealer");
+  EXPECT_EQ(run.ReplaceAliases("<supplier> <DEPOSIT> (£)"), "<supplier> Deposit ($)");
   // A word that brings in a placeholder: only one whose turn is still to come is replaced.
   CalculatorPreferences.AliasSupplier = "<CALCNAME> <DEPOSIT>";
   CalculatorPreferences.AliasCalcName = "Calc";
-  EXPECT_EQ(ReplaceAliases("<SUPPLIER>"), "Calc <DEPOSIT>");
+  EXPECT_EQ(run.ReplaceAliases("<SUPPLIER>"), "Calc <DEPOSIT>");
   CalculatorPreferences.AliasCalcName = "";
-  EXPECT_EQ(ReplaceAliases("[<CALCNAME>]"), "[]");
+  EXPECT_EQ(run.ReplaceAliases("[<CALCNAME>]"), "[]");
 }
 
 TEST(Tags, ValuesAreFoundWithoutRegardToCaseOfTheKey) {
@@ -32,7 +31,7 @@ TEST_F(AliasesTest, CaptionsFollowTheTags) {
   form->menus.MnuRemove.SetTag("ALAIS=R&emove <SUPPLIER>");
   form->quote.FraQuote.SetTag("ALAIS=");
   form->quote.FraQuote.SetCaption("Lease (£)");
-  ApplyCaptions(*form);
+  form->ApplyCaptions();
   EXPECT_EQ(form->menus.MnuRemove.Caption(), "R&emove Dealer");
   EXPECT_EQ(form->quote.LblProCalc(kBoxCapitalCost).Caption(), "Equipment &Cost ($)");
   EXPECT_EQ(form->quote.FraQuote.Caption(), "Lease ($)");
@@ -50,10 +49,10 @@ TEST_F(AliasesTest, AnAmpersandOfAWordIsNoAccessKey) {
   CalculatorPreferences.AliasSupplier = "A&B";
   CalculatorPreferences.AliasCapEquip = "P&L";
   CalculatorPreferences.CurrencySymbol = "&";
-  EXPECT_EQ(ReplaceAliases("R&emove <SUPPLIER>"), "R&emove A&B");
+  EXPECT_EQ(run.ReplaceAliases("R&emove <SUPPLIER>"), "R&emove A&B");
   form->menus.MnuRemove.SetTag("ALAIS=R&emove <SUPPLIER>");
   form->quote.FraQuote.SetCaption("Lease (£)");
-  ApplyCaptions(*form);
+  form->ApplyCaptions();
   EXPECT_EQ(form->menus.MnuRemove.Caption(), "R&emove A&&B");
   EXPECT_EQ(form->quote.LblProCalc(kBoxCapitalCost).Caption(), "P&&L &Cost (&&)");
   EXPECT_EQ(form->quote.FraQuote.Caption(), "Lease (&&)");

@@ -9,39 +9,39 @@ namespace tarvolinex {
 using ReportsTest = WindowTest;
 
 TEST_F(ReportsTest, AnErrorResetsTheStatusAndAFatalOneEndsTheProgram) {
-  SetStatus(false, "Setting Database", 40);
+  run.SetStatus(false, "Setting Database", 40);
   EXPECT_EQ(form->TxtStatus.Text(), "Setting Database");
   EXPECT_EQ(form->ProgressBar1.Value(), 40);
   EXPECT_TRUE(desktop.busy);
-  ShowError("Saving failed");
+  run.ShowError("Saving failed");
   EXPECT_EQ(desktop.boxes.at(0).title, "Error");
   EXPECT_EQ(desktop.boxes.at(0).icon, BoxIcon::Critical);
   EXPECT_EQ(form->TxtStatus.Text(), "");
   EXPECT_EQ(form->ProgressBar1.Value(), 0);
   EXPECT_FALSE(desktop.busy);
   EXPECT_TRUE(ErrorShown);
-  EXPECT_THROW(ShowError("Fatal", true), ProgramEnded);
+  EXPECT_THROW(run.ShowError("Fatal", true), ProgramEnded);
 }
 
 TEST_F(ReportsTest, AFlashingStatusRunsTheBarByItself) {
-  SetStatus(true, "Uploading", -1);
+  run.SetStatus(true, "Uploading", -1);
   EXPECT_TRUE(form->Timer1.Running());
   form->ProgressBar1.SetValue(99);
   form->Timer1.Tick();
   form->Timer1.Tick();
   EXPECT_EQ(form->ProgressBar1.Value(), 1);
-  SetStatus(false, "", -1);
+  run.SetStatus(false, "", -1);
   EXPECT_FALSE(form->Timer1.Running());
 }
 
 TEST_F(ReportsTest, BrokenPreferencesEndTheProgramAndMissingOnesDoNot) {
-  LoadCalculatorPreferences();
+  LoadCalculatorPreferences(run.Places(), CalculatorPreferences, run);
   EXPECT_TRUE(desktop.boxes.empty());
   folder.File("General.dat", "short");
-  EXPECT_THROW(LoadCalculatorPreferences(), ProgramEnded);
+  EXPECT_THROW(LoadCalculatorPreferences(run.Places(), CalculatorPreferences, run), ProgramEnded);
   EXPECT_EQ(desktop.boxes.at(0).text, "General Calculator Preferences Load Failed");
   AppFolder = folder.Path() + "/none";
-  EXPECT_THROW(SaveCalculatorPreferences(CalculatorPreferences), ProgramEnded);
+  EXPECT_THROW(SaveCalculatorPreferences(OwnBranding(), run), ProgramEnded);
   EXPECT_EQ(desktop.boxes.at(1).text, "General Calculator Preferences Save Failed");
 }
 

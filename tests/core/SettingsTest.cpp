@@ -1,6 +1,7 @@
 #include "core/Settings.h"
 
-#include "core/AppFolder.h"
+#include "core/ProgramFiles.h"
+#include "platform/RuntimeError.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -8,31 +9,32 @@ namespace tarvolinex {
 using SettingsTest = WindowTest;
 
 TEST_F(SettingsTest, TheWebServerIsTheFilesEvenWhenBlank) {
-  LoadWebSettings();
+  LoadWebSettings(run);
   EXPECT_EQ(WebServer, "www.tarvolinex.example");
   const std::string made = CustomerReference;
   EXPECT_GE(made.size(), 6U);
-  LoadWebSettings();
+  LoadWebSettings(run);
   EXPECT_EQ(CustomerReference, made);
   folder.File("Tarvolinex.ini", "[OTHER]\r\nx=1\r\n");
-  LoadWebSettings();
+  LoadWebSettings(run);
   EXPECT_EQ(WebServer, "");
   folder.File("Tarvolinex.ini", "[WEB]\r\nwww=calc.example/a\r\nref=42\r\n");
-  LoadWebSettings();
+  LoadWebSettings(run);
   EXPECT_EQ(WebServer, "calc.example/a");
   EXPECT_EQ(CustomerReference, "42");
   folder.File("Tarvolinex.ini", "[WEB]\r\nref=12345678901234567890123\r\n");
-  LoadWebSettings();
+  LoadWebSettings(run);
   EXPECT_EQ(CustomerReference, "12345678901234567890123");
 }
 
 TEST_F(SettingsTest, OptionsFillTheWindow) {
-  LoadIniFileValues();
+  const auto start = [&] { EXPECT_THROW(form->Load(), ProgramEnded); };  // there is no database
+  start();
   EXPECT_EQ(form->send.TxtCalcCreate.Text(), "C:\\CalcInstall.exe");
   EXPECT_EQ(DataFolder, AppFolder);
   folder.File("General.ini",
               "[OPTIONS]\r\nLASTINSTALLFILE=D:\\x.zip\r\nDATABASEPATH=\r\nLASTSUBJECT=Hello\r\nLASTMSG=a|+||+|b\r\n");
-  LoadIniFileValues();
+  start();
   EXPECT_EQ(form->send.TxtCalcCreate.Text(), "D:\\x.zip");
   EXPECT_EQ(DataFolder, AppFolder);
   EXPECT_EQ(form->send.TxtEmail(0).Text(), "Hello");
@@ -42,12 +44,10 @@ TEST_F(SettingsTest, OptionsFillTheWindow) {
 
 TEST(AppFolder, AChosenFolderIsMadeAndNamedWithoutItsSeparator) {
   TemporaryFolder folder;
-  ChooseAppFolder(folder.Path() + "/new/");
-  EXPECT_EQ(AppFolder, folder.Path() + "/new");
-  EXPECT_TRUE(FolderExists(AppFolder));
+  EXPECT_EQ(ChooseAppFolder(folder.Path() + "/new/"), folder.Path() + "/new");
+  EXPECT_TRUE(FolderExists(folder.Path() + "/new"));
   EXPECT_EQ(WholePath("here"), std::filesystem::current_path().string() + "/here");
   EXPECT_EQ(WholePath("C:\\data") + WholePath("/data"), "C:\\data/data");
-  ResetGlobals();
 }
 
 }  // namespace tarvolinex

@@ -16,8 +16,7 @@ namespace tarvolinex {
 class EmailTest : public SampleTest {
  protected:
   EmailTest() {
-    SaveCalculatorPreferences(CalculatorPreferences);
-    for (int type = 0; type < 3; ++type) GetInstructions(type);
+    SaveCalculatorPreferences(OwnBranding(), run);
     CalculatorPreferences.AliasCalcName = "Lease Tool";
     folder.File("Mail.INI", "[PROFILES]\nDefaultProfile=out\n[out]\nTransport=outbox\n");
     form->TabMain.Choose(kTabSend);
@@ -83,18 +82,21 @@ TEST_F(EmailTest, OneMessageGoesToAllTickedContactsAndTheDayIsNoted) {
 }
 
 TEST_F(EmailTest, TheBodyOfEachWay) {
-  WebServer = "www.example.com";
-  SendType = kSendLink;
-  EXPECT_EQ(addEmailInstructions("Hi", "0001"), "Hi\r\n\r\nhttp://www.example.com/download/Get.asp?ID=0001\r\n\r\n");
-  IncludeInstructions = true;
-  Instructions[kSendLink] = "About the <CALCNAME>.";
-  EXPECT_EQ(addEmailInstructions("Hi", "0001"),
+  Sending sending;
+  sending.publication.branding = OwnBranding();
+  sending.message = "Hi";
+  sending.web.server = "www.example.com";
+  sending.sendType = kSendLink;
+  EXPECT_EQ(addEmailInstructions(sending, "0001"), "Hi\r\n\r\nhttp://www.example.com/download/Get.asp?ID=0001\r\n\r\n");
+  sending.includeInstructions = true;
+  sending.instructions = "About the <CALCNAME>.";
+  EXPECT_EQ(addEmailInstructions(sending, "0001"),
             "Hi\r\n\r\n\r\n\r\nhttp://www.example.com/download/Get.asp?ID=0001\r\n\r\nAbout the Lease Tool.");
-  SendType = kSendZip;
-  Instructions[kSendZip] = "Unpack it.";
-  EXPECT_EQ(addEmailInstructions("Hi", ""), "Hi\r\n\r\nUnpack it.");
-  IncludeInstructions = false;
-  EXPECT_EQ(addEmailInstructions("Hi", ""), "Hi");
+  sending.sendType = kSendZip;
+  sending.instructions = "Unpack it.";
+  EXPECT_EQ(addEmailInstructions(sending, ""), "Hi\r\n\r\nUnpack it.");
+  sending.includeInstructions = false;
+  EXPECT_EQ(addEmailInstructions(sending, ""), "Hi");
 }
 
 TEST_F(EmailTest, WithoutAServerNobodyIsMarkedAndTheWindowIsFreeAgain) {
@@ -114,8 +116,8 @@ TEST_F(EmailTest, WithoutAServerNobodyIsMarkedAndTheWindowIsFreeAgain) {
 }
 
 TEST_F(EmailTest, AContactWithABadAddressOrAMissingProfileEndsTheSend) {
-  form->supplier.TxtContact(5).Type("no address");
-  form->supplier.CmdContact(0).Press();
+  form->contacts.TxtContact(5).Type("no address");
+  form->contacts.CmdContact(0).Press();
   TickAll();
   Send();
   EXPECT_EQ(LastReport(), "Sending email failed");
@@ -129,7 +131,7 @@ TEST_F(EmailTest, AContactWithABadAddressOrAMissingProfileEndsTheSend) {
 // Another program that keeps the database to itself.
 class OtherProgram {
  public:
-  OtherProgram() { connection_.Open("dbq=" + DataFolder + "\\Tarvolinex.mdb"); }
+  explicit OtherProgram(const std::string& folder) { connection_.Open("dbq=" + folder + "\\Tarvolinex.mdb"); }
   void Begin() {
     if (!connection_.InTransaction()) connection_.Begin();
   }
@@ -140,7 +142,7 @@ class OtherProgram {
 };
 
 TEST_F(EmailTest, NothingIsSentWhileTheDatabaseTakesNoDate) {
-  OtherProgram other;
+  OtherProgram other(DataFolder);
   TickAll();
   other.Begin();
   Send();
@@ -159,7 +161,7 @@ TEST_F(EmailTest, NothingIsSentWhileTheDatabaseTakesNoDate) {
 }
 
 TEST_F(EmailTest, MailThatCouldNotBeNotedIsToldRememberedAndNotedLater) {
-  OtherProgram other;
+  OtherProgram other(DataFolder);
   const auto sendAndFail = [&](const std::vector<int>& rows) {
     for (const int row : rows) form->send.lvSendContacts.SetChecked(row, true);
     desktop.events = [&, before = OutboxFiles()] {
@@ -225,16 +227,15 @@ TEST_F(EmailTest, ALinkIsSentOnlyAfterTheUpload) {
 
 TEST_F(EmailTest, MissingInstructionsAreReportedAndEmpty) {
   std::filesystem::remove(folder.Path() + "/inst1.txt");
-  GetInstructions(1);
+  EXPECT_EQ(GetInstructions(AppFolder, 1, run), "");
   EXPECT_EQ(LastBox(), "Instruction File load failed");
-  EXPECT_EQ(Instructions[1], "");
-  EXPECT_EQ(Instructions[0].substr(0, 24), "The <CALCNAME> is attach");
+  EXPECT_EQ(GetInstructions(AppFolder, 0, run).substr(0, 24), "The <CALCNAME> is attach");
 }
 
 TEST_F(EmailTest, TheSettingsWindowKeepsAProfileAndTriesIt) {
   std::filesystem::remove(folder.Path() + "/Mail.INI");
   const LoopbackServer server("smtp", folder.Path());
-  FrmMailSettings settings;
+  FrmMailSettings settings(run);
   EXPECT_FALSE(settings.TxtServer.Visible());
   settings.CboProfile.Choose(1);
   settings.cmdaction(0).Press();
@@ -250,10 +251,10 @@ TEST_F(EmailTest, TheSettingsWindowKeepsAProfileAndTriesIt) {
   EXPECT_EQ(LastBox().substr(0, 30), "The test message was not sent.");
   settings.cmdaction(0).Press();
   EXPECT_TRUE(settings.Closed());
-  EXPECT_EQ(GetDefaultMailProfile(), "work");
-  WriteProfileString(MailProfilesPath(), "work", "CaFile", "/own.pem");
-  WriteProfileString(MailProfilesPath(), "home", "Transport", "outbox");
-  FrmMailSettings again;
+  EXPECT_EQ(GetDefaultMailProfile(AppFolder), "work");
+  WriteProfileString(MailProfilesPath(AppFolder), "work", "CaFile", "/own.pem");
+  WriteProfileString(MailProfilesPath(AppFolder), "home", "Transport", "outbox");
+  FrmMailSettings again(run);
   EXPECT_EQ(again.TxtServer.Text(), "127.0.0.1:1");
   again.TxtName.Type("HOME");
   again.cmdaction(0).Press();
@@ -261,12 +262,12 @@ TEST_F(EmailTest, TheSettingsWindowKeepsAProfileAndTriesIt) {
   again.TxtName.Type("office");
   again.cmdaction(1).SetFocus();
   again.KeyUp(Key::Return);  // of the button that has the focus
-  EXPECT_EQ(GetDefaultMailProfile(), "work");
+  EXPECT_EQ(GetDefaultMailProfile(AppFolder), "work");
   again.Reopen();
   again.cmdaction(0).Press();
-  EXPECT_EQ(MailProfileNames(MailProfilesPath()), (std::vector<std::string>{"home", "office"}));
-  EXPECT_EQ(LoadMailProfile(MailProfilesPath(), "office").caFile, "/own.pem");
-  FrmMailSettings last;
+  EXPECT_EQ(MailProfileNames(MailProfilesPath(AppFolder)), (std::vector<std::string>{"home", "office"}));
+  EXPECT_EQ(LoadMailProfile(MailProfilesPath(AppFolder), "office").caFile, "/own.pem");
+  FrmMailSettings last(run);
   last.TxtUser.Type("me");
   last.CboProfile.Choose(0);  // asked, and the safe answer keeps what was typed
   EXPECT_EQ(last.CboProfile.Items().at(static_cast<std::size_t>(last.CboProfile.ListIndex())).text, "office");
@@ -276,7 +277,7 @@ TEST_F(EmailTest, TheSettingsWindowKeepsAProfileAndTriesIt) {
   EXPECT_EQ(last.TxtName.Text() + last.TxtUser.Text(), "home");
   last.CboProfile.Choose(2);
   last.CmdRemove.Press();
-  EXPECT_EQ(MailProfileNames(MailProfilesPath()), std::vector<std::string>{"home"});
+  EXPECT_EQ(MailProfileNames(MailProfilesPath(AppFolder)), std::vector<std::string>{"home"});
   EXPECT_EQ(last.CboProfile.ListIndex(), 0);
 }
 
@@ -284,7 +285,7 @@ TEST_F(EmailTest, AKnownAddressBringsItsProviderAndThePasswordGoesIntoTheKeyStor
   std::filesystem::remove(folder.Path() + "/Mail.INI");
   CalculatorPreferences.OrgEmail = "ann@GMAIL.com";
   {
-    FrmMailSettings settings;
+    FrmMailSettings settings(run);
     settings.CboProfile.Choose(1);
     EXPECT_EQ(settings.TxtName.Text() + "|" + settings.TxtServer.Text() + "|" + settings.TxtUser.Text(),
               "Gmail, Google Workspace|smtp.gmail.com:587|ann@GMAIL.com");
@@ -304,7 +305,7 @@ TEST_F(EmailTest, AKnownAddressBringsItsProviderAndThePasswordGoesIntoTheKeyStor
     EXPECT_EQ(settings.CboProfile.ListIndex(), 1);
   }
   const KeyRing keyRing(folder.Path());
-  FrmMailSettings settings;
+  FrmMailSettings settings(run);
   settings.CboProfile.Choose(1);
   settings.cmdaction(0).Press();
   EXPECT_EQ(LastBox(), "Please enter the password");
@@ -312,8 +313,8 @@ TEST_F(EmailTest, AKnownAddressBringsItsProviderAndThePasswordGoesIntoTheKeyStor
   settings.cmdaction(0).Press();
   EXPECT_TRUE(settings.Closed());
   EXPECT_EQ(StoredPassword({"smtp.gmail.com", "ann@GMAIL.com"}), "secret word");
-  EXPECT_EQ(ReadFile(MailProfilesPath()).find("secret"), std::string::npos);
-  FrmMailSettings again;
+  EXPECT_EQ(ReadFile(MailProfilesPath(AppFolder)).find("secret"), std::string::npos);
+  FrmMailSettings again(run);
   EXPECT_EQ(again.CboProvider.Items()[static_cast<std::size_t>(again.CboProvider.ListIndex())].text,
             "Gmail, Google Workspace");
   EXPECT_NE(again.LblNote(1).Caption().find("keeps a password"), std::string::npos);
@@ -330,7 +331,7 @@ TEST_F(EmailTest, ATestMessageCanBeStoppedAndABrokenFileIsShownAsFarAsItIs) {
   const LoopbackServer server("smtp", folder.Path(), {"silent"});
   folder.File("Mail.INI",
               "[PROFILES]\nDefaultProfile=w\n[w]\nTransport=pigeon\nServer=" + server.Host() + "\nFrom=a@b.example");
-  FrmMailSettings settings;
+  FrmMailSettings settings(run);
   EXPECT_NE(LastBox().find("pigeon"), std::string::npos);
   EXPECT_EQ(settings.TxtFrom.Text(), "a@b.example");
   settings.CboSecurity.Choose(2);
@@ -345,7 +346,7 @@ TEST_F(EmailTest, ATestMessageCanBeStoppedAndABrokenFileIsShownAsFarAsItIs) {
   EXPECT_TRUE(settings.CmdTest.Enabled());
   std::filesystem::remove(folder.Path() + "/Mail.INI");
   std::filesystem::create_directories(folder.Path() + "/Mail.INI");
-  EXPECT_NO_THROW(FrmMailSettings());
+  EXPECT_NO_THROW(FrmMailSettings{run});
 }
 
 }  // namespace tarvolinex

@@ -11,8 +11,8 @@ class InstallPackageTest : public SampleTest {
  protected:
   InstallPackageTest() {
     CalculatorPreferences.AliasCalcName = "Lease Tool";
-    SaveCalculatorPreferences(CalculatorPreferences);
-    BuildCalculatorFolder();
+    SaveCalculatorPreferences(OwnBranding(), run);
+    BuildCalculatorFolder(form->Calculator(), run);
   }
   // Lines that the program adds to the set-up list.
   std::string Added() {
@@ -32,6 +32,9 @@ class InstallPackageTest : public SampleTest {
     EXPECT_EQ(std::system((read + NativePath(archive) + "' > " + names).c_str()), 0);
     return ReadFile(names);
   }
+  bool Pack(const std::optional<std::string>& chosen = {}) {
+    return BuildDistFiles(OwnBranding(), form->send.SendType, chosen, run);
+  }
   std::string BoxPath(const std::string& path) {
     form->send.TxtCalcCreate.SetText(path);
     return path;
@@ -41,7 +44,7 @@ class InstallPackageTest : public SampleTest {
 TEST_F(InstallPackageTest, TheSetUpListHoldsTheTitleAndEveryFileOfTheFolder) {
   RemoveFromFolder("*!*.html");
   folder.File("calculator/Größe!0.html", std::string(2345, 'x'));
-  ASSERT_TRUE(BuildDistFiles(false));
+  ASSERT_TRUE(Pack());
   EXPECT_EQ(Added(),
             "File7=logo.GIF,$(AppPath),,,3/4/3000 6:35:34 PM,6000,0.0.0.0\r\n"
             "File8=background.JPG,$(AppPath),,,3/4/3000 6:35:34 PM,6000,0.0.0.0\r\n"
@@ -53,7 +56,7 @@ TEST_F(InstallPackageTest, TheSetUpListHoldsTheTitleAndEveryFileOfTheFolder) {
   RemoveFromFolder("logo.*");
   RemoveFromFolder("background.*");
   CalculatorPreferences.AliasCalcName = "";
-  ASSERT_TRUE(BuildDistFiles(false));
+  ASSERT_TRUE(Pack());
   EXPECT_NE(ReadFile(CalculatorFolder() + "Setup.lst").find("Title=Lease calculator "), std::string::npos);
   EXPECT_EQ(Added().substr(0, 6 + 5),
             "File7=GR\xD6\xDF"
@@ -62,19 +65,19 @@ TEST_F(InstallPackageTest, TheSetUpListHoldsTheTitleAndEveryFileOfTheFolder) {
 
 TEST_F(InstallPackageTest, AnIconThatNoProgramCanBearGivesWayToTheUsualOne) {
   CalculatorPreferences.IconName = "";
-  SendType = kSendProgram;
-  ASSERT_TRUE(BuildDistFiles(false));
+  form->send.SendType = kSendProgram;
+  ASSERT_TRUE(Pack());
   const std::string usual = ReadFile(AppFolder + "\\CalcInstall.exe");
   folder.File("icons/DEEP.ICO", std::string(2238, 'x'));
   CalculatorPreferences.IconName = "DEEP";
   desktop.boxes.clear();
-  ASSERT_TRUE(BuildDistFiles(false));
+  ASSERT_TRUE(Pack());
   ASSERT_EQ(desktop.boxes.size(), 1U);
   EXPECT_NE(desktop.boxes[0].text.find("\"DEEP\" holds no picture"), std::string::npos);
   EXPECT_EQ(desktop.boxes[0].icon, BoxIcon::Exclamation);
   EXPECT_TRUE(ReadFile(AppFolder + "\\CalcInstall.exe").starts_with(usual.substr(0, 60'000)));
-  SendType = kSendZip;
-  ASSERT_TRUE(BuildDistFiles(false));
+  form->send.SendType = kSendZip;
+  ASSERT_TRUE(Pack());
   EXPECT_EQ(desktop.boxes.size(), 1U);  // a plain archive bears none
 }
 
@@ -84,23 +87,23 @@ TEST_F(InstallPackageTest, WhatTravelsDependsOnTheWayAndOnThePreferences) {
   const std::string data = " Setup.lst Supplier.dat", pages = " calc.html calcdata.txt general.dat";
   CalculatorPreferences.ShowHeaderLogo = CalculatorPreferences.ShowBackground = true;
   CalculatorPreferences.IconName = "COINS";
-  SendType = kSendProgram;
-  ASSERT_TRUE(BuildDistFiles(false));
+  form->send.SendType = kSendProgram;
+  ASSERT_TRUE(Pack());
   EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.exe"),
             "CalcInstall.CAB Setup.lst Supplier.dat background.JPG calc.html calc.ico "
             "calcdata.txt general.dat logo.GIF setup.exe\n");
   CalculatorPreferences.ShowHeaderLogo = false;
-  SendType = kSendZip;
-  ASSERT_TRUE(BuildDistFiles(false));
+  form->send.SendType = kSendZip;
+  ASSERT_TRUE(Pack());
   EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.zip"),
             "Setup.lst Supplier.dat background.JPG calc.html calc.ico calcdata.txt general.dat\n");
   CalculatorPreferences.ShowBackground = false;
-  SendType = kSendLink;
-  ASSERT_TRUE(BuildDistFiles(false));
+  form->send.SendType = kSendLink;
+  ASSERT_TRUE(Pack());
   EXPECT_EQ(Listed(AppFolder + "\\CalcInstall.exe"),
             "Setup.lst Supplier.dat calc.html calc.ico calcdata.txt general.dat\n");
   // A file made by hand after a link was sent is whole.
-  ASSERT_TRUE((BoxPath(folder.Path() + "/mine.exe"), BuildDistFiles(true)));
+  ASSERT_TRUE((BoxPath(folder.Path() + "/mine.exe"), Pack(form->send.TxtCalcCreate.Text())));
   EXPECT_NE(Listed(folder.Path() + "/mine.exe").find("setup.exe"), std::string::npos);
 }
 
@@ -108,7 +111,7 @@ TEST_F(InstallPackageTest, NoInstallFileIsPackedIntoAnother) {
   for (const char* name : {"one.exe", "two.zip", "one.exe", "three.bin", "three.bin"}) {
     desktop.answers = {Answer::Yes};
     BoxPath(CalculatorFolder() + name);
-    ASSERT_TRUE(BuildDistFiles(true));
+    ASSERT_TRUE(Pack(form->send.TxtCalcCreate.Text()));
     EXPECT_EQ(Listed(CalculatorFolder() + name).find(name), std::string::npos);
     EXPECT_EQ(Listed(CalculatorFolder() + name).find("one.exe"), std::string::npos);
   }
@@ -122,19 +125,19 @@ TEST_F(InstallPackageTest, ACalculatorFolderThatIsReadOnlyIsReported) {
   form->send.CmdCalcGo(2).Press();
   EXPECT_TRUE(desktop.boxes.back().text.starts_with("Install File Creation Failed\r\n\r\nThe folder "));
   CalculatorPreferences.IconName = "COINS";
-  EXPECT_FALSE(BuildDistFiles(true));
+  EXPECT_FALSE(Pack(form->send.TxtCalcCreate.Text()));
   EXPECT_TRUE(desktop.boxes.back().text.starts_with("Install File Creation Failed\r\n\r\nWriting "));
 }
 
 TEST_F(InstallPackageTest, AnExistingFileIsReplacedOnlyWhenTheUserAgrees) {
   BoxPath(folder.File("report.EXE", "old"));
-  EXPECT_FALSE(BuildDistFiles(true));
+  EXPECT_FALSE(Pack(form->send.TxtCalcCreate.Text()));
   EXPECT_EQ(desktop.boxes.back().text, "A file of this name already exists.\n\nOverwrite?");
   EXPECT_EQ(ReadFile(folder.Path() + "/report.EXE"), "old");
   EXPECT_EQ(form->TxtStatus.Text(), "");
   EXPECT_FALSE(FileExists(CalculatorFolder() + "Setup.lst"));
   desktop.answers = {Answer::Yes};
-  EXPECT_TRUE(BuildDistFiles(true));
+  EXPECT_TRUE(Pack(form->send.TxtCalcCreate.Text()));
   EXPECT_EQ(ReadFile(folder.Path() + "/report.EXE").substr(0, 2), "MZ");
 }
 
@@ -146,15 +149,15 @@ TEST_F(InstallPackageTest, AFailureIsReportedAndLeavesNoHalfFile) {
                         Case{folder.Path() + "/none/x.zip", "Install file creation failed.\n\n"},
                         Case{folder.Path() + "/none/x.exe", "Install file creation failed.\n\n"}}) {
     BoxPath(c.path);
-    EXPECT_FALSE(BuildDistFiles(true));
+    EXPECT_FALSE(Pack(form->send.TxtCalcCreate.Text()));
     EXPECT_EQ(desktop.boxes.back().text.substr(0, c.message.size()), c.message);
   }
   BoxPath(folder.Path() + "/x.exe");
   std::filesystem::remove(folder.Path() + "/Xcdsfx32.bin");
-  EXPECT_FALSE(BuildDistFiles(true));
+  EXPECT_FALSE(Pack(form->send.TxtCalcCreate.Text()));
   EXPECT_NE(desktop.boxes.back().text.find("Xcdsfx32.bin"), std::string::npos);
   std::filesystem::remove(folder.Path() + "/Setup.lst");
-  EXPECT_FALSE(BuildDistFiles(true));
+  EXPECT_FALSE(Pack(form->send.TxtCalcCreate.Text()));
   EXPECT_EQ(desktop.boxes.back().text.substr(0, 40), "Install File Creation Failed\r\n\r\nReading ");
   EXPECT_TRUE(ListFiles(AppFolder + "\\x.*").empty());
 }
@@ -164,7 +167,7 @@ TEST_F(InstallPackageTest, AFullDiskLeavesTheOldPackageAndNoHalfOne) {
   desktop.answers = {Answer::Yes};
   {
     const FullDisk full(30'000);
-    EXPECT_FALSE(BuildDistFiles(true));
+    EXPECT_FALSE(Pack(form->send.TxtCalcCreate.Text()));
   }
   EXPECT_EQ(desktop.boxes.back().text.substr(0, 30), "Install file creation failed.\n");
   EXPECT_EQ(ListFiles(AppFolder + "\\x.*"), std::vector<std::string>{"x.exe"});

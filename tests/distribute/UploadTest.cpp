@@ -13,7 +13,7 @@ namespace tarvolinex {
 class UploadTest : public WindowTest {
  protected:
   UploadTest() { folder.File("CalcInstall.exe", file); }
-  bool Upload(const LoopbackServer& server) { return UploadFile(AppFolder + "\\CalcInstall.exe", server.Host()); }
+  bool Upload(const LoopbackServer& server) { return UploadFile(AppFolder + "\\CalcInstall.exe", server.Host(), run); }
   std::string Shown() {
     std::string texts;
     for (const auto& box : desktop.boxes)
@@ -61,7 +61,7 @@ TEST_F(UploadTest, AnswersOfTheServer) {
     EXPECT_TRUE(c.accepted || (!desktop.busy && form->ProgressBar1.Value() == 0));
     EXPECT_EQ(Shown(), c.shown);
   }
-  EXPECT_FALSE(UploadFile(AppFolder + "\\CalcInstall.exe", "127.0.0.1:1"));
+  EXPECT_FALSE(UploadFile(AppFolder + "\\CalcInstall.exe", "127.0.0.1:1", run));
   EXPECT_NE(desktop.boxes.at(0).text.find("127.0.0.1:1"), std::string::npos);
   EXPECT_NE(desktop.boxes.at(0).text.find("\r\n\r\nPlease check"), std::string::npos);
   EXPECT_EQ(Shown(), "Error/File Upload failed;");
@@ -70,10 +70,11 @@ TEST_F(UploadTest, AnswersOfTheServer) {
 
 TEST_F(UploadTest, AFullDiskIsNamedWithTheFileThatFoundNoRoom) {
   const FullDisk full(50'000);
-  EXPECT_EQ(TransferInstallFile(), std::nullopt);
+  EXPECT_EQ(TransferInstallFile(AppFolder, {WebServer, CustomerReference}, run), std::nullopt);
   const std::string text = desktop.boxes.at(0).text;
   EXPECT_EQ(text.substr(0, text.find('/')), "File Upload failed\r\n\r\nWriting ");
-  EXPECT_NE(text.find("/CalcInstall_" + UploadIdentifier(desktop.now) + ".exe: "), std::string::npos) << text;
+  EXPECT_NE(text.find("/CalcInstall_" + UploadIdentifier(CustomerReference, desktop.now) + ".exe: "), std::string::npos)
+      << text;
 }
 
 TEST_F(UploadTest, NothingOfATransferStaysBehind) {
@@ -82,12 +83,13 @@ TEST_F(UploadTest, NothingOfATransferStaysBehind) {
   {
     const LoopbackServer server("http", folder.Path(), {"ERROR"});
     WebServer = server.Host();
-    EXPECT_EQ(TransferInstallFile(), std::nullopt);
+    EXPECT_EQ(TransferInstallFile(AppFolder, {WebServer, CustomerReference}, run), std::nullopt);
     EXPECT_EQ(ListFiles(AppFolder + "\\CalcInstall_*"), std::vector<std::string>{"CalcInstall_old.exe"});
   }
   const LoopbackServer server("http", folder.Path(), {"SUCCESS"});
   WebServer = server.Host();
-  EXPECT_EQ(TransferInstallFile(), UploadIdentifier(desktop.now));
+  EXPECT_EQ(TransferInstallFile(AppFolder, {WebServer, CustomerReference}, run),
+            UploadIdentifier(CustomerReference, desktop.now));
   EXPECT_TRUE(ListFiles(AppFolder + "\\CalcInstall_*").empty());
 }
 
@@ -107,7 +109,7 @@ TEST_F(UploadTest, TheIdentifierIsTheReferenceAndTheSecondsOfLocalTime) {
            {"123456789012345678", "123456789012345678"},
            {"98765432109876543210987654321", "98765432109876543210987654321"}}) {
     CustomerReference = reference;
-    EXPECT_EQ(UploadIdentifier(now), written + "132487200");  // 1,533 days and ten hours
+    EXPECT_EQ(UploadIdentifier(CustomerReference, now), written + "132487200");  // 1,533 days and ten hours
   }
 }
 

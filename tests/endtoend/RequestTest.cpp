@@ -22,7 +22,7 @@ class Request : public Player {
       Press(list, Qt::Key_Space);
     }
   }
-  FrmMain form;
+  FrmMain form{run};
   ProgramOptions options;
 };
 

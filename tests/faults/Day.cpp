@@ -3,12 +3,10 @@
 #include <iterator>
 
 #include "app/StartUp.h"
-#include "core/Globals.h"
 #include "distribute/InstallPackage.h"
 #include "faults/Jobs.h"
 #include "platform/files/Files.h"
 #include "platform/network/MailProfiles.h"
-#include "store/FormPages.h"
 #include "support/ScriptedDesktop.h"
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FrmMain.h"
@@ -31,7 +29,8 @@ void Type(TextBox& box, const std::string& text) {
 }
 
 void ChangeOptions(Office& office, const char* alias, bool view) {
-  FrmOptions options;
+  FrmOptions options(office.form.run, office.form.database);
+  office.form.Serve(options);
   options.Load();
   options.TreeOptions.ClickNode("ALAISES1");
   options.TxtString.SetText(alias);
@@ -45,17 +44,17 @@ constexpr void (*kSteps[])(Office&) = {
       o.form.LvwSuppliers.ClickRow(2);
       Type(o.form.supplier.TxtSupplier(3), "Otherton");
       Type(o.form.supplier.TxtSupplier(4), "Othershire");
-      o.form.rateCard.LvwForms.ToggleCheck(0);
-      o.form.rateCard.LvwForms.ToggleCheck(1);
+      o.form.forms.LvwForms.ToggleCheck(0);
+      o.form.forms.LvwForms.ToggleCheck(1);
       o.form.Toolbar1.Press("SAVE");
     },
     [](Office& o) {
       o.form.TabMain.Choose(kTabDetails);
-      o.form.supplier.CmdContact(0).Press();
-      Type(o.form.supplier.TxtContact(0), "Ada");
-      Type(o.form.supplier.TxtContact(1), "Newcomb");
-      Type(o.form.supplier.TxtContact(5), "ada@example.com");
-      o.form.supplier.CmdContact(0).Press();
+      o.form.contacts.CmdContact(0).Press();
+      Type(o.form.contacts.TxtContact(0), "Ada");
+      Type(o.form.contacts.TxtContact(1), "Newcomb");
+      Type(o.form.contacts.TxtContact(5), "ada@example.com");
+      o.form.contacts.CmdContact(0).Press();
     },
     [](Office& o) {
       o.form.menus.MnuAdd.Choose();
@@ -69,19 +68,19 @@ constexpr void (*kSteps[])(Office&) = {
     },
     [](Office& o) { ChangeOptions(o, "Morning Tool", false); },
     [](Office& o) { ChangeOptions(o, "Noon Tool", true); },
-    [](Office& o) { AddFormPage("Brochure", o.out + "/form.html"); },
-    [](Office&) {
-      FrmIconEdit editor;
+    [](Office& o) { AddFormPage(o.form.database, "Brochure", o.out + "/form.html"); },
+    [](Office& o) {
+      FrmIconEdit editor(o.form.run);
       editor.SetLoadPic("");
       editor.Picture2(4).Click();
       editor.Toolbar1.Press("FILL");
       editor.SavePic("DAY");
     },
-    [](Office&) {
+    [](Office& o) {
       MailProfile profile;
       profile.name = "Day";
       profile.transport = MailTransport::Outbox;
-      SaveMailProfile(AppFolder + "\\Mail.INI", profile);
+      SaveMailProfile(o.form.run.AppFolder + "\\Mail.INI", profile);
     },
     [](Office& o) {
       o.form.LvwSuppliers.ClickRow(0);
@@ -122,16 +121,17 @@ int SpendDay(const Workplace& place, const Tell& tell) {
   ProgramOptions options;
   options.appFolder = place.App();
   const FolderLock alone(options.appFolder);
-  FrmMain form;
+  Run run;
+  FrmMain form(run);
   tell(0);
   StartWindow(options, form, {[] {}, [] {}});
   Office office{form, desktop, place.Work() + "/out"};
-  for (std::size_t done = 0; done < std::size(kSteps) && !ErrorShown; ++done) {
+  for (std::size_t done = 0; done < std::size(kSteps) && !run.ErrorShown; ++done) {
     tell(done);
     kSteps[done](office);
   }
   for (const auto& box : desktop.boxes) std::cerr << box.title << ": " << box.text << '\n';
-  if (ErrorShown) return 1;
+  if (run.ErrorShown) return 1;
   tell(std::size(kSteps));
   return 0;
 }

@@ -9,7 +9,6 @@
 #include "app/Program.h"
 #include "app/StartUp.h"
 #include "cli/CommandLine.h"
-#include "core/Globals.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
@@ -52,22 +51,29 @@ int StartAndCloseWindow(const Workplace& place) {
   ProgramOptions options;
   options.appFolder = place.App();
   const FolderLock alone(options.appFolder);
-  FrmMain form;
+  Run run;
+  FrmMain form(run);
   StartWindow(options, form, {[] {}, [] {}});
   for (const auto& box : desktop.boxes) std::cerr << box.text << '\n';
-  const bool well = desktop.boxes.empty() && form.LvwSuppliers.Count() > 0 && !ErrorShown;
+  const bool well = desktop.boxes.empty() && form.LvwSuppliers.Count() > 0 && !run.ErrorShown;
   form.Unload();
-  TheStore.reset();
   return well ? 0 : 1;
 }
 
 int PublishAndCompare(const Workplace& place) {
   const int status = RunProgram(place, "publish --supplier 1");
   if (status != 0) return status;
+  ScriptedDesktop desktop;
+  UseDesktop(&desktop);
+  ProgramOptions options;
+  options.appFolder = place.App();
+  Run run;
+  PrepareRun(options, run);
+  const Branding branding = {run.Places(), run.CalculatorPreferences, run.CustomerReference};
   for (const bool test : {false, true}) {
     const std::string expected =
-        PageBytes(FillPlaceholders(ReadPage(AppFolder + "\\CalcTemplate.html"), CalculatorPreferences, test));
-    for (const std::string& folder : {AppFolder + "\\", CalculatorFolder()}) {
+        PageBytes(FillPlaceholders(ReadPage(run.AppFolder + "\\CalcTemplate.html"), branding, test));
+    for (const std::string& folder : {run.AppFolder + "\\", run.CalculatorFolder()}) {
       if (ReadFile(folder + (test ? "calc_test.html" : "calc.html")) == expected) continue;
       std::cerr << folder << (test ? "calc_test.html" : "calc.html") << " is not of the preferences that are stored\n";
       return 1;

@@ -1,7 +1,6 @@
 // A database file of another program, or a damaged one: opened, shown and written to as the window does.
 #include <filesystem>
 
-#include "core/Globals.h"
 #include "fuzz/Targets.h"
 #include "store/Contacts.h"
 #include "store/DatabaseFile.h"
@@ -14,26 +13,25 @@ namespace {
 
 void UseDatabase(FrmMain& form) {
   bool askUser = false;
-  if (!OpenDatabase(askUser)) return;
+  if (!form.OpenDatabase(askUser)) return;
   for (int row = 0; row < form.LvwSuppliers.Count() && row < 3; ++row) form.LvwSuppliers.ClickRow(row);
   form.supplier.TxtSupplier(kSupplierName).Type("Written");
-  form.supplier.TxtContact(0).Type("Anybody");
-  SavePendingChanges();
-  NewSupplier();
+  form.contacts.TxtContact(0).Type("Anybody");
+  form.SavePendingChanges();
+  form.NewSupplier();
 }
 
 void ReadDatabase(std::string_view bytes) {
-  const std::string folder = Scratch() + "/database", around = AppFolder;
+  const std::string folder = Scratch() + "/database", around = TheRun().AppFolder;
   std::filesystem::create_directories(folder);
-  ResetGlobals();
-  AppFolder = DataFolder = folder;
+  Run& run = TheRun();
+  run.AppFolder = run.DataFolder = folder;
   Put("database/Tarvolinex.mdb", bytes);
   {
-    FrmMain form;
+    FrmMain form(run);
     Works([&] { UseDatabase(form); });
   }
-  ResetGlobals();
-  AppFolder = DataFolder = around;
+  run.AppFolder = run.DataFolder = around;
   std::filesystem::remove_all(folder);
 }
 

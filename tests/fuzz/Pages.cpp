@@ -1,5 +1,4 @@
 // Pages that a user imports, and the template of the calculator page.
-#include "core/Globals.h"
 #include "fuzz/Targets.h"
 #include "platform/text/Encoding.h"
 #include "publish/LivePage.h"
@@ -17,16 +16,21 @@ void ReadForm(std::string_view bytes) {
          "a title is a part of one line");
   const std::string tag = "<br>", written = EncodeForPage("§ é €" + tag, PageCharset(bytes));
   Expect(written.ends_with(tag), "what follows a text keeps its meaning");
-  SupplierCalcSettings.CompanyName = "Größe & Söhne €";
-  SupplierCalcSettings.Town = "|Calculator Term|";
-  CalculatorPreferences.ShowHeaderLogo = true;
-  CreateLivePage(path, AppFolder);
+  CalculatorPreferencesRecord preferences;
+  SupplierCalcSettingsRecord supplier;
+  supplier.CompanyName = "Größe & Söhne €";
+  supplier.Town = "|Calculator Term|";
+  preferences.ShowHeaderLogo = true;
+  const QuoteRecord quote;
+  const Enquiry enquiry = {preferences, supplier, quote, TheRun().AppFolder};
+  CreateLivePage(path, TheRun().AppFolder, enquiry, TheRun());
 }
 
 void ReadTemplate(std::string_view bytes) {
   CalculatorPreferencesRecord preferences;
   preferences.AliasCalcName = "Größe |ASPTAGS| €";
-  FillTemplate(Put("template.html", bytes), Scratch() + "/Calc", preferences, "_test");
+  const Branding branding = {TheRun().Places(), preferences, "1"};
+  FillTemplate(Put("template.html", bytes), Scratch() + "/Calc", branding, "_test", TheRun());
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "core/Globals.h"
 #include "support/ScriptedDesktop.h"
 #include "support/TemporaryFolder.h"
 
@@ -14,10 +13,11 @@ namespace {
 // A desktop that nobody answers, and a folder that is quick to write to.
 struct Surroundings {
   ScriptedDesktop desktop;
+  Run run;
   TemporaryFolder folder{TemporaryFolder::Quick()};
   Surroundings() {
     UseDesktop(&desktop);
-    AppFolder = DataFolder = folder.Path();
+    run.AppFolder = run.DataFolder = folder.Path();
   }
 };
 
@@ -28,6 +28,10 @@ Surroundings& Around() {
 }
 
 }  // namespace
+
+Run& TheRun() {
+  return Around().run;
+}
 
 std::vector<Target> AllTargets() {
   std::vector<Target> all;

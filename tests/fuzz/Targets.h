@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Run.h"
 #include "platform/RuntimeError.h"
 
 namespace tarvolinex::fuzz {
@@ -23,6 +24,9 @@ std::vector<Target> AllTargets();
 
 // Ends the program when it does not hold.
 void Expect(bool holds, const char* what);
+
+// The run of this process, in its folder.
+Run& TheRun();
 
 // A folder of this process's own, which goes with it.
 const std::string& Scratch();

@@ -35,7 +35,8 @@ bool ReadBack(std::string_view bytes, Record& record) {
 
 void ReadPreferences(std::string_view bytes) {
   CalculatorPreferencesRecord record;
-  if (ReadBack(bytes, record)) FillPlaceholders("|CALCULATORNAME| |PICBACKGROUND| |LEASEORGEMAIL|", record, true);
+  if (ReadBack(bytes, record))
+    FillPlaceholders("|CALCULATORNAME| |PICBACKGROUND| |LEASEORGEMAIL|", {TheRun().Places(), record, "1"}, true);
 }
 
 void ReadSupplier(std::string_view bytes) {

@@ -14,15 +14,15 @@ class CalculatorFolderTest : public SampleTest {
   CalculatorFolderTest() {
     for (const char* page : {"calc.html", "calc_test.html", "general.dat"}) folder.File(page, page);
     for (const auto& file : ListFiles(folder.Path() + "/logo/*.*")) DeleteFile(folder.Path() + "/logo/" + file);
-    ExecuteStatement("DELETE FROM SupplierFormLink");
-    ExecuteStatement("DELETE FROM Forms");
+    form->database.ExecuteStatement("DELETE FROM SupplierFormLink");
+    form->database.ExecuteStatement("DELETE FROM Forms");
     desktop.boxes.clear();
   }
   void Link(int id, const std::string& linkName, const std::string& page) {
-    ExecuteStatement("INSERT INTO Forms (ID,Description,LinkName,available) VALUES(" + std::to_string(id) + ",'Form " +
-                     std::to_string(id) + "','" + linkName + "',1)");
-    ExecuteStatement("INSERT INTO SupplierFormLink VALUES(" + std::to_string(id) + "," +
-                     std::to_string(CurrentSupplierId) + ")");
+    form->database.ExecuteStatement("INSERT INTO Forms (ID,Description,LinkName,available) VALUES(" +
+                                    std::to_string(id) + ",'Form " + std::to_string(id) + "','" + linkName + "',1)");
+    form->database.ExecuteStatement("INSERT INTO SupplierFormLink VALUES(" + std::to_string(id) + "," +
+                                    std::to_string(form->shown.CurrentSupplierId) + ")");
     const std::string name = "Forms/" + std::to_string(id) + ".HTML";
     if (page == "none") {
       std::filesystem::remove(folder.Path() + "/" + name);
@@ -38,7 +38,7 @@ TEST_F(CalculatorFolderTest, HoldsPagesRecordsAndDataAndLeavesOtherFilesAlone) {
   folder.File("calculator/calc.ico", "icon");
   folder.File("calculator/old!0.html", "another supplier's");
   folder.File("calculator/logo.bmp", "another supplier's");
-  BuildCalculatorFolder();
+  BuildCalculatorFolder(form->Calculator(), run);
   EXPECT_EQ(Names(), (std::vector<std::string>{"calc.html", "calc.ico", "calc_test.html", "calcdata.txt", "general.dat",
                                                "setup.exe", "Supplier.dat"}));
   EXPECT_EQ(InFolder("Supplier.dat"), RecordBytes(SupplierCalcSettings));
@@ -50,9 +50,9 @@ TEST_F(CalculatorFolderTest, PicturesComeUnderTheirOwnNames) {
   folder.File("logo/logo.jpg", "jpg");
   folder.File("logo/logo.gif", "gif");
   folder.File("logo/BACKGROUND.png", "png");
-  BuildCalculatorFolder();
+  BuildCalculatorFolder(form->Calculator(), run);
   EXPECT_EQ(Names("logo.*"), std::vector<std::string>{"logo.gif"});
-  EXPECT_EQ(LogoFileName(), "logo.gif");
+  EXPECT_EQ(LogoFileName(DataFolder), "logo.gif");
   EXPECT_EQ(InFolder("background.png"), "png");
 }
 
@@ -64,7 +64,7 @@ TEST_F(CalculatorFolderTest, FormsTakeTheirLinkNamesAndTheNumberOfThoseBefore) {
   Link(5, "a.html", "five");
   Link(6, "Tariff.HTML", "six");
   Link(7, "tariff.html", "seven");
-  BuildCalculatorFolder();
+  BuildCalculatorFolder(form->Calculator(), run);
   EXPECT_EQ(InFolder("Quote!0.html") + InFolder("Quote!1.html"), "onetwo");
   EXPECT_EQ(InFolder("Form2!0.html") + InFolder("Form!1.html"), "threefour");
   EXPECT_EQ(InFolder("a!0.html!0.html"), "five");
@@ -84,12 +84,12 @@ TEST_F(CalculatorFolderTest, AFormThatCannotBePublishedIsNamedAndTheRestIs) {
                         Case{"..\\x", "p", "no file can be called"}, Case{"/tmp/x", "p", "no file can be called"},
                         Case{"a:b", "p", "no file can be called"}, Case{"Con.ditions", "p", "no file can be called"},
                         Case{"Цена", "p", "no file can be called"}, Case{longName.c_str(), "p", longName}}) {
-    ExecuteStatement("DELETE FROM Forms");
-    ExecuteStatement("DELETE FROM SupplierFormLink");
+    form->database.ExecuteStatement("DELETE FROM Forms");
+    form->database.ExecuteStatement("DELETE FROM SupplierFormLink");
     Link(1, "Good", "good");
     Link(2, c.linkName, c.page);
     const auto before = ListFiles(AppFolder + "\\*.*");
-    BuildCalculatorFolder();
+    BuildCalculatorFolder(form->Calculator(), run);
     ASSERT_FALSE(desktop.boxes.empty()) << c.linkName;
     EXPECT_NE(desktop.boxes.back().text.find(c.warning), std::string::npos) << desktop.boxes.back().text;
     EXPECT_EQ(desktop.boxes.back().title, "Warning");
@@ -97,12 +97,12 @@ TEST_F(CalculatorFolderTest, AFormThatCannotBePublishedIsNamedAndTheRestIs) {
     EXPECT_EQ(ListFiles(AppFolder + "\\*.*"), before);
     desktop.boxes.clear();
   }
-  ExecuteStatement("UPDATE Forms SET LinkName='Gone' WHERE ID=2");
+  form->database.ExecuteStatement("UPDATE Forms SET LinkName='Gone' WHERE ID=2");
   Link(3, "Gone too", "none");
-  BuildCalculatorFolder();
+  BuildCalculatorFolder(form->Calculator(), run);
   Link(4, "Empty", "");
   Link(5, "Empty too", "");
-  BuildCalculatorFolder();
+  BuildCalculatorFolder(form->Calculator(), run);
   ASSERT_EQ(desktop.boxes.size(), 2U);
   const std::string missing = "Warning: Form <Form 3> was not found please check and try again";
   EXPECT_EQ(desktop.boxes[0].text, missing);
@@ -113,10 +113,10 @@ TEST_F(CalculatorFolderTest, AFormThatCannotBePublishedIsNamedAndTheRestIs) {
 
 TEST_F(CalculatorFolderTest, AMissingPageOrFolderEndsTheProgram) {
   std::filesystem::remove(folder.Path() + "/calc_test.html");
-  EXPECT_THROW(BuildCalculatorFolder(), ProgramEnded);
+  EXPECT_THROW(BuildCalculatorFolder(form->Calculator(), run), ProgramEnded);
   EXPECT_EQ(desktop.boxes.back().text, "File Copy Failed. \n\n" + CalculatorFolder() + "calc_test.html");
   std::filesystem::remove_all(folder.Path() + "/calculator");
-  EXPECT_THROW(BuildCalculatorFolder(), ProgramEnded);
+  EXPECT_THROW(BuildCalculatorFolder(form->Calculator(), run), ProgramEnded);
   EXPECT_EQ(desktop.boxes.back().text, "Supplier Preferences Save Failed");
 }
 
@@ -138,26 +138,26 @@ TEST_F(CalculatorFolderTest, EveryPreviewOpensTheTestPageWithWhatWasTypedLast) {
 
 TEST_F(CalculatorFolderTest, TheIconIsCopiedWhenOneIsChosen) {
   CalculatorPreferences.IconName = "";
-  CopyInstallIcon(CalculatorPreferences);
+  CopyInstallIcon(OwnBranding(), run);
   EXPECT_EQ(desktop.boxes.back().text, "Warning: No icon has been selected");
   EXPECT_TRUE(Names("calc.ico").empty());
   CalculatorPreferences.IconName = "coins";
-  CopyInstallIcon(CalculatorPreferences);
+  CopyInstallIcon(OwnBranding(), run);
   EXPECT_EQ(InFolder("calc.ico").size(), 766U);
   CalculatorPreferences.IconName = "none";
-  EXPECT_THROW(CopyInstallIcon(CalculatorPreferences), ProgramEnded);
+  EXPECT_THROW(CopyInstallIcon(OwnBranding(), run), ProgramEnded);
 }
 
 TEST_F(CalculatorFolderTest, PagesFollowWhatTheyNameUnlessSomebodyElseWroteThem) {
   CalculatorPreferences.ShowHeaderLogo = true;
-  MakePages(CalculatorPreferences);
+  MakePages(OwnBranding(), run);
   folder.File("logo/logo.PNG", "picture");
-  BuildCalculatorFolder();
+  BuildCalculatorFolder(form->Calculator(), run);
   EXPECT_NE(InFolder("calc.html").find("<img src=logo.PNG>"), std::string::npos);
   EXPECT_NE(InFolder("calc_test.html").find("<img src=logo.PNG>"), std::string::npos);
   folder.File("calc.html", "<p>mine</p>");
   CustomerReference = "99";
-  BuildCalculatorFolder();
+  BuildCalculatorFolder(form->Calculator(), run);
   EXPECT_EQ(InFolder("calc.html"), "<p>mine</p>");
 }
 

@@ -22,47 +22,48 @@ class LivePageTest : public ProgramTest {
     Quote.Payment = *Currency::FromText("287.415");
     Quote.NumberOfPayments = 36;
   }
+  Enquiry Filled() const { return {CalculatorPreferences, SupplierCalcSettings, Quote, AppFolder}; }
+  // A quote of the table; the currency symbol and the premium's text may come with it.
+  void Show(const JsonObject& row) {
+    const std::map<std::string, Currency*> money = {{"CapitalCost", &Quote.CapitalCost},
+                                                    {"DepositValue", &Quote.DepositValue},
+                                                    {"ResidualValue", &Quote.ResidualValue},
+                                                    {"Maintenance", &Quote.Maintenance},
+                                                    {"Payment", &Quote.Payment}};
+    const std::map<std::string, std::int16_t*> counts = {{"AdvancedPayments", &Quote.AdvancedPayments},
+                                                         {"NumberOfPayments", &Quote.NumberOfPayments}};
+    for (const auto& [name, value] : row) {
+      if (const auto* text = std::get_if<std::string>(&value)) {
+        if (name == "CurrencySymbol") CalculatorPreferences.CurrencySymbol = *text;
+        if (name == "AdditionalPremiumMsg") SupplierCalcSettings.AdditionalPremiumMsg = *text;
+        continue;
+      }
+      const std::string number = std::get<JsonNumber>(value).text;
+      if (name == "Quarterly") {
+        Quote.Quarterly = number == "1";
+      } else if (name == "ApplyPremium") {
+        Quote.ApplyPremium = number == "1";
+      } else if (name == "ResidualPercent") {
+        Quote.ResidualPercent = std::stof(number);
+      } else if (counts.count(name) > 0) {
+        *counts.at(name) = static_cast<std::int16_t>(std::stoi(number));
+      } else {
+        *money.at(name) = *Currency::FromText(number);
+      }
+    }
+  }
   // What a page with this content becomes, without the line ends around it.
   std::string Live(const std::string& content) {
-    const std::string path = CreateLivePage(folder.File("Quote.html", content), "");
+    const std::string path = CreateLivePage(folder.File("Quote.html", content), "", Filled(), run);
     const std::string page = ReadFile(path);
     EXPECT_EQ(page.substr(0, 2) + page.substr(page.size() - 2), "\r\n\r\n");
     return page.substr(2, page.size() - 4);
   }
+  QuoteRecord Quote;
 };
 
 TEST_F(LivePageTest, APageWithoutMarkersGetsNothingButTheLineEndsAroundIt) {
   EXPECT_EQ(Live("one\r\n\r\n|two| \x93\xE9\x94"), "one\r\n\r\n|two| \x93\xE9\x94");
-}
-
-// A quote of the table as the shown one; the currency symbol and the premium's text may come with it.
-void Show(const JsonObject& row) {
-  const std::map<std::string, Currency*> money = {{"CapitalCost", &Quote.CapitalCost},
-                                                  {"DepositValue", &Quote.DepositValue},
-                                                  {"ResidualValue", &Quote.ResidualValue},
-                                                  {"Maintenance", &Quote.Maintenance},
-                                                  {"Payment", &Quote.Payment}};
-  const std::map<std::string, std::int16_t*> counts = {{"AdvancedPayments", &Quote.AdvancedPayments},
-                                                       {"NumberOfPayments", &Quote.NumberOfPayments}};
-  for (const auto& [name, value] : row) {
-    if (const auto* text = std::get_if<std::string>(&value)) {
-      if (name == "CurrencySymbol") CalculatorPreferences.CurrencySymbol = *text;
-      if (name == "AdditionalPremiumMsg") SupplierCalcSettings.AdditionalPremiumMsg = *text;
-      continue;
-    }
-    const std::string number = std::get<JsonNumber>(value).text;
-    if (name == "Quarterly") {
-      Quote.Quarterly = number == "1";
-    } else if (name == "ApplyPremium") {
-      Quote.ApplyPremium = number == "1";
-    } else if (name == "ResidualPercent") {
-      Quote.ResidualPercent = std::stof(number);
-    } else if (counts.count(name) > 0) {
-      *counts.at(name) = static_cast<std::int16_t>(std::stoi(number));
-    } else {
-      *money.at(name) = *Currency::FromText(number);
-    }
-  }
 }
 
 // The table is the calculator page's as well (tests/page/enquiry.test.mjs), so that both fill markers alike.
@@ -124,23 +125,24 @@ TEST_F(LivePageTest, TheLogoComesFromThePictureFolderOrTheAppFolder) {
   EXPECT_EQ(Live("|HEADERPIC|"), "<img src=\"logo.gif\"><br>");
   folder.File("pictures #1/logo.png", "p");
   const std::string page = folder.File("a.html", "|HEADERPIC|");
-  EXPECT_EQ(ReadFile(CreateLivePage(page, folder.Path() + "\\pictures #1")),
+  EXPECT_EQ(ReadFile(CreateLivePage(page, folder.Path() + "\\pictures #1", Filled(), run)),
             "\r\n<img src=\"" + folder.Path() + "/pictures %231/logo.png\"><br>\r\n");
 }
 
 TEST_F(LivePageTest, EveryEndingInThePathIsReplacedAndAPageIsNeverWrittenOver) {
   const std::string page = folder.File("my.html pages/Form.HTML", "x");
   std::filesystem::create_directories(folder.Path() + "/my_live.html pages");
-  EXPECT_EQ(CreateLivePage(page, ""), folder.Path() + "/my_live.html pages/Form_live.html");
+  EXPECT_EQ(CreateLivePage(page, "", Filled(), run), folder.Path() + "/my_live.html pages/Form_live.html");
   for (const std::string& bad : {folder.File("page.htm", "x"), folder.Path() + "/none.html"}) {
-    EXPECT_THROW(CreateLivePage(bad, ""), ProgramEnded);
+    EXPECT_THROW(CreateLivePage(bad, "", Filled(), run), ProgramEnded);
     EXPECT_EQ(desktop.boxes.back().text, "HTML file creation failed");
   }
   EXPECT_EQ(ReadFile(folder.Path() + "/page.htm"), "x");
 }
 
 TEST_F(LivePageTest, APageInUtf16BecomesOneInUtf8) {
-  const std::string path = CreateLivePage(folder.File("u.html", std::string("\xFF\xFE|\0X\0|\0\xE9\0", 10)), "");
+  const std::string path =
+      CreateLivePage(folder.File("u.html", std::string("\xFF\xFE|\0X\0|\0\xE9\0", 10)), "", Filled(), run);
   EXPECT_EQ(ReadFile(path), "\xEF\xBB\xBF\r\n|X|é\r\n");
 }
 

@@ -14,10 +14,10 @@ class TemplateTest : public ProgramTest {
     prefs.PageBackColour = 0x4080FF;
   }
   std::string Fill(const std::string& text, bool isTestPage = false) {
-    return FillPlaceholders(text, prefs, isTestPage);
+    return FillPlaceholders(text, OwnBranding(), isTestPage);
   }
   std::string Page(const std::string& name) { return ReadFile(folder.Path() + "/" + name); }
-  CalculatorPreferencesRecord prefs;
+  CalculatorPreferencesRecord& prefs = CalculatorPreferences;
 };
 
 TEST_F(TemplateTest, TokensAreFilledEverywhereAndTheTwoPictureTokensOnlyAsWritten) {
@@ -49,7 +49,7 @@ TEST_F(TemplateTest, ValuesAreWrittenInThePagesCharacterSet) {
 
 TEST_F(TemplateTest, SavingWritesTheRecordAndBothPagesLineByLine) {
   folder.File("CalcTemplate.html", "a|CLASSID|\nb\xE9\r\nc\rd");
-  SaveCalculatorPreferences(prefs);
+  SaveCalculatorPreferences(OwnBranding(), run);
   EXPECT_EQ(Page("General.dat").size(), 824U);
   EXPECT_EQ(Page("calc.html"), "\r\na4B2D91E0-7C3A-4F15-9E62-1A8C5D0F37B4\r\nb\xE9\r\nc\r\nd\r\n");
   EXPECT_EQ(Page("calc_test.html"), "\r\naA71C5E08-3D42-11D7-8C19-0004AC6E2F51\r\nb\xE9\r\nc\r\nd\r\n");
@@ -58,7 +58,7 @@ TEST_F(TemplateTest, SavingWritesTheRecordAndBothPagesLineByLine) {
 
 TEST_F(TemplateTest, WithoutATemplateTheRecordIsSavedAndThePagesStay) {
   folder.File("Calc.Html", "old");
-  SaveCalculatorPreferences(prefs);
+  SaveCalculatorPreferences(OwnBranding(), run);
   EXPECT_EQ(Page("General.dat").size(), 824U);
   EXPECT_EQ(Page("Calc.Html"), "old");
   EXPECT_TRUE(desktop.boxes.empty());
@@ -67,7 +67,7 @@ TEST_F(TemplateTest, WithoutATemplateTheRecordIsSavedAndThePagesStay) {
 TEST_F(TemplateTest, ATemplateThatIsNoTextLeavesTheOldPages) {
   folder.File("CalcTemplate.html", std::string("MZ\0\0", 4));
   folder.File("Calc.Html", "old");
-  SaveCalculatorPreferences(prefs);
+  SaveCalculatorPreferences(OwnBranding(), run);
   EXPECT_EQ(desktop.boxes.at(0).text, "HTML creation failed");
   EXPECT_EQ(Page("Calc.Html"), "old");
 }

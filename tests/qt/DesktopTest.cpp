@@ -34,7 +34,7 @@ TEST_F(Desk, AClosedWindowEndsTheRun) {
 }
 
 TEST_F(Desk, TheEndOfTheProgramStopsEveryLoopAndEveryHandler) {
-  FrmAbout about;
+  FrmAbout about(run);
   bool continued = false, later = false;
   about.CmdSysInfo.Click = [] { throw ProgramEnded{3}; };
   form.quote.ckCapLock.Click = [&] { later = true; };
@@ -93,7 +93,7 @@ TEST_F(Desk, BoxesShowPlainTextAndAnswerWhatWasPressed) {
 }
 
 TEST_F(Desk, AModalWindowReturnsWhenItIsClosedAndCanBeShownAgain) {
-  FrmLeaseOrgDetails details;
+  FrmLeaseOrgDetails details(run, [] {});
   int shown = 0;
   details.Activated = [&] { ++shown; };
   for (int time = 1; time <= 2; ++time) {

@@ -33,7 +33,7 @@ class IconWindow : public Player {
     }
     return cells;
   }
-  FrmIconEdit editor;
+  FrmIconEdit editor{run};
 };
 
 TEST_F(IconWindow, ADragPaintsTheCellsUnderIt) {

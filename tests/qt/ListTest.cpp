@@ -59,7 +59,7 @@ TEST_F(Lists, AClickReachesTheProgramOnceAndAProgramsSelectionDoesNot) {
 
 TEST_F(Lists, TicksAreToggledByMouseAndKeyboard) {
   form.TabMain.SelectTab(kTabSettings);
-  ListView& forms = form.rateCard.LvwForms;
+  ListView& forms = form.forms.LvwForms;
   std::vector<int> ticks;
   forms.ItemCheck = [&](int row) { ticks.push_back(row); };
   for (const char* name : {"one", "two", "three"}) forms.Add({name, name, {}, "", false});

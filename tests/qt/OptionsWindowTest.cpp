@@ -12,6 +12,7 @@ class OptionsWindow : public SampleWindow {
   OptionsWindow() {
     CalculatorPreferences.TaxRate = 17.5F;
     CalculatorPreferences.IconName = "COINS";
+    form.Serve(options);
     options.Load();
     Show(options);
   }
@@ -23,7 +24,7 @@ class OptionsWindow : public SampleWindow {
     Tree().scrollToItem(&item);
     Click(*Tree().viewport(), Tree().visualItemRect(&item).center());
   }
-  FrmOptions options;
+  FrmOptions options{run, form.database};
 };
 
 TEST_F(OptionsWindow, TheKeyboardAloneWalksTheTreeAndEdits) {
@@ -78,7 +79,7 @@ TEST_F(OptionsWindow, ThePreviewShowsTheIconsPresentPicture) {
 }
 
 TEST_F(OptionsWindow, ALinkWorksByPointerAndByKey) {
-  frmFormEditWarning warning("");
+  frmFormEditWarning warning(run, "");
   int opened = 0;
   warning.LblWarning(1).Click = [&] { ++opened; };
   desktop.Show(warning);

@@ -9,16 +9,10 @@
 
 namespace tarvolinex {
 
-class Player : public testing::Test {
+class Player : public testing::Test, protected WithRun {
  protected:
-  explicit Player(Window& window) : window_(window) {
-    ResetGlobals();
-    UseDesktop(&desktop);
-  }
-  ~Player() override {
-    ResetGlobals();
-    UseDesktop(nullptr);
-  }
+  explicit Player(Window& window) : window_(window) { UseDesktop(&desktop); }
+  ~Player() override { UseDesktop(nullptr); }
   void Show(Window& window) {
     desktop.Show(window);
     WaitFor(window);
@@ -98,7 +92,7 @@ class Player : public testing::Test {
   }
   std::string Ask(const std::string& statement) {
     Recordset answer;
-    answer.Open(statement, TheStore->connection);
+    answer.Open(statement, dynamic_cast<FrmMain&>(window_).database.Plain());
     return answer.EndOfFile() ? "(none)" : ValueText(answer.Field(0));
   }
   std::string Town(int id) { return Ask("SELECT Town FROM suppliers WHERE ID=" + std::to_string(id)); }
@@ -114,8 +108,34 @@ class Player : public testing::Test {
 // The main window's controls, drawn by the real window, without the program's handlers.
 class ShownWindow : public Player {
  protected:
-  ShownWindow() : Player(form) { Show(form); }
-  MainWindow form;
+  ShownWindow() : Player(form) {
+    for (Control* control : form.Controls()) {
+      control->GotFocus = control->Validate = control->LostFocus = nullptr;
+      control->KeyUp = nullptr;
+      Silence(dynamic_cast<TextBox*>(control), &TextBox::Change, &TextBox::Refused);
+      Silence(dynamic_cast<CommandButton*>(control), &CommandButton::Click);
+      Silence(dynamic_cast<OptionButton*>(control), &OptionButton::Click);
+      Silence(dynamic_cast<CheckBox*>(control), &CheckBox::Click);
+      Silence(dynamic_cast<ComboBox*>(control), &ComboBox::Click);
+      Silence(dynamic_cast<ListBox*>(control), &ListBox::Click);
+      Silence(dynamic_cast<ListView*>(control), &ListView::ItemClick, &ListView::DblClick, &ListView::ItemCheck,
+              &ListView::ColumnClick);
+      Silence(dynamic_cast<UpDown*>(control), &UpDown::UpClick, &UpDown::DownClick, &UpDown::Change);
+      Silence(dynamic_cast<TabStrip*>(control), &TabStrip::Click);
+      Silence(dynamic_cast<Menu*>(control), &Menu::Click);
+      Silence(dynamic_cast<Toolbar*>(control), &Toolbar::ButtonClick);
+    }
+    form.Timer1.Tick = form.Unloading = nullptr;
+    form.MayClose = nullptr;
+    form.KeyUp = nullptr;
+    form.Resized = nullptr;
+    Show(form);
+  }
+  template <typename Kind, typename... Events>
+  static void Silence(Kind* control, Events Kind::*... events) {
+    if (control) ((control->*events = nullptr), ...);
+  }
+  FrmMain form{run};
 };
 
 // The whole program on the sample database, drawn by the real window and played by mouse and keyboard.
@@ -129,7 +149,7 @@ class SampleWindow : public Player {
     form.Load();
     WaitFor(form);
   }
-  FrmMain form;
+  FrmMain form{run};
 };
 
 }  // namespace tarvolinex

@@ -8,7 +8,7 @@ TEST_F(SampleWindow, TypingInTheListGoesToTheSupplierOfThatName) {
   List().setFocus();
   Keys(List(), "sax");
   Settle();
-  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form.shown.CurrentSupplierId, 3);
   EXPECT_EQ(Root().windowTitle(), "Tarvolinex - Saxonholt Dental Systems Ltd");
   EXPECT_EQ(Find<QLabel>("LblCompany").text(), "*Saxonholt Dental Systems Ltd*");
   Shortcut(Qt::Key_C);
@@ -19,7 +19,7 @@ TEST_F(SampleWindow, AFilterThatNothingMatchesSaysSoInTheList) {
   Type("TxtFilter", "nobody is called so");
   const auto* note = List().viewport()->findChild<QLabel*>();
   ASSERT_TRUE(note && note->isVisible());
-  EXPECT_EQ(note->text(), QString::fromStdString(ReplaceAliases("No <SUPPLIER> matches")));
+  EXPECT_EQ(note->text(), QString::fromStdString(run.ReplaceAliases("No <SUPPLIER> matches")));
   EXPECT_EQ(note->size(), List().viewport()->size());
   Type("TxtFilter", "");
   EXPECT_FALSE(note->isVisible());
@@ -115,7 +115,7 @@ TEST_F(SampleWindow, AContactIsTypedSavedAndRemovedWithItsButtons) {
 }
 
 TEST_F(SampleWindow, TheSearchDialogIsDrivenByKeys) {
-  TheStore->connection.Execute("INSERT INTO contacts(ID,Supplierid,firstname,surname) VALUES(101,3,'Ann','D`Zz')");
+  form.database.Plain().Execute("INSERT INTO contacts(ID,Supplierid,firstname,surname) VALUES(101,3,'Ann','D`Zz')");
   WhenWaiting<QDialog>([&](QDialog& top) {
     auto& surname = In(top, "TxtSearch_1");
     auto& find = In<QPushButton>(top, "CmdFind");
@@ -124,7 +124,7 @@ TEST_F(SampleWindow, TheSearchDialogIsDrivenByKeys) {
     Keys(surname, "d'z");
     Press(surname, Qt::Key_Return);
     EXPECT_EQ(find.text(), "&Find Next");
-    EXPECT_EQ(CurrentContactId, 101);
+    EXPECT_EQ(form.contacts.CurrentContactId, 101);
     AnswerWith(QMessageBox::Ok);
     Press(surname, Qt::Key_Return);
     Click(In<QPushButton>(top, "CmdClose"));

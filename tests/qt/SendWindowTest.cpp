@@ -20,7 +20,7 @@ class PaintCounter : public QObject {
 
 TEST_F(SampleWindow, AnUploadLetsTheWindowLiveAndEscapeStopsIt) {
   CalculatorPreferences.AliasCalcName = "Lease Tool";
-  SaveCalculatorPreferences(CalculatorPreferences);
+  SaveCalculatorPreferences(OwnBranding(), run);
   ClickTab(kTabSend);
   Type("TxtEmail_0", "Your calculator");
   Keys(Find<QPlainTextEdit>("TxtEmail_1"), "Hello");
@@ -37,7 +37,7 @@ TEST_F(SampleWindow, AnUploadLetsTheWindowLiveAndEscapeStopsIt) {
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, &bar, [&] {
     const bool sending = Find("TxtStatus").text().startsWith("Transfering") && bar.value() > 4;
-    if (sending && !StopRequested) Press(Root(), Qt::Key_Escape);
+    if (sending && !run.StopRequested) Press(Root(), Qt::Key_Escape);
   });
   watch.start(20);
   Send(2);

@@ -66,14 +66,14 @@ Texts EnglishIn(QWidget& root) {
 // What the sample database holds stays as it is.
 Texts Data(const FrmMain& form, const FrmOptions& options) {
   Texts data = {"Dealer", "*" + form.supplier.TxtSupplier(0).Text() + "*",
-                SupplierCalcSettings.AdditionalPremiumMsg.Trimmed()};
-  for (const ListView* list : {&form.LvwSuppliers, &form.rateCard.LvwForms, &form.send.lvSendContacts}) {
+                form.run.SupplierCalcSettings.AdditionalPremiumMsg.Trimmed()};
+  for (const ListView* list : {&form.LvwSuppliers, &form.forms.LvwForms, &form.send.lvSendContacts}) {
     for (const auto& row : list->Rows()) {
       data.insert(row.text);
       data.insert(row.cells.begin(), row.cells.end());
     }
   }
-  for (const auto& contact : form.supplier.LstContacts.Items()) data.insert(contact.text);
+  for (const auto& contact : form.contacts.LstContacts.Items()) data.insert(contact.text);
   for (const auto& icon : options.CboIcons.Items()) data.insert(icon.text);
   for (const auto& node : options.TreeOptions.Nodes()) {
     if (node.parent == "FORMS") data.insert(node.text);
@@ -95,15 +95,16 @@ std::vector<std::string> Nameless(const Window& window, const Binder& binder) {
 
 TEST_F(Translated, EveryControlHasItsWidgetEveryWidgetItsControlAndANameAndEveryTextIsLookedUp) {
   WebServer = "www.example.com";
-  FrmAbout about;
-  FrmLeaseOrgDetails details;
-  FrmSearch search;
-  FrmIconEdit editor;
-  FrmOptions options;
-  frmFormEditWarning warning("");
-  FRmCreateDB create;
-  FrmMailSettings mail;
-  frmSendCalc send;
+  FrmAbout about(run);
+  FrmLeaseOrgDetails details(run, [] {});
+  FrmSearch search(run, form.database, [](int, int) {});
+  FrmIconEdit editor(run);
+  FrmOptions options(run, form.database);
+  frmFormEditWarning warning(run, "");
+  FRmCreateDB create(run, [](bool&) { return false; });
+  FrmMailSettings mail(run);
+  Sending sending;
+  frmSendCalc send(run, sending, form.send);
   options.Load();
   editor.SetLoadPic("");
   const Texts data = Data(form, options);
@@ -134,8 +135,8 @@ TEST_F(Translated, MessagesAndTheValuesInThem) {
     EXPECT_EQ(box.windowTitle() + box.text(), "~Error~Load failed");
     box.accept();
   });
-  ShowError("Load failed");
-  EXPECT_EQ(ReplaceAliases("Saving <SUPPLIER> Failed"), "~Saving Dealer Failed");
+  run.ShowError("Load failed");
+  EXPECT_EQ(run.ReplaceAliases("Saving <SUPPLIER> Failed"), "~Saving Dealer Failed");
   // What goes in is not searched again, and a "%" that stands for nothing stays.
   EXPECT_EQ(Tr("Writing %1: %2", {"100%2.dat", "why"}), "~Writing 100%2.dat: why");
   EXPECT_EQ(Tr("% of %1 Cost", {"Asset"}), "~% of Asset Cost");

@@ -15,9 +15,8 @@ class BadDatabaseTest : public SampleTest {
   // The program is started again; false when it ended.
   bool StartAgain() {
     form.reset();
-    TheStore = std::make_unique<Store>();
     desktop.boxes.clear();
-    form = std::make_unique<FrmMain>();
+    form = std::make_unique<FrmMain>(run);
     try {
       form->Load();
     } catch (const ProgramEnded&) {
@@ -126,7 +125,7 @@ TEST_F(BadDatabaseTest, ANewDatabaseOnAFullDiskCanBeTriedAgain) {
   const std::string first = DataFolder, target = folder.Path() + "/new";
   const auto package = static_cast<rlim_t>(ReadFile(AppFolder + "\\Database.Bak").size());
   std::filesystem::create_directory(target);
-  FRmCreateDB create;
+  FRmCreateDB create(run, [this](bool& askUser) { return form->OpenDatabase(askUser); });
   create.TxtFolder.SetText(target);
   {
     const FullDisk full(package / 2);  // not even the package fits
@@ -149,7 +148,7 @@ TEST_F(BadDatabaseTest, ANewDatabaseOnAFullDiskCanBeTriedAgain) {
 }
 
 TEST_F(BadDatabaseTest, AMissingColumnIsReportedAndTheWindowComesUp) {
-  TheStore->connection.Execute("ALTER TABLE Forms DROP COLUMN LinkName");
+  form->database.Plain().Execute("ALTER TABLE Forms DROP COLUMN LinkName");
   ASSERT_TRUE(StartAgain());
   EXPECT_EQ(Said().substr(0, 18), "No column LinkName");
   EXPECT_EQ(form->LvwSuppliers.Count(), 12);

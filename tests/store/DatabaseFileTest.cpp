@@ -8,7 +8,7 @@ namespace tarvolinex {
 using FirstStartTest = SampleTest;
 
 TEST_F(FirstStartTest, ThePackageIsUnpackedAndItsCopyStays) {
-  EXPECT_TRUE(DatabaseUnpacked);
+  EXPECT_TRUE(form->DatabaseUnpacked);
   EXPECT_FALSE(FileExists(AppFolder + "\\Database.zip"));
   EXPECT_TRUE(FileExists(AppFolder + "\\Database.Bak"));
   EXPECT_EQ(form->LvwSuppliers.Count(), 12);
@@ -25,7 +25,7 @@ TEST_F(FirstStartTest, ADataFolderOfItsOwnKeepsNoCopy) {
   std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", other.Path() + "/database.ZIP");
   DataFolder = other.Path() + "\\";
   bool askUser = false;
-  EXPECT_TRUE(OpenDatabase(askUser));
+  EXPECT_TRUE(form->OpenDatabase(askUser));
   EXPECT_EQ(DataFolder, other.Path());
   EXPECT_FALSE(FileExists(other.Path() + "\\Database.Bak"));
   EXPECT_NE(ReadFile(AppFolder + "\\General.INI").find("DATABASEPATH=" + other.Path()), std::string::npos);
@@ -34,16 +34,16 @@ TEST_F(FirstStartTest, ADataFolderOfItsOwnKeepsNoCopy) {
 TEST_F(FirstStartTest, CancellingTheOpenDialogChangesNothing) {
   const std::string before = DataFolder;
   bool askUser = true;
-  EXPECT_FALSE(OpenDatabase(askUser));
+  EXPECT_FALSE(form->OpenDatabase(askUser));
   EXPECT_EQ(DataFolder, before);
-  EXPECT_TRUE(TheStore->connection.IsOpen());
+  EXPECT_TRUE(form->database.Plain().IsOpen());
   // A package that has come meanwhile is unpacked over the file that is open: the new file is worked on.
   std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", before + "/Database.zip");
   askUser = true;
-  EXPECT_FALSE(OpenDatabase(askUser));
-  EXPECT_NO_THROW(TheStore->connection.Execute("UPDATE suppliers SET Town='New' WHERE ID=1"));
+  EXPECT_FALSE(form->OpenDatabase(askUser));
+  EXPECT_NO_THROW(form->database.Plain().Execute("UPDATE suppliers SET Town='New' WHERE ID=1"));
   desktop.files = {"/some/where/other.mdb"};
-  EXPECT_THROW(OpenDatabase(askUser), ProgramEnded);
+  EXPECT_THROW(form->OpenDatabase(askUser), ProgramEnded);
   EXPECT_EQ(DataFolder, "/some/where/other.mdb");
 }
 
@@ -58,14 +58,11 @@ TEST_F(MissingDatabaseTest, TheUserIsAskedToLook) {
   EXPECT_EQ(desktop.boxes[0].icon, BoxIcon::Critical);
   TemporaryFolder other;
   std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", other.Path() + "/Database.zip");
-  const std::string app = DataFolder;
-  DataFolder = other.Path();
-  UnpackDatabase();
-  DataFolder = app;
+  UnpackDatabase({AppFolder, other.Path(), CalculatorFolder()}, run);
   desktop.answers = {Answer::Yes};
   desktop.files = {other.Path() + "/tarvolinex.MDB"};
   bool askUser = false;
-  EXPECT_TRUE(OpenDatabase(askUser));
+  EXPECT_TRUE(form->OpenDatabase(askUser));
   EXPECT_TRUE(askUser);
   EXPECT_EQ(DataFolder, other.Path());
 }
@@ -93,7 +90,7 @@ TEST_F(FirstStartTest, WhatCannotBeOpenedIsReportedAndAnotherOneOffered) {
       DataFolder = bad.Path();
       desktop.boxes.clear();
       bool askUser = false;
-      return OpenDatabase(askUser);
+      return form->OpenDatabase(askUser);
     };
     EXPECT_THROW(start(), ProgramEnded) << kind;
     EXPECT_EQ(desktop.boxes.at(0).text.substr(0, 18), "3100 The database ") << kind;
@@ -107,12 +104,11 @@ TEST_F(FirstStartTest, WhatCannotBeOpenedIsReportedAndAnotherOneOffered) {
 }
 
 TEST_F(FirstStartTest, AReplacedDatabaseIsKept) {
-  TheStore->connection.Execute("UPDATE suppliers SET Town='Own' WHERE ID=3");
+  form->database.Plain().Execute("UPDATE suppliers SET Town='Own' WHERE ID=3");
   form.reset();
-  TheStore = std::make_unique<Store>();
   for (int n = 0; n < 2; ++n) {
     std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
-    ASSERT_TRUE(UnpackDatabase());
+    ASSERT_EQ(UnpackDatabase(run.Places(), run), Unpacked::Yes);
   }
   const auto copies = ListFiles(folder.Path() + "\\Backup\\Replaced *.mdb");
   ASSERT_EQ(copies.size(), 2U);  // the second one is the first's fresh database

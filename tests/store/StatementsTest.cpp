@@ -19,13 +19,12 @@ TEST(Statements, PlaceholdersAreFilledInOnePass) {
 using StatementsTest = ProgramTest;
 
 TEST_F(StatementsTest, FailuresEndTheProgramWithTheirText) {
-  EXPECT_THROW(ExecuteStatement("DELETE FROM none"), ProgramEnded);
+  Database database(run);
+  EXPECT_THROW(database.ExecuteStatement("DELETE FROM none"), ProgramEnded);
   EXPECT_EQ(desktop.boxes.at(0).text.substr(0, 23), "Database update failed");
   Recordset set;
-  EXPECT_THROW(OpenRecordset("SELECT 1", set), ProgramEnded);
+  EXPECT_THROW(database.OpenRecordset("SELECT 1", set), ProgramEnded);
   EXPECT_EQ(desktop.boxes.at(1).text, "Database Error");
 }
-
-using SampleStatementsTest = SampleTest;
 
 }  // namespace tarvolinex

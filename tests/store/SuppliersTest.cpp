@@ -7,7 +7,7 @@ namespace tarvolinex {
 
 class SuppliersTest : public SampleTest {
  protected:
-  void ExecuteRaw(const std::string& statement) { TheStore->connection.Execute(statement); }
+  void ExecuteRaw(const std::string& statement) { form->database.Plain().Execute(statement); }
   std::string FormatTextOf(const std::string& column) {
     return FormatFixed(std::stod(Ask("SELECT " + column + " FROM suppliers WHERE ID=3")), 2);
   }
@@ -15,7 +15,7 @@ class SuppliersTest : public SampleTest {
 
 TEST_F(SuppliersTest, SelectingASupplierFillsItsFields) {
   Choose("Saxonholt Dental Systems Ltd");
-  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
   EXPECT_EQ(form->supplier.TxtSupplier(3).Text(), "Reading");
   EXPECT_EQ(form->supplier.TxtSupplier(kSupplierName).MaxLength(), 50);
   EXPECT_EQ(form->LblCompany.Caption(), "*Saxonholt Dental Systems Ltd*");
@@ -23,7 +23,7 @@ TEST_F(SuppliersTest, SelectingASupplierFillsItsFields) {
   EXPECT_EQ(form->rateCard.lblRangeFrom(0).Caption(), form->rateCard.txtRangeTo(1).Text());
   EXPECT_EQ(SupplierCalcSettings.ID, 3);
   EXPECT_EQ(form->send.lvSendContacts.Columns().size(), 3U);
-  EXPECT_EQ(form->supplier.LstContacts.Items().size(),
+  EXPECT_EQ(form->contacts.LstContacts.Items().size(),
             std::stoul(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=3")));
 }
 
@@ -33,16 +33,16 @@ TEST_F(SuppliersTest, ASupplierThatIsGoneIsReported) {
   EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
   EXPECT_EQ(form->LvwSuppliers.Count(), 11);
   // What is shown is the selected supplier, so that typing goes on in it.
-  EXPECT_EQ(CurrentSupplierId, 1);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 1);
   EXPECT_EQ(form->supplier.TxtSupplier(kSupplierName).Text(), "Aldermoor Print Finishing Ltd");
 }
 
 TEST_F(SuppliersTest, FormsWithoutAPageAreNotOffered) {
-  EXPECT_EQ(form->rateCard.LvwForms.Count(), 4);
+  EXPECT_EQ(form->forms.LvwForms.Count(), 4);
   DeleteFile(DataFolder + "\\forms\\2.html");
   form->menus.MnuRefresh.Choose();
-  EXPECT_EQ(form->rateCard.LvwForms.Count(), 3);
-  EXPECT_EQ(form->rateCard.LvwForms.Find("ID2"), -1);
+  EXPECT_EQ(form->forms.LvwForms.Count(), 3);
+  EXPECT_EQ(form->forms.LvwForms.Find("ID2"), -1);
 }
 
 TEST_F(SuppliersTest, TheListIsInTheOrderOfTheNames) {

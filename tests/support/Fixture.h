@@ -6,29 +6,40 @@
 #include <cstdlib>
 #include <memory>
 
-#include "core/Globals.h"
+#include "core/Run.h"
 #include "platform/files/Files.h"
 #include "support/Delivered.h"
 #include "support/ScriptedDesktop.h"
 #include "support/TemporaryFolder.h"
 #include "ui/main/FrmMain.h"
+#include "ui/main/FrmSearch.h"
 
 namespace tarvolinex {
 
-// Fresh globals and an app folder of the test's own.
-class ProgramTest : public ::testing::Test {
+// A run whose parts are called by their own names.
+struct WithRun {
+  std::string CalculatorFolder() const { return run.CalculatorFolder(); }
+  Branding OwnBranding() const { return {run.Places(), CalculatorPreferences, CustomerReference}; }
+
+  Run run;
+  std::string &AppFolder = run.AppFolder, &DataFolder = run.DataFolder;
+  std::string &WebServer = run.WebServer, &CustomerReference = run.CustomerReference;
+  CalculatorPreferencesRecord& CalculatorPreferences = run.CalculatorPreferences;
+  SupplierCalcSettingsRecord& SupplierCalcSettings = run.SupplierCalcSettings;
+  bool& ErrorShown = run.ErrorShown;
+};
+
+// A run in an app folder of the test's own.
+class ProgramTest : public ::testing::Test, protected WithRun {
  protected:
   ProgramTest() {
     // Nobody's real key store.
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
-    ResetGlobals();
     UseDesktop(&desktop);
     AppFolder = DataFolder = folder.Path();
   }
-  ~ProgramTest() override {
-    ResetGlobals();
-    UseDesktop(nullptr);
-  }
+  ~ProgramTest() override { UseDesktop(nullptr); }
+
   TemporaryFolder folder;
   ScriptedDesktop desktop;
 };
@@ -36,7 +47,7 @@ class ProgramTest : public ::testing::Test {
 // The main window's controls and handlers, without a database.
 class WindowTest : public ProgramTest {
  protected:
-  WindowTest() : form(std::make_unique<FrmMain>()) {
+  WindowTest() : form(std::make_unique<FrmMain>(run)) {
     CalculatorPreferences.CurrencySymbol = "£";
     CalculatorPreferences.AliasSupplier = "Dealer";
     CalculatorPreferences.AliasResidual = "Balloon";
@@ -67,10 +78,13 @@ class SampleTest : public WindowTest {
     }
     FAIL() << "no supplier is called " << name;
   }
+  FrmSearch::ShowContact Goes() {
+    return [this](int supplierId, int contactId) { form->ShowContact(supplierId, contactId); };
+  }
   // The first column of the first row.
   std::string Ask(const std::string& statement) {
     Recordset answer;
-    answer.Open(statement, TheStore->connection);
+    answer.Open(statement, form->database.Plain());
     return answer.EndOfFile() ? "(none)" : ValueText(answer.Field(0));
   }
 };

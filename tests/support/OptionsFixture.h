@@ -13,13 +13,14 @@ class WithOptions : public SampleTest {
   WithOptions() {
     DeliverInto(folder.Path());
     std::filesystem::remove(folder.Path() + "/Database.zip");
-    SaveCalculatorPreferences(CalculatorPreferences);
+    SaveCalculatorPreferences(OwnBranding(), run);
     CalculatorPreferences.IconName = "Coins.ico";
     desktop.boxes.clear();
+    form->Serve(options);
     options.Load();
   }
   void Select(const std::string& key) { options.TreeOptions.ClickNode(key); }
-  FrmOptions options;
+  FrmOptions options{run, form->database};
 };
 
 }  // namespace tarvolinex

@@ -10,18 +10,18 @@ class ContactPanelTest : public SampleTest {
  protected:
   ContactPanelTest() {
     Choose("Saxonholt Dental Systems Ltd");
-    TheStore->connection.Execute("DELETE FROM contacts WHERE Supplierid=3");
-    TheStore->connection.Execute(
+    form->database.Plain().Execute("DELETE FROM contacts WHERE Supplierid=3");
+    form->database.Plain().Execute(
         "INSERT INTO contacts(ID,Supplierid,firstname,surname,email) VALUES(101,3,'Ann','Young','ann@x.example'),"
         "(102,3,'Bob','Adams',NULL)");
     form->menus.MnuRefresh.Choose();
     Choose("Saxonholt Dental Systems Ltd");
   }
-  TextBox& Field(int field) { return form->supplier.TxtContact(field); }
-  CommandButton& Button(int button) { return form->supplier.CmdContact(button); }
+  TextBox& Field(int field) { return form->contacts.TxtContact(field); }
+  CommandButton& Button(int button) { return form->contacts.CmdContact(button); }
   std::string Names() {
     std::string names;
-    for (const auto& item : form->supplier.LstContacts.Items()) names += item.text + ";";
+    for (const auto& item : form->contacts.LstContacts.Items()) names += item.text + ";";
     return names;
   }
 };
@@ -31,20 +31,20 @@ TEST_F(ContactPanelTest, ListsAreInSurnameOrderAndSendToNeedsAnAddress) {
   ASSERT_EQ(form->send.lvSendContacts.Count(), 1);
   EXPECT_EQ(form->send.lvSendContacts.At(0).key, "ID101");
   EXPECT_EQ(Field(1).Text(), "Adams");
-  EXPECT_EQ(CurrentContactId, 102);
-  form->supplier.LstContacts.SetListIndex(1);
+  EXPECT_EQ(form->contacts.CurrentContactId, 102);
+  form->contacts.LstContacts.SetListIndex(1);
   EXPECT_EQ(Field(0).Text(), "Ann");
   EXPECT_EQ(Button(0).Caption(), "Add &Contact");
-  EXPECT_FALSE(ContactChanged);
+  EXPECT_FALSE(form->contacts.ContactChanged);
 }
 
 TEST_F(ContactPanelTest, AnEditIsSavedWhenAnotherIsShown) {
   Type(Field(2), "Manager");
   EXPECT_EQ(Button(0).Caption(), "Save &Contact");
-  form->supplier.LstContacts.SetListIndex(1);
+  form->contacts.LstContacts.SetListIndex(1);
   EXPECT_EQ(Ask("SELECT jobtitle FROM contacts WHERE ID=102"), "Manager");
   Type(Field(2), "Buyer");
-  SupplierChanged = false;
+  form->shown.SupplierChanged = false;
   Choose("Millrace Laundry Systems Ltd");
   EXPECT_EQ(Ask("SELECT jobtitle FROM contacts WHERE ID=101"), "Buyer");
 }
@@ -69,7 +69,7 @@ TEST_F(ContactPanelTest, AContactStaysInTheDatabaseInWhichItWasTyped) {
   const std::string first = DataFolder, id = "SELECT jobtitle FROM contacts WHERE ID=";
   Choose("Millrace Laundry Systems Ltd");
   form->Toolbar1.Press("SAVE");  // the supplier has no edits of its own
-  const std::string statement = id + std::to_string(CurrentContactId), before = Ask(statement);
+  const std::string statement = id + std::to_string(form->contacts.CurrentContactId), before = Ask(statement);
   Type(Field(2), "Archivist");
   desktop.files = {other.Path() + "/Tarvolinex.mdb"};
   form->menus.MnuOpen.Choose();
@@ -88,17 +88,17 @@ TEST_F(ContactPanelTest, ANamelessContactIsNeverStored) {
   EXPECT_EQ(desktop.boxes.at(0).text, "Please enter a first name or a surname");
   EXPECT_EQ(Field(5).Text(), "x@x.example");  // and nothing that was typed is lost
   Type(Field(0), "Xen");
-  SupplierChanged = false;
+  form->shown.SupplierChanged = false;
   ErrorShown = true;
   form->menus.MnuExit.Choose();
   EXPECT_EQ(Ask("SELECT email FROM contacts WHERE firstname='Xen'"), "x@x.example");
 }
 
 TEST_F(ContactPanelTest, RemovingNeedsASelectedContact) {
-  form->supplier.LstContacts.SetListIndex(-1);
+  form->contacts.LstContacts.SetListIndex(-1);
   Button(1).Press();
   EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=3"), "2");
-  form->supplier.LstContacts.SetListIndex(0);
+  form->contacts.LstContacts.SetListIndex(0);
   Button(1).Press();
   EXPECT_EQ(Names(), "Ann Young;");
   Button(1).Press();
@@ -113,7 +113,7 @@ TEST_F(ContactPanelTest, AContactOfANewSupplierSavesTheSupplierFirst) {
   form->menus.MnuAdd.Choose();
   Type(form->supplier.TxtSupplier(kSupplierName), "Zebra Ltd");
   Field(0).SetFocus();
-  EXPECT_EQ(CurrentSupplierId, 13);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 13);
   EXPECT_EQ(Button(0).Caption(), "Save &Contact");
   Type(Field(0), "Zoe");
   Button(0).Press();
@@ -124,18 +124,18 @@ TEST_F(ContactPanelTest, TheSendTabRefillsStaleLists) {
   Type(Field(5), "bob@x.example");
   form->TabMain.Choose(kTabSend);
   EXPECT_EQ(form->send.lvSendContacts.Count(), 2);
-  EXPECT_FALSE(ContactListStale);
+  EXPECT_FALSE(form->contacts.ContactListStale);
   form->send.lvSendContacts.DoubleClickRow(1);
   EXPECT_TRUE(form->send.lvSendContacts.At(1).checked);
-  SetDateLastSent("05 March 2003 14:07:09", 101);
-  ListContacts();
+  SetDatesLastSent(form->database, {{101, "05 March 2003 14:07:09"}}, true);
+  form->contacts.ListContacts();
   EXPECT_EQ(form->send.lvSendContacts.At(1).cells[1], "05 March 2003 14:07:09");
 }
 
 TEST_F(ContactPanelTest, TheSearchFindsOneAfterTheOther) {
-  TheStore->connection.Execute(
+  form->database.Plain().Execute(
       "INSERT INTO contacts(ID,Supplierid,firstname,surname) VALUES(103,10,'Anne','O`Young'),(104,10,'Anna','Young')");
-  FrmSearch search;
+  FrmSearch search(run, form->database, Goes());
   EXPECT_FALSE(search.CmdFind.Enabled());
   search.TxtSearch(0).SetText(" ");
   search.CmdFind.Press();
@@ -143,53 +143,53 @@ TEST_F(ContactPanelTest, TheSearchFindsOneAfterTheOther) {
   search.TxtSearch(0).SetText("aNN");
   search.TxtSearch(1).SetText("young");
   search.CmdFind.Press();
-  EXPECT_EQ(CurrentSupplierId, 3);
-  EXPECT_EQ(CurrentContactId, 101);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
+  EXPECT_EQ(form->contacts.CurrentContactId, 101);
   EXPECT_EQ(form->TabMain.Selected(), kTabDetails);
   EXPECT_EQ(search.CmdFind.Caption(), "&Find Next");
   search.TxtSearch(1).KeyUp(Key::Return);
-  EXPECT_EQ(CurrentContactId, 104);
+  EXPECT_EQ(form->contacts.CurrentContactId, 104);
   search.CmdFind.Press();
   EXPECT_EQ(desktop.boxes.at(0).text, "No more contacts found");
   EXPECT_EQ(search.CmdFind.Caption(), "&Find First");
   search.TxtSearch(1).SetFocus();
   search.TxtSearch(1).Type("O'Y");
   search.CmdFind.Press();
-  EXPECT_EQ(CurrentContactId, 103);
+  EXPECT_EQ(form->contacts.CurrentContactId, 103);
   search.TxtSearch(1).SetText("nobody");
   search.CmdFind.Press();
   EXPECT_EQ(desktop.boxes.at(1).title, "Contract Search");
 }
 
 TEST_F(ContactPanelTest, AMatchIsShownWhateverTheListHolds) {
-  FrmSearch search;
+  FrmSearch search(run, form->database, Goes());
   form->Toolbar1.Press("SAVE");
   form->menus.MnuAdd.Choose();
   Type(form->supplier.TxtSupplier(kSupplierName), "Zebra Ltd");
   search.TxtSearch(1).SetText("Young");
   search.CmdFind.Press();
-  EXPECT_EQ(CurrentSupplierId, 3);
-  EXPECT_EQ(CurrentContactId, 101);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
+  EXPECT_EQ(form->contacts.CurrentContactId, 101);
   Choose("Millrace Laundry Systems Ltd");
   form->TxtFilter.SetText("Millrace");
   search.TxtSearch(1).SetText("Young ");
   search.CmdFind.Press();
-  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
   EXPECT_FALSE(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).hidden);
   // Another program has added one supplier and removed another.
-  TheStore->connection.Execute("INSERT INTO suppliers(ID,CompanyName) VALUES(77,'New Co')");
-  TheStore->connection.Execute(
+  form->database.Plain().Execute("INSERT INTO suppliers(ID,CompanyName) VALUES(77,'New Co')");
+  form->database.Plain().Execute(
       "INSERT INTO contacts(Supplierid,firstname,surname) VALUES(77,'New','Person'),(78,'Lost','Person')");
   search.TxtSearch(1).SetText("Person");
   search.CmdFind.Press();
-  EXPECT_EQ(CurrentSupplierId, 77);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 77);
   search.CmdFind.Press();
   EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
 }
 
 TEST_F(ContactPanelTest, OthersCanWriteWhileAMatchIsShown) {
-  TheStore->connection.Execute("INSERT INTO contacts(Supplierid,firstname,surname) VALUES(10,'Anna','Young')");
-  FrmSearch search;
+  form->database.Plain().Execute("INSERT INTO contacts(Supplierid,firstname,surname) VALUES(10,'Anna','Young')");
+  FrmSearch search(run, form->database, Goes());
   search.TxtSearch(1).SetText("You");
   search.CmdFind.Press();
   EXPECT_EQ(search.CmdFind.Caption(), "&Find Next");
@@ -198,15 +198,15 @@ TEST_F(ContactPanelTest, OthersCanWriteWhileAMatchIsShown) {
   EXPECT_NO_THROW(other.Execute("BEGIN EXCLUSIVE"));
   EXPECT_NO_THROW(other.Execute("ROLLBACK"));
   search.CmdFind.Press();
-  EXPECT_EQ(CurrentSupplierId, 10);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 10);
   search.TxtSearch(0).SetText("O'");  // never left: it is no statement's end all the same
   search.CmdFind.Press();
   EXPECT_EQ(desktop.boxes.at(0).text, "No Contacts Found");
 }
 
 TEST_F(ContactPanelTest, AContactThatIsGoneIsReported) {
-  TheStore->connection.Execute("DELETE FROM contacts WHERE ID=101");
-  form->supplier.LstContacts.SetListIndex(1);
+  form->database.Plain().Execute("DELETE FROM contacts WHERE ID=101");
+  form->contacts.LstContacts.SetListIndex(1);
   EXPECT_EQ(desktop.boxes.at(0).text, "Contact Not Found");
 }
 

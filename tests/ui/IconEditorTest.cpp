@@ -40,7 +40,7 @@ class IconEditorTest : public ProgramTest {
   }
   std::string Stored(const std::string& name) { return ReadFile(DataFolder + "/icons/" + name); }
 
-  FrmIconEdit editor;
+  FrmIconEdit editor{run};
   std::vector<std::string> refreshed;
 };
 

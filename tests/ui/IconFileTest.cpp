@@ -105,8 +105,8 @@ TEST_F(IconFileTest, WhatIsNoIconOfOurSizeIsRefused) {
 }
 
 TEST_F(IconFileTest, NamesAreThoseOfFilesInTheFolder) {
-  EXPECT_EQ(IconPath(" blue star.ico.ICO "), DataFolder + "\\icons\\BLUE STAR.ICO");
-  EXPECT_EQ(IconPath("été"), DataFolder + "\\icons\\ÉTÉ.ICO");
+  EXPECT_EQ(IconPath(DataFolder, " blue star.ico.ICO "), DataFolder + "\\icons\\BLUE STAR.ICO");
+  EXPECT_EQ(IconPath(DataFolder, "été"), DataFolder + "\\icons\\ÉTÉ.ICO");
   for (const char* good : {"BLUE", "a.b", "v 1.0", "éé"}) EXPECT_TRUE(IsIconName(good)) << good;
   for (const char* bad :
        {"", ".", "..", "a/b", "a\\b", "..\\x", "c:x", "a*", "a?", "a\"b", "<a>", "a|b", "a\nb", "NUL", "Цена"}) {

@@ -21,7 +21,7 @@ TEST_F(MainWindowTest, SizeColumnsAndSortAreRemembered) {
   form->LvwSuppliers.ClickColumn(4);
   form->Close();
   form.reset();
-  form = std::make_unique<FrmMain>();
+  form = std::make_unique<FrmMain>(run);
   form->Load();
   EXPECT_EQ(form->StartWidth, 20000);
   EXPECT_EQ(form->StartHeight, 12000);
@@ -30,7 +30,7 @@ TEST_F(MainWindowTest, SizeColumnsAndSortAreRemembered) {
 }
 
 TEST_F(MainWindowTest, AFolderWithADatabaseIsRefused) {
-  FRmCreateDB create;
+  FRmCreateDB create(run, [this](bool& askUser) { return form->OpenDatabase(askUser); });
   create.TxtFolder.SetText(DataFolder);
   create.cmdaction(0).Press();
   EXPECT_EQ(desktop.boxes.at(0).text,

@@ -25,29 +25,29 @@ class NothingLostTest : public SampleTest {
     return Ask("SELECT quote(" + column + ") FROM suppliers WHERE ID=3");
   }
   void Search(const std::string& surname) {
-    FrmSearch search;
+    FrmSearch search(run, form->database, Goes());
     search.TxtSearch(1).Type(surname);
     search.CmdFind.Press();
   }
   void ExpectAgreement(const std::string& after) {
     const ListView& list = form->LvwSuppliers;
-    if (CurrentSupplierId == 0 && list.Find("ID0") < 0) {
+    if (form->shown.CurrentSupplierId == 0 && list.Find("ID0") < 0) {
       EXPECT_EQ(list.Count(), 0) << after;
       return;
     }
     ASSERT_GE(list.Selected(), 0) << after;
     const ListView::Row& row = list.At(list.Selected());
-    EXPECT_EQ(IdOfKey(row.key), CurrentSupplierId) << after;
-    EXPECT_EQ(CurrentSupplierIndex, list.Selected()) << after;
+    EXPECT_EQ(IdOfKey(row.key), form->shown.CurrentSupplierId) << after;
+    EXPECT_EQ(form->shown.CurrentSupplierIndex, list.Selected()) << after;
     const std::string name = Name().Text().empty() ? "<NEW>" : Name().Text();
     EXPECT_EQ(row.text, name) << after;
     EXPECT_EQ(form->Caption(), "Tarvolinex - " + name) << after;
     EXPECT_EQ(form->LblCompany.Caption(), "*" + ReplaceAll(Name().Text(), "&", "&&") + "*") << after;
-    if (CurrentSupplierId == 0) return;
-    EXPECT_EQ(SupplierCalcSettings.ID, CurrentSupplierId) << after;
-    EXPECT_EQ(form->supplier.LstContacts.Items().size(),
-              static_cast<std::size_t>(std::stoi(
-                  Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=" + std::to_string(CurrentSupplierId)))))
+    if (form->shown.CurrentSupplierId == 0) return;
+    EXPECT_EQ(SupplierCalcSettings.ID, form->shown.CurrentSupplierId) << after;
+    EXPECT_EQ(form->contacts.LstContacts.Items().size(),
+              static_cast<std::size_t>(std::stoi(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=" +
+                                                     std::to_string(form->shown.CurrentSupplierId)))))
         << after;
   }
 };
@@ -55,8 +55,8 @@ class NothingLostTest : public SampleTest {
 TEST_F(NothingLostTest, ListTitleFieldsAndIdAgreeAfterEveryWay) {
   std::mt19937 random(1);
   const auto any = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(std::max(below, 1))); };
-  TheStore->connection.Execute("INSERT INTO contacts (Supplierid, surname) VALUES(0, 'Nobodys')");
-  TheStore->connection.Execute("INSERT INTO contacts (Supplierid, surname) VALUES(4711, 'Gone')");
+  form->database.Plain().Execute("INSERT INTO contacts (Supplierid, surname) VALUES(0, 'Nobodys')");
+  form->database.Plain().Execute("INSERT INTO contacts (Supplierid, surname) VALUES(4711, 'Gone')");
   const std::pair<const char*, std::function<void()>> ways[] = {
       {"choose", [&] { form->LvwSuppliers.ClickRow(any(form->LvwSuppliers.Count())); }},
       {"rename", [&] { Type(Name(), "Firm " + std::to_string(any(50))); }},
@@ -79,7 +79,7 @@ TEST_F(NothingLostTest, ListTitleFieldsAndIdAgreeAfterEveryWay) {
       {"search", [&] { Search("b"); }},
       {"removed elsewhere",
        [&] {
-         const std::string id = std::to_string(CurrentSupplierId);
+         const std::string id = std::to_string(form->shown.CurrentSupplierId);
          Elsewhere("DELETE FROM SupplierFormLink WHERE SupplierId=" + id);
          Elsewhere("DELETE FROM contacts WHERE Supplierid<>0 AND Supplierid=" + id);
          Elsewhere("DELETE FROM suppliers WHERE ID=" + id);
@@ -89,10 +89,10 @@ TEST_F(NothingLostTest, ListTitleFieldsAndIdAgreeAfterEveryWay) {
       {"tab", [&] { form->TabMain.SelectTab(any(4)); }},
       {"contact",
        [&] {
-         Type(form->supplier.TxtContact(1), "Person");
+         Type(form->contacts.TxtContact(1), "Person");
          form->Toolbar1.Press("SAVE");
        }},
-      {"remove contact", [&] { form->supplier.CmdContact(1).Press(); }},
+      {"remove contact", [&] { form->contacts.CmdContact(1).Press(); }},
       {"save", [&] { form->Toolbar1.Press("SAVE"); }},
   };
   for (int step = 0; step < 400; ++step) {
@@ -108,7 +108,7 @@ TEST_F(NothingLostTest, ListTitleFieldsAndIdAgreeAfterEveryWay) {
 }
 
 TEST_F(NothingLostTest, RemoveNamesWhatItDeletes) {
-  TheStore->connection.Execute("INSERT INTO contacts (Supplierid, surname) VALUES(0, 'Nobodys')");
+  form->database.Plain().Execute("INSERT INTO contacts (Supplierid, surname) VALUES(0, 'Nobodys')");
   Choose("Saxonholt Dental Systems Ltd");
   Search("Nobodys");
   desktop.boxes.clear();
@@ -121,33 +121,33 @@ TEST_F(NothingLostTest, RemoveNamesWhatItDeletes) {
 }
 
 TEST_F(NothingLostTest, SavingStoresTheContactAndARemovedOneComesBack) {
-  MakePages(CalculatorPreferences);
+  MakePages(OwnBranding(), run);
   Choose("Saxonholt Dental Systems Ltd");
-  form->supplier.LstContacts.SetListIndex(1);
-  const int id = CurrentContactId;
+  form->contacts.LstContacts.SetListIndex(1);
+  const int id = form->contacts.CurrentContactId;
   const std::string where = " FROM contacts WHERE ID=" + std::to_string(id);
   int n = 0;
   const auto buttons = {"SAVE", "PREVIEW", "EDITPROP", "FORMS"};
   for (const char* button : buttons) {
     const std::string job = "Buyer " + std::to_string(++n);
-    Type(form->supplier.TxtContact(2), job);
+    Type(form->contacts.TxtContact(2), job);
     form->Toolbar1.Press(button);
     EXPECT_EQ(Ask("SELECT jobtitle" + where), job) << button;
-    EXPECT_EQ(CurrentContactId, id) << button;
+    EXPECT_EQ(form->contacts.CurrentContactId, id) << button;
   }
   form->Toolbar1.Press("SAVE");
   EXPECT_EQ(form->TxtStatus.Text(), "Saved");
   const std::string before = Ask("SELECT firstname || surname || jobtitle || email" + where);
-  form->supplier.CmdContact(1).Press();
+  form->contacts.CmdContact(1).Press();
   EXPECT_EQ(Ask("SELECT COUNT(*)" + where), "0");
   EXPECT_EQ(form->menus.MnuUndoRemove.Caption(), "&Undo Remove Contact");
   form->menus.MnuUndoRemove.Choose();
   EXPECT_EQ(Ask("SELECT firstname || surname || jobtitle || email" + where), before);
-  EXPECT_EQ(CurrentContactId, id);
+  EXPECT_EQ(form->contacts.CurrentContactId, id);
 }
 
 TEST_F(NothingLostTest, OnlyWhatAPersonTypedIsStored) {
-  TheStore->connection.Execute(
+  form->database.Plain().Execute(
       "UPDATE suppliers SET Yield0=9.125, Yield1=NULL, RangeEquipFROM0=50000.1234, Com0=1.005 WHERE ID=3");
   form->menus.MnuRefresh.Choose();
   Choose("Saxonholt Dental Systems Ltd");
@@ -172,7 +172,7 @@ TEST_F(NothingLostTest, OnlyWhatAPersonTypedIsStored) {
           "of the default'"),
       "9.125 50000.1234 NULL");
   // Without a default nothing is an empty text where a number belongs: what is shown is stored.
-  TheStore->connection.Execute("DELETE FROM DefaultSupplier");
+  form->database.Plain().Execute("DELETE FROM DefaultSupplier");
   form->Toolbar1.Press("ADDNEW");
   Type(Name(), "Made of nothing");
   form->Toolbar1.Press("SAVE");
@@ -190,12 +190,12 @@ TEST_F(NothingLostTest, NothingIsWrittenForASupplierThatIsNotThere) {
   EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
   EXPECT_EQ(form->LvwSuppliers.Find("ID3"), -1);
   EXPECT_EQ(Ask("SELECT COUNT(*) FROM SupplierFormLink WHERE SupplierId=3"), "0");
-  EXPECT_EQ(CurrentSupplierId, 1);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 1);
   // Without any supplier there is nobody whose contact it could be, and nobody to publish for.
   Elsewhere("DELETE FROM suppliers");
   form->menus.MnuRefresh.Choose();
   const std::string contacts = Ask("SELECT COUNT(*) FROM contacts");
-  Type(form->supplier.TxtContact(1), "Lost");
+  Type(form->contacts.TxtContact(1), "Lost");
   desktop.boxes.clear();
   form->Toolbar1.Press("SAVE");
   EXPECT_EQ(desktop.boxes.size(), 1U);
@@ -205,7 +205,7 @@ TEST_F(NothingLostTest, NothingIsWrittenForASupplierThatIsNotThere) {
 
 TEST_F(NothingLostTest, AnEmptyDatabaseLeavesNoRatesOfAnother) {
   Type(Box(kBoxCapitalCost), "10000");
-  ASSERT_NE(Quote.Yield, 0);
+  ASSERT_NE(form->quote.Quote.Yield, 0);
   TemporaryFolder other;
   std::filesystem::copy_file(DataFolder + "/Tarvolinex.mdb", other.Path() + "/Tarvolinex.mdb");
   {
@@ -217,7 +217,7 @@ TEST_F(NothingLostTest, AnEmptyDatabaseLeavesNoRatesOfAnother) {
   desktop.files = {other.Path() + "/Tarvolinex.mdb"};
   form->menus.MnuOpen.Choose();
   EXPECT_EQ(SupplierCalcSettings.CompanyName.Trimmed(), "");
-  EXPECT_EQ(Quote.Yield, 0);
+  EXPECT_EQ(form->quote.Quote.Yield, 0);
   EXPECT_EQ(form->quote.LblResult(kResultYield).Caption(), "0.00");
   EXPECT_TRUE(form->send.lvSendContacts.Rows().empty());
   desktop.launched.clear();
@@ -232,7 +232,7 @@ TEST_F(NothingLostTest, AnEmptyDatabaseLeavesNoRatesOfAnother) {
 TEST_F(NothingLostTest, RatesThatAreNoNumbersPriceNothing) {
   for (const auto& [column, stored] : {std::pair("Yield2", "'12,5'"), std::pair("RangeEquipFROM1", "'nan'"),
                                        std::pair("AdditionalPremiumYield", "9e999")}) {
-    TheStore->connection.Execute(std::string("UPDATE suppliers SET ") + column + "=" + stored + " WHERE ID=3");
+    form->database.Plain().Execute(std::string("UPDATE suppliers SET ") + column + "=" + stored + " WHERE ID=3");
     desktop.boxes.clear();
     Choose("Saxonholt Dental Systems Ltd");
     ASSERT_FALSE(desktop.boxes.empty()) << column;
@@ -245,13 +245,13 @@ TEST_F(NothingLostTest, RatesThatAreNoNumbersPriceNothing) {
     EXPECT_TRUE(desktop.launched.empty()) << column;
     form->LvwSuppliers.ClickRow(0);
     EXPECT_NE(form->quote.LblResult(kResultPayment).Caption(), "") << column;
-    TheStore->connection.Execute(std::string("UPDATE suppliers SET ") + column + "=1 WHERE ID=3");
+    form->database.Plain().Execute(std::string("UPDATE suppliers SET ") + column + "=1 WHERE ID=3");
   }
 }
 
 TEST_F(NothingLostTest, TheFilterSelectsWhatItShowsAndLooksAtContacts) {
   form->TxtFilter.Type("saxon");
-  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
   const std::string surname = Ask("SELECT surname FROM contacts WHERE Supplierid=5");
   form->TxtFilter.Type(surname);
   EXPECT_FALSE(form->LvwSuppliers.At(form->LvwSuppliers.Find("ID5")).hidden);

@@ -121,8 +121,8 @@ TEST_F(OptionsFormsTest, OkTakesUnavailablePagesFromEverySupplier) {
   options.Cmd(0).Press();
   EXPECT_EQ(Ask(kLinks + "2"), "0");
   EXPECT_EQ(Ask(kLinks + "3"), kept);
-  EXPECT_EQ(form->rateCard.LvwForms.Find("ID2"), -1);
-  EXPECT_NE(form->rateCard.LvwForms.Find("ID3"), -1);
+  EXPECT_EQ(form->forms.LvwForms.Find("ID2"), -1);
+  EXPECT_NE(form->forms.LvwForms.Find("ID3"), -1);
 }
 
 TEST_F(OptionsFormsTest, AFailedSaveIsReportedAndTheWindowStays) {
@@ -139,7 +139,7 @@ TEST_F(OptionsFormsTest, AFailedSaveIsReportedAndTheWindowStays) {
 }
 
 TEST_F(OptionsFormsTest, ARowThatHasGoneShowsAnEmptyPanel) {
-  TheStore->connection.Execute("DELETE FROM Forms WHERE ID=2");
+  form->database.Plain().Execute("DELETE FROM Forms WHERE ID=2");
   Select("FORMS2");
   EXPECT_EQ(options.txtForms(0).Text(), "");
   EXPECT_TRUE(options.FraForms.Visible());

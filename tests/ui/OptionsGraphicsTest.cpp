@@ -8,7 +8,9 @@ namespace tarvolinex {
 class OptionsGraphicsTest : public WithOptions {
  protected:
   OptionsGraphicsTest() {
-    options.OpenIconEditor = [this](const std::string& icon, const FrmOptions::IconSaved&) { edited.push_back(icon); };
+    options.Around.openIconEditor = [this](const std::string& icon, const FrmOptions::IconSaved&) {
+      edited.push_back(icon);
+    };
   }
   // Chooses the icon of that name; "" when the list has none.
   std::string Choose(const std::string& icon) {
@@ -104,7 +106,7 @@ TEST_F(OptionsGraphicsTest, AReadOnlyDataFolderKeepsItsFiles) {
     options.txtForms(1).SetText("Renamed");
     Select("GRAPHICS");
     EXPECT_EQ(desktop.boxes.back().text, "Save form error");
-    FrmIconEdit editor;
+    FrmIconEdit editor(run);
     editor.SavePic("COINS");
   }
   allow(0755);
@@ -204,7 +206,7 @@ TEST_F(OptionsGraphicsTest, EditOpensTheChosenIconOrANewOne) {
   options.CmdIcon.Press();
   Choose("<New Icon>");
   EXPECT_EQ(options.PicIcon.Picture(), "");
-  options.OpenIconEditor = [&](const std::string& icon, const FrmOptions::IconSaved& saved) {
+  options.Around.openIconEditor = [&](const std::string& icon, const FrmOptions::IconSaved& saved) {
     edited.push_back(icon);
     folder.File("icons/FRESH.ICO", ReadFile(DataFolder + "\\icons\\COINS.ICO"));
     saved("fresh");

@@ -21,7 +21,7 @@ class OptionsTest : public WithOptions {
   // What a fresh window shows for the node after OK has been pressed in this one.
   std::string StoredAs(const std::string& key, TextBox FrmOptions::*box) {
     options.Cmd(0).Press();
-    FrmOptions again;
+    FrmOptions again(run, form->database);
     again.Load();
     again.TreeOptions.ClickNode(key);
     return (again.*box).Text();
@@ -249,7 +249,7 @@ TEST_F(OptionsTest, LimitsThatContradictEachOtherAreNamedAndNothingIsWrittenOrSe
   };
   ReadRecord(DELIVERED_FOLDER "/General.dat", CalculatorPreferences);
   const CalculatorPreferencesRecord good = CalculatorPreferences;
-  SaveCalculatorPreferences(good);
+  SaveCalculatorPreferences(OwnBranding(), run);
   const std::string before = ReadFile(AppFolder + "\\General.dat");
   for (const Case& c : cases) {
     CalculatorPreferences = good;

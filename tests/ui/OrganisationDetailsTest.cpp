@@ -6,7 +6,7 @@ namespace tarvolinex {
 class OrganisationDetailsTest : public WindowTest {
  protected:
   OrganisationDetailsTest() { details.Load(); }
-  FrmLeaseOrgDetails details;
+  FrmLeaseOrgDetails details{run, [] {}};
 };
 
 TEST_F(OrganisationDetailsTest, CancelIsFreeOnlyWithStoredDetails) {
@@ -18,7 +18,7 @@ TEST_F(OrganisationDetailsTest, CancelIsFreeOnlyWithStoredDetails) {
   details.cmdaction(0).Press();
   EXPECT_TRUE(details.Closed());
   EXPECT_EQ(FileLength(AppFolder + "\\General.dat"), 824);
-  FrmLeaseOrgDetails again;
+  FrmLeaseOrgDetails again(run, [] {});
   again.Load();
   EXPECT_TRUE(again.cmdaction(1).Enabled());
   again.TxtLeaseOrg(0).SetText(" ");

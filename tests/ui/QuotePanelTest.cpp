@@ -1,7 +1,5 @@
-#include "calc/QuotePanel.h"
 
 #include "core/Aliases.h"
-#include "publish/Preferences.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -13,8 +11,8 @@ class QuotePanelTest : public WindowTest {
     SupplierCalcSettings.Yield.fill(10);
     SupplierCalcSettings.Com.fill(2);
     SupplierCalcSettings.AdditionalPremiumYield = 1;
-    ApplyCaptions(*form);
-    SetDefaults();
+    form->ApplyCaptions();
+    form->quote.SetDefaults();
     form->quote.CboProCalc(kListTerm).Choose(2);
   }
   std::string Result(int result) { return form->quote.LblResult(result).Caption(); }
@@ -63,7 +61,7 @@ TEST_F(QuotePanelTest, WhatABoxMayNotHoldIsMarkedAtOnceAndNamedWhenItIsLeft) {
   EXPECT_EQ(Box(kBoxDeposit).Text() + Result(kResultDeposit) + Box(kBoxDeposit).Fault(), "500.00500.00");
   EXPECT_EQ(form->TxtStatus.Text(), "Deposit: 10% goes with \"% of Equipment Cost\" beside the box. It is 500.00 now.");
   form->TabMain.Choose(kTabDetails);
-  EXPECT_EQ(Box(kBoxPayments).Text() + " " + std::to_string(Quote.NumberOfPayments), "1000 1000");
+  EXPECT_EQ(Box(kBoxPayments).Text() + " " + std::to_string(form->quote.Quote.NumberOfPayments), "1000 1000");
   EXPECT_EQ(form->TxtStatus.Text(), "Number of Payments: 70000 is more than 1000. It is 1000 now.");
 }
 
@@ -128,11 +126,11 @@ TEST_F(QuotePanelTest, ARateWithMoreDigitsThanItsBoxStaysExact) {
   SupplierCalcSettings.Yield.fill(9.125F);
   Type(Box(kBoxCapitalCost), "250000");
   EXPECT_EQ(Box(kBoxYield).Text(), "9.13");
-  const Currency payment = Quote.Payment;
+  const Currency payment = form->quote.Quote.Payment;
   Type(Box(kBoxCommission), "5000.00");
-  EXPECT_EQ(Quote.Payment, payment);
+  EXPECT_EQ(form->quote.Quote.Payment, payment);
   Type(Box(kBoxYield), "9.130");
-  EXPECT_EQ(Quote.Yield, 9.13F);
+  EXPECT_EQ(form->quote.Quote.Yield, 9.13F);
 }
 
 TEST_F(QuotePanelTest, DepositAndResidualKeepTheirUnit) {
@@ -147,8 +145,8 @@ TEST_F(QuotePanelTest, DepositAndResidualKeepTheirUnit) {
   EXPECT_EQ(Box(kBoxDeposit).Text(), "0");
   EXPECT_EQ(form->quote.LblUnit(kBoxDeposit).Caption(), "");
   Type(Box(kBoxDeposit), "3");
-  EXPECT_EQ(Quote.AdvancedPayments, 3);
-  EXPECT_EQ(Quote.DepositValue.ToText(), "963.8578");
+  EXPECT_EQ(form->quote.Quote.AdvancedPayments, 3);
+  EXPECT_EQ(form->quote.Quote.DepositValue.ToText(), "963.8578");
   form->quote.CboProCalc(kListResidualMode).Choose(1);
   Type(Box(kBoxResidual), "20");
   Type(Box(kBoxCapitalCost), "");
@@ -200,7 +198,7 @@ TEST_F(QuotePanelTest, ChangedWordsLeaveTheQuoteAndEverySymbolFollows) {
   CalculatorPreferences.AliasSupplier = "Vendor";
   for (const char* symbol : {"$", "", "EUR"}) {
     CalculatorPreferences.CurrencySymbol = symbol;
-    SaveCalculatorPreferences(CalculatorPreferences);
+    form->UsePreferences();
   }
   EXPECT_EQ(form->quote.CboProCalc(kListDepositMode).ListIndex(), 1);
   EXPECT_EQ(Box(kBoxDeposit).Text() + form->quote.LblUnit(kBoxDeposit).Caption() + Result(kResultPayment),

@@ -1,5 +1,3 @@
-#include "calc/QuotePanel.h"
-#include "calc/RateCard.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -7,7 +5,8 @@ namespace tarvolinex {
 class RateCardPanelTest : public WindowTest {
  protected:
   RateCardPanelTest() {
-    SetDefaults();
+    form->rateCard.SetDefaults();
+    form->quote.SetDefaults();
     const char* thresholds[] = {"100000.00", "20000.00", "5000.00", "1000.00"};
     for (int i = 1; i <= 4; ++i) To(i).SetText(thresholds[i - 1]);
   }
@@ -30,7 +29,7 @@ TEST_F(RateCardPanelTest, ThresholdsStayInOrder) {
   Type(To(2), "999999999");
   form->LeaveField();
   EXPECT_EQ(To(2).Text(), "99999999.00");
-  EXPECT_TRUE(SupplierChanged);
+  EXPECT_TRUE(form->shown.SupplierChanged);
 }
 
 TEST_F(RateCardPanelTest, RatesAreFormattedWithinTheirLimits) {
@@ -49,7 +48,7 @@ using RateCardOfSample = SampleTest;
 
 // The cursor stands in a rate box while another supplier's rates are loaded.
 TEST_F(RateCardOfSample, WhatNobodyTypedIsStoredAsItWas) {
-  TheStore->connection.Execute("UPDATE suppliers SET Yield0=9.125 WHERE ID=1");
+  form->database.Plain().Execute("UPDATE suppliers SET Yield0=9.125 WHERE ID=1");
   form->rateCard.TxtRangeYield(0).SetFocus();
   form->menus.MnuRefresh.Choose();
   EXPECT_EQ(form->rateCard.TxtRangeYield(0).Text(), "9.125");
@@ -65,12 +64,12 @@ TEST_F(RateCardOfSample, WhatNobodyTypedIsStoredAsItWas) {
 TEST_F(RateCardPanelTest, WhatASupplierDoesNotOfferIsLockedAndSaysWhy) {
   SupplierCalcSettings.AdditionalPremium = SupplierCalcSettings.ResidualOption =
       SupplierCalcSettings.MaintenanceOption = true;
-  ApplySupplierOptions();
+  form->quote.ApplySupplierOptions();
   form->quote.ChkPremium.SetValue(true);
   Box(kBoxResidual).SetText("500");
   EXPECT_TRUE(form->quote.ChkPremium.Enabled());
   SupplierCalcSettings = {};
-  ApplySupplierOptions();
+  form->quote.ApplySupplierOptions();
   EXPECT_FALSE(form->quote.ChkPremium.Enabled() || form->quote.ChkPremium.Value());
   EXPECT_EQ(form->quote.ChkPremium.ToolTip(), "Additional Rate Premium disabled for this Dealer");
   EXPECT_EQ(form->quote.LblPremium.Caption(), "Additional Rate Premium");

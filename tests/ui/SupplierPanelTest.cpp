@@ -14,7 +14,7 @@ class SupplierPanelTest : public SampleTest {
   void Add(const std::string& name) {
     form->Toolbar1.Press("SAVE");
     form->menus.MnuAdd.Choose();
-    ASSERT_EQ(CurrentSupplierId, 0);
+    ASSERT_EQ(form->shown.CurrentSupplierId, 0);
     Type(Field(kSupplierName), name);
   }
 };
@@ -42,10 +42,10 @@ TEST_F(SupplierPanelTest, AddingWithPendingEditsOnlySavesThemFirst) {
   Choose("Saxonholt Dental Systems Ltd");
   Type(Field(3), "Elsewhere");
   form->menus.MnuAdd.Choose();
-  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
   EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Elsewhere");
   form->menus.MnuAdd.Choose();
-  EXPECT_EQ(CurrentSupplierId, 0);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 0);
   EXPECT_EQ(form->TabMain.Selected(), kTabDetails);
   EXPECT_EQ(form->ActiveControl(), &Field(kSupplierName));
   EXPECT_FALSE(form->menus.MnuEdit.Enabled());
@@ -55,12 +55,12 @@ TEST_F(SupplierPanelTest, AddingWithPendingEditsOnlySavesThemFirst) {
 TEST_F(SupplierPanelTest, ANewSupplierIsSeededStoredAndSelected) {
   Add("Aardvark Ltd");
   EXPECT_NE(form->rateCard.TxtRangeYield(0).Text(), "");
-  form->rateCard.LvwForms.SetChecked(0, false);
-  form->rateCard.LvwForms.ToggleCheck(0);
+  form->forms.LvwForms.SetChecked(0, false);
+  form->forms.LvwForms.ToggleCheck(0);
   const std::string defaults = Count("SupplierFormLink WHERE SupplierId=0");
   form->Toolbar1.Press("SAVE");
   EXPECT_EQ(Name(13), "Aardvark Ltd");
-  EXPECT_EQ(CurrentSupplierId, 13);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 13);
   EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).key, "ID13");
   EXPECT_EQ(form->LvwSuppliers.Find("ID0"), -1);
   EXPECT_NE(Count("SupplierFormLink WHERE SupplierId=13"), "0");
@@ -73,15 +73,15 @@ TEST_F(SupplierPanelTest, RemoveAbandonsANamelessNewSupplier) {
   EXPECT_TRUE(desktop.boxes.empty());
   EXPECT_EQ(Count("suppliers"), "12");
   EXPECT_EQ(form->LvwSuppliers.Find("ID0"), -1);
-  EXPECT_EQ(CurrentSupplierId, 1);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 1);
   EXPECT_TRUE(form->LvwSuppliers.Enabled());
 }
 
 TEST_F(SupplierPanelTest, AnEmptiedNameIsNeverStored) {
   Choose("Saxonholt Dental Systems Ltd");
   Type(Field(kSupplierName), " ");
-  for (int button = 0; button < 2; ++button) form->supplier.CmdContact(button).Press();
-  form->supplier.TxtContact(0).SetFocus();
+  for (int button = 0; button < 2; ++button) form->contacts.CmdContact(button).Press();
+  form->contacts.TxtContact(0).SetFocus();
   EXPECT_EQ(form->ActiveControl(), &Field(kSupplierName));
   form->Close();
   EXPECT_EQ(Name(3), "Saxonholt Dental Systems Ltd");
@@ -103,7 +103,7 @@ TEST_F(SupplierPanelTest, TheMenusRemoveUndoesWhatTheToolbarsRemoves) {
   EXPECT_EQ(Count("suppliers WHERE ID=3") + Count("contacts WHERE Supplierid=3") +
                 Count("SupplierFormLink WHERE SupplierId=3"),
             "000");
-  EXPECT_EQ(CurrentSupplierId, IdOfKey(form->LvwSuppliers.At(0).key));
+  EXPECT_EQ(form->shown.CurrentSupplierId, IdOfKey(form->LvwSuppliers.At(0).key));
 }
 
 TEST_F(SupplierPanelTest, TheLastRemovalCanBeTakenBack) {
@@ -117,7 +117,7 @@ TEST_F(SupplierPanelTest, TheLastRemovalCanBeTakenBack) {
   form->Toolbar1.Press("REMSUPP");
   ASSERT_TRUE(form->menus.MnuUndoRemove.Enabled());
   form->menus.MnuUndoRemove.Choose();
-  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
   EXPECT_EQ(Count("contacts WHERE Supplierid=3"), contacts);
   EXPECT_EQ(Count("SupplierFormLink WHERE SupplierId=3"), links);
   EXPECT_EQ(Ask("SELECT Yield0||','||Com4||','||RangeEquipFROM2||','||ResidualOption FROM suppliers WHERE ID=3"), card);
@@ -138,20 +138,20 @@ TEST_F(SupplierPanelTest, AStoredNameIsTheOneThatUndoAndRemoveGoBy) {
   form->Toolbar1.Press("REMSUPP");
   EXPECT_NE(desktop.boxes.at(0).text.find("Zoe & Co"), std::string::npos);
   // Of two suppliers with one name the removed one comes back.
-  TheStore->connection.Execute("UPDATE suppliers SET CompanyName='Zoe & Co' WHERE ID=2");
+  form->database.Plain().Execute("UPDATE suppliers SET CompanyName='Zoe & Co' WHERE ID=2");
   form->menus.MnuRefresh.Choose();
   form->LvwSuppliers.ClickRow(form->LvwSuppliers.Find("ID2"));
   desktop.answers = {Answer::Yes};
   form->Toolbar1.Press("REMSUPP");
   form->menus.MnuUndoRemove.Choose();
-  EXPECT_EQ(CurrentSupplierId, 2);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 2);
 }
 
 TEST_F(SupplierPanelTest, WhatLeavesASupplierStoresItAndItsContact) {
   Choose("Saxonholt Dental Systems Ltd");
   form->TabMain.Choose(kTabDetails);
-  const std::string contact = std::to_string(CurrentContactId);
-  Type(form->supplier.TxtContact(2), "Archivist");
+  const std::string contact = std::to_string(form->contacts.CurrentContactId);
+  Type(form->contacts.TxtContact(2), "Archivist");
   form->Toolbar1.Press("ADDNEW");
   EXPECT_EQ(Ask("SELECT jobtitle FROM contacts WHERE ID=" + contact), "Archivist");
   Type(Field(kSupplierName), "Zoe Ltd");
@@ -164,14 +164,14 @@ TEST_F(SupplierPanelTest, WhatLeavesASupplierStoresItAndItsContact) {
   Add("Young Ltd");
   Choose("Saxonholt Dental Systems Ltd");
   EXPECT_EQ(Name(14), "Young Ltd");
-  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
 }
 
 TEST_F(SupplierPanelTest, WithoutASupplierThereIsNothingOldToTypeInto) {
-  TheStore->connection.Execute("DELETE FROM suppliers");
+  form->database.Plain().Execute("DELETE FROM suppliers");
   form->menus.MnuRefresh.Choose();
   EXPECT_EQ(Field(kSupplierName).Text() + Field(3).Text(), "");
-  EXPECT_EQ(CurrentSupplierId, 0);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 0);
   Type(Field(3), "Town");
   form->Toolbar1.Press("HELP");
   EXPECT_EQ(desktop.launched.size(), 1U);
@@ -183,7 +183,7 @@ TEST_F(SupplierPanelTest, WithoutASupplierThereIsNothingOldToTypeInto) {
 }
 
 TEST_F(SupplierPanelTest, ARateThatIsOnlyPassedThroughKeepsItsDigits) {
-  TheStore->connection.Execute("UPDATE suppliers SET Yield0=9.125, Com0=1.375 WHERE ID=3");
+  form->database.Plain().Execute("UPDATE suppliers SET Yield0=9.125, Com0=1.375 WHERE ID=3");
   form->menus.MnuRefresh.Choose();
   Choose("Saxonholt Dental Systems Ltd");
   form->rateCard.TxtRangeYield(0).SetFocus();
@@ -195,15 +195,16 @@ TEST_F(SupplierPanelTest, ARateThatIsOnlyPassedThroughKeepsItsDigits) {
 
 TEST_F(SupplierPanelTest, AFailedRemovalIsReportedAndRemovesNothing) {
   form->Toolbar1.Press("SAVE");
-  TheStore->SupplierRecords.Close();
+  form->database.Plain().Execute("ALTER TABLE suppliers RENAME TO elsewhere");
   desktop.answers = {Answer::Yes};
   form->Toolbar1.Press("REMSUPP");
+  form->database.Plain().Execute("ALTER TABLE elsewhere RENAME TO suppliers");
   EXPECT_EQ(desktop.boxes.at(1).text, "Delete Dealer Failed");
   EXPECT_EQ(Count("suppliers") + Count("contacts"), "1230");
 }
 
 TEST_F(SupplierPanelTest, TheLastSupplierStays) {
-  TheStore->connection.Execute("DELETE FROM suppliers WHERE ID<>3");
+  form->database.Plain().Execute("DELETE FROM suppliers WHERE ID<>3");
   form->menus.MnuRefresh.Choose();
   form->Toolbar1.Press("REMSUPP");
   EXPECT_EQ(desktop.boxes.at(0).text, "You can not delete the last supplier.");
@@ -213,7 +214,7 @@ TEST_F(SupplierPanelTest, TheLastSupplierStays) {
 
 TEST_F(SupplierPanelTest, TheDefaultSupplierTakesTheRatesAndTheTicksOnly) {
   const std::string links = "SELECT group_concat(FormId) FROM SupplierFormLink WHERE SupplierId=0", before = Ask(links);
-  TheStore->connection.Execute("DELETE FROM SupplierFormLink WHERE SupplierId=3");
+  form->database.Plain().Execute("DELETE FROM SupplierFormLink WHERE SupplierId=3");
   Choose("Saxonholt Dental Systems Ltd");
   Type(form->rateCard.TxtRangeYield(4), "33");
   desktop.answers = {Answer::Ok, Answer::Ok};
@@ -224,10 +225,10 @@ TEST_F(SupplierPanelTest, TheDefaultSupplierTakesTheRatesAndTheTicksOnly) {
   EXPECT_EQ(Ask("SELECT coalesce(CompanyName,'')||coalesce(Town,'')||coalesce(www,'') FROM DefaultSupplier"), "");
   EXPECT_EQ(Ask("SELECT max(AdditionalPremium,ResidualOption,MaintenanceOption) FROM DefaultSupplier"), "0");
   EXPECT_EQ(Ask(links), before);  // nobody has touched a tick
-  form->rateCard.LvwForms.ToggleCheck(2);
+  form->forms.LvwForms.ToggleCheck(2);
   form->Toolbar1.Press("SAVE");
   form->menus.MnuSaveDefault.Choose();
-  EXPECT_EQ("ID" + Ask(links), form->rateCard.LvwForms.At(2).key);
+  EXPECT_EQ("ID" + Ask(links), form->forms.LvwForms.At(2).key);
   Add("Next");
   EXPECT_EQ(form->rateCard.TxtRangeYield(4).Text(), "33.00");
 }
@@ -280,8 +281,8 @@ TEST_F(SupplierPanelTest, ClosingSavesUnlessAnErrorWasShown) {
 TEST_F(SupplierPanelTest, AFailedSaveEndsTheProgramAndChangesNothing) {
   Choose("Saxonholt Dental Systems Ltd");
   Type(Field(3), "Half");
-  FormLinksChanged = true;
-  TheStore->connection.Execute("DROP TABLE SupplierFormLink");
+  form->forms.FormLinksChanged = true;
+  form->database.Plain().Execute("DROP TABLE SupplierFormLink");
   EXPECT_THROW(form->Toolbar1.Press("SAVE"), ProgramEnded);
   EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Reading");
   EXPECT_EQ(desktop.boxes.at(0).text.substr(0, 25), "Database update failed.\n\n");
@@ -304,7 +305,7 @@ TEST_F(SupplierPanelTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
   const auto copies = ListFiles(pattern);
   EXPECT_EQ(copies.size(), 5U);
   EXPECT_EQ(ListFiles(DataFolder + "\\Backup\\*.*").size(), 5U);
-  const auto townIn = [](const std::string& name) {
+  const auto townIn = [this](const std::string& name) {
     Connection copy;
     copy.Open("dbq=" + DataFolder + "\\Backup\\" + name);
     Recordset town;
@@ -320,12 +321,12 @@ TEST_F(SupplierPanelTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
 }
 
 TEST_F(SupplierPanelTest, AFormIsOpenedAsACopyOfItsPage) {
-  form->rateCard.LvwForms.DoubleClickRow(0);
+  form->forms.LvwForms.DoubleClickRow(0);
   EXPECT_EQ(desktop.launched.at(0).substr(0, 5 + AppFolder.size()), "open " + AppFolder);
-  const std::string key = form->rateCard.LvwForms.At(0).key;
+  const std::string key = form->forms.LvwForms.At(0).key;
   EXPECT_EQ(ReadFile(AppFolder + "\\temp.html"), ReadFile(DataFolder + "\\forms\\" + key.substr(2) + ".html"));
   DeleteFile(DataFolder + "\\forms\\" + key.substr(2) + ".html");
-  form->rateCard.LvwForms.DoubleClickRow(0);
+  form->forms.LvwForms.DoubleClickRow(0);
   EXPECT_EQ(desktop.boxes.at(0).text, "File Not Found");
 }
 
@@ -348,9 +349,9 @@ TEST_F(SupplierPanelTest, WhatWasTypedIntoTheQuoteOutlivesASaveOfOtherFields) {
 }
 
 TEST_F(SupplierPanelTest, ANamelessSupplierOfTheDatabaseLeadsToItsName) {
-  TheStore->connection.Execute("UPDATE suppliers SET CompanyName=NULL WHERE ID=3");
+  form->database.Plain().Execute("UPDATE suppliers SET CompanyName=NULL WHERE ID=3");
   form->menus.MnuRefresh.Choose();  // nothing sorts before it
-  EXPECT_EQ(CurrentSupplierId, 3);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
   EXPECT_EQ(form->TabMain.Selected(), kTabDetails);
   EXPECT_EQ(form->ActiveControl(), &Field(kSupplierName));
 }

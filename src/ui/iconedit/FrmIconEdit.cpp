@@ -18,7 +18,7 @@ constexpr std::array<const char*, kPaletteSize> kColourNames = {
 
 }  // namespace
 
-FrmIconEdit::FrmIconEdit()
+FrmIconEdit::FrmIconEdit(Run& run)
     : Window("FrmIconEdit", Tr("Icon Maker")),
       MnuFile(*this, "MnuFile", "", Tr("&File")),
       MnuSave(*this, "MnuSave", "MnuFile", Tr("&Save"), "Ctrl+S"),
@@ -39,7 +39,8 @@ FrmIconEdit::FrmIconEdit()
       Picture5(*this, "Picture5"),
       LblCurrent(*this, "LblCurrent", -1, Tr("Current color")),
       PicPreview(*this, "PicPreview", kIconSide, kIconSide, false),
-      LblPreview(*this, "LblPreview", -1, Tr("Preview")) {
+      LblPreview(*this, "LblPreview", -1, Tr("Preview")),
+      run_(run) {
   MakeToolbar();
   MakeMenus();
   MakePalette();
@@ -80,7 +81,7 @@ void FrmIconEdit::MakeMenus() {
   MnuFlipVertical.Click = [this] { Apply([](IconImage& image) { image.FlipVertical(); }); };
   MnuRotate.Click = [this] { Apply([](IconImage& image) { image.Rotate(); }); };
   MnuChangeColour.Click = [this] { SelectTool(true); };
-  MnuHelp.Click = [] { ShowHelpPage(0); };
+  MnuHelp.Click = [this] { ShowHelpPage(run_, 0); };
 }
 
 void FrmIconEdit::MakePalette() {
@@ -117,8 +118,8 @@ void FrmIconEdit::ToolbarClick(const std::string& key) {
   if (key == "rotate") Apply([](IconImage& image) { image.Rotate(); });
 }
 
-void EditIcon(const std::string& iconName, std::function<void(const std::string& iconName)> refresh) {
-  FrmIconEdit editor;
+void EditIcon(Run& run, const std::string& iconName, std::function<void(const std::string& iconName)> refresh) {
+  FrmIconEdit editor(run);
   editor.RefreshIconList = std::move(refresh);
   editor.SetLoadPic(iconName);
   TheDesktop().ShowModal(editor);

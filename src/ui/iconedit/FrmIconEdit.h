@@ -6,13 +6,14 @@
 
 #include "controls/Controls.h"
 #include "controls/PaintControls.h"
+#include "core/Run.h"
 #include "ui/iconedit/IconImage.h"
 
 namespace tarvolinex {
 
 class FrmIconEdit : public Window {
  public:
-  FrmIconEdit();
+  explicit FrmIconEdit(Run& run);
 
   // Before the window is shown: loads an icon of the data folder by its file name ("BLUE.ICO"), or starts a new one
   // for an empty name. A file that is no icon of 32 by 32 points is reported and a new icon started, so that no later
@@ -78,6 +79,7 @@ class FrmIconEdit : public Window {
   void ChangeColour(Colour from);
   void EndStroke();
 
+  Run& run_;
   IconImage image_;
   Colour current_ = 0;
   std::string name_;  // that the editor was opened with
@@ -92,6 +94,6 @@ class FrmIconEdit : public Window {
 
 // Opens the editor on an icon of the data folder by its file name, or on a new icon for an empty name, and returns when
 // it is closed. `refresh` is called with the name after every save.
-void EditIcon(const std::string& iconName, std::function<void(const std::string& iconName)> refresh);
+void EditIcon(Run& run, const std::string& iconName, std::function<void(const std::string& iconName)> refresh);
 
 }  // namespace tarvolinex

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "core/Globals.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/files/Pictures.h"
@@ -120,8 +119,8 @@ bool IsIconName(std::string_view baseName) {
   return IsPortableFileName(std::string(baseName) + ".ICO");
 }
 
-std::string IconPath(std::string_view name) {
-  return DataFolder + "\\icons\\" + UpperCase(IconBaseName(name)) + ".ICO";
+std::string IconPath(const std::string& dataFolder, std::string_view name) {
+  return dataFolder + "\\icons\\" + UpperCase(IconBaseName(name)) + ".ICO";
 }
 
 }  // namespace tarvolinex

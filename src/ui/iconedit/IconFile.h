@@ -26,6 +26,6 @@ std::string IconBaseName(std::string_view name);
 bool IsIconName(std::string_view baseName);
 
 // Path of the icon of that name in the data folder: its base name in capitals, with ".ICO".
-std::string IconPath(std::string_view name);
+std::string IconPath(const std::string& dataFolder, std::string_view name);
 
 }  // namespace tarvolinex

@@ -1,6 +1,5 @@
 // The editor's icons as files.
 #include "controls/Desktop.h"
-#include "core/Globals.h"
 #include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
@@ -43,7 +42,7 @@ void FrmIconEdit::SetLoadPic(const std::string& iconName) {
   name_ = iconName;
   if (!iconName.empty()) {
     try {
-      image_ = LoadIcon(DataFolder + "\\Icons\\" + iconName);
+      image_ = LoadIcon(run_.DataFolder + "\\Icons\\" + iconName);
     } catch (const RuntimeError&) {
       name_.clear();
       TheDesktop().MessageBox(Tr("Invalid or unsupported file format."), "", BoxButtons::Ok, BoxIcon::Critical);
@@ -55,7 +54,7 @@ void FrmIconEdit::SetLoadPic(const std::string& iconName) {
 }
 
 void FrmIconEdit::Open() {
-  const std::string file = TheDesktop().OpenFile({"", DataFolder + "\\icons", "", Tr("Icons (*.ico)|*.ico")});
+  const std::string file = TheDesktop().OpenFile({"", run_.DataFolder + "\\icons", "", Tr("Icons (*.ico)|*.ico")});
   if (file.empty()) return;
   IconImage loaded;
   try {
@@ -75,9 +74,9 @@ void FrmIconEdit::SavePic(const std::string& iconName) {
   {
     const BusyWhile busy;
     try {
-      const std::string folder = DataFolder + "\\icons";
+      const std::string folder = run_.DataFolder + "\\icons";
       if (!FolderExists(folder)) MakeFolder(folder);
-      WriteFile(IconPath(name), IconBytes(image_));
+      WriteFile(IconPath(run_.DataFolder, name), IconBytes(image_));
     } catch (const RuntimeError&) {
       // The old file stays; the list that is filled next shows what there is.
     }

@@ -11,8 +11,8 @@ namespace {
 
 constexpr const char* kSection = "WINDOW";
 
-int Number(std::string_view key, int otherwise) {
-  return static_cast<int>(LeadingNumber(ReadIni("General", kSection, key, std::to_string(otherwise))));
+int Number(const Run& run, std::string_view key, int otherwise) {
+  return static_cast<int>(LeadingNumber(ReadIni(run.AppFolder, "General", kSection, key, std::to_string(otherwise))));
 }
 
 std::string ColumnKey(std::size_t column) {
@@ -22,14 +22,14 @@ std::string ColumnKey(std::size_t column) {
 }  // namespace
 
 void FrmMain::LoadAppearance() {
-  StartWidth = Number("WIDTH", 0);
-  StartHeight = Number("HEIGHT", 0);
+  StartWidth = Number(run, "WIDTH", 0);
+  StartHeight = Number(run, "HEIGHT", 0);
   auto& columns = LvwSuppliers.Columns();
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    const int width = Number(ColumnKey(i), columns[i].width);
+    const int width = Number(run, ColumnKey(i), columns[i].width);
     if (width > 0) columns[i].width = width;
   }
-  const int sort = Number("SORT", 0);
+  const int sort = Number(run, "SORT", 0);
   if (sort == 0 || std::abs(sort) > static_cast<int>(columns.size())) return;
   LvwSuppliers.SortColumn = std::abs(sort) - 1;
   LvwSuppliers.SortAscending = sort > 0;
@@ -37,16 +37,16 @@ void FrmMain::LoadAppearance() {
 
 void FrmMain::SaveAppearance() {
   if (StartWidth > 0) {
-    WriteIni("General", kSection, "WIDTH", std::to_string(StartWidth));
-    WriteIni("General", kSection, "HEIGHT", std::to_string(StartHeight));
+    WriteIni(run.AppFolder, "General", kSection, "WIDTH", std::to_string(StartWidth));
+    WriteIni(run.AppFolder, "General", kSection, "HEIGHT", std::to_string(StartHeight));
   }
   const auto& columns = LvwSuppliers.Columns();
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    WriteIni("General", kSection, ColumnKey(i), std::to_string(columns[i].width));
+    WriteIni(run.AppFolder, "General", kSection, ColumnKey(i), std::to_string(columns[i].width));
   }
   // 1 and up for ascending by that column, -1 and down for descending, 0 for the order of the names.
   const int sort = LvwSuppliers.SortColumn + 1;
-  WriteIni("General", kSection, "SORT", std::to_string(LvwSuppliers.SortAscending ? sort : -sort));
+  WriteIni(run.AppFolder, "General", kSection, "SORT", std::to_string(LvwSuppliers.SortAscending ? sort : -sort));
 }
 
 }  // namespace tarvolinex

@@ -1,19 +1,13 @@
 // Menus and toolbar of the main window.
 #include "controls/Desktop.h"
-#include "core/Aliases.h"
-#include "core/Globals.h"
 #include "core/Launcher.h"
-#include "core/Reports.h"
-#include "publish/CalculatorFolder.h"
-#include "store/Contacts.h"
-#include "store/DatabaseFile.h"
-#include "store/Forms.h"
-#include "store/Statements.h"
-#include "store/Suppliers.h"
+#include "distribute/Upload.h"
+#include "platform/text/Translation.h"
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FRmCreateDB.h"
 #include "ui/main/FrmAbout.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
+#include "ui/main/FrmMailSettings.h"
 #include "ui/main/FrmMain.h"
 #include "ui/main/FrmSearch.h"
 #include "ui/options/FrmOptions.h"
@@ -21,15 +15,15 @@
 namespace tarvolinex {
 
 void FrmMain::WireMenus() {
-  menus.MnuOpen.Click = [] {
+  menus.MnuOpen.Click = [this] {
     SavePendingChanges();
-    SaveContact();  // it belongs to the database that is left
+    contacts.SaveContact();  // it belongs to the database that is left
     bool askUser = true;
     OpenDatabase(askUser);
   };
   menus.MnuExit.Click = [this] {
     SavePendingChanges();
-    SaveContact();
+    contacts.SaveContact();
     Close();
   };
   menus.MnuAdd.Click = [this] {
@@ -44,14 +38,18 @@ void FrmMain::WireMenus() {
     SaveShown();
     const int contact = UndoRemove();
     LvwSuppliers_ItemClick();
-    SelectContact(contact);
+    contacts.SelectContact(contact);
   };
   menus.MnuCreate.Click = [this] { CreateNewDatabase(); };
   menus.MnuDetails.Click = [this] { ShowOrganisationDetails(); };
-  menus.MnuHelpPage.Click = [] { ShowHelpPage(0); };
+  menus.MnuHelpPage.Click = [this] { ShowHelpPage(run, 0); };
   menus.MnuAbout.Click = [this] { ShowAbout(); };
   menus.MnuPreview.Click = [this] { Preview(); };
   menus.MnuPreferences.Click = [this] { ShowOptions(false); };
+  menus.MnuUpgrades.Click = [this] {
+    LaunchDocument(run, VersionCheckAddress({run.WebServer, run.CustomerReference}, run.CalculatorPreferences));
+  };
+  menus.MnuMail.Click = [this] { ShowMailSettings(); };
 }
 
 void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
@@ -65,16 +63,16 @@ void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
   if (key == "EDITPROP") ShowOptions(false);
   if (key == "FORMS") ShowOptions(true);
   if (key == "PREVIEW") Preview();
-  if (key == "HELP") ShowHelpPage(0);
+  if (key == "HELP") ShowHelpPage(run, 0);
   if (key != "SAVE") return;
   SaveShown();
-  if (!SupplierChanged && !ContactChanged) TxtStatus.SetText(Tr("Saved"));
+  if (!shown.SupplierChanged && !contacts.ContactChanged) TxtStatus.SetText(Tr("Saved"));
 }
 
 void FrmMain::SaveShown() {
   SavePendingChanges();
-  SaveContact();
-  if (ContactListStale) RefreshContacts();
+  contacts.SaveContact();
+  if (contacts.ContactListStale) contacts.RefreshContacts();
 }
 
 void FrmMain::Preview() {
@@ -84,44 +82,57 @@ void FrmMain::Preview() {
 
 void FrmMain::RefreshSupplierList() {
   SavePendingChanges();
-  LoadFormsList(rateCard.LvwForms);
-  LoadSupplierList(false);
-  LvwSuppliers_ItemClick();
+  LoadStartLists();
 }
 
 void FrmMain::SaveAsDefault() {
-  const std::string text = ReplaceAliases(
+  const std::string text = run.ReplaceAliases(
       "You are about to save the current <SUPPLIER> as the default.\r\n\r\n"
       "Any new <SUPPLIER> created, on this database, will have their initial rates, commission etc set to the\r\n"
       "same as this <SUPPLIER>");
-  const auto answer = TheDesktop().MessageBox(text, ReplaceAliases("Save as Default <SUPPLIER>"), BoxButtons::OkCancel,
-                                              BoxIcon::Information);
+  const auto answer = TheDesktop().MessageBox(text, run.ReplaceAliases("Save as Default <SUPPLIER>"),
+                                              BoxButtons::OkCancel, BoxIcon::Information);
   if (answer != Answer::Ok) return;
   SavePendingChanges();
-  Transaction transaction;
+  Transaction transaction(database);
   SaveSupplier(false);
   // The default's forms are only replaced by ticks that somebody has set.
-  FormLinksChanged = formTicksChanged_;
-  SaveSupplierFormLinks(0);
+  forms.FormLinksChanged = forms.TicksChanged;
+  forms.SaveSupplierFormLinks(0);
   transaction.Commit();
 }
 
 void FrmMain::CreateNewDatabase() {
   SavePendingChanges();
-  SaveContact();
-  FRmCreateDB create;
+  contacts.SaveContact();
+  FRmCreateDB create(run, [this](bool& askUser) { return OpenDatabase(askUser); });
   TheDesktop().ShowModal(create);
 }
 
 void FrmMain::ShowAbout() {
-  FrmAbout about;
+  FrmAbout about(run);
   TheDesktop().ShowModal(about);
+}
+
+void FrmMain::ReloadForms() {
+  forms.LoadFormsList();
+  forms.LoadSupplierFormLinks(shown.CurrentSupplierId);
+}
+
+void FrmMain::Serve(FrmOptions& options) {
+  options.Around.openIconEditor = [this](const std::string& icon, const FrmOptions::IconSaved& saved) {
+    EditIcon(run, icon, saved);
+  };
+  options.Around.preferencesSaved = [this] { UsePreferences(); };
+  options.Around.formsChanged = [this] { ReloadForms(); };
+  options.Around.preview = [this] { PreviewCalculator(); };
+  options.Around.previewForm = [this](const std::string& page) { PreviewFormPage(page); };
 }
 
 void FrmMain::ShowOptions(bool onForms) {
   SaveShown();
-  FrmOptions options;
-  options.OpenIconEditor = EditIcon;
+  FrmOptions options(run, database);
+  Serve(options);
   options.Load();
   if (onForms) options.ShowForms();
   TheDesktop().ShowModal(options);
@@ -129,14 +140,20 @@ void FrmMain::ShowOptions(bool onForms) {
 
 void FrmMain::ShowOrganisationDetails() {
   SaveShown();
-  FrmLeaseOrgDetails details;
+  FrmLeaseOrgDetails details(run, [this] { UsePreferences(); });
   details.Load();
   TheDesktop().ShowModal(details);
 }
 
 void FrmMain::ShowContactSearch() {
-  FrmSearch search;
+  FrmSearch search(run, database, [this](int supplierId, int contactId) { ShowContact(supplierId, contactId); });
   TheDesktop().ShowModal(search);
+}
+
+void FrmMain::ShowMailSettings() {
+  SavePendingChanges();
+  FrmMailSettings settings(run);
+  TheDesktop().ShowModal(settings);
 }
 
 }  // namespace tarvolinex

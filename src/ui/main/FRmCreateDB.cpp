@@ -1,14 +1,12 @@
 #include "ui/main/FRmCreateDB.h"
 
 #include "controls/Desktop.h"
-#include "core/Globals.h"
 #include "core/Launcher.h"
 #include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
-#include "store/DatabaseFile.h"
 
 namespace tarvolinex {
 
@@ -23,19 +21,21 @@ std::string BrowseForFolder(const std::string& title, const std::string& startFo
   return std::string(FirstCharacters(chosen, kLongestPath));
 }
 
-FRmCreateDB::FRmCreateDB()
+FRmCreateDB::FRmCreateDB(Run& run, OpenDatabase open)
     : Window("FRmCreateDB", Tr("Create New Database")),
       FraFolder(*this, "FraFolder", -1, Tr("Folder for new database")),
       TxtFolder(*this, "TxtFolder"),
       CmdBrowse(*this, "CmdBrowse", -1, Tr("&Browse")),
-      cmdaction(*this, "cmdaction", 3) {
+      cmdaction(*this, "cmdaction", 3),
+      run_(run),
+      open_(std::move(open)) {
   TxtFolder.SetText(kDrive);
   CmdBrowse.Click = [this] { CmdBrowse_Click(); };
   constexpr const char* kCaptions[] = {Marked("&Create"), Marked("C&ancel"), Marked("&Help")};
   for (int i = 0; i < 3; ++i) cmdaction(i).SetCaption(Tr(kCaptions[i]));
   cmdaction(0).Click = [this] { Create(); };
   cmdaction(1).Click = [this] { Close(); };
-  cmdaction(2).Click = [] { ShowHelpPage(0); };
+  cmdaction(2).Click = [this] { ShowHelpPage(run_, 0); };
   AnswerKeys(*this, cmdaction(0), cmdaction(1));
 }
 
@@ -57,21 +57,23 @@ void FRmCreateDB::Create() {
   const BusyWhile busy;
   std::string folder = WholePath(Trim(TxtFolder.Text()));
   if (folder.empty() || (folder.back() != '\\' && folder.back() != '/')) folder += '\\';
-  const std::string before = DataFolder;
+  const std::string before = run_.DataFolder;
   try {
     if (!HaveFolder(folder)) return;
     if (FileExists(folder + "tarvolinex.mdb")) {
-      return ShowError(Tr("A database already exists in this folder:\n\n%1\n\nPlease select another folder", {folder}));
+      return run_.ShowError(
+          Tr("A database already exists in this folder:\n\n%1\n\nPlease select another folder", {folder}));
     }
-    CopyFile(AppFolder + "\\database.bak", folder + "database.zip");
+    CopyFile(run_.AppFolder + "\\database.bak", folder + "database.zip");
   } catch (const RuntimeError& failure) {
-    return ShowError(failure.Description());
+    return run_.ShowError(failure.Description());
   }
-  DataFolder = folder;
+  run_.DataFolder = folder;
   bool askUser = false;
-  if (!OpenDatabase(askUser)) {
-    DataFolder = before;
-    return ShowError(Tr("Failed to create database in this folder:\n\n%1\n\nPlease select another folder", {folder}));
+  if (!open_(askUser)) {
+    run_.DataFolder = before;
+    return run_.ShowError(
+        Tr("Failed to create database in this folder:\n\n%1\n\nPlease select another folder", {folder}));
   }
   TheDesktop().MessageBox(Tr("New Database successfully created"), Tr("Database Creation"), BoxButtons::Ok,
                           BoxIcon::Information);

@@ -1,13 +1,19 @@
 // Puts a new, empty-of-own-data database into a folder of the user's choice.
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "controls/Controls.h"
+#include "core/Run.h"
 
 namespace tarvolinex {
 
 class FRmCreateDB : public Window {
  public:
-  FRmCreateDB();
+  // open: opens the data folder's database; true when it is open.
+  using OpenDatabase = std::function<bool(bool& askUser)>;
+  FRmCreateDB(Run& run, OpenDatabase open);
 
   Frame FraFolder;
   TextBox TxtFolder;
@@ -18,7 +24,9 @@ class FRmCreateDB : public Window {
   void CmdBrowse_Click();
   void Create();
   // Asks before it makes a missing one; false keeps the dialog open.
-  static bool HaveFolder(const std::string& folder);
+  bool HaveFolder(const std::string& folder);
+  Run& run_;
+  OpenDatabase open_;
 };
 
 // The folder that the user chooses, at most 260 characters; empty when cancelled. The title is "Select A Directory"

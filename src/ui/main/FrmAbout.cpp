@@ -9,7 +9,7 @@ std::string VersionText() {
   return Tr("Version %1", {TARVOLINEX_VERSION});
 }
 
-FrmAbout::FrmAbout()
+FrmAbout::FrmAbout(Run& run)
     : Window("FrmAbout", Tr("About Tarvolinex")),
       LblTitle(*this, "LblTitle", -1, Tr("Tarvolinex")),
       LblVersion(*this, "LblVersion", -1, VersionText()),
@@ -19,7 +19,7 @@ FrmAbout::FrmAbout()
       CmdOk(*this, "CmdOk", -1, Tr("&OK")),
       CmdSysInfo(*this, "CmdSysInfo", -1, Tr("&System Info...")) {
   CmdOk.Click = [this] { Close(); };
-  CmdSysInfo.Click = [] { LaunchDocument("/etc/os-release"); };
+  CmdSysInfo.Click = [&run] { LaunchDocument(run, "/etc/os-release"); };
   KeyUp = [this](Key key) {
     if (key == Key::Escape) Close();
   };

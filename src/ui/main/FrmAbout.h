@@ -1,13 +1,16 @@
 // Version and purpose of the program.
 #pragma once
 
+#include <string>
+
 #include "controls/Controls.h"
+#include "core/Run.h"
 
 namespace tarvolinex {
 
 class FrmAbout : public Window {
  public:
-  FrmAbout();
+  explicit FrmAbout(Run& run);
 
   Label LblTitle, LblVersion, LblText;
   PictureBox PicLogo;

@@ -1,7 +1,5 @@
 #include "ui/main/FrmLeaseOrgDetails.h"
 
-#include "controls/Desktop.h"
-#include "core/Globals.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "publish/Preferences.h"
@@ -35,15 +33,17 @@ constexpr DetailField kDetails[kFields] = {
 
 }  // namespace
 
-FrmLeaseOrgDetails::FrmLeaseOrgDetails()
+FrmLeaseOrgDetails::FrmLeaseOrgDetails(Run& run, std::function<void()> saved)
     : Window("FrmLeaseOrgDetails", Tr("Your Details")),
       LblLeaseOrg(*this, "LblLeaseOrg", kFields),
       TxtLeaseOrg(*this, "TxtLeaseOrg", kFields),
-      cmdaction(*this, "cmdaction", 2) {
+      cmdaction(*this, "cmdaction", 2),
+      run_(run),
+      saved_(std::move(saved)) {
   for (int i = 0; i < kFields; ++i) {
     TextBox& box = TxtLeaseOrg(i);
     LblLeaseOrg(i).SetCaption(Tr(kDetails[i].caption));
-    box.SetMaxLength((CalculatorPreferences.*kDetails[i].field).Width());
+    box.SetMaxLength((run_.CalculatorPreferences.*kDetails[i].field).Width());
     box.Change = [this] { TxtLeaseOrg_Change(); };
     box.Validate = [&box] { box.SetText(EscapeQuotes(box.Text())); };
   }
@@ -67,41 +67,42 @@ void FrmLeaseOrgDetails::Load() {
 }
 
 void FrmLeaseOrgDetails::BuildFormValues() {
-  for (int i = 0; i < kFields; ++i) TxtLeaseOrg(i).SetText((CalculatorPreferences.*kDetails[i].field).Trimmed());
+  for (int i = 0; i < kFields; ++i) TxtLeaseOrg(i).SetText((run_.CalculatorPreferences.*kDetails[i].field).Trimmed());
 }
 
 void FrmLeaseOrgDetails::BuildCalcOptions() {
   for (int i = 0; i < kFields; ++i) {
     const std::string& text = TxtLeaseOrg(i).Text();
-    CalculatorPreferences.*kDetails[i].field = i == kWeb ? ReplaceAllNoCase(text, "http://", "") : text;
+    run_.CalculatorPreferences.*kDetails[i].field = i == kWeb ? ReplaceAllNoCase(text, "http://", "") : text;
   }
 }
 
 void FrmLeaseOrgDetails::TxtLeaseOrg_Change() {
   const bool typed = !Trim(TxtLeaseOrg(kCompany).Text()).empty() && !Trim(TxtLeaseOrg(kEmail).Text()).empty();
-  const bool stored =
-      !CalculatorPreferences.OrgCompanyName.Trimmed().empty() && !CalculatorPreferences.OrgEmail.Trimmed().empty();
+  const bool stored = !run_.CalculatorPreferences.OrgCompanyName.Trimmed().empty() &&
+                      !run_.CalculatorPreferences.OrgEmail.Trimmed().empty();
   cmdaction(1).SetEnabled(typed && stored);
 }
 
 bool FrmLeaseOrgDetails::Checked() {
   const std::string name(Trim(TxtLeaseOrg(kCompany).Text())), email(Trim(TxtLeaseOrg(kEmail).Text()));
   if (name.empty() || email.empty()) {
-    TheDesktop().MessageBox(Tr("You must enter your company name and an email address"), Tr("Your Details"),
-                            BoxButtons::Ok, BoxIcon::Information);
+    run_.MessageBox(Tr("You must enter your company name and an email address"), Tr("Your Details"), BoxButtons::Ok,
+                    BoxIcon::Information);
     TxtLeaseOrg(name.empty() ? kCompany : kEmail).SetFocus();
     return false;
   }
   if (email.find('@') != std::string::npos && email.find('.') != std::string::npos) return true;
-  return TheDesktop().MessageBox(Tr("The email address entered may be invalid. \r\n\r\nContinue?"),
-                                 Tr("Email  Address"), BoxButtons::OkCancel, BoxIcon::Exclamation) == Answer::Ok;
+  return run_.MessageBox(Tr("The email address entered may be invalid. \r\n\r\nContinue?"), Tr("Email  Address"),
+                         BoxButtons::OkCancel, BoxIcon::Exclamation) == Answer::Ok;
 }
 
 void FrmLeaseOrgDetails::cmdaction_Click(int button) {
   if (button == 0) {
     if (!Checked()) return;
     BuildCalcOptions();
-    SaveCalculatorPreferences(CalculatorPreferences);
+    SaveCalculatorPreferences({run_.Places(), run_.CalculatorPreferences, run_.CustomerReference}, run_);
+    saved_();
   }
   Close();
 }

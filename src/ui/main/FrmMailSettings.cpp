@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "controls/Desktop.h"
-#include "core/Globals.h"
 #include "core/Reports.h"
 #include "distribute/Email.h"
 #include "platform/RuntimeError.h"
@@ -45,13 +43,17 @@ enum Note { kAboutWay, kAboutPassword, kNotes };
 
 }  // namespace
 
+std::string FrmMailSettings::ProfilesPath() const {
+  return MailProfilesPath(run_.AppFolder);
+}
+
 bool FrmMailSettings::Refuse(Control& box, const std::string& why) {
-  TheDesktop().MessageBox(why, Tr("E-mail Settings"), BoxButtons::Ok, BoxIcon::Information);
+  run_.MessageBox(why, Tr("E-mail Settings"), BoxButtons::Ok, BoxIcon::Information);
   box.SetFocus();
   return false;
 }
 
-FrmMailSettings::FrmMailSettings()
+FrmMailSettings::FrmMailSettings(Run& run)
     : Window("FrmMailSettings", Tr(kTitle)),
       LblMail(*this, "LblMail", kRows),
       CboProfile(*this, "CboProfile"),
@@ -69,7 +71,8 @@ FrmMailSettings::FrmMailSettings()
       TxtFolder(*this, "TxtFolder"),
       LblNote(*this, "LblNote", kNotes),
       CmdTest(*this, "CmdTest"),
-      cmdaction(*this, "cmdaction", 2) {
+      cmdaction(*this, "cmdaction", 2),
+      run_(run) {
   for (std::size_t i = 0; i < kCaptions.size(); ++i) LblMail(static_cast<int>(i)).SetCaption(Tr(kCaptions.at(i)));
   for (const std::string& way :
        {Tr("An e-mail account"), Tr("This computer's mail service (sendmail)"), Tr("A folder, from which you send it")})
@@ -88,7 +91,7 @@ FrmMailSettings::FrmMailSettings()
   for (int i = 0; i < 2; ++i) cmdaction(i).Click = [this, i] { cmdaction_Click(i); };
   AnswerKeys(*this, cmdaction(0), cmdaction(1));
   MayClose = [this] {
-    StopRequested = true;
+    run_.StopRequested = true;
     return !sending_;
   };
   FillProfiles();
@@ -112,13 +115,13 @@ void FrmMailSettings::FillProfiles() {
   CboProfile.Add(Tr("No profile: the local sendmail, else the outbox"));
   int chosen = 0;
   try {
-    const std::string used = GetDefaultMailProfile();
-    for (const std::string& name : MailProfileNames(MailProfilesPath())) {
+    const std::string used = GetDefaultMailProfile(run_.AppFolder);
+    for (const std::string& name : MailProfileNames(ProfilesPath())) {
       CboProfile.Add(name);
       if (EqualNoCase(name, used)) chosen = static_cast<int>(CboProfile.Items().size()) - 1;
     }
   } catch (const RuntimeError& failure) {
-    TheDesktop().MessageBox(failure.Description(), Tr(kTitle), BoxButtons::Ok, BoxIcon::Exclamation);
+    run_.MessageBox(failure.Description(), Tr(kTitle), BoxButtons::Ok, BoxIcon::Exclamation);
   }
   CboProfile.Add(Tr("New profile"));
   CboProfile.SetListIndex(chosen);
@@ -130,10 +133,10 @@ bool FrmMailSettings::MayLeaveProfile() {
   leaving_ = true;
   CboProfile.SetListIndex(shownIndex_);
   const MailProfile entered = Entered();
-  const bool leave = !UsesProfile() || (entered == untouched_ && TxtPassword.Text().empty()) ||
-                     TheDesktop().MessageBox(
-                         Tr("The changes to the profile \"%1\" are not stored yet.\r\n\r\nDrop them?", {entered.name}),
-                         Tr(kTitle), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes;
+  const bool leave =
+      !UsesProfile() || (entered == untouched_ && TxtPassword.Text().empty()) ||
+      run_.MessageBox(Tr("The changes to the profile \"%1\" are not stored yet.\r\n\r\nDrop them?", {entered.name}),
+                      Tr(kTitle), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes;
   if (leave) CboProfile.SetListIndex(chosen);
   leaving_ = false;
   return leave;
@@ -147,13 +150,13 @@ void FrmMailSettings::CboProfile_Click() {
   if (UsesProfile() && !IsNew()) {
     const std::string name = CboProfile.Items().at(static_cast<std::size_t>(CboProfile.ListIndex())).text;
     try {
-      shown_ = LoadMailProfile(MailProfilesPath(), name, &mistake);
+      shown_ = LoadMailProfile(ProfilesPath(), name, &mistake);
     } catch (const RuntimeError& failure) {
       mistake = failure.Description();
     }
   }
   // Shown as far as it is understood, so that it can be mended.
-  if (!mistake.empty()) TheDesktop().MessageBox(mistake, Tr(kTitle), BoxButtons::Ok, BoxIcon::Exclamation);
+  if (!mistake.empty()) run_.MessageBox(mistake, Tr(kTitle), BoxButtons::Ok, BoxIcon::Exclamation);
   CmdRemove.SetEnabled(!shown_.name.empty());
   ShowProfile(shown_);
   if (IsNew()) SuggestProvider();
@@ -273,7 +276,7 @@ bool FrmMailSettings::Checked() {
 
 void FrmMailSettings::SetSending(bool sending) {
   sending_ = sending;
-  StopRequested = false;
+  run_.StopRequested = false;
   for (Control* control :
        {static_cast<Control*>(&CboProfile), static_cast<Control*>(&CmdTest), static_cast<Control*>(&cmdaction(0))}) {
     control->SetEnabled(!sending);
@@ -289,12 +292,12 @@ void FrmMailSettings::CmdTest_Click() {
 }
 
 void FrmMailSettings::SendTestMessage(const MailProfile& profile) {
-  MailSession session = NewMailSession(Tr("Sending a test message"));
+  MailSession session = NewMailSession(run_.CalculatorPreferences, Tr("Sending a test message"), run_);
   const MailAddress self = profile.from.empty() ? session.DefaultSender : ParseMailAddress(profile.from);
   std::string failed;
   try {
     const BusyWhile busy;
-    session.SignOnWith(MailProfilesPath(), profile);
+    session.SignOnWith(ProfilesPath(), profile);
     if (AsksKeyStore(profile) && !TxtPassword.Text().empty()) session.Password = TxtPassword.Text();
     session.Compose();
     session.AddRecipient(self.name, self.address);
@@ -304,43 +307,43 @@ void FrmMailSettings::SendTestMessage(const MailProfile& profile) {
   } catch (const RuntimeError& failure) {
     failed = failure.Description();
   }
-  SetStatus(false, "", -1);
+  run_.SetStatus(false, "", -1);
   if (failed.empty()) {
-    TheDesktop().MessageBox(Tr("The test message to %1 went to %2.", {self.address, session.Taker()}), Tr(kTitle),
-                            BoxButtons::Ok, BoxIcon::Information);
+    run_.MessageBox(Tr("The test message to %1 went to %2.", {self.address, session.Taker()}), Tr(kTitle),
+                    BoxButtons::Ok, BoxIcon::Information);
   } else {
-    TheDesktop().MessageBox(Tr("The test message was not sent.\r\n\r\n%1", {failed}), Tr(kTitle), BoxButtons::Ok,
-                            BoxIcon::Exclamation);
+    run_.MessageBox(Tr("The test message was not sent.\r\n\r\n%1", {failed}), Tr(kTitle), BoxButtons::Ok,
+                    BoxIcon::Exclamation);
   }
 }
 
 void FrmMailSettings::CmdRemove_Click() {
-  if (TheDesktop().MessageBox(Tr("Remove the profile \"%1\"?", {shown_.name}), Tr(kTitle), BoxButtons::YesNo,
-                              BoxIcon::Question) != Answer::Yes) {
+  if (run_.MessageBox(Tr("Remove the profile \"%1\"?", {shown_.name}), Tr(kTitle), BoxButtons::YesNo,
+                      BoxIcon::Question) != Answer::Yes) {
     return;
   }
   try {
-    RemoveMailProfile(MailProfilesPath(), shown_.name);
+    RemoveMailProfile(ProfilesPath(), shown_.name);
     ForgetUnusedPassword(shown_);
   } catch (const RuntimeError& failure) {
-    return ShowError(Tr("The e-mail settings cannot be saved.\r\n\r\n%1", {failure.Description()}));
+    return run_.ShowError(Tr("The e-mail settings cannot be saved.\r\n\r\n%1", {failure.Description()}));
   }
   FillProfiles();
 }
 
 void FrmMailSettings::Store() {
-  if (!UsesProfile()) return ForgetDefaultMailProfile(MailProfilesPath());
+  if (!UsesProfile()) return ForgetDefaultMailProfile(ProfilesPath());
   const MailProfile profile = Entered();
-  SaveMailProfile(MailProfilesPath(), profile);
+  SaveMailProfile(ProfilesPath(), profile);
   if (!shown_.name.empty() && !EqualNoCase(shown_.name, profile.name)) {
-    RemoveMailProfile(MailProfilesPath(), shown_.name);
+    RemoveMailProfile(ProfilesPath(), shown_.name);
   }
   ForgetUnusedPassword(shown_);
 }
 
 void FrmMailSettings::cmdaction_Click(int button) {
   if (sending_) {
-    StopRequested = true;
+    run_.StopRequested = true;
     return;
   }
   if (button == 0) {
@@ -348,7 +351,7 @@ void FrmMailSettings::cmdaction_Click(int button) {
     try {
       Store();
     } catch (const RuntimeError& failure) {
-      return ShowError(Tr("The e-mail settings cannot be saved.\r\n\r\n%1", {failure.Description()}));
+      return run_.ShowError(Tr("The e-mail settings cannot be saved.\r\n\r\n%1", {failure.Description()}));
     }
   }
   Close();

@@ -1,7 +1,10 @@
 // How mail leaves this machine.
 #pragma once
 
+#include <string>
+
 #include "controls/Controls.h"
+#include "core/Run.h"
 #include "platform/network/MailProfiles.h"
 
 namespace tarvolinex {
@@ -10,7 +13,7 @@ namespace tarvolinex {
 // chosen way is visible. A password goes into the desktop's key store and nowhere else.
 class FrmMailSettings : public Window {
  public:
-  FrmMailSettings();
+  explicit FrmMailSettings(Run& run);
 
   ControlArray<Label> LblMail;  // captions of the boxes below, in their order
   ComboBox CboProfile;          // "no profile", the profiles, "new profile"
@@ -49,7 +52,7 @@ class FrmMailSettings : public Window {
   bool Checked();
   bool PasswordChecked(const MailProfile& profile);
   // Says why and goes there; false.
-  static bool Refuse(Control& box, const std::string& why);
+  bool Refuse(Control& box, const std::string& why);
   // Stores what is shown; a profile that was given another name leaves the old one.
   void Store();
   bool MayLeaveProfile();
@@ -63,10 +66,13 @@ class FrmMailSettings : public Window {
   // Asks the key store what it has for the user at the server.
   void LookForPassword();
   // Takes the profile's password out of the key store unless another profile uses it. What cannot be taken away stays.
-  static void ForgetUnusedPassword(const MailProfile& profile);
+  void ForgetUnusedPassword(const MailProfile& profile);
   // False, after a report, when the key store does not take what was typed.
   bool KeepPassword(const MailProfile& profile);
 
+  std::string ProfilesPath() const;
+
+  Run& run_;
   MailProfile shown_;      // as it stands in the file
   MailProfile untouched_;  // as it was when it came up here
   int shownIndex_ = -1;    // its entry of CboProfile

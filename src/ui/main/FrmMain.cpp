@@ -1,19 +1,11 @@
 #include "ui/main/FrmMain.h"
 
-#include "calc/QuotePanel.h"
-#include "controls/Desktop.h"
 #include "core/Aliases.h"
-#include "core/Globals.h"
-#include "core/Reports.h"
 #include "core/Settings.h"
-#include "distribute/Email.h"
-#include "distribute/SentMail.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
-#include "store/Contacts.h"
-#include "store/DatabaseFile.h"
-#include "store/Suppliers.h"
+#include "ui/main/Captions.h"
 
 namespace tarvolinex {
 
@@ -48,14 +40,60 @@ constexpr MenuTag kMenuTags[] = {
 
 }  // namespace
 
-FrmMain::FrmMain() {
+FrmMain::FrmMain(Run& theRun)
+    : Window("FrmMain", Tr("Tarvolinex")),
+      run(theRun),
+      database(theRun),
+      menus(*this),
+      Toolbar1(*this, "Toolbar1"),
+      LblFilter(*this, "LblFilter", -1, Tr("Fi&lter")),
+      TxtFilter(*this, "TxtFilter"),
+      LvwSuppliers(*this, "LvwSuppliers"),
+      LblCompany(*this, "LblCompany"),
+      TabMain(*this, "TabMain"),
+      quote(*this, theRun, shown),
+      supplier(*this, theRun, shown),
+      contacts(*this, theRun, database, shown),
+      rateCard(*this, theRun, shown),
+      forms(*this, theRun, database, shown),
+      send(*this, theRun),
+      TxtStatus(*this, "TxtStatus"),
+      LblDatabase(*this, "LblDatabase"),
+      ProgressBar1(*this, "ProgressBar1"),
+      Timer1(*this, "Timer1") {
+  MakeToolbar();
+  MakeTabs();
+  TxtStatus.SetLocked(true);
+  run.Line = {[this](bool flashing, std::string_view text, int progress) { ShowStatus(flashing, text, progress); },
+              [this](std::string_view reason) { TxtStatus.SetText(reason); },
+              [this](std::string_view text) { SetNote(text); }};
   WireShell();
   WireMenus();
-  WireQuote();
-  WireRateCard();
   WireSuppliers();
-  WireContacts();
-  WireSend();
+  WirePanels();
+}
+
+FrmMain::~FrmMain() {
+  run.Line = {};
+}
+
+void FrmMain::MakeToolbar() {
+  Toolbar1.Add({Tr("New"), "ADDNEW", OwnWordsTag(Marked("Add <SUPPLIER>")), "", ""});
+  Toolbar1.Add({Tr("Remove"), "REMSUPP", OwnWordsTag(Marked("Remove <SUPPLIER>")), "", ""});
+  Toolbar1.Add({Tr("Save"), "SAVE", OwnWordsTag(Marked("Save <SUPPLIER>")), "", "", true, "Ctrl+S"});
+  Toolbar1.Add({Tr("Search"), "SEARCH", OwnWordsTag(Marked("Search For <SUPPLIER>/Contact")), "", ""});
+  Toolbar1.Add({Tr("Refresh"), "REFRESH", OwnWordsTag(Marked("Refresh <SUPPLIER> List")), "", ""});
+  Toolbar1.Add({Tr("Options"), "EDITPROP", "", Tr("Calculator Options and Preferences"), ""});
+  Toolbar1.Add({Tr("Forms"), "FORMS", "", Tr("Form Designer"), ""});
+  Toolbar1.Add({Tr("View"), "PREVIEW", OwnWordsTag(Marked("View <CALCNAME>")), "", ""});
+  Toolbar1.Add({Tr("Help"), "HELP", "", Tr("Help"), ""});
+}
+
+void FrmMain::MakeTabs() {
+  for (const std::string& tab : {Tr("Professional Calculator"), Tr("&<SUPPLIER> &Details"), Tr("Calculator S&ettings"),
+                                 Tr("&Send/Create Calculator")}) {
+    TabMain.Add(tab);
+  }
 }
 
 void FrmMain::WireShell() {
@@ -65,13 +103,38 @@ void FrmMain::WireShell() {
   KeyUp = [this](Key key) { Form_KeyUp(key); };
   Resized = [this](int width, int height) { Arrange(width, height); };
   Unloading = [this] { Unload(); };
-  for (int i = 0; i < 2; ++i) send.OpCalcCreate(i).Click = [this, i] { ShowSendFrame(i); };
+  MayClose = [this] {
+    run.StopRequested = true;
+    return !Working;
+  };
+}
+
+void FrmMain::WirePanels() {
+  supplier.Changed = [this](int field, bool changedBefore) { TxtSupplier_Changed(field, changedBefore); };
+  contacts.Surroundings = {
+      [this](const std::vector<ContactRow>& listed) { send.ListContacts(listed); },
+      [this] {
+        if (Nameless()) supplier.Name().SetFocus();
+        return !Nameless();
+      },
+      [this] { SavePendingChanges(); },
+      [this] {
+        const int row = LvwSuppliers.Selected();
+        if (row < 0 || LvwSuppliers.At(row).key != "ID0" || Nameless()) return false;
+        SavePendingChanges();
+        return true;
+      },
+      [this](RemovedRows removed) { OfferUndo(std::move(removed)); },
+  };
+  forms.View = [this](const std::string& page) { PreviewFormPage(page); };
+  send.CmdCalcGo(kGoSend).Click = [this] { SendCalculator(); };
+  send.CmdCalcGo(kGoCreate).Click = [this] { CreateInstallFile(); };
 }
 
 void FrmMain::Load() {
-  loading = true;
-  LoadingSupplier = true;
-  ErrorShown = false;
+  quote.loading = true;
+  shown.LoadingSupplier = true;
+  run.ErrorShown = false;
   LoadStep([&] {
     TabMain.SelectTab(kTabQuote);
     send.OpCalcCreate(0).SetValue(true);
@@ -80,43 +143,77 @@ void FrmMain::Load() {
   LoadStep([&] { LoadIniFileValues(); });
   LoadStep([&] { LoadAppearance(); });
   for (const auto& [menu, tag] : kMenuTags) (menus.*menu).SetTag(std::string("ALAIS=") + tag);
-  LoadStep([&] { ApplyCaptions(*this); });
+  LoadStep([&] { ApplyCaptions(); });
   bool opened = false, askUser = false;
   try {
     opened = OpenDatabase(askUser);
   } catch (const RuntimeError& failure) {
-    ShowError(failure.Description());
+    run.ShowError(failure.Description());
   }
   if (!opened) throw ProgramEnded{1};
-  for (int type = 0; type < 3; ++type) LoadStep([&] { GetInstructions(type); });
+  for (int type = 0; type < 3; ++type) {
+    send.Instructions.at(static_cast<std::size_t>(type)) = GetInstructions(run.AppFolder, type, run);
+  }
+  LoadStep([&] { NoteEarlierMail(); });
   LoadStep([&] {
-    if (RememberedMail().empty()) return;
-    NoteRememberedMail();
-    ListContacts();
+    rateCard.SetDefaults();
+    quote.SetDefaults();
   });
-  LoadStep([&] { SetDefaults(); });
-  loading = false;
+  quote.loading = false;
+}
+
+void FrmMain::NoteEarlierMail() {
+  const SentList list = {run.AppFolder, database.Folder()};
+  if (RememberedMail(list).empty()) return;
+  NoteRememberedMail(list, database);
+  contacts.ListContacts();
+}
+
+void FrmMain::LoadIniFileValues() {
+  try {
+    send.LoadPath();
+    run.DataFolder = RememberedDataFolder(run);
+    send.LoadTexts();
+  } catch (const RuntimeError&) {
+    run.ShowError("Initialisation File Loading Error");
+  }
 }
 
 void FrmMain::Unload() {
   // Closing drops a supplier without a name, or the emptied name.
-  if (!ErrorShown && !Nameless()) {
+  if (!run.ErrorShown && !Nameless()) {
     LeaveField();
     SavePendingChanges();
-    SaveContact();
+    contacts.SaveContact();
   }
   SaveAppearance();
-  for (Recordset* set :
-       {&TheStore->SupplierRecords, &TheStore->FormRecords, &TheStore->FormLinkRecords, &TheStore->ContactRecords}) {
-    set->Close();
-  }
   TheDesktop().DoEvents();
   TheDesktop().DoEvents();
 }
 
-void FrmMain::ShowSendFrame(int mode) {
-  for (int i = 0; i < 2; ++i) send.FraCalCreate(i).SetVisible(false);
-  send.FraCalCreate(mode).SetVisible(true);
+void FrmMain::ApplyCaptions() {
+  tarvolinex::ApplyCaptions(*this, run.OwnWords());
+  quote.ListUnits();
+  TabMain.SetTabCaption(kTabDetails, run.CaptionWithAliases("<SUPPLIER> &Detail"));
+}
+
+void FrmMain::UsePreferences() {
+  const KeptQuote kept(quote);
+  ApplyCaptions();
+  quote.NameWhatIsLocked();
+}
+
+void FrmMain::ShowStatus(bool flashing, std::string_view text, int progress) {
+  const bool busy = progress >= 0 || flashing;
+  Timer1.SetRunning(progress < 0 && flashing);
+  TxtStatus.SetText(busy ? Tr(text) : note_);
+  if (progress >= 0) ProgressBar1.SetValue(progress);
+  if (!busy) ProgressBar1.SetValue(0);
+}
+
+void FrmMain::SetNote(std::string_view text) {
+  if (TxtStatus.Text() == note_) TxtStatus.SetText(text);
+  note_ = text;
 }
 
 void FrmMain::SetImageForButtonAndDrop() {
@@ -125,11 +222,19 @@ void FrmMain::SetImageForButtonAndDrop() {
   }
 }
 
+void FrmMain::EnableCommands(bool blocked) {
+  const bool enabled = !blocked;
+  LvwSuppliers.SetEnabled(enabled);
+  for (int i = 0; i < static_cast<int>(TabMain.Tabs().size()); ++i) TabMain.SetTabEnabled(i, enabled);
+  for (int i = 0; i < static_cast<int>(Toolbar1.Buttons().size()); ++i) Toolbar1.SetButtonEnabled(i, enabled);
+  for (Menu* menu : {&menus.MnuFile, &menus.MnuEdit, &menus.MnuOptions, &menus.MnuHelp}) menu->SetEnabled(enabled);
+}
+
 void FrmMain::TabMain_Click() {
   SavePendingChanges();
-  SaveContact();
-  if (!loading) RecalculateShownQuote();
-  if (TabMain.Selected() == kTabSend && ContactListStale) ListContacts();
+  contacts.SaveContact();
+  if (!quote.loading) quote.RecalculateShownQuote();
+  if (TabMain.Selected() == kTabSend && contacts.ContactListStale) contacts.ListContacts();
 }
 
 void FrmMain::Timer1_Tick() {
@@ -139,16 +244,12 @@ void FrmMain::Timer1_Tick() {
 
 void FrmMain::Form_KeyUp(Key key) {
   if (Working) {
-    if (key == Key::Escape) StopRequested = true;
+    if (key == Key::Escape) run.StopRequested = true;
     return;
   }
   if (key != Key::Escape || !Nameless()) return;
-  SupplierChanged = true;
+  shown.SupplierChanged = true;
   SupplierCommand(1);
-}
-
-bool FrmMain::Nameless() const {
-  return Trim(supplier.TxtSupplier(kSupplierName).Text()).empty();
 }
 
 }  // namespace tarvolinex

@@ -1,58 +1,162 @@
-// The main window: where every command starts.
+// The main window: where every command starts. Its panels own their controls and rules; the window owns the database
+// that they work on, the supplier list, and what happens between them.
 #pragma once
 
-#include <map>
+#include <functional>
 #include <string>
 
-#include "calc/InputRules.h"
-#include "core/MainWindow.h"
+#include "core/Run.h"
+#include "distribute/SentMail.h"
+#include "publish/CalculatorFolder.h"
+#include "publish/LivePage.h"
+#include "store/Database.h"
+#include "ui/main/BoundFields.h"
+#include "ui/main/ContactsPanel.h"
+#include "ui/main/FormsPanel.h"
+#include "ui/main/MainMenus.h"
+#include "ui/main/QuotePanel.h"
+#include "ui/main/RateCardPanel.h"
+#include "ui/main/SendPanel.h"
+#include "ui/main/ShownSupplier.h"
+#include "ui/main/SupplierPanel.h"
 
 namespace tarvolinex {
 
-class FrmMain : public MainWindow {
+// The four tabs.
+enum MainTab { kTabQuote = 0, kTabDetails = 1, kTabSettings = 2, kTabSend = 3 };
+
+class FrmOptions;
+
+class FrmMain : public Window {
  public:
-  FrmMain();
+  // The run must outlive the window; its status line is the window's while that lives.
+  explicit FrmMain(Run& run);
+  ~FrmMain() override;
+
+  Run& run;
+  Database database;
+  ShownSupplier shown;
+
+  MainMenus menus;
+  Toolbar Toolbar1;
+  Label LblFilter;
+  TextBox TxtFilter;  // hides rows of the list below it
+  ListView LvwSuppliers;
+  Label LblCompany;
+  TabStrip TabMain;
+  QuotePanel quote;
+  SupplierPanel supplier;
+  ContactsPanel contacts;
+  RateCardPanel rateCard;
+  FormsPanel forms;
+  SendPanel send;
+  TextBox TxtStatus;
+  Label LblDatabase;  // the database in use
+  ProgressBar ProgressBar1;
+  Timer Timer1;
+
+  bool DatabaseUnpacked = false;  // the last opening has put a fresh database in place
+  bool Working = false;           // a calculator is packed and sent
+  RemovedRows Removed;            // what was removed last
 
   // Runs once, before the window is first shown: INI values, captions, database, defaults. A step that fails is passed
   // over. Throws ProgramEnded when there is no database to open.
   void Load();
-
   // Saves pending edits unless an error was reported during the run.
   void Unload();
+
+  // Captions in the organisation's words; the units' lists begin anew.
+  void ApplyCaptions();
+  // The preferences have been stored: the window takes their words, the quote stays.
+  void UsePreferences();
 
   // Twips of the inner size; raises them to the smallest size and places what follows the window's edges.
   static int SmallestWidth();
   static int SmallestHeight();
   void Arrange(int width, int height);
+  // Assigns each toolbar button the picture of its key.
+  void SetImageForButtonAndDrop();
+  // Blocks or frees the supplier list, the tab headers, the toolbar and the four top-level menus.
+  void EnableCommands(bool blocked);
+
+  // Opens the shared connection on `DataFolder`\Tarvolinex.mdb, closing it first when it is open. A failure is a fatal
+  // report of its number and description.
+  void ConnectDatabase();
+  // The whole sequence: unpack, find (asking the user when it is missing or askUser is set), remember the folder,
+  // connect, fill the lists, show the main window. Returns false when there is no database to open; nothing has then
+  // changed. askUser becomes true when the user agrees to look for the file. A database that cannot be opened is
+  // reported, and the user may choose another one; throws ProgramEnded when he does not.
+  bool OpenDatabase(bool& askUser);
+  // Fills the forms list and the supplier list and loads the supplier that the list selects.
+  void LoadStartLists();
+  // Gives every contact of a fresh database the organisation's own e-mail address.
+  void PointContactsAtOrganisation();
+
+  // Refills the supplier list and selects the newest supplier (the one with the highest ID) or the first; the selected
+  // supplier is not loaded.
+  void LoadSupplierList(bool selectNewest);
+  // The selection handler of the supplier list.
+  void LvwSuppliers_ItemClick();
+  // Loads the supplier whose row is selected; the previous one's edits are saved first.
+  void LoadSupplier();
+  // The shown supplier's row, its tooltip and the window's title take the name of the name field.
+  void ShowSupplierName();
+  // Puts the default supplier's values and form links into the fields.
+  void LoadDefaultSupplier();
+  // Adds and selects a row for a new supplier, seeded from the default supplier.
+  void NewSupplier();
+  // Goes to a contact of a supplier that another window has found.
+  void ShowContact(int supplierId, int contactId);
+
+  // asSupplier true: stores the shown supplier when it was edited. False: stores its fields as the default supplier.
+  void SaveSupplier(bool asSupplier);
+  // Stores the shown supplier, its form links and the shown contact, together or not at all, when there are edits and
+  // no load is in progress. A supplier that somebody else has removed is reported and left; nothing is then stored.
+  void SavePendingChanges();
+  // Whether the shown supplier is a stored one, and nothing of it has been edited since it was loaded.
+  bool ReadsAsLoaded() const;
 
   // 0 adds a supplier, 1 removes the shown one, any other value (kUndo) undoes its edits. With pending edits 0 saves
   // them and 1 undoes them.
   static constexpr int kUndo = 2;
   void SupplierCommand(int action);
+  // Deletes the shown supplier with its links and contacts, after a question. The last one stays.
+  void RemoveSupplier();
+  // Puts what was removed last in this run back, a supplier with its contacts and links or one contact, and selects the
+  // supplier. Returns the contact to show, 0 for none. Nothing when nothing was removed from this database.
+  int UndoRemove();
+  // Remembers what has just been removed and offers to put it back; without statements nothing is offered.
+  void OfferUndo(RemovedRows removed);
 
-  // The selection handler of the supplier list.
-  void LvwSuppliers_ItemClick();
-
-  // Assigns each toolbar button the picture of its key.
-  void SetImageForButtonAndDrop();
+  // The shown supplier's calculator, as it is published; its linked forms are read now.
+  Publication Calculator();
+  Branding OwnBranding() const { return {run.Places(), run.CalculatorPreferences, run.CustomerReference}; }
+  // Whether there is a supplier to publish, with rates that are numbers; tells what is in the way.
+  bool MayPublish();
+  // Builds the folder and opens its test page, when the preferences' limits allow it.
+  void PreviewCalculator();
+  // Makes the live page of the shown supplier and quote with the data folder's logo, and opens it.
+  void PreviewFormPage(const std::string& pagePath);
+  // Another window has changed which forms there are.
+  void ReloadForms();
+  // What the options window asks of this one.
+  void Serve(FrmOptions& options);
 
  private:
   void WireShell();
   void WireMenus();
-  void WireQuote();
-  void WireRateCard();
+  void WirePanels();
   void WireSuppliers();
-  void WireContacts();
-  void WireSend();
+  void MakeToolbar();
+  void MakeTabs();
 
   void Toolbar1_ButtonClick(const std::string& key);
   void TabMain_Click();
   void Timer1_Tick();
-  // 0 the e-mail, 1 the install file.
-  void ShowSendFrame(int mode);
   void Form_KeyUp(Key key);
-  // The shown supplier's name is empty: it is not stored like that.
-  bool Nameless() const;
+  void ShowStatus(bool flashing, std::string_view text, int progress);
+  void SetNote(std::string_view text);
+  bool Nameless() const { return supplier.Nameless(); }
   // Stores the shown supplier and the shown contact, which then stands in the lists as it was stored.
   void SaveShown();
   void Preview();
@@ -61,45 +165,44 @@ class FrmMain : public MainWindow {
   void CreateNewDatabase();
   void LoadAppearance();
   void SaveAppearance();
+  void LoadIniFileValues();
+  void NoteEarlierMail();
   void ShowAbout();
   void ShowOptions(bool onForms);
   void ShowOrganisationDetails();
   void ShowContactSearch();
+  void ShowMailSettings();
 
-  void TxtProCalc_Change(int box);
-  void TxtProCalc_LostFocus(int box);
-  void UpDNew_Step(int box, bool up);
-  void CboProCalc_Click(int list);
-  void ckCapLock_Click();
-  void ChkPremium_Click();
+  bool AgreesToLook();
+  bool ChooseDatabase();
+  bool FindDatabase(bool& askUser);
+  void Connect();
+  bool LooksForAnother();
+  void ConnectOrChooseAnother();
+  void UseFreshDatabase();
 
-  void txtRangeTo_Change(int box);
-  void WireRateBox(TextBox& box, UpDown& upDown, const NumberRule& rule);
-  bool LeaveRateBox(TextBox& box, const NumberRule& rule);
-
-  void TxtSupplier_Change(int field);
-  void TxtSupplier_LostFocus(int field);
+  void FillSupplierList(bool selectNewest);
+  std::vector<std::string> ReadSuppliers(std::vector<ListView::Row>& rows);
+  void ShowSupplier(const SupplierRow& row);
+  void UseSupplierSettings(const SupplierRow& row);
+  void ShowNoSupplier();
+  void ReportMissingSupplier();
+  void LeaveMissingSupplier();
+  void TxtSupplier_Changed(int field, bool changedBefore);
   void LvwSuppliers_ColumnClick(int column);
   void TxtFilter_Change();
   void ForgetUneditedFields();
-  void LvwForms_ItemCheck();
-  void LvwForms_DblClick();
 
-  void LstContacts_Click();
-  void TxtContact_Change();
-  void TxtContact_GotFocus();
-  void CmdContact_Click(int button);
-  bool ContactHasName();
-  void RemoveContact();
+  void StoreFields(bool asSupplier);
+  void RefreshRow();
+  void UseStoredRateCard();
+  void ShowInsertedSupplier();
 
-  void CheckAllContacts();
-  void BrowseForInstallFile();
+  void SendCalculator();
   void CreateInstallFile();
-  void cmboFileType_Click();
-  void TxtCalcCreate_Change();
 
-  std::map<const TextBox*, std::string> numbers_;  // what each number box was last left with or given
-  bool formTicksChanged_ = false;                  // by the user, since the shown supplier was loaded
+  SupplierFields fields_{*this};
+  std::string note_;  // what the status line reads while nothing goes on
 };
 
 }  // namespace tarvolinex

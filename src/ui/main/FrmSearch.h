@@ -1,15 +1,20 @@
 // Finds a contact by name and goes to its supplier.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "controls/Controls.h"
+#include "core/Run.h"
+#include "store/Contacts.h"
 
 namespace tarvolinex {
 
 class FrmSearch : public Window {
  public:
-  FrmSearch();
+  using ShowContact = std::function<void(int supplierId, int contactId)>;
+  // showContact: goes to what was found.
+  FrmSearch(Run& run, Database& database, ShowContact showContact);
 
   Label LblPrompt;
   ControlArray<Label> LblSearch;
@@ -23,11 +28,11 @@ class FrmSearch : public Window {
   void SetSupplierListView();
   void EndSearch();
 
-  struct Match {
-    int supplier, contact;  // their IDs
-  };
+  Run& run_;
+  Database& database_;
+  ShowContact showContact_;
   // Read to their end at once: while the dialog stands on one of them, other programs can write to the database.
-  std::vector<Match> matches_;
+  std::vector<FoundContact> matches_;
   std::size_t current_ = 0;  // the match that is shown
   bool searching_ = false;
 };

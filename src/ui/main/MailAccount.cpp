@@ -1,8 +1,6 @@
 // The account of the mail settings: its provider, and its password in the desktop's key store.
 #include <chrono>
 
-#include "controls/Desktop.h"
-#include "core/Globals.h"
 #include "core/Reports.h"
 #include "distribute/Email.h"
 #include "platform/RuntimeError.h"
@@ -32,9 +30,9 @@ TransferProgress Briefly() {
 void FrmMailSettings::ForgetUnusedPassword(const MailProfile& profile) {
   if (!AsksKeyStore(profile)) return;
   try {
-    for (const std::string& name : MailProfileNames(MailProfilesPath())) {
+    for (const std::string& name : MailProfileNames(ProfilesPath())) {
       std::string mistake;
-      const MailProfile other = LoadMailProfile(MailProfilesPath(), name, &mistake);
+      const MailProfile other = LoadMailProfile(ProfilesPath(), name, &mistake);
       if (AsksKeyStore(other) && EqualNoCase(other.server, profile.server) && other.user == profile.user) return;
     }
     ForgetPassword(LoginOf(profile), Briefly());
@@ -44,7 +42,7 @@ void FrmMailSettings::ForgetUnusedPassword(const MailProfile& profile) {
 
 std::string FrmMailSettings::SenderAddress() const {
   const std::string from(Trim(TxtFrom.Text()));
-  return from.empty() ? CalculatorPreferences.OrgEmail.Trimmed() : ParseMailAddress(from).address;
+  return from.empty() ? run_.CalculatorPreferences.OrgEmail.Trimmed() : ParseMailAddress(from).address;
 }
 
 void FrmMailSettings::SuggestProvider() {
@@ -85,11 +83,10 @@ bool FrmMailSettings::KeepPassword(const MailProfile& profile) {
     StorePassword(LoginOf(profile), TxtPassword.Text());
     return true;
   } catch (const RuntimeError& failure) {
-    TheDesktop().MessageBox(
-        Tr("The password cannot be kept.\r\n\r\n%1\r\n\r\nWithout a key store a command can print it "
-           "whenever a message is sent: tick the box below the password.",
-           {failure.Description()}),
-        Tr("E-mail Settings"), BoxButtons::Ok, BoxIcon::Exclamation);
+    run_.MessageBox(Tr("The password cannot be kept.\r\n\r\n%1\r\n\r\nWithout a key store a command can print it "
+                       "whenever a message is sent: tick the box below the password.",
+                       {failure.Description()}),
+                    Tr("E-mail Settings"), BoxButtons::Ok, BoxIcon::Exclamation);
     ChkCommand.SetFocus();
     return false;
   }

@@ -1,9 +1,6 @@
 #include "ui/main/frmSendCalc.h"
 
-#include "core/Aliases.h"
-#include "core/Globals.h"
 #include "core/Launcher.h"
-#include "core/MainWindow.h"
 #include "distribute/InstallPackage.h"
 #include "platform/text/Translation.h"
 
@@ -26,37 +23,32 @@ constexpr Way kWayTexts[kWays] = {
      Marked("Mail providers let links through; the install program is uploaded to the web server first.")},
 };
 
-std::string SizeText(int sendType) {
-  constexpr std::int64_t kKilobyte = 1024;
-  return Tr("The message has at most %1 KB.", {std::to_string(LargestMessage(sendType) / kKilobyte + 1)});
-}
-
 }  // namespace
 
-frmSendCalc::frmSendCalc()
+frmSendCalc::frmSendCalc(Run& run, Sending& sending, SendPanel& panel)
     : Window("frmSendCalc", Tr("Send Calculator")),
       lblSendCalc(*this, "lblSendCalc"),
       TxtEmails(*this, "TxtEmails"),
       OpFileType(*this, "OpFileType", kWays),
       LblFileType(*this, "LblFileType", kWays),
       ChkInstructions(*this, "ChkInstructions"),
-      cmdaction(*this, "cmdaction", 3) {
-  SendConfirmed = false;
-  SetCaption(ReplaceAliases("Send <CALCNAME>"));
-  lblSendCalc.SetCaption(CaptionWithAliases("The <CALCNAME> for <SUPPLIERNAME> goes to:"));
+      cmdaction(*this, "cmdaction", 3),
+      run_(run),
+      sending_(sending),
+      panel_(panel) {
+  SetCaption(run.ReplaceAliases("Send <CALCNAME>"));
+  lblSendCalc.SetCaption(run.CaptionWithAliases("The <CALCNAME> for <SUPPLIERNAME> goes to:"));
   std::string names;
-  for (const ListView::Row& row : MainForm().send.lvSendContacts.Rows()) {
-    if (row.checked) names += (names.empty() ? "" : "\r\n") + row.text;
-  }
+  for (const Recipient& to : sending.recipients) names += (names.empty() ? "" : "\r\n") + to.name;
   TxtEmails.SetText(names);
   TxtEmails.SetLocked(true);
   for (int i = 0; i < kWays; ++i) {
     OpFileType(i).SetCaption(Tr(kWayTexts[i].caption));
     LblFileType(i).SetCaption(Tr(kWayTexts[i].hint) + " " + SizeText(i));
   }
-  OpFileType(SendType).SetValue(true);
+  OpFileType(panel.SendType).SetValue(true);
   ChkInstructions.SetCaption(Tr("In&clude instructions for the reader"));
-  ChkInstructions.SetValue(IncludeInstructions);
+  ChkInstructions.SetValue(panel.IncludeInstructions);
   const char* captions[] = {Marked("&Send"), Marked("Cancel"), Marked("&Help")};
   for (int i = 0; i < 3; ++i) {
     cmdaction(i).SetCaption(Tr(captions[i]));
@@ -65,13 +57,23 @@ frmSendCalc::frmSendCalc()
   AnswerKeys(*this, cmdaction(0), cmdaction(1));
 }
 
+std::string frmSendCalc::SizeText(int sendType) const {
+  constexpr std::int64_t kKilobyte = 1024;
+  const std::size_t text = sending_.message.size() + panel_.Instructions.at(static_cast<std::size_t>(sendType)).size();
+  return Tr("The message has at most %1 KB.",
+            {std::to_string(LargestMessage(sendType, sending_.publication, text) / kKilobyte + 1)});
+}
+
 void frmSendCalc::cmdaction_Click(int button) {
-  if (button == 2) return ShowHelpPage(kHelpTopic);
-  IncludeInstructions = ChkInstructions.Value();
+  if (button == 2) return ShowHelpPage(run_, kHelpTopic);
+  panel_.IncludeInstructions = ChkInstructions.Value();
   SendConfirmed = button == 0;
   for (int i = 0; SendConfirmed && i < kWays; ++i) {
-    if (OpFileType(i).Value()) SendType = i;
+    if (OpFileType(i).Value()) panel_.SendType = i;
   }
+  sending_.sendType = panel_.SendType;
+  sending_.includeInstructions = panel_.IncludeInstructions;
+  sending_.instructions = panel_.Instructions.at(static_cast<std::size_t>(panel_.SendType));
   Close();
 }
 

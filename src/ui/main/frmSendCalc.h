@@ -2,23 +2,33 @@
 #pragma once
 
 #include "controls/Controls.h"
+#include "core/Run.h"
+#include "distribute/Email.h"
+#include "ui/main/SendPanel.h"
 
 namespace tarvolinex {
 
-// Sets `SendType`, `SendConfirmed` and `IncludeInstructions`.
+// Starts with the way and the instructions of the panel's last send; what is confirmed goes into the sending, and the
+// panel remembers it.
 class frmSendCalc : public Window {
  public:
-  frmSendCalc();
+  frmSendCalc(Run& run, Sending& sending, SendPanel& panel);
 
   Label lblSendCalc;
-  TextBox TxtEmails;                      // the ticked contacts, one a line
+  TextBox TxtEmails;                      // the recipients, one a line
   ControlArray<OptionButton> OpFileType;  // by send type
   ControlArray<Label> LblFileType;        // what mail providers do with each, and how large the message gets
   CheckBox ChkInstructions;
   ControlArray<CommandButton> cmdaction;  // send, cancel, help
 
+  bool SendConfirmed = false;
+
  private:
+  std::string SizeText(int sendType) const;
   void cmdaction_Click(int button);
+  Run& run_;
+  Sending& sending_;
+  SendPanel& panel_;
 };
 
 }  // namespace tarvolinex

@@ -2,15 +2,11 @@
 #include <charconv>
 
 #include "controls/Desktop.h"
-#include "core/Globals.h"
-#include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
-#include "publish/LivePage.h"
 #include "publish/PageText.h"
-#include "store/FormPages.h"
 #include "store/Forms.h"
 #include "store/Statements.h"
 #include "ui/options/FrmOptions.h"
@@ -59,7 +55,7 @@ void FrmOptions::WireForms() {
   ChkFrmAvailable.Click = [this] { formDetailsChanged_ = true; };
   cmdForm(kEditForm).Click = [this] {
     SaveChangedValue();
-    frmFormEditWarning warning(FormPagePath(currentFormId_));
+    frmFormEditWarning warning(run_, FormPagePath(run_.DataFolder, currentFormId_));
     TheDesktop().ShowModal(warning);
   };
   cmdForm(kImportForm).Click = [this] { ImportHTMLform(); };
@@ -74,14 +70,12 @@ bool FrmOptions::IsFormKey(const std::string& key) const {
   return node && node->parent == kFormsKey;
 }
 
-void FrmOptions::AddFormsToTree() {
-  Recordset& records = TheStore->FormRecords;
+void FrmOptions::AddFormsToTree(const std::vector<FormRow>& forms) {
   const std::string selected = TreeOptions.Selected();
-  for (; !records.EndOfFile(); records.MoveNext()) {
-    const auto id = static_cast<int>(ValueNumber(NullToDefault(records.Field("ID"), std::int64_t{0})));
-    const std::string key = kFormsKey + std::to_string(id);
+  for (const FormRow& form : forms) {
+    const std::string key = kFormsKey + std::to_string(form.id);
     TreeOptions.Remove(key);
-    TreeOptions.Add({key, kFormsKey, ValueText(NullToDefault(records.Field("Description")))});
+    TreeOptions.Add({key, kFormsKey, form.description});
   }
   TreeOptions.Select(selected);
 }
@@ -90,21 +84,15 @@ void FrmOptions::ShowForm() {
   const std::string_view digits = std::string_view(currentKey_).substr(std::string_view(kFormsKey).size());
   currentFormId_ = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), currentFormId_);
-  Recordset& records = TheStore->FormRecords;
-  std::string description, linkName;
-  bool available = false;
+  FormRow form;
   try {
-    records.MoveFirst();
-    records.Find("ID=" + std::to_string(currentFormId_));
-    description = ValueText(records.Field("Description"));
-    linkName = ValueText(records.Field("LinkName"));
-    available = ValueTruth(records.Field("available"));
+    form = ReadForm(database_, currentFormId_);
   } catch (const RuntimeError&) {
     // The row has gone: the panel shows an empty one.
   }
-  txtForms(kDescription).SetText(description);
-  txtForms(kLinkName).SetText(linkName);
-  ChkFrmAvailable.SetValue(available);
+  txtForms(kDescription).SetText(form.description);
+  txtForms(kLinkName).SetText(form.linkName);
+  ChkFrmAvailable.SetValue(form.available);
   formDetailsChanged_ = false;
   FraForms.SetVisible(true);
   cmdForm(kImportForm).SetVisible(true);
@@ -114,23 +102,24 @@ void FrmOptions::SaveFormDetails() {
   formsListChanged_ = true;
   formDetailsChanged_ = false;
   try {
-    SaveFormRow(currentFormId_, {txtForms(kDescription).Text(), txtForms(kLinkName).Text(), ChkFrmAvailable.Value()});
+    SaveFormRow(database_,
+                {currentFormId_, txtForms(kDescription).Text(), txtForms(kLinkName).Text(), ChkFrmAvailable.Value()});
   } catch (const RuntimeError&) {
-    ShowError("Save form error");
+    run_.ShowError("Save form error");
   }
 }
 
 void FrmOptions::DeleteSupplierLinks() {
   try {
-    DeleteUnavailableLinks();
+    DeleteUnavailableLinks(database_);
   } catch (const RuntimeError&) {
-    ShowError("Removing redundant form links");
+    run_.ShowError("Removing redundant form links");
   }
 }
 
 void FrmOptions::ImportHTMLform() {
   SaveChangedValue();
-  const std::string path = TheDesktop().OpenFile({Tr("HTML Form Inport"), AppFolder, "", Tr("HTML Files|*.HTM*")});
+  const std::string path = TheDesktop().OpenFile({Tr("HTML Form Inport"), run_.AppFolder, "", Tr("HTML Files|*.HTM*")});
   if (path.empty()) return;
   const BusyWhile busy;
   try {
@@ -140,22 +129,21 @@ void FrmOptions::ImportHTMLform() {
                               BoxIcon::Information);
       return;
     }
-    AddFormPage(description, path);
-    TheStore->FormRecords.Open(statements::kForms, TheStore->connection);
-    AddFormsToTree();
+    AddFormPage(database_, description, path);
+    AddFormsToTree(AllForms(database_));
     TreeOptions.Expand(kFormsKey);
   } catch (const RuntimeError&) {
-    ShowError("HTML import Failed");
+    run_.ShowError("HTML import Failed");
   }
 }
 
 void FrmOptions::ViewForm() {
-  const std::string page = FormPagePath(currentFormId_);
+  const std::string page = FormPagePath(run_.DataFolder, currentFormId_);
   SaveChangedValue();
   SavePreferences();
   // A page that has gone must not end the program.
-  if (!FileExists(page)) return ShowError("HTML file creation failed");
-  PreviewFormPage(page);
+  if (!FileExists(page)) return run_.ShowError("HTML file creation failed");
+  if (Around.previewForm) Around.previewForm(page);
   TheDesktop().DoEvents();
 }
 

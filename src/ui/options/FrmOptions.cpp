@@ -1,18 +1,14 @@
 #include "ui/options/FrmOptions.h"
 
-#include "calc/InputRules.h"
 #include "controls/Desktop.h"
-#include "core/Aliases.h"
-#include "core/Globals.h"
 #include "core/Launcher.h"
-#include "core/MainWindow.h"
-#include "core/Reports.h"
+#include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/Preferences.h"
-#include "store/Forms.h"
 #include "store/Statements.h"
+#include "ui/NumberBoxes.h"
 
 namespace tarvolinex {
 
@@ -21,7 +17,7 @@ enum Button { kOk, kCancel, kView, kHelp, kButtons };
 constexpr int kDepositTypes = 3, kPreviewTexts = 5;
 }  // namespace
 
-FrmOptions::FrmOptions()
+FrmOptions::FrmOptions(Run& run, Database& database)
     : Window("FrmOptions", Tr("Calculator Options")),
       TreeOptions(*this, "TreeOptions"),
       Cmd(*this, "Cmd", kButtons),
@@ -57,7 +53,9 @@ FrmOptions::FrmOptions()
       PicPage(*this, "PicPage"),
       LblPreviewPanel(*this, "LblPreviewPanel"),
       PicPageLogo(*this, "PicPageLogo"),
-      LblPreview(*this, "LblPreview", kPreviewTexts) {
+      LblPreview(*this, "LblPreview", kPreviewTexts),
+      run_(run),
+      database_(database) {
   WireButtons();
   WireEditors();
   WireForms();
@@ -85,7 +83,7 @@ void FrmOptions::WireEditors() {
   TreeOptions.NodeClick = [this] { TreeOptions_NodeClick(); };
   // What the record cannot hold is seen at once.
   TxtString.Validate = [this] { TxtString.SetText(FromWindows1252(ToWindows1252(EscapeQuotes(TxtString.Text())))); };
-  TxtIncre.SetForNumber(CalculatorPreferences.CurrencySymbol.Trimmed());
+  TxtIncre.SetForNumber(run_.CalculatorPreferences.CurrencySymbol.Trimmed());
   TxtIncre.Change = [this] {
     valueTyped_ = true;
     TxtIncre.SetFault(FaultOf(ValueRule(), TxtIncre.Text()));
@@ -98,7 +96,7 @@ void FrmOptions::WireEditors() {
   };
   for (const bool up : {true, false}) {
     (up ? UpDown1.UpClick : UpDown1.DownClick) = [this, up] {
-      StepInput(TxtIncre, up, up ? valueLimit_ : 0, valueKind_);
+      StepInput(TxtIncre, up, up ? valueLimit_ : 0, ValueRule());
       TxtIncre.SetFocus();
     };
   }
@@ -112,7 +110,7 @@ void FrmOptions::WireEditors() {
 
 void FrmOptions::Load() {
   const BusyWhile busy;
-  edited_ = CalculatorPreferences;
+  edited_ = run_.CalculatorPreferences;
   AddRootTree();
   pendingPictures_ = {};
   HidePanels();
@@ -124,7 +122,7 @@ void FrmOptions::Load() {
   RefreshIconList(icon);
   edited_.IconName = icon;
   formsListChanged_ = false;
-  Cmd(kView).SetToolTip(ReplaceAliases("View <CALCNAME>"));
+  Cmd(kView).SetToolTip(run_.ReplaceAliases("View <CALCNAME>"));
 }
 
 void FrmOptions::ShowForms() {
@@ -135,23 +133,30 @@ void FrmOptions::ShowForms() {
 void FrmOptions::AddRootTree() {
   TreeOptions.Clear();
   currentKey_.clear();
-  OpenRecordset(statements::kForms, TheStore->FormRecords);
-  for (const OptionNode& node : OptionNodes()) {
-    TreeOptions.Add({node.key, node.parent, ReplaceAliases(node.caption)});
-    if (std::string_view(node.key) == kFormsKey) AddFormsToTree();
+  std::vector<FormRow> forms;
+  try {
+    forms = AllForms(database_);
+  } catch (const RuntimeError&) {
+    run_.ShowError("Database Error", true);
   }
-  ChkdepSelect(1).SetCaption(CaptionWithAliases("Percentage  of <CAPEQUIP>"));
+  for (const OptionNode& node : OptionNodes()) {
+    TreeOptions.Add({node.key, node.parent, run_.ReplaceAliases(node.caption)});
+    if (std::string_view(node.key) == kFormsKey) AddFormsToTree(forms);
+  }
+  ChkdepSelect(1).SetCaption(run_.CaptionWithAliases("Percentage  of <CAPEQUIP>"));
 }
 
 void FrmOptions::SavePreferences() {
-  CalculatorPreferences = edited_;
-  SaveCalculatorPreferences(CalculatorPreferences);
-  CopyInstallIcon(CalculatorPreferences);
+  run_.CalculatorPreferences = edited_;
+  const Branding branding = {run_.Places(), edited_, run_.CustomerReference};
+  SaveCalculatorPreferences(branding, run_);
+  if (Around.preferencesSaved) Around.preferencesSaved();
+  CopyInstallIcon(branding, run_);
 }
 
 void FrmOptions::Cmd_Click(int button) {
   SaveChangedValue();
-  if ((button == kOk || button == kView) && !CanPublish(edited_)) return;
+  if ((button == kOk || button == kView) && !CanPublish(edited_, run_)) return;
   switch (button) {
     case kOk:
       SavePreferences();
@@ -162,18 +167,16 @@ void FrmOptions::Cmd_Click(int button) {
     case kView:
       SavePreferences();
       TheDesktop().DoEvents();
-      PreviewCalculator();
+      if (Around.preview) Around.preview();
       return TheDesktop().DoEvents();
     default:
-      return ShowHelpPage(1);
+      return ShowHelpPage(run_, 1);
   }
 }
 
 void FrmOptions::RemoveUnavailableForms() {
   DeleteSupplierLinks();
-  if (!MainFormExists()) return;
-  LoadFormsList(MainForm().rateCard.LvwForms);
-  LoadSupplierFormLinks(CurrentSupplierId);
+  if (Around.formsChanged) Around.formsChanged();
 }
 
 void FrmOptions::SetSwatch(Colour colour) {

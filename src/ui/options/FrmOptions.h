@@ -5,11 +5,14 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "calc/InputRules.h"
 #include "controls/Controls.h"
 #include "controls/PaintControls.h"
 #include "core/Records.h"
+#include "core/Run.h"
+#include "store/Forms.h"
 #include "ui/options/OptionNodes.h"
 
 namespace tarvolinex {
@@ -18,7 +21,7 @@ inline constexpr std::int64_t kLargestPicture = 10 << 20;  // bytes; what is lar
 
 class FrmOptions : public Window {
  public:
-  FrmOptions();
+  FrmOptions(Run& run, Database& database);
 
   // Before the window is shown: a working copy of the global preferences, the tree, the icons. What is edited goes
   // into the copy when another node is selected or a button pressed; OK and View alone pass the copy on. What is done
@@ -27,9 +30,17 @@ class FrmOptions : public Window {
   // As a click on the root of the form pages, which shows them.
   void ShowForms();
 
-  // Edits an icon by its file name, a new one for an empty name, and tells the name that it was saved under.
+  // What the window asks of whoever shows it.
   using IconSaved = std::function<void(const std::string& iconName)>;
-  std::function<void(const std::string& iconFile, const IconSaved& saved)> OpenIconEditor;
+  struct Callers {
+    // Edits an icon by its file name, a new one for an empty name, and tells the name that it was saved under.
+    std::function<void(const std::string& iconFile, const IconSaved& saved)> openIconEditor;
+    std::function<void()> preferencesSaved;
+    std::function<void()> formsChanged;  // which of them there are to choose from
+    std::function<void()> preview;       // of the shown supplier's calculator
+    std::function<void(const std::string& page)> previewForm;
+  };
+  Callers Around;
 
   TreeView TreeOptions;
   ControlArray<CommandButton> Cmd;  // OK, Cancel, View, Help
@@ -101,7 +112,7 @@ class FrmOptions : public Window {
   void WireForms();
   bool IsFormKey(const std::string& key) const;
   // Adds a node for each form, in place of one that it had.
-  void AddFormsToTree();
+  void AddFormsToTree(const std::vector<FormRow>& forms);
   void ShowForm();
   void SaveFormDetails();
   void DeleteSupplierLinks();
@@ -117,6 +128,8 @@ class FrmOptions : public Window {
   // Previews the icon and keeps its name for the editor; none for an empty name.
   void ShowIcon(const std::string& fileName);
   std::string ChosenIconText() const;
+  // Cut to the record's width a name would be another icon's, or none's.
+  bool FitsRecord(const std::string& iconName) const;
   void StoreIcon();
   void BrowseForPicture();
   void ShowPictureImport(const OptionNode& node);
@@ -129,6 +142,10 @@ class FrmOptions : public Window {
   static std::size_t PictureKind(const OptionNode& node);
   void SaveLogo(std::size_t kind);
 
+  std::string InLogoFolder(const std::string& name) const;
+
+  Run& run_;
+  Database& database_;
   CalculatorPreferencesRecord edited_;
   std::string currentKey_;   // of the node whose value the visible panel shows; empty when none
   bool valueTyped_ = false;  // the value box has been changed by the user: there is something to commit

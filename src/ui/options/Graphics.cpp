@@ -1,7 +1,6 @@
 // Header logo, background picture and icon.
 
 #include "controls/Desktop.h"
-#include "core/Globals.h"
 #include "core/Reports.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
@@ -41,11 +40,6 @@ bool IsIconFile(const std::string& path) {
   }
 }
 
-// Cut to the record's width a name would be another icon's, or none's.
-bool FitsRecord(const std::string& iconName) {
-  return FitsWindows1252(iconName) && FirstCharacters(iconName, CalculatorPreferences.IconName.Width()) == iconName;
-}
-
 void Tell(const std::string& text, const std::string& title, BoxIcon icon) {
   TheDesktop().MessageBox(text, title, BoxButtons::Ok, icon);
 }
@@ -69,8 +63,8 @@ void FrmOptions::WireGraphics() {
   CboIcons.Click = [this] { CboIcons_Click(); };
   CmdIcon.Click = [this] {
     SaveChangedValue();
-    if (!OpenIconEditor) return;
-    OpenIconEditor(chosenIcon_, [this](std::string name) { RefreshIconList(name); });
+    if (!Around.openIconEditor) return;
+    Around.openIconEditor(chosenIcon_, [this](std::string name) { RefreshIconList(name); });
   };
   TxtLogo.Change = [this] { ShowChosenPicture(); };
   ChkYesNo.Click = [this] { ShowPreview(); };
@@ -83,11 +77,11 @@ void FrmOptions::RefreshIconList(std::string& name) {
     CboIcons.Clear();
     ShowIcon("");
     CboIcons.Add(Tr(kNewIcon));
-    for (const std::string& file : ListFilesOrFail(DataFolder + "\\icons\\*.ico")) {
+    for (const std::string& file : ListFilesOrFail(run_.DataFolder + "\\icons\\*.ico")) {
       CboIcons.Add(ReplaceAllNoCase(UpperCase(file), kIconEnding, ""));
     }
   } catch (const RuntimeError&) {
-    return ShowError("Error Loading Icons");
+    return run_.ShowError("Error Loading Icons");
   }
   if (name.empty()) return;
   const auto& icons = CboIcons.Items();
@@ -100,7 +94,7 @@ void FrmOptions::RefreshIconList(std::string& name) {
 
 void FrmOptions::ShowIcon(const std::string& fileName) {
   chosenIcon_ = fileName;
-  PicIcon.SetPicture(fileName.empty() ? std::string() : DataFolder + "\\icons\\" + fileName);
+  PicIcon.SetPicture(fileName.empty() ? std::string() : run_.DataFolder + "\\icons\\" + fileName);
 }
 
 void FrmOptions::CboIcons_Click() {
@@ -112,10 +106,14 @@ void FrmOptions::CboIcons_Click() {
                    "Europe.\r\n\r\nPlease select another"),
                 Tr("Icon Selection"), BoxIcon::Exclamation);
   }
-  if (!IsIconFile(DataFolder + "\\icons\\" + icon + kIconEnding)) {
+  if (!IsIconFile(run_.DataFolder + "\\icons\\" + icon + kIconEnding)) {
     return Tell(Tr("Invalid or unsupported file format."), "", BoxIcon::Critical);
   }
   ShowIcon(icon + kIconEnding);
+}
+
+bool FrmOptions::FitsRecord(const std::string& iconName) const {
+  return FitsWindows1252(iconName) && FirstCharacters(iconName, edited_.IconName.Width()) == iconName;
 }
 
 std::string FrmOptions::ChosenIconText() const {
@@ -132,7 +130,7 @@ void FrmOptions::StoreIcon() {
 }
 
 void FrmOptions::BrowseForPicture() {
-  const std::string images = AppFolder + "\\images";
+  const std::string images = run_.AppFolder + "\\images";
   try {
     if (!FolderExists(images)) MakeFolder(images);
   } catch (const RuntimeError&) {
@@ -164,7 +162,7 @@ void FrmOptions::StorePicture(const OptionNode& node) {
 void FrmOptions::SaveLogo(std::size_t kind) {
   const BusyWhile busy;
   const std::string source(Trim(TxtLogo.Text()));
-  const std::string folder = DataFolder + "\\logo\\", baseName = kind == 1 ? "background" : "logo";
+  const std::string folder = run_.DataFolder + "\\logo\\", baseName = kind == 1 ? "background" : "logo";
   if (!FileExists(source)) {
     return Tell(Tr("Selected graphic could not be found.\r\n\r\nNot Imported"), Tr("Graphic Import"),
                 BoxIcon::Exclamation);
@@ -186,7 +184,7 @@ void FrmOptions::SaveLogo(std::size_t kind) {
     ReplacePicture(source, folder, baseName, ending);
     if (FileExists(folder + baseName + ending)) return;
   } catch (const RuntimeError&) {
-    return ShowError("Importing Logo");
+    return run_.ShowError("Importing Logo");
   }
   Tell(Tr("Importing Graphic Failed."), Tr("Graphic Import"), BoxIcon::Critical);
 }

@@ -4,11 +4,10 @@
 #include <limits>
 #include <utility>
 
-#include "calc/InputRules.h"
-#include "core/Aliases.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/Statements.h"
+#include "ui/NumberBoxes.h"
 #include "ui/options/FrmOptions.h"
 
 namespace tarvolinex {
@@ -166,13 +165,14 @@ void FrmOptions::SaveChangedValue() {
 
 NumberRule FrmOptions::ValueRule() const {
   const TreeView::Node* node = TreeOptions.Find(currentKey_);
-  return {valueKind_, static_cast<double>(valueLimit_), node ? node->text : std::string(), ""};
+  return {valueKind_, static_cast<double>(valueLimit_), node ? node->text : std::string(), "",
+          run_.CalculatorPreferences.CurrencySymbol.Trimmed()};
 }
 
 void FrmOptions::StoreValue(const OptionNode& node) {
   // Rounding a rate that was only looked at would change it.
   if (!std::exchange(valueTyped_, false)) return;
-  const double number = TypedNumber(TxtIncre.Text());
+  const double number = TypedNumber(TxtIncre.Text(), run_.CalculatorPreferences.CurrencySymbol.Trimmed());
   if (std::holds_alternative<float Prefs::*>(node.field)) {
     FieldOf<float>(edited_, node) = static_cast<float>(number);
   } else if (std::holds_alternative<std::int16_t Prefs::*>(node.field)) {

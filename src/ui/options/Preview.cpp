@@ -1,6 +1,4 @@
 // What a setting does, and what it makes of a calculator: a sentence, a small calculator, the picture itself.
-#include "core/Aliases.h"
-#include "core/Globals.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/files/Pictures.h"
@@ -14,10 +12,6 @@ namespace tarvolinex {
 namespace {
 
 enum PreviewText { kHeading, kCaption, kInput, kAnswer, kOrganisation };
-
-std::string InLogoFolder(const std::string& name) {
-  return name.empty() ? name : DataFolder + "\\logo\\" + name;
-}
 
 // Black or white, whichever reads better on the colour; as the calculator writes its answer.
 Colour ReadableOn(Colour colour) {
@@ -44,11 +38,15 @@ bool IsPreviewed(std::string_view key) {
 
 }  // namespace
 
+std::string FrmOptions::InLogoFolder(const std::string& name) const {
+  return name.empty() ? name : run_.DataFolder + "\\logo\\" + name;
+}
+
 void FrmOptions::ShowHint(const OptionNode* node) {
   const char* hint = node                     ? node->hint
                      : IsFormKey(currentKey_) ? kFormHint
                                               : Marked("Select a setting on the left to see what it does.");
-  LblHint.SetCaption(CaptionWithAliases(hint));
+  LblHint.SetCaption(run_.CaptionWithAliases(hint));
   ShowPreview();
 }
 
@@ -72,9 +70,9 @@ void FrmOptions::ShowPreview() {
     LblPreview(text).SetBackColour(paper);
   };
   PicPage.SetBackColour(prefs.PageBackColour);
-  PicPage.SetPicture(prefs.ShowBackground ? InLogoFolder(BackgroundFileName()) : std::string());
+  PicPage.SetPicture(prefs.ShowBackground ? InLogoFolder(BackgroundFileName(run_.DataFolder)) : std::string());
   LblPreviewPanel.SetBackColour(prefs.CalcBackColour);
-  const std::string logo = prefs.ShowHeaderLogo ? InLogoFolder(LogoFileName()) : std::string();
+  const std::string logo = prefs.ShowHeaderLogo ? InLogoFolder(LogoFileName(run_.DataFolder)) : std::string();
   PicPageLogo.SetPicture(logo);
   PicPageLogo.SetVisible(!logo.empty());
   const Colour panel = prefs.CalcBackColour;
@@ -91,7 +89,8 @@ void FrmOptions::ShowChosenPicture() {
   if (!node || node->editor != OptionEditor::PictureImport) return;
   const std::string typed(Trim(TxtLogo.Text()));
   const bool chosen = !typed.empty() && IsPicture(typed);
-  const std::string inUse = InLogoFolder(PictureKind(*node) == 1 ? BackgroundFileName() : LogoFileName());
+  const std::string inUse =
+      InLogoFolder(PictureKind(*node) == 1 ? BackgroundFileName(run_.DataFolder) : LogoFileName(run_.DataFolder));
   LblPicture.SetCaption(chosen          ? Tr("The picture that you have chosen:")
                         : inUse.empty() ? Tr("There is no picture yet.")
                                         : Tr("The picture in use:"));

@@ -1,7 +1,6 @@
 #include "ui/options/frmFormEditWarning.h"
 
 #include "controls/Desktop.h"
-#include "core/Globals.h"
 #include "core/Launcher.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
@@ -35,13 +34,14 @@ constexpr const char* kAboutEditing = Marked(
 
 }  // namespace
 
-frmFormEditWarning::frmFormEditWarning(std::string pagePath)
+frmFormEditWarning::frmFormEditWarning(Run& run, std::string pagePath)
     : Window("frmFormEditWarning", Tr("Edit Form")),
       LblWarning(*this, "LblWarning", kLabels),
       chkNotePad(*this, "chkNotePad", -1, Tr("Open form in Windows Notepad")),
       cmdaction(*this, "cmdaction", 3),
+      run_(run),
       pagePath_(std::move(pagePath)) {
-  const std::string captions[] = {Tr(kAboutService), WebServer, Tr(kAboutAddress), Tr(kAboutEditing)};
+  const std::string captions[] = {Tr(kAboutService), run.WebServer, Tr(kAboutAddress), Tr(kAboutEditing)};
   for (int i = 0; i < kLabels; ++i) {
     LblWarning(i).SetCaption(captions[i]);
     LblWarning(i).MouseMove = [this, i] {
@@ -57,7 +57,7 @@ frmFormEditWarning::frmFormEditWarning(std::string pagePath)
     OpenEditor();
     Close();
   };
-  cmdaction(1).Click = [] { ShowHelpPage(2); };
+  cmdaction(1).Click = [this] { ShowHelpPage(run_, 2); };
   cmdaction(2).Click = [this] { Close(); };
   KeyUp = [this](Key key) {
     auto* focused = dynamic_cast<CommandButton*>(ActiveControl());
@@ -69,16 +69,16 @@ frmFormEditWarning::frmFormEditWarning(std::string pagePath)
 
 void frmFormEditWarning::OpenEditor() {
   if (!chkNotePad.Value()) {
-    LaunchDocument(pagePath_, true);
+    LaunchDocument(run_, pagePath_, true);
     return;
   }
   const std::string page = "\"" + NativePath(pagePath_) + "\"";
-  ReportLaunch(TheDesktop().ShellExecute("open", "notepad.exe", page, "", kShowNormal));
+  ReportLaunch(run_, TheDesktop().ShellExecute("open", "notepad.exe", page, "", kShowNormal));
 }
 
 void frmFormEditWarning::OpenDesignService() {
-  LaunchDocument("http://" + WebServer + "\\formInfo.asp?ref=" + CustomerReference +
-                 "&emai=" + CalculatorPreferences.OrgEmail.Trimmed());
+  LaunchDocument(run_, "http://" + run_.WebServer + "\\formInfo.asp?ref=" + run_.CustomerReference +
+                           "&emai=" + run_.CalculatorPreferences.OrgEmail.Trimmed());
 }
 
 }  // namespace tarvolinex

@@ -4,12 +4,13 @@
 #include <string>
 
 #include "controls/Controls.h"
+#include "core/Run.h"
 
 namespace tarvolinex {
 
 class frmFormEditWarning : public Window {
  public:
-  explicit frmFormEditWarning(std::string pagePath);
+  frmFormEditWarning(Run& run, std::string pagePath);
 
   ControlArray<Label> LblWarning;  // 1 is a link
   CheckBox chkNotePad;
@@ -19,6 +20,7 @@ class frmFormEditWarning : public Window {
   void OpenEditor();
   void OpenDesignService();
 
+  Run& run_;
   std::string pagePath_;
 };
 

@@ -1,10 +1,9 @@
-#include "core/AppFolder.h"
+#include "core/ProgramFiles.h"
 
 #include <set>
 #include <utility>
 #include <vector>
 
-#include "core/Globals.h"
 #include "platform/files/Files.h"
 #include "platform/text/Encoding.h"
 #include "platform/text/Text.h"
@@ -27,7 +26,8 @@ void CopyIfMissing(const std::string& from, const std::string& to) {
 // that a start that is cut off takes none of it for the user's.
 class DeliveredFiles {
  public:
-  DeliveredFiles() : listed_(FileExists(Path()) ? ReadFile(Path()) : std::string()) {
+  explicit DeliveredFiles(std::string appFolder)
+      : appFolder_(std::move(appFolder)), listed_(FileExists(Path()) ? ReadFile(Path()) : std::string()) {
     for (const std::string_view line : Split(listed_, '\n')) {
       const auto blank = line.find(' ');
       if (blank != std::string_view::npos) known_.emplace(line.substr(blank + 1), line.substr(0, blank));
@@ -35,7 +35,7 @@ class DeliveredFiles {
   }
   // Returns true when the app folder's file is to be made or replaced.
   bool Want(const std::string& name) {
-    const std::string from = DeliveredFolder() + "\\" + name, to = AppFolder + "\\" + name;
+    const std::string from = DeliveredFolder() + "\\" + name, to = appFolder_ + "\\" + name;
     if (!FileExists(from)) return false;
     std::string content = ReadFile(from);
     const std::string print = Fingerprint(content);
@@ -49,7 +49,7 @@ class DeliveredFiles {
   void Bring() {
     Remember();
     for (const Wanted& file : wanted_) {
-      WriteFile(AppFolder + "\\" + file.name, file.content);
+      WriteFile(appFolder_ + "\\" + file.name, file.content);
       Settle(file.name, file.print);
     }
     Remember();
@@ -59,7 +59,7 @@ class DeliveredFiles {
   struct Wanted {
     std::string name, print, content;
   };
-  static std::string Path() { return AppFolder + "\\Delivered.lst"; }
+  std::string Path() const { return appFolder_ + "\\Delivered.lst"; }
   void Settle(const std::string& name, const std::string& print) {
     std::erase_if(known_, [&](const auto& entry) { return entry.first == name; });
     known_.emplace(name, print);
@@ -71,26 +71,27 @@ class DeliveredFiles {
     WriteFile(Path(), text);
     listed_ = text;
   }
-  std::string listed_;
+  std::string appFolder_, listed_;
   std::set<std::pair<std::string, std::string>> known_;  // name and print
   std::vector<Wanted> wanted_;
 };
 
-std::vector<std::string> WrittenFolders() {
-  std::vector<std::string> folders = {AppFolder, CalculatorFolder(), AppFolder + "\\Help"};
-  for (const char* name : {"", "\\Forms", "\\logo", "\\icons", "\\Backup"}) folders.push_back(DataFolder + name);
+std::vector<std::string> WrittenFolders(const Folders& in) {
+  std::vector<std::string> folders = {in.app, in.calculator, in.app + "\\Help"};
+  for (const char* name : {"", "\\Forms", "\\logo", "\\icons", "\\Backup"}) folders.push_back(in.data + name);
   return folders;
 }
 
 }  // namespace
 
-void ChooseAppFolder(std::string_view chosen) {
+std::string ChooseAppFolder(std::string_view chosen) {
   const std::string program = ProgramFolder();
   // An installed program has its delivered files elsewhere, and root can write to its folder.
   const bool portable = FolderExists(program + "/delivered") && IsWritableFolder(program);
-  AppFolder = !chosen.empty() ? WholePath(chosen) : portable ? program : UserDataFolder("tarvolinex");
-  while (AppFolder.size() > 1 && (AppFolder.back() == '\\' || AppFolder.back() == '/')) AppFolder.pop_back();
-  if (!FolderExists(AppFolder)) MakeFolder(AppFolder);
+  std::string folder = !chosen.empty() ? WholePath(chosen) : portable ? program : UserDataFolder("tarvolinex");
+  while (folder.size() > 1 && (folder.back() == '\\' || folder.back() == '/')) folder.pop_back();
+  if (!FolderExists(folder)) MakeFolder(folder);
+  return folder;
 }
 
 std::string DeliveredFolder() {
@@ -99,24 +100,24 @@ std::string DeliveredFolder() {
   return FolderExists(beside) ? beside : program + "/../share/tarvolinex";
 }
 
-bool FillAppFolder() {
+bool FillAppFolder(const Folders& folders) {
   const std::string delivered = DeliveredFolder();
-  if (!FolderExists(CalculatorFolder())) MakeFolder(CalculatorFolder());
-  DeliveredFiles files;
+  if (!FolderExists(folders.calculator)) MakeFolder(folders.calculator);
+  DeliveredFiles files(folders.app);
   const bool newTemplate = files.Want("CalcTemplate.html");
   for (const char* name : kNeededFiles) files.Want(name);
   for (const std::string& name : ListFiles(delivered + kHelpFiles)) {
-    if (!FolderExists(AppFolder + "\\Help")) MakeFolder(AppFolder + "\\Help");
+    if (!FolderExists(folders.app + "\\Help")) MakeFolder(folders.app + "\\Help");
     files.Want("Help\\" + name);
   }
   files.Bring();
-  for (const std::string& written : WrittenFolders()) RemoveUnfinished(written);
-  if (FileExists(AppFolder + "\\Tarvolinex.mdb")) return newTemplate;
-  CopyIfMissing(delivered + "\\General.dat", AppFolder + "\\General.dat");
+  for (const std::string& written : WrittenFolders(folders)) RemoveUnfinished(written);
+  if (FileExists(folders.app + "\\Tarvolinex.mdb")) return newTemplate;
+  CopyIfMissing(delivered + "\\General.dat", folders.app + "\\General.dat");
   // For new databases. The package itself comes when its database is opened here, and to no other folder: beside a
   // database it would be unpacked over it.
-  if (UpperCase(DataFolder) != UpperCase(AppFolder)) {
-    CopyIfMissing(delivered + "\\Database.zip", AppFolder + "\\Database.Bak");
+  if (UpperCase(folders.data) != UpperCase(folders.app)) {
+    CopyIfMissing(delivered + "\\Database.zip", folders.app + "\\Database.Bak");
   }
   return newTemplate;
 }

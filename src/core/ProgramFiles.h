@@ -4,11 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "core/Folders.h"
+
 namespace tarvolinex {
 
-// Sets `AppFolder`: the chosen folder when one is given, else the program's folder when that is writable and the
+// The app folder: the chosen folder when one is given, else the program's folder when that is writable and the
 // delivered files lie in it, else this user's data folder. The folder is made when it is missing.
-void ChooseAppFolder(std::string_view chosen);
+std::string ChooseAppFolder(std::string_view chosen);
 
 // The folder of the files delivered with the program.
 std::string DeliveredFolder();
@@ -18,6 +20,6 @@ std::string DeliveredFolder();
 // is replaced; nothing of the user's is. What killed programs have left unfinished goes. While the app folder holds no
 // database the delivered preferences come too when there are none, and, when the database lies in another folder, the
 // pristine package for new databases. Returns true when the page template is a new one.
-bool FillAppFolder();
+bool FillAppFolder(const Folders& folders);
 
 }  // namespace tarvolinex

@@ -1,0 +1,109 @@
+#include "store/Database.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
+#include "platform/text/Clock.h"
+#include "platform/text/Translation.h"
+
+namespace tarvolinex {
+
+void Database::Open(const std::string& folder) {
+  const std::string path = folder + "\\Tarvolinex.mdb";
+  folder_ = folder;
+  connection_.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + path);
+  try {
+    for (const char* table : {"suppliers", "DefaultSupplier", "SupplierFormLink", "Forms", "contacts"}) {
+      if (!connection_.HasTable(table)) {
+        throw RuntimeError(kDatabase, Tr("The database %1 cannot be opened: it has no table %2", {path, table}));
+      }
+    }
+  } catch (const RuntimeError&) {
+    connection_.Close();
+    throw;
+  }
+}
+
+// Runs a step on the connection; its failure is the fatal report of an action statement.
+template <typename Action>
+void Database::Report(Action action) {
+  try {
+    action();
+  } catch (const RuntimeError&) {
+    const auto& errors = connection_.Errors();
+    reporter_.ShowError(
+        errors.empty() ? Tr("Database update failed") : Tr("Database update failed.\n\n%1", {errors.front()}), true);
+  }
+}
+
+void Database::OpenRecordset(std::string_view statement, Recordset& recordSet, bool readFirst) {
+  try {
+    recordSet.Open(statement, connection_);
+    if (readFirst) static_cast<void>(recordSet.EndOfFile());
+  } catch (const RuntimeError&) {
+    reporter_.ShowError("Database Error", true);
+  }
+}
+
+void Database::ExecuteStatement(std::string_view statement) {
+  KeepDailyCopy();
+  Report([&] { connection_.Execute(statement); });
+}
+
+void Database::KeepDailyCopy() {
+  if (connection_.InTransaction()) return;
+  const std::string today = IsoDate(reporter_.Now());
+  if (copied_ == folder_ + " " + today) return;
+  copied_ = folder_ + " " + today;
+  try {
+    Copy(today);
+  } catch (const RuntimeError&) {
+    // A full disk or a folder without rights must not keep the user from saving.
+  }
+}
+
+void Database::Copy(const std::string& today) {
+  constexpr std::size_t kCopiesKept = 5;
+  const std::string folder = folder_ + "\\Backup";
+  const std::string copy = folder + "\\Tarvolinex " + today + ".mdb";
+  if (!FolderExists(folder)) MakeFolder(folder);
+  // Of copies that were killed, on whatever day; older versions gave them these names.
+  RemoveUnfinished(folder);
+  for (const std::string& name : ListFiles(folder + "\\Tarvolinex *.mdb.*tmp*")) DeleteFile(folder + "\\" + name);
+  if (FileExists(copy)) return;
+  connection_.CopyTo(copy, [this] { reporter_.Repaint(); });
+  // Dates sort by themselves; the oldest come first. What is dated after today was made while the clock was wrong, or
+  // is right while it is wrong now: either way it is older than what is made today.
+  auto copies = ListFiles(folder + "\\Tarvolinex *.mdb");
+  const std::string latest = FileNameOf(copy);
+  std::stable_partition(copies.begin(), copies.end(), [&](const std::string& name) { return name > latest; });
+  for (std::size_t i = 0; i + kCopiesKept < copies.size(); ++i) DeleteFile(folder + "\\" + copies[i]);
+}
+
+Transaction::Transaction(Database& database) : database_(database) {
+  database_.KeepDailyCopy();
+  database_.Report([&] { database_.connection_.Begin(); });
+}
+
+Transaction::~Transaction() {
+  Abandon();
+}
+
+void Transaction::Abandon() {
+  if (!std::exchange(open_, false)) return;
+  try {
+    database_.connection_.Rollback();
+  } catch (const RuntimeError&) {
+    // The statement that failed has already been reported, and has rolled back by itself.
+  }
+}
+
+void Transaction::Commit() {
+  database_.Report([&] { database_.connection_.Commit(); });
+  open_ = false;
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,68 @@
+// The database that a window or a command works on. Its owner hands it down; everything reaches the file through the
+// three operations below it: open a record set, execute a statement, execute several together.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/Reports.h"
+#include "platform/data/Database.h"
+
+namespace tarvolinex {
+
+class Database {
+ public:
+  // The reporter must outlive the database. It tells of a statement that failed, which ends the program.
+  explicit Database(Reporter& reporter) : reporter_(reporter) {}
+
+  // Opens the folder's Tarvolinex.mdb, closing what is open. Throws RuntimeError when the file is missing or no
+  // database of ours; none is open then.
+  void Open(const std::string& folder);
+  void Close() { connection_.Close(); }
+  bool IsOpen() const { return connection_.IsOpen(); }
+  // Of the file that was opened last.
+  const std::string& Folder() const { return folder_; }
+
+  // For whoever has more to tell of a failure than that it came: what it throws is RuntimeError.
+  Connection& Plain() { return connection_; }
+
+  // Closes the record set and opens it on the statement. A failure is the fatal report "Database Error".
+  // readFirst false: for whoever does not look at the rows one by one; a failure to read then shows itself later.
+  void OpenRecordset(std::string_view statement, Recordset& recordSet, bool readFirst = true);
+
+  // One action statement. A failure is a fatal report: "Database update failed." with the first error of the
+  // connection.
+  void ExecuteStatement(std::string_view statement);
+
+  // Before the first write of a day: copies the database to "Backup" in its folder, named by the date, and keeps the
+  // five newest. A copy that cannot be made is passed over; the work in hand goes on. Nothing inside a transaction.
+  void KeepDailyCopy();
+
+ private:
+  friend class Transaction;
+  template <typename Action>
+  void Report(Action action);
+  void Copy(const std::string& today);
+  Reporter& reporter_;
+  Connection connection_;
+  std::string folder_;
+  std::string copied_;  // folder and day of the last daily copy
+};
+
+// What is executed while it lives is stored together in Commit, or not at all.
+class Transaction {
+ public:
+  explicit Transaction(Database& database);
+  ~Transaction();
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  void Commit();
+  // Nothing is stored.
+  void Abandon();
+
+ private:
+  Database& database_;
+  bool open_ = true;
+};
+
+}  // namespace tarvolinex

@@ -1,0 +1,233 @@
+#include "ui/main/ContactsPanel.h"
+
+#include <array>
+#include <utility>
+
+#include "platform/RuntimeError.h"
+#include "platform/text/Text.h"
+#include "store/Statements.h"
+#include "ui/main/BoundFields.h"
+#include "ui/main/Captions.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr const char* kSaveContact = Marked("Save &Contact");
+enum { kAddOrSave = 0, kRemove = 1 };
+
+constexpr std::array<BoundField, kContactFields> kContactFieldTags = {{
+    {{Marked("F&irst Name")}, "RS=CONTACT;FIELDNAME=FirstName"},
+    {{Marked("Surn&ame")}, "RS=CONTACT;FIELDNAME=Surname"},
+    {{Marked("&Job Title")}, "RS=CONTACT;FIELDNAME=JobTitle"},
+    {{Marked("Tel")}, "RS=CONTACT;FIELDNAME=Tel"},
+    {{Marked("Fax")}, "RS=CONTACT;FIELDNAME=Fax"},
+    {{Marked("Email")}, "RS=CONTACT;FIELDNAME=Email"},
+}};
+
+}  // namespace
+
+ContactsPanel::ContactsPanel(Window& window, Run& run, Database& database, const ShownSupplier& shown)
+    : FraContacts(window, "FraContacts", -1, Tr("Contacts")),
+      LstContacts(window, "LstContacts"),
+      LblContact(window, "LblContact", kContactFields),
+      TxtContact(window, "TxtContact", kContactFields),
+      CmdContact(window, "CmdContact", 2),
+      window_(window),
+      run_(run),
+      database_(database),
+      shown_(shown) {
+  for (int i = 0; i < kContactFields; ++i) {
+    const BoundField& field = kContactFieldTags[static_cast<std::size_t>(i)];
+    SetWords(LblContact(i), field.words);
+    TxtContact(i).SetTag(field.tag);
+  }
+  CmdContact(kAddOrSave).SetCaption(Tr("Add C&ontact"));
+  CmdContact(kRemove).SetCaption(Tr("R&emove Contact"));
+  Wire();
+}
+
+void ContactsPanel::Wire() {
+  LstContacts.Click = [this] { LstContacts_Click(); };
+  for (int i = 0; i < kContactFields; ++i) {
+    TextBox& field = TxtContact(i);
+    field.Change = [this] { TxtContact_Change(); };
+    field.GotFocus = [this] { TxtContact_GotFocus(); };
+    field.Validate = [&field] { field.SetText(EscapeQuotes(field.Text())); };
+  }
+  for (int i = 0; i < 2; ++i) {
+    CmdContact(i).Click = [this, i] { CmdContact_Click(i); };
+  }
+}
+
+void ContactsPanel::LstContacts_Click() {
+  GetContact();
+  CmdContact(kAddOrSave).SetCaption(Tr("Add &Contact"));
+  CmdContact(kRemove).SetEnabled(true);
+}
+
+void ContactsPanel::TxtContact_Change() {
+  ContactChanged = true;
+  CmdContact(kAddOrSave).SetCaption(Tr(kSaveContact));
+  CmdContact(kAddOrSave).SetEnabled(true);
+}
+
+void ContactsPanel::TxtContact_GotFocus() {
+  if (!Surroundings.storeNewSupplier()) return;
+  if (LstContacts.Items().empty()) CmdContact(kAddOrSave).SetCaption(Tr(kSaveContact));
+}
+
+// A contact in whose fields nothing stands needs none: nothing is stored.
+bool ContactsPanel::ContactHasName() const {
+  const auto filled = [&](int field) { return !Trim(TxtContact(field).Text()).empty(); };
+  bool anything = false;
+  for (int field = 0; field <= TxtContact.Last(); ++field) anything = anything || filled(field);
+  return !anything || filled(0) || filled(1);
+}
+
+void ContactsPanel::CmdContact_Click(int button) {
+  if (!Surroundings.supplierHasName()) return;
+  const bool saves = CmdContact(kAddOrSave).Caption() == Tr(kSaveContact);
+  Surroundings.savePendingChanges();
+  if (button == kAddOrSave && saves && !ContactHasName()) {
+    run_.MessageBox(Tr("Please enter a first name or a surname"), Tr("Contacts"), BoxButtons::Ok, BoxIcon::Information);
+    return TxtContact(0).SetFocus();
+  }
+  if (button == kRemove) return RemoveContact();
+  try {
+    if (saves) return ListContacts();
+    ClearContactFields();
+    LstContacts.SetListIndex(-1);
+    TxtContact(0).SetFocus();
+    CmdContact(kAddOrSave).SetCaption(Tr(kSaveContact));
+  } catch (const RuntimeError&) {
+    run_.ShowError("Contact add failed");
+  }
+}
+
+void ContactsPanel::RemoveContact() {
+  if (LstContacts.ListIndex() < 0) return;
+  try {
+    Surroundings.removed(DeleteContact(database_, CurrentContactId, shown_.CurrentSupplierId));
+    ContactChanged = false;
+    ListContacts();
+    TxtContact(0).SetFocus();
+  } catch (const RuntimeError&) {
+    run_.ShowError("Contact delete failed");
+  }
+}
+
+void ContactsPanel::FillContactList() {
+  const std::vector<ContactRow> contacts = ContactsOf(database_, shown_.CurrentSupplierId);
+  LstContacts.Clear();
+  CurrentContactId = 0;
+  for (const ContactRow& contact : contacts) LstContacts.Add(contact.name, contact.id);
+  if (Surroundings.listed) Surroundings.listed(contacts);
+}
+
+void ContactsPanel::ListContacts() {
+  SaveContact();
+  run_.SetStatus(false, run_.ReplaceAliases("Getting Contact"), 50);
+  try {
+    FillContactList();
+    if (LstContacts.Items().empty()) {
+      ClearContactFields();
+      CmdContact(kRemove).SetEnabled(false);
+    } else {
+      LstContacts.SetListIndex(0);
+    }
+  } catch (const RuntimeError&) {
+    run_.ShowError("Listing Contacts Failed");
+  }
+  CmdContact(kAddOrSave).SetCaption(Tr("Add C&ontact"));
+  ContactListStale = false;
+  ContactChanged = false;
+  run_.SetStatus(false, "", -1);
+}
+
+void ContactsPanel::RefreshContacts() {
+  const int shown = CurrentContactId;
+  ListContacts();
+  SelectContact(shown);
+}
+
+void ContactsPanel::SelectContact(int contactId) {
+  for (std::size_t i = 0; i < LstContacts.Items().size(); ++i) {
+    if (LstContacts.Items()[i].data == contactId) return LstContacts.SetListIndex(static_cast<int>(i));
+  }
+}
+
+void ContactsPanel::GetContact() {
+  SaveContact();
+  if (LstContacts.Items().empty()) return run_.SetStatus(false, "", -1);
+  try {
+    run_.SetStatus(false, "Getting Contact", 50);
+    CurrentContactId = LstContacts.ItemData();
+    const Row contact = ReadContact(database_, CurrentContactId, shown_.CurrentSupplierId);
+    if (!contact.Found()) return run_.ShowError("Contact Not Found");
+    for (Control* control : window_.Controls()) BindFieldToControl(contact, *control, "CONTACT", false);
+    ContactChanged = false;
+  } catch (const RuntimeError&) {
+    run_.ShowError("Contact Not Found");
+  }
+  run_.SetStatus(false, "", -1);
+}
+
+// Why the shown contact cannot be stored: it has no supplier, or somebody else has removed it or its supplier. Empty
+// when it can.
+std::string ContactsPanel::WhatContactLacks() {
+  const int supplier = shown_.CurrentSupplierId;
+  if (supplier == 0) {
+    return run_.ReplaceAliases("Please add a <SUPPLIER> first: the contact has not been stored");
+  }
+  if (!SupplierIsStored(database_, supplier)) return run_.ReplaceAliases("<SUPPLIER> Not Found Or has been deleted");
+  if (CurrentContactId == 0) return {};
+  return ReadContact(database_, CurrentContactId, supplier).Found() ? "" : "Contact Not Found";
+}
+
+void ContactsPanel::Store() {
+  Transaction transaction(database_);
+  if (const std::string missing = WhatContactLacks(); !missing.empty()) {
+    transaction.Abandon();
+    ContactChanged = false;
+    ContactListStale = true;
+    if (shown_.CurrentSupplierId != 0) return run_.ShowError(missing);
+    // No error of the run: what is typed after it is stored when the window closes.
+    run_.MessageBox(missing, Tr("Contacts"), BoxButtons::Ok, BoxIcon::Exclamation);
+    return ClearContactFields();
+  }
+  ContactFields fields;
+  for (int i = 0; i < kContactFields; ++i) fields[static_cast<std::size_t>(i)] = TxtContact(i).Text();
+  const int id = StoreContact(database_, CurrentContactId, shown_.CurrentSupplierId, fields);
+  transaction.Commit();
+  // Typing on after a save is no second new contact.
+  CurrentContactId = id;
+  ContactListStale = true;
+  ContactChanged = false;
+}
+
+void ContactsPanel::SaveContact() {
+  if (!ContactChanged) return;
+  run_.SetStatus(false, "Saving Contact", 50);
+  if (Trim(TxtContact(0).Text() + TxtContact(1).Text()).empty()) return run_.SetStatus(false, "", -1);
+  try {
+    Store();
+  } catch (const RuntimeError&) {
+    run_.ShowError("Contact update failed");
+  }
+  run_.SetStatus(false, "", -1);
+}
+
+void ContactsPanel::ClearContacts() {
+  LstContacts.Clear();
+  if (Surroundings.listed) Surroundings.listed({});
+  ClearContactFields();
+}
+
+void ContactsPanel::ClearContactFields() {
+  CurrentContactId = 0;
+  for (int i = 0; i < kContactFields; ++i) TxtContact(i).SetText("");
+  ContactChanged = false;
+}
+
+}  // namespace tarvolinex

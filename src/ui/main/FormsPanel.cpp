@@ -1,0 +1,108 @@
+#include "ui/main/FormsPanel.h"
+
+#include <vector>
+
+#include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
+#include "publish/FolderFiles.h"
+#include "store/Forms.h"
+#include "store/Suppliers.h"
+
+namespace tarvolinex {
+
+FormsPanel::FormsPanel(Window& window, Run& run, Database& database, ShownSupplier& shown)
+    : FraForms(window, "FraForms", -1, Tr("Available Forms/Information pages")),
+      LvwForms(window, "LvwForms"),
+      run_(run),
+      database_(database) {
+  LvwForms.CheckBoxes = true;
+  LvwForms.Columns() = {{Tr("Form"), "", 4000}};
+  LvwForms.ItemCheck = [this, &shown](int) {
+    FormLinksChanged = TicksChanged = true;
+    shown.SupplierChanged = true;
+  };
+  LvwForms.DblClick = [this] { LvwForms_DblClick(); };
+}
+
+void FormsPanel::FillFormsList() {
+  for (const FormRow& form : AvailableForms(database_)) {
+    if (!FileExists(FormPagePath(run_.DataFolder, form.id))) continue;
+    LvwForms.Add({"ID" + std::to_string(form.id),
+                  form.linkName,
+                  {},
+                  Tr("Double click to view <%1> form", {std::string(Trim(form.description))})});
+  }
+}
+
+void FormsPanel::LoadFormsList() {
+  run_.SetStatus(false, "Loading forms List", 30);
+  LvwForms.BeginFill();
+  LvwForms.Clear();
+  try {
+    FillFormsList();
+  } catch (const RuntimeError& failure) {
+    run_.ShowError(failure.Description());
+  }
+  LvwForms.EndFill();
+  FormLinksChanged = false;
+  run_.SetStatus(false, "", -1);
+}
+
+void FormsPanel::LoadSupplierFormLinks(int supplierId) {
+  run_.SetStatus(false, run_.ReplaceAliases("Getting Forms"), 40);
+  try {
+    const std::vector<int> links = FormLinksOf(database_, supplierId);
+    ClearTicks();
+    for (const int form : links) LvwForms.SetChecked(LvwForms.Find("ID" + std::to_string(form)), true);
+  } catch (const RuntimeError&) {
+    run_.ShowError(run_.ReplaceAliases("Error Getting <SUPPLIER> List"));
+  }
+  FormLinksChanged = false;
+  run_.SetStatus(false, "", -1);
+}
+
+void FormsPanel::SaveSupplierFormLinks(int supplierId) {
+  if (supplierId == 0 && !FormLinksChanged) return;
+  run_.SetStatus(false, "Saving froms", 60);
+  std::vector<int> ticked;
+  for (const auto& row : LvwForms.Rows()) {
+    if (row.checked) ticked.push_back(IdOfKey(row.key));
+  }
+  ReplaceFormLinks(database_, supplierId, ticked);
+  FormLinksChanged = false;
+  run_.SetStatus(false, "", -1);
+}
+
+void FormsPanel::RefreshFormsList() {
+  std::vector<std::string> ticked;
+  for (const auto& row : LvwForms.Rows()) {
+    if (row.checked) ticked.push_back(row.key);
+  }
+  LoadFormsList();
+  for (const std::string& key : ticked) LvwForms.SetChecked(LvwForms.Find(key), true);
+}
+
+void FormsPanel::ClearTicks() {
+  for (int row = 0; row < LvwForms.Count(); ++row) {
+    if (LvwForms.At(row).checked) LvwForms.SetChecked(row, false);
+  }
+}
+
+// A copy of the form's page is opened, so that nothing the reader does there touches the form itself.
+void FormsPanel::LvwForms_DblClick() {
+  const int row = LvwForms.Selected();
+  if (row < 0) return;
+  const std::string copy = run_.AppFolder + "\\temp.html";
+  try {
+    DeleteFileIfPresent(run_, copy);
+    CopyFile(FormPagePath(run_.DataFolder, IdOfKey(LvwForms.At(row).key)), copy);
+  } catch (const RuntimeError&) {
+    run_.MessageBox(Tr("File Not Found"), "", BoxButtons::Ok, BoxIcon::None);
+    return;
+  }
+  if (View) View(copy);
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,16 @@
+// The menus of the main window.
+#pragma once
+
+#include "controls/Controls.h"
+
+namespace tarvolinex {
+
+struct MainMenus {
+  explicit MainMenus(Window& window);
+  Menu MnuFile, MnuOpen, MnuCreate, MnuExit;
+  Menu MnuEdit, MnuAdd, MnuRemove, MnuSaveDefault, MnuRefresh, MnuSearch, MnuUndoRemove;
+  Menu MnuOptions, MnuPreferences, MnuDetails, MnuPreview, MnuMail;
+  Menu MnuHelp, MnuHelpPage, MnuUpgrades, MnuAbout;
+};
+
+}  // namespace tarvolinex

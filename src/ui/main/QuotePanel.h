@@ -1,0 +1,165 @@
+// The quote: its boxes and lists, the calculation that they show, and what the figures were priced by.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "calc/InputRules.h"
+#include "calc/Payment.h"
+#include "controls/Controls.h"
+#include "core/Run.h"
+#include "ui/main/ShownSupplier.h"
+
+namespace tarvolinex {
+
+// Indexes of QuotePanel::TxtProCalc.
+enum QuoteBox {
+  kBoxCapitalCost = 0,
+  kBoxPayments = 1,
+  kBoxDeposit = 2,
+  kBoxResidual = 3,
+  kBoxPayment = 4,
+  kBoxYield = 5,
+  kBoxMaintenance = 6,
+  kBoxCommission = 7,
+  kBoxCommissionPercent = 8,
+  kQuoteBoxes = 9
+};
+
+// Indexes of QuotePanel::CboProCalc.
+enum QuoteList { kListInterval = 0, kListTerm = 1, kListDepositMode = 2, kListResidualMode = 3, kQuoteLists = 4 };
+
+// Item data of the deposit-mode list.
+enum DepositModes { kDepositValue = 0, kDepositPercent = 1, kDepositAdvanced = 2 };
+
+// Indexes of QuotePanel::LblResult: what the quote comes to.
+enum QuoteResult {
+  kResultPayment,
+  kResultPaymentIncTax,
+  kResultDeposit,
+  kResultDepositIncTax,
+  kResultDepositPercent,
+  kResultResidual,
+  kResultResidualIncTax,
+  kResultResidualPercent,
+  kResultNetCapital,
+  kResultCapitalCost,
+  kResultCommission,
+  kResultCommissionPercent,
+  kResultYield,
+  kResultPremiumYield,
+  kQuoteResults
+};
+
+class QuotePanel {
+ public:
+  // Prices with the run's `SupplierCalcSettings`.
+  QuotePanel(Window& window, Run& run, const ShownSupplier& shown);
+
+  // Captions beside the boxes, by QuoteBox; those beside the lists, by QuoteList; those beside the results.
+  ControlArray<Label> LblProCalc, LblProList, LblResultName;
+  ControlArray<TextBox> TxtProCalc;   // by QuoteBox
+  ControlArray<UpDown> UpDNew;        // beside each of them
+  ControlArray<Label> LblUnit;        // unit after each of them
+  ControlArray<ComboBox> CboProCalc;  // by QuoteList
+  CheckBox ChkPremium, ckCapLock;
+  Label LblPremium;  // the supplier's caption of the premium
+  Label LblInterval;
+  Frame FraQuote, FraRate, FraResult;
+  ControlArray<Label> LblResult;  // by QuoteResult
+  Label LblNearest;               // why no capital cost gives the payment, and what comes nearest
+  Label LblPriced;                // what the results were priced by
+  Frame FraBands;
+  ListView LvwBands;  // the rate card in force
+
+  QuoteRecord Quote;  // the calculation that the panel shows
+  // How it came about: the mode, and the box that the user changed (-1 for none).
+  int ShownQuoteMode = kModeForward;
+  int ShownQuoteBox = -1;
+
+  // The loading indication: the program itself is filling the panel, so its handlers return at once.
+  bool loading = false;
+
+  // Up-downs, lists and starting values. Run once, while the window loads.
+  void SetDefaults();
+
+  // Fills the lists of units in the organisation's words, and selects their first entries.
+  void ListUnits();
+  // Captions that name the payment interval.
+  void SetIntervalCaptions();
+  // What a list's choice changes in the panel, without recalculating.
+  void ApplyQuoteList(int list);
+
+  // Sets the panel to what the supplier in hand offers: the premium's caption and check box, the residual and
+  // maintenance inputs.
+  void ApplySupplierOptions();
+  // What is locked says why in the organisation's present words.
+  void NameWhatIsLocked();
+
+  // Reads the boxes, runs the calculation, shows its results in the labels and in the boxes that it derives, with the
+  // loading indication set meanwhile. The box that the user is typing in, and boxes that are inputs in every mode
+  // (deposit and residual keep their unit), are left alone.
+  // typedBox: the box that the user changed, -1 for none.
+  void RecalculateQuote(int mode = kModeForward, int typedBox = -1);
+
+  // The same calculation once more, after its surroundings have changed: what the user typed last still decides what is
+  // given and what is derived.
+  void RecalculateShownQuote();
+
+ private:
+  void Wire();
+  void TxtProCalc_Change(int box);
+  void TxtProCalc_LostFocus(int box);
+  void UpDNew_Step(int box, bool up);
+  void CboProCalc_Click(int list);
+  void ckCapLock_Click();
+  void ChkPremium_Click();
+
+  double BoxNumber(int box) const;
+  Currency BoxAmount(int box) const;
+  float BoxRate(int box) const;
+  std::int16_t BoxCount(int box) const;
+  // The up-down kind of a quote box, and what it may hold, as the deposit and residual modes make it.
+  int QuoteBoxKind(int box) const;
+  NumberRule QuoteBoxRule(int box) const;
+  // Marks the boxes that hold what they may not, and a commission below 0.
+  void MarkQuote();
+  // A yield box that still shows the last result stands for the result's exact value (the box has two decimals), unless
+  // it is the box that the user changed.
+  void ReadQuotePanel(int typedBox);
+  void ReadDeposit();
+  void ReadResidual();
+  QuoteTerms Terms() const;
+  void CalculateQuote(int mode);
+  void ShowQuoteResults(int typedBox = -1);
+  void ShowPricing(int mode, const QuoteRecord& asked);
+  void ShowBands(int used);
+  void ApplyUnit(int box, int position);
+  void OfferInput(int box, bool offered, ComboBox* list, const char* reason);
+
+  Run& run_;
+  const ShownSupplier& shown_;
+  std::map<const TextBox*, std::string> numbers_;  // what each box was last left with or given
+};
+
+// While it lives, the panel's lists may be made anew; afterwards they, the deposit and the residual are as they were,
+// and the quote is computed again as the user left it.
+class KeptQuote {
+ public:
+  explicit KeptQuote(QuotePanel& panel);
+  ~KeptQuote();
+  KeptQuote(const KeptQuote&) = delete;
+  KeptQuote& operator=(const KeptQuote&) = delete;
+
+ private:
+  struct Choice {
+    int list, box, position;
+    std::string text;
+  };
+  QuotePanel& panel_;
+  std::vector<Choice> choices_;
+  bool wasLoading_;
+};
+
+}  // namespace tarvolinex
