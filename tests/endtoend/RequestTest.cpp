@@ -5,7 +5,6 @@
 #include "support/LoopbackServer.h"
 
 namespace tarvolinex {
-namespace {
 
 class Request : public Player {
  protected:
@@ -80,5 +79,4 @@ TEST_F(Request, FromTheFirstStartToThreeMessages) {
   EXPECT_TRUE(ListFiles(AppFolder + "\\CalcInstall_*").empty());
 }
 
-}  // namespace
 }  // namespace tarvolinex

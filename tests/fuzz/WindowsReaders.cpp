@@ -1,14 +1,12 @@
 // What the Windows programs read on the dealer's machine: the install file, the set-up list, the list of what is
 // installed. Their readers are built for this machine with the system's part of them below.
-#include <codecvt>
-#include <cstdio>
-#include <cwctype>
+#include <cstring>
 #include <filesystem>
-#include <locale>
 
 #include "fuzz/Targets.h"
 #include "platform/files/Files.h"
 #include "platform/text/Encoding.h"
+#include "platform/text/Text.h"
 #include "selfextract/Archive.h"
 #include "setup/SetupList.h"
 #include "system/Failure.h"
@@ -18,29 +16,19 @@
 
 namespace tarvolinex::windows {
 
-namespace {
-using Utf8 = std::wstring_convert<std::codecvt_utf8<wchar_t>>;
-}
-
-InputFile::InputFile(const std::wstring& path) : path_(path), handle_(nullptr) {
-  const std::string name = ToUtf8(path);
-  handle_ = std::fopen(name.c_str(), "rb");
-  if (!handle_) throw Failure{L"Reading " + path};
-  size_ = std::filesystem::file_size(name);
+// The handle is the file's bytes.
+InputFile::InputFile(const std::wstring& path) : path_(path), handle_(new std::string(ReadWhole(path))) {
+  size_ = static_cast<std::string*>(handle_)->size();
 }
 InputFile::~InputFile() {
-  std::fclose(static_cast<std::FILE*>(handle_));
+  delete static_cast<std::string*>(handle_);
 }
 void InputFile::ReadAt(std::uint64_t offset, void* into, std::size_t size) const {
-  if (offset > size_ || size > size_ - offset) throw Failure{L"Reading " + path_ + L": the file is cut short."};
-  std::fseek(static_cast<std::FILE*>(handle_), static_cast<long>(offset), SEEK_SET);
-  fuzz::Expect(std::fread(into, 1, size, static_cast<std::FILE*>(handle_)) == size, "a file is as long as it says");
+  std::memcpy(into, ReadAt(offset, size).data(), size);
 }
 std::string InputFile::ReadAt(std::uint64_t offset, std::size_t size) const {
   if (offset > size_ || size > size_ - offset) throw Failure{L"Reading " + path_ + L": the file is cut short."};
-  std::string bytes(size, '\0');
-  ReadAt(offset, bytes.data(), size);
-  return bytes;
+  return static_cast<std::string*>(handle_)->substr(offset, size);
 }
 std::string ReadWhole(const std::wstring& path) {
   return ReadFile(ToUtf8(path));
@@ -53,19 +41,17 @@ bool Decode(std::string_view bytes, unsigned code_page, std::wstring& text) {
   text.clear();
   try {
     const std::string set = code_page == kDos ? "cp437" : "windows-1252";
-    text = Utf8().from_bytes(code_page == kUtf8 ? std::string(bytes) : DecodeText(bytes, set));
+    text = std::filesystem::path(code_page == kUtf8 ? std::string(bytes) : DecodeText(bytes, set)).wstring();
     return true;
-  } catch (const std::range_error&) {
+  } catch (const std::filesystem::filesystem_error&) {
     return false;
   }
 }
 std::string ToUtf8(const std::wstring& text) {
-  return Utf8().to_bytes(text);
+  return std::filesystem::path(text).string();
 }
 bool SameName(const std::wstring& a, const std::wstring& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t x, wchar_t y) {
-    return std::towupper(static_cast<wint_t>(x)) == std::towupper(static_cast<wint_t>(y));
-  });
+  return EqualNoCase(ToUtf8(a), ToUtf8(b));
 }
 
 }  // namespace tarvolinex::windows

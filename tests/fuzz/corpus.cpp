@@ -20,10 +20,12 @@ int main(int count, char** words) {
       targets.at(words[i])(ReadFile(path.string()));
       ++fed[words[i]];
     };
-    if (!fs::is_directory(words[i + 1])) feed(words[i + 1]);
-    if (!fs::is_directory(words[i + 1])) continue;
-    for (const auto& entry : fs::recursive_directory_iterator(words[i + 1])) {
-      if (entry.is_regular_file()) feed(entry.path());
+    if (fs::is_regular_file(words[i + 1])) {
+      feed(words[i + 1]);
+    } else {
+      for (const auto& entry : fs::recursive_directory_iterator(words[i + 1])) {
+        if (entry.is_regular_file()) feed(entry.path());
+      }
     }
   }
   for (const auto& target : targets) fuzz::Expect(fed[target.first] > 0, target.first.c_str());

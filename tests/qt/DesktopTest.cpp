@@ -5,7 +5,6 @@
 #include "ui/main/FrmLeaseOrgDetails.h"
 
 namespace tarvolinex {
-namespace {
 
 class Desk : public ShownWindow {
  protected:
@@ -157,5 +156,4 @@ TEST_F(Documents, AreEditedInTheDesktopsPlainTextEditor) {
   data.isEmpty() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", data);
 }
 
-}  // namespace
 }  // namespace tarvolinex

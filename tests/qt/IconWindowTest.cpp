@@ -5,7 +5,6 @@
 #include "ui/iconedit/FrmIconEdit.h"
 
 namespace tarvolinex {
-namespace {
 
 constexpr Colour kRed = 0x0000FF;
 
@@ -41,10 +40,14 @@ TEST_F(IconWindow, ADragPaintsTheCellsUnderIt) {
   QTest::mouseMove(&Grid(), Middle(4, 1));
   QPoint line = Middle(4, 1);
   while (Grid().UnitsAt(line).y() % PixelGrid::kUnits != 0) line.ry() += 1;
-  QTest::mouseMove(&Grid(), line);  // the line below
-  QTest::mouseRelease(&Grid(), Qt::LeftButton, {}, Middle(4, 1));
+  QTest::mouseMove(&Grid(), line);           // the line below
+  QTest::mouseMove(&Grid(), Middle(4, -3));  // leaves at the top and comes in again
+  QTest::mouseMove(&Grid(), Middle(6, 0));
+  EXPECT_EQ(editor.PicPreview.Cell(6, 0), kTransparentColour);
+  QTest::mouseRelease(&Grid(), Qt::LeftButton, {}, Middle(6, 0));
+  EXPECT_EQ(editor.PicPreview.Cell(6, 0), kRed);
   QTest::mouseMove(&Grid(), Middle(9, 9));
-  EXPECT_EQ(Red(), "1,1 2,1 3,1 4,1 ");
+  EXPECT_EQ(Red(), "4,0 6,0 1,1 2,1 3,1 4,1 ");
   QTest::mouseClick(&Grid(), Qt::RightButton, {}, Middle(20, 20));
   EXPECT_EQ(editor.CurrentColour(), kTransparentColour);
   EXPECT_EQ(Grid().grab().toImage().pixelColor(Middle(3, 1) * Grid().devicePixelRatio()), QColor(Qt::red));
@@ -154,5 +157,4 @@ TEST_F(IconWindow, CellsAreCrispAtEveryScale) {
   }
 }
 
-}  // namespace
 }  // namespace tarvolinex

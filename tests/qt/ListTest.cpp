@@ -4,7 +4,6 @@
 #include "qt/Look.h"
 
 namespace tarvolinex {
-namespace {
 
 class Lists : public ShownWindow {
  protected:
@@ -121,5 +120,4 @@ TEST(Trees, AreBuiltOnceAndKeepWhatTheUserOpened) {
   EXPECT_EQ(widget.topLevelItem(1)->text(0), "Renamed");
 }
 
-}  // namespace
 }  // namespace tarvolinex

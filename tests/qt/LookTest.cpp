@@ -7,7 +7,6 @@
 #include "qt/Dialogs.h"
 
 namespace tarvolinex {
-namespace {
 
 TEST(Captions, KeepTheirLastAccessKeyAndTheirText) {
   struct Case {
@@ -51,5 +50,4 @@ TEST(Filters, AreThoseOfTheProgram) {
   EXPECT_EQ(NameFilters(""), QStringList());
 }
 
-}  // namespace
 }  // namespace tarvolinex

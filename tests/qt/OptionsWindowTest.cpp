@@ -5,7 +5,6 @@
 #include "ui/options/frmFormEditWarning.h"
 
 namespace tarvolinex {
-namespace {
 
 class OptionsWindow : public SampleWindow {
  protected:
@@ -38,8 +37,6 @@ TEST_F(OptionsWindow, TheKeyboardAloneWalksTheTreeAndEdits) {
   Press(Tree(), Qt::Key_Tab);
   EXPECT_TRUE(line.hasFocus());
   Press(line, Qt::Key_Up);
-  Press(line, Qt::Key_End);
-  Keys(line, "x");
   Tree().setFocus();
   EXPECT_EQ(line.text(), "17.75");
   Press(Tree(), Qt::Key_Up);  // the currency symbol
@@ -99,5 +96,4 @@ TEST_F(OptionsWindow, ALinkWorksByPointerAndByKey) {
   warning.Close();
 }
 
-}  // namespace
 }  // namespace tarvolinex

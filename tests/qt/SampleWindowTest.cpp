@@ -2,7 +2,6 @@
 #include "core/Aliases.h"
 
 namespace tarvolinex {
-namespace {
 
 TEST_F(SampleWindow, TypingInTheListGoesToTheSupplierOfThatName) {
   List().setFocus();
@@ -63,8 +62,7 @@ TEST_F(SampleWindow, DeleteUndoesEditsAndRemovesWhenThereAreNone) {
 TEST_F(SampleWindow, ANewSupplierIsTypedAndAnotherIsAbandonedWithEscape) {
   ClickTool("ADDNEW");
   EXPECT_TRUE(Find("TxtSupplier_0").hasFocus());
-  EXPECT_FALSE(List().isEnabled());
-  EXPECT_FALSE(Find<QAction>("ADDNEW").isEnabled());
+  EXPECT_FALSE(List().isEnabled() || Find<QAction>("ADDNEW").isEnabled());
   Keys(Find("TxtSupplier_0"), "Zoe's Vans");
   EXPECT_TRUE(List().isEnabled());
   EXPECT_EQ(List().currentIndex().data().toString(), "Zoe's Vans");
@@ -195,5 +193,4 @@ TEST_F(SampleWindow, TheWindowKeepsASmallestSizeAndItsPartsFollowTheEdges) {
   EXPECT_GT(List().width(), 0);
 }
 
-}  // namespace
 }  // namespace tarvolinex

@@ -6,7 +6,6 @@
 #include "support/LoopbackServer.h"
 
 namespace tarvolinex {
-namespace {
 
 // Counts how often a widget is painted.
 class PaintCounter : public QObject {
@@ -51,5 +50,4 @@ TEST_F(SampleWindow, AnUploadLetsTheWindowLiveAndEscapeStopsIt) {
   EXPECT_TRUE(ListFiles(AppFolder + "\\CalcInstall_*").empty());
 }
 
-}  // namespace
 }  // namespace tarvolinex

@@ -18,7 +18,6 @@
 #include "ui/options/frmFormEditWarning.h"
 
 namespace tarvolinex {
-namespace {
 
 using Texts = std::set<std::string>;
 
@@ -36,14 +35,10 @@ struct Language {
 
 class Translated : Language, public SampleWindow {};
 
-bool IsTranslatable(const QString& text) {
+void AddEnglish(const QString& text, Texts& found) {
   static const QRegularExpression word("[[:alpha:]]{2}"),
       same("^(\\.exe|\\.zip|STARTTLS|TLS|Tarvolinex.*|www.example.com|Scroll (Left|Right))$");
-  return word.match(text).hasMatch() && !same.match(text).hasMatch();
-}
-
-void AddEnglish(const QString& text, Texts& found) {
-  if (IsTranslatable(text) && !text.contains('~')) found.insert(Held(text));
+  if (!text.contains('~') && word.match(text).hasMatch() && !same.match(text).hasMatch()) found.insert(Held(text));
 }
 
 // All that the window shows or says to a screen reader, down to the entries of its lists.
@@ -143,5 +138,4 @@ TEST_F(Translated, MessagesAndTheValuesInThem) {
   EXPECT_EQ(Tr("") + Tr("a text that nobody has listed"), "a text that nobody has listed");
 }
 
-}  // namespace
 }  // namespace tarvolinex

@@ -44,24 +44,6 @@ class IconEditorTest : public ProgramTest {
   std::vector<std::string> refreshed;
 };
 
-TEST_F(IconEditorTest, PaintingFollowsThePointerWithoutGaps) {
-  editor.Picture2(12).Press();
-  Press(2, 2);
-  editor.Picture3.MouseMove(At(6), At(2));   // three cells further at once
-  editor.Picture3.MouseMove(At(6), 60);      // on a line: nothing
-  editor.Picture3.MouseMove(At(6), At(-3));  // leaves at the top and comes in again
-  editor.Picture3.MouseMove(At(8), At(0));
-  for (int x = 2; x <= 6; ++x) EXPECT_EQ(Pixel(x, 2), kRed) << x;
-  EXPECT_EQ(Pixel(8, 0), kRed);
-  EXPECT_EQ(Pixel(6, 3), kTransparentColour);
-  EXPECT_EQ(editor.Picture3.Cell(4, 2), kRed);
-  EXPECT_EQ(editor.PicPreview.Cell(4, 2), kTransparentColour);  // follows at the end of the stroke
-  Release();
-  ExpectShown();
-  editor.Picture3.MouseMove(At(20), At(20));
-  EXPECT_EQ(Pixel(20, 20), kTransparentColour);
-}
-
 TEST_F(IconEditorTest, FillKeepsTheLinesVisible) {
   const std::pair<int, Colour> fills[] = {{0, kHiddenLines}, {15, kShownLines}, {1, kHiddenLines}, {2, kShownLines}};
   for (const auto& [box, lines] : fills) {
