@@ -41,8 +41,9 @@ TEST_F(IconWindow, ADragPaintsTheCellsUnderIt) {
   QPoint line = Middle(4, 1);
   while (Grid().UnitsAt(line).y() % PixelGrid::kUnits != 0) line.ry() += 1;
   QTest::mouseMove(&Grid(), line);           // the line below
-  QTest::mouseMove(&Grid(), Middle(4, -3));  // leaves at the top and comes in again
+  QTest::mouseMove(&Grid(), Middle(4, -1));  // leaves at the top and comes in again
   QTest::mouseMove(&Grid(), Middle(6, 0));
+  EXPECT_EQ(editor.Picture3.Cell(6, 0), kRed);
   EXPECT_EQ(editor.PicPreview.Cell(6, 0), kTransparentColour);
   QTest::mouseRelease(&Grid(), Qt::LeftButton, {}, Middle(6, 0));
   EXPECT_EQ(editor.PicPreview.Cell(6, 0), kRed);
