@@ -18,6 +18,7 @@
 #include "qt/QtDesktop.h"
 #include "support/Delivered.h"
 #include "ui/main/FrmMain.h"
+#include "ui/main/frmSendCalc.h"
 #include "ui/options/FrmOptions.h"
 
 namespace tarvolinex {
@@ -74,26 +75,31 @@ class Yes : public QtDesktop {
   int ShellExecute(const std::string&, const std::string&, const std::string&, const std::string&, int) override {
     return 33;
   }
+  // The one that is shown in the middle of work asks how the calculator is sent.
+  void ShowModal(Window& window) override {
+    if (auto* choice = dynamic_cast<frmSendCalc*>(&window)) choice->cmdaction(0).Press();
+  }
 
  private:
   Heart& heart_;
 };
 
-void Deliver() {
-  DeliverInto(AppFolder);
+void Deliver(Run& run) {
+  const std::string& app = run.AppFolder;
+  DeliverInto(app);
   // Its pictures and forms, but not its suppliers.
   ZipComponent package;
-  package.ZipFileName = AppFolder + "\\Database.zip";
-  package.UnzipToFolder = AppFolder;
-  std::filesystem::rename(AppFolder + "/Tarvolinex.mdb", AppFolder + "/large");
+  package.ZipFileName = app + "\\Database.zip";
+  package.UnzipToFolder = app;
+  std::filesystem::rename(app + "/Tarvolinex.mdb", app + "/large");
   package.Unzip();
-  std::filesystem::rename(AppFolder + "/large", AppFolder + "/Tarvolinex.mdb");
+  std::filesystem::rename(app + "/large", app + "/Tarvolinex.mdb");
   DeleteFile(package.ZipFileName);
-  LoadCalculatorPreferences();
-  CalculatorPreferences.OrgCompanyName = "Example Leasing Ltd";
-  CalculatorPreferences.OrgEmail = "leases@example.com";
-  SaveCalculatorPreferences(CalculatorPreferences);
-  WriteFile(AppFolder + "\\Mail.INI", "[PROFILES]\r\nDefaultProfile=Box\r\n[Box]\r\nTransport=outbox\r\n");
+  LoadCalculatorPreferences(run.Places(), run.CalculatorPreferences, run);
+  run.CalculatorPreferences.OrgCompanyName = "Example Leasing Ltd";
+  run.CalculatorPreferences.OrgEmail = "leases@example.com";
+  SaveCalculatorPreferences({run.Places(), run.CalculatorPreferences, run.CustomerReference}, run);
+  WriteFile(app + "\\Mail.INI", "[PROFILES]\r\nDefaultProfile=Box\r\n[Box]\r\nTransport=outbox\r\n");
 }
 
 void MeasureAll(FrmMain& form, Heart& heart) {
@@ -121,10 +127,11 @@ void MeasureAll(FrmMain& form, Heart& heart) {
     for (int row = 0; row < form.send.lvSendContacts.Count(); ++row) form.send.lvSendContacts.SetChecked(row, true);
     form.send.TxtEmail(0).Type("Your calculator");
     form.send.TxtEmail(1).Type("Here it is");
-    SendCalculator([] { SendConfirmed = true; });
+    form.send.CmdCalcGo(kGoSend).Press();
   });
   heart.Measure("the options are opened and stored", [&] {
-    FrmOptions options;
+    FrmOptions options(form.run, form.database);
+    form.Serve(options);
     options.Load();
     TheDesktop().Show(options);
     QApplication::processEvents();
@@ -139,12 +146,12 @@ int main(int argc, char** argv) {
   using namespace tarvolinex;
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
-  const LargeDatabase database(argc > 1 ? std::atoi(argv[1]) : kSuppliers);
+  LargeDatabase database(argc > 1 ? std::atoi(argv[1]) : kSuppliers);
   Heart heart;
   Yes desktop(heart);
   UseDesktop(&desktop);
-  Deliver();
-  FrmMain form;
+  Deliver(database.run);
+  FrmMain form(database.run);
   std::printf("%-44s %11s %11s\n", "", "done in", "blocked");
   heart.Measure("the window is loaded", [&] { form.Load(); });
   MeasureAll(form, heart);

@@ -10,13 +10,14 @@
 namespace tarvolinex {
 
 LargeDatabase::LargeDatabase(int suppliers) {
-  AppFolder = DataFolder = (std::filesystem::temp_directory_path() / "tarvolinex-bench").string();
-  std::filesystem::remove_all(AppFolder);
-  std::filesystem::create_directories(AppFolder);
+  const std::string folder = (std::filesystem::temp_directory_path() / "tarvolinex-bench").string();
+  run.AppFolder = run.DataFolder = folder;
+  std::filesystem::remove_all(folder);
+  std::filesystem::create_directories(folder);
   // Without them the window's load waits for the answer to a report.
-  for (const char* text : {"inst0.txt", "inst1.txt", "inst2.txt"}) WriteFile(AppFolder + "\\" + text, "Open it");
+  for (const char* text : {"inst0.txt", "inst1.txt", "inst2.txt"}) WriteFile(folder + "\\" + text, "Open it");
   sqlite3* raw = nullptr;
-  sqlite3_open((DataFolder + "/Tarvolinex.mdb").c_str(), &raw);
+  sqlite3_open((folder + "/Tarvolinex.mdb").c_str(), &raw);
   const std::string read = "CREATE TABLE n(i); WITH RECURSIVE c(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM c LIMIT " +
                            std::to_string(suppliers) + ") INSERT INTO n SELECT i FROM c;";
   sqlite3_exec(raw, ReadFile(SCHEMA).c_str(), nullptr, nullptr, nullptr);
@@ -32,12 +33,12 @@ LargeDatabase::LargeDatabase(int suppliers) {
       "DROP TABLE n",
       nullptr, nullptr, nullptr);
   sqlite3_close(raw);
-  CalculatorPreferences.AliasSupplier = "Supplier";
+  run.CalculatorPreferences.AliasSupplier = "Supplier";
 }
 
 LargeDatabase::~LargeDatabase() {
   std::error_code ignored;
-  std::filesystem::remove_all(AppFolder, ignored);
+  std::filesystem::remove_all(run.AppFolder, ignored);
 }
 
 }  // namespace tarvolinex

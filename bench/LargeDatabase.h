@@ -2,17 +2,22 @@
 // benchmarks.
 #pragma once
 
+#include "core/Run.h"
+
 namespace tarvolinex {
 
 inline constexpr int kSuppliers = 10000;
 
-// Makes the database in a temporary folder, which becomes app folder and data folder; the folder goes with the object.
+// Makes the database in a temporary folder, which becomes the run's app folder and data folder; the folder goes with the
+// object.
 class LargeDatabase {
  public:
   explicit LargeDatabase(int suppliers = kSuppliers);
   ~LargeDatabase();
   LargeDatabase(const LargeDatabase&) = delete;
   LargeDatabase& operator=(const LargeDatabase&) = delete;
+
+  Run run;
 };
 
 }  // namespace tarvolinex

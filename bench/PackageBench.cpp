@@ -20,18 +20,20 @@ class Sample {
   Sample() {
     UseDesktop(&desktop_);
     std::filesystem::copy(DELIVERED_FOLDER, folder_, std::filesystem::copy_options::recursive);
-    AppFolder = DataFolder = folder_;
-    CalculatorPreferences.OrgEmail = "leases@example.com";
-    form_ = std::make_unique<FrmMain>();
+    run_.AppFolder = run_.DataFolder = folder_;
+    run_.CalculatorPreferences.OrgEmail = "leases@example.com";
+    form_ = std::make_unique<FrmMain>(run_);
     form_->Load();
-    LoadCalculatorPreferences();
-    SaveCalculatorPreferences(CalculatorPreferences);
+    LoadCalculatorPreferences(run_.Places(), run_.CalculatorPreferences, run_);
+    SaveCalculatorPreferences(form_->OwnBranding(), run_);
   }
   ~Sample() {
     form_.reset();
     std::filesystem::remove_all(folder_);
   }
   const std::string& Folder() const { return folder_; }
+  void Build() { BuildCalculatorFolder(form_->Calculator(), run_); }
+  bool Pack() { return BuildDistFiles(form_->OwnBranding(), kSendProgram, std::nullopt, run_); }
 
  private:
   static std::string MakeFolder() {
@@ -40,6 +42,7 @@ class Sample {
   }
   std::string folder_ = MakeFolder();
   ScriptedDesktop desktop_;
+  Run run_;
   std::unique_ptr<FrmMain> form_;
 };
 
@@ -49,17 +52,17 @@ Sample& TheSample() {
 }
 
 void BuildAndPack(benchmark::State& state) {
-  TheSample();
+  Sample& sample = TheSample();
   for (auto _ : state) {
-    BuildCalculatorFolder();
-    if (!BuildDistFiles(false)) state.SkipWithError("not packed");
+    sample.Build();
+    if (!sample.Pack()) state.SkipWithError("not packed");
   }
 }
 BENCHMARK(BuildAndPack)->Unit(benchmark::kMillisecond);
 
 void ZipAndCopy(benchmark::State& state) {
   const std::string folder = TheSample().Folder();
-  BuildCalculatorFolder();
+  TheSample().Build();
   const std::string command = "cd " + folder +
                               " && rm -f z.zip && zip -9 -q z.zip calculator/* -x 'calculator/calc_test*' && "
                               "cat Xcdsfx32.bin z.zip > z.exe && sync z.exe";

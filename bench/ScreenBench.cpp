@@ -25,7 +25,7 @@ struct DrawnWindow {
   QWidget* Widget(const char* name) { return desktop.WidgetOf(form)->findChild<QWidget*>(name); }
   LargeDatabase database;
   QtDesktop desktop;
-  FrmMain form;
+  FrmMain form{database.run};
 };
 
 DrawnWindow* drawn = nullptr;
@@ -63,7 +63,7 @@ class PaintCount : public QObject {
 
 // A stroke across the icon editor: the pointer is reported eight cells further each time.
 void StrokeUntilPainted(benchmark::State& state) {
-  FrmIconEdit editor;
+  FrmIconEdit editor(drawn->database.run);
   editor.SetLoadPic("");
   drawn->desktop.Show(editor);
   QApplication::processEvents();
@@ -99,7 +99,7 @@ void OpenOptionsUntilPainted(benchmark::State& state) {
   static const bool added = (AddForms(kForms), true);
   benchmark::DoNotOptimize(added);
   for (auto _ : state) {
-    FrmOptions options;
+    FrmOptions options(drawn->form.run, drawn->form.database);
     options.Load();
     if (state.range(0) != 0) options.ShowForms();
     drawn->desktop.Show(options);

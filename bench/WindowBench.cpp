@@ -19,7 +19,7 @@ struct LargeWindow {
   }
   LargeDatabase database;
   ScriptedDesktop desktop;
-  FrmMain form;
+  FrmMain form{database.run};
 };
 
 FrmMain& Form() {
@@ -28,8 +28,8 @@ FrmMain& Form() {
 }
 
 void FillSupplierList(benchmark::State& state) {
-  Form();
-  for (auto _ : state) LoadSupplierList(false);
+  FrmMain& form = Form();
+  for (auto _ : state) form.LoadSupplierList(false);
 }
 BENCHMARK(FillSupplierList)->Unit(benchmark::kMillisecond);
 
@@ -86,8 +86,9 @@ void RemoveAddedSupplier(benchmark::State& state) {
 BENCHMARK(RemoveAddedSupplier)->Unit(benchmark::kMillisecond);
 
 void SearchContact(benchmark::State& state) {
-  Form();
-  FrmSearch search;
+  FrmMain& form = Form();
+  FrmSearch search(form.run, form.database,
+                   [&](int supplierId, int contactId) { form.ShowContact(supplierId, contactId); });
   int i = 0;
   for (auto _ : state) {
     search.TxtSearch(1).SetText("Sur" + std::to_string(40000 + ++i % 10000));
