@@ -72,7 +72,7 @@ for (const [browser, permissions] of [['chromium', clipboard.permissions], ['fir
       await page.goBack();
       assert.ok(await page.isVisible('#calculator'));
       await page.reload();
-      assert.deepEqual([await page.inputValue('#cost'), await page.inputValue('#deposit')], ['13000', '10']);
+      assert.deepEqual([await page.inputValue('#cost'), await page.inputValue('#deposit')], ['13,000', '10']);
       await openForm(page, 'Lease Proposal');
       await page.locator('#keep').waitFor();
       assert.equal(await frame.locator('[name="Contact Name"]').inputValue(), 'Jo "Best" <b>');

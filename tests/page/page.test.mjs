@@ -59,14 +59,14 @@ test('what was typed comes back with its choice, and stepping ends at the limits
     await page.click('#again');
     // Box, what is typed before, its number, what one step up and, from another number, one step down leave.
     const steps = [
-      ['cost', {}, '249950', '250000', '1050', '1000'], ['cost', {}, '10', '1000', '999999999', '250000'],
+      ['cost', {}, '249950', '250,000', '1050', '1,000'], ['cost', {}, '10', '1,000', '999999999', '250,000'],
       ['term', {}, '60', '60', '12', '12'], ['maintenance', { cost: '10000' }, '15', '115.00', '50', '0'],
       ['deposit', { depositMode: '1' }, '49.9', '50', '12.4', '12.345'],
-      ['deposit', { depositMode: '0' }, '4950', '5000', '1300', '1234.5'],
+      ['deposit', { depositMode: '0' }, '4950', '5,000', '1300', '1,234.5'],
       ['deposit', { depositMode: '2', term: '24' }, '23', '23', '1', '1'],
       ['residual', { residualMode: '1' }, '29.9', '30', '0.1', '0'],
-      ['residual', { residualMode: '0' }, '2950', '3000', '50', '0'],
-      ['payment', { find: 'cost', depositMode: '1', deposit: '20' }, '11000', '9459.71', '20', '37.84'],
+      ['residual', { residualMode: '0' }, '2950', '3,000', '50', '0'],
+      ['payment', { find: 'cost', depositMode: '1', deposit: '20' }, '11000', '9,459.71', '20', '37.84'],
     ];
     for (const [id, before, high, up, low, down] of steps) {
       await enter(page, { cost: '10000', ...before, [id]: high });
@@ -217,7 +217,7 @@ test('a unit chooses the kind of a box, or is refused; nothing is taken for some
   // Box, its mode before, what is typed, the mode after and what is left in the box, or the refusal.
   withCalculator({ card: plain, prefs: { CurrencySymbol: 'Fr' } }, async (page) => {
     const cases = [
-      ['deposit', '0', '10%', '1', '10'], ['deposit', '1', 'Fr1,000', '0', '1000'], ['deposit', '2', '5 %', '1', '5'],
+      ['deposit', '0', '10%', '1', '10'], ['deposit', '1', 'Fr1000', '0', '1,000'], ['deposit', '2', '5 %', '1', '5'],
       ['deposit', '2', '500 fr', '0', '500'], ['deposit', '0', 'FR 700', '0', '700'],
       ['residual', '1', 'Fr 25', '0', '25'], ['residual', '0', '25%', '1', '25'],
       ['residual', '1', '\u00a325', /write a percentage such as 12\.5\.$/],
@@ -274,7 +274,7 @@ test('the last calculation comes back for its supplier and never in the test pag
     const boxes = async (...ids) => Promise.all(ids.map((id) => page.inputValue(`#${id}`)));
     const figure = await enter(page, { cost: '7654.32', interval: 'quarterly', depositMode: '1', deposit: '12.5' });
     await page.reload();
-    assert.deepEqual(await boxes('cost', 'deposit'), ['7654.32', '12.5']);
+    assert.deepEqual(await boxes('cost', 'deposit'), ['7,654.32', '12.5']);
     assert.equal(await textOf(page, 'figure'), figure);
     assert.equal(await page.isVisible('#preview'), false);
     for (const address of [addressOf(other), addressOf(folder, 'calc_test.html')]) {
@@ -289,7 +289,7 @@ test('the last calculation comes back for its supplier and never in the test pag
     const kinds = '"interval":"weekly","term":"7","depositMode":"3","deposit":"30","residualMode":"9","residual":"25"';
     const spoilt = { '{': '', 7: '', null: '', '{"cost":{},"find":"\\"]","depositMode":"9","term":5}': '',
       // What was typed for a mode that is no longer offered is not taken for something else.
-      [`{"cost":"7654.32",${kinds}}`]: '7654.32' };
+      [`{"cost":"7654.32",${kinds}}`]: '7,654.32' };
     for (const [state, cost] of Object.entries(spoilt)) {
       await page.evaluate((text) => localStorage.setItem(Object.keys(localStorage)[0], text), state);
       await page.reload();
