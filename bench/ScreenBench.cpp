@@ -84,7 +84,7 @@ void StrokeUntilPainted(benchmark::State& state) {
 BENCHMARK(StrokeUntilPainted)->Unit(benchmark::kMillisecond);
 
 void AddForms(int count) {
-  Connection& connection = form->database.Plain();
+  Connection& connection = drawn->form.database.Plain();
   connection.Begin();
   for (int i = 0; i < count; ++i) {
     connection.Execute("INSERT INTO Forms (Description, LinkName, available) VALUES('Page " + std::to_string(i) +

@@ -13,7 +13,7 @@ namespace tarvolinex {
 
 namespace {
 
-enum Row {
+enum BoxRow {
   kProfile,
   kName,
   kTransport,
@@ -191,7 +191,7 @@ void FrmMailSettings::ShowRows() {
   const bool command = server && ChkCommand.Value();
   const bool folder = profile && CboTransport.ListIndex() == static_cast<int>(MailTransport::Outbox);
   struct Shown {
-    Row row;
+    BoxRow row;
     Control* box;
     bool visible;
   };
