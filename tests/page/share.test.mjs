@@ -161,3 +161,21 @@ test('words, numbers and dates follow the language that the data or the browser 
     }, { locale });
   }
 });
+
+test('words are explained where they stand, in the words of the organisation; old rates are told', async () => {
+  const explained = (page) => page.evaluate(() => [...document.querySelectorAll('.why')].filter((part) => part.checkVisibility())
+    .map((part) => `${part.firstChild.textContent} ${part.lastChild.textContent}`));
+  const options = { words: { deposit: 'Ours <b>', residual: 7, tax: ' ' }, ratesDays: 30 };
+  await withPage(addressOf(publish({ options, made: '2024-05-15' })), async (page) => {
+    const words = await explained(page);
+    assert.deepEqual(words.slice(0, 2), ['What is VAT? 20% is added to each amount.', 'What is Deposit? Ours <b>']);
+    assert.match(words[2], /^What is Residual\? A last amount/);
+    assert.equal(words.length, 4);
+    await enter(page, { depositMode: '2', cost: '20000' });
+    assert.match((await explained(page))[1], /^What is Payments in advance\? Some of the payments/);
+    assert.match(await textOf(page, 'age'), /made on 15 May 2024 and may have changed\. Ask for new ones$/);
+    assert.match(await page.getAttribute('#age-mail', 'href'), /^mailto:lease@harrowgate\.example\?subject=Lease%20Calculator/);
+    assert.match(await textOf(page, 'figure'), /\d/);
+  });
+  await withPage(addressOf(publish({ options: { ratesDays: 30 } })), async (page) => assert.equal(await page.isVisible('#age'), false));
+});
