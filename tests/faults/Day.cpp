@@ -17,10 +17,29 @@ namespace tarvolinex {
 
 namespace {
 
+// A window that has come up, with nobody before it.
 struct Office {
-  FrmMain& form;
-  ScriptedDesktop& desktop;
+  explicit Office(const Workplace& place) : out(place.Work() + "/out"), alone(place.App()) {
+    desktop.now = std::chrono::system_clock::now();
+    desktop.modal = [](Window& window) {
+      if (auto* choice = dynamic_cast<frmSendCalc*>(&window)) {
+        choice->OpFileType(kSendZip).SetValue(true);
+        choice->cmdaction(0).Press();
+      }
+    };
+    UseDesktop(&desktop);
+    options.appFolder = place.App();
+    StartWindow(options, form, {[] {}, [] {}});
+  }
+  ~Office() {
+    for (const auto& box : desktop.boxes) std::cerr << box.title << ": " << box.text << '\n';
+  }
   std::string out;
+  ScriptedDesktop desktop;
+  ProgramOptions options;
+  FolderLock alone;
+  Run run;
+  FrmMain form{run};
 };
 
 void Type(TextBox& box, const std::string& text) {
@@ -29,7 +48,7 @@ void Type(TextBox& box, const std::string& text) {
 }
 
 void ChangeOptions(Office& office, const char* alias, bool view) {
-  FrmOptions options(office.form.run, office.form.database);
+  FrmOptions options(office.run, office.form.database);
   office.form.Serve(options);
   options.Load();
   options.TreeOptions.ClickNode("ALAISES1");
@@ -70,7 +89,7 @@ constexpr void (*kSteps[])(Office&) = {
     [](Office& o) { ChangeOptions(o, "Noon Tool", true); },
     [](Office& o) { AddFormPage(o.form.database, "Brochure", o.out + "/form.html"); },
     [](Office& o) {
-      FrmIconEdit editor(o.form.run);
+      FrmIconEdit editor(o.run);
       editor.SetLoadPic("");
       editor.Picture2(4).Click();
       editor.Toolbar1.Press("FILL");
@@ -80,7 +99,7 @@ constexpr void (*kSteps[])(Office&) = {
       MailProfile profile;
       profile.name = "Day";
       profile.transport = MailTransport::Outbox;
-      SaveMailProfile(o.form.run.AppFolder + "\\Mail.INI", profile);
+      SaveMailProfile(o.run.AppFolder + "\\Mail.INI", profile);
     },
     [](Office& o) {
       o.form.LvwSuppliers.ClickRow(0);
@@ -108,30 +127,21 @@ constexpr void (*kSteps[])(Office&) = {
 
 }  // namespace
 
+int StartAndCloseWindow(const Workplace& place) {
+  Office office(place);
+  const bool well = office.desktop.boxes.empty() && office.form.LvwSuppliers.Count() > 0 && !office.run.ErrorShown;
+  office.form.Unload();
+  return well ? 0 : 1;
+}
+
 int SpendDay(const Workplace& place, const Tell& tell) {
-  ScriptedDesktop desktop;
-  desktop.now = std::chrono::system_clock::now();
-  desktop.modal = [](Window& window) {
-    if (auto* choice = dynamic_cast<frmSendCalc*>(&window)) {
-      choice->OpFileType(kSendZip).SetValue(true);
-      choice->cmdaction(0).Press();
-    }
-  };
-  UseDesktop(&desktop);
-  ProgramOptions options;
-  options.appFolder = place.App();
-  const FolderLock alone(options.appFolder);
-  Run run;
-  FrmMain form(run);
   tell(0);
-  StartWindow(options, form, {[] {}, [] {}});
-  Office office{form, desktop, place.Work() + "/out"};
-  for (std::size_t done = 0; done < std::size(kSteps) && !run.ErrorShown; ++done) {
+  Office office(place);
+  for (std::size_t done = 0; done < std::size(kSteps) && !office.run.ErrorShown; ++done) {
     tell(done);
     kSteps[done](office);
   }
-  for (const auto& box : desktop.boxes) std::cerr << box.title << ": " << box.text << '\n';
-  if (run.ErrorShown) return 1;
+  if (office.run.ErrorShown) return 1;
   tell(std::size(kSteps));
   return 0;
 }

@@ -44,22 +44,6 @@ int RunProgram(const Workplace& place, const std::string& words, const std::stri
   }
 }
 
-int StartAndCloseWindow(const Workplace& place) {
-  ScriptedDesktop desktop;
-  desktop.now = std::chrono::system_clock::now();
-  UseDesktop(&desktop);
-  ProgramOptions options;
-  options.appFolder = place.App();
-  const FolderLock alone(options.appFolder);
-  Run run;
-  FrmMain form(run);
-  StartWindow(options, form, {[] {}, [] {}});
-  for (const auto& box : desktop.boxes) std::cerr << box.text << '\n';
-  const bool well = desktop.boxes.empty() && form.LvwSuppliers.Count() > 0 && !run.ErrorShown;
-  form.Unload();
-  return well ? 0 : 1;
-}
-
 int PublishAndCompare(const Workplace& place) {
   const int status = RunProgram(place, "publish --supplier 1");
   if (status != 0) return status;

@@ -1,10 +1,6 @@
 // A database file of another program, or a damaged one: opened, shown and written to as the window does.
-#include <filesystem>
-
 #include "fuzz/Targets.h"
-#include "store/Contacts.h"
-#include "store/DatabaseFile.h"
-#include "store/Suppliers.h"
+#include "support/TemporaryFolder.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex::fuzz {
@@ -22,17 +18,12 @@ void UseDatabase(FrmMain& form) {
 }
 
 void ReadDatabase(std::string_view bytes) {
-  const std::string folder = Scratch() + "/database", around = TheRun().AppFolder;
-  std::filesystem::create_directories(folder);
-  Run& run = TheRun();
-  run.AppFolder = run.DataFolder = folder;
-  Put("database/Tarvolinex.mdb", bytes);
-  {
-    FrmMain form(run);
-    Works([&] { UseDatabase(form); });
-  }
-  run.AppFolder = run.DataFolder = around;
-  std::filesystem::remove_all(folder);
+  const TemporaryFolder folder(Scratch());
+  folder.File("Tarvolinex.mdb", std::string(bytes));
+  Run run;
+  run.AppFolder = run.DataFolder = folder.Path();
+  FrmMain form(run);
+  Works([&] { UseDatabase(form); });
 }
 
 }  // namespace
