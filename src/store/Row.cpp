@@ -5,10 +5,10 @@
 namespace tarvolinex {
 
 Row::Row(const Recordset& records) : found_(!records.EndOfFile()) {
+  fields_.reserve(static_cast<std::size_t>(records.ColumnCount()));
   for (int i = 0; i < records.ColumnCount(); ++i) {
-    const std::string& name = records.ColumnName(i);
     fields_.push_back(
-        {name, records.TypeOf(name), records.DefinedSize(name), found_ ? records.Field(i) : Value(Null{})});
+        {records.ColumnName(i), records.TypeOf(i), records.DefinedSize(i), found_ ? records.Field(i) : Value(Null{})});
   }
 }
 
@@ -19,9 +19,10 @@ const Row::Field* Row::Find(std::string_view column) const {
   return nullptr;
 }
 
-Value Row::At(std::string_view column) const {
+const Value& Row::At(std::string_view column) const {
+  static const Value null = Null{};
   const Field* field = Find(column);
-  return field ? field->value : Value(Null{});
+  return field ? field->value : null;
 }
 
 std::string Row::Text(std::string_view column) const {

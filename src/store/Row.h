@@ -27,7 +27,7 @@ class Row {
   // nullptr when there is no such column. Names are case-blind.
   const Field* Find(std::string_view column) const;
   // Null for a column that the table lacks.
-  Value At(std::string_view column) const;
+  const Value& At(std::string_view column) const;
   // As a text without blanks around it.
   std::string Text(std::string_view column) const;
   int Number(std::string_view column) const;

@@ -13,6 +13,7 @@ namespace tarvolinex {
 namespace statements {
 inline constexpr std::string_view kSuppliers = "SELECT * FROM suppliers ORDER BY CompanyName";
 inline constexpr std::string_view kSupplier = "SELECT * FROM suppliers WHERE ID=<ID>";
+inline constexpr std::string_view kSupplierId = "SELECT ID FROM suppliers WHERE ID=<ID>";
 inline constexpr std::string_view kDefaultSupplier = "SELECT * FROM Defaultsupplier";
 inline constexpr std::string_view kDeleteSupplier = "DELETE FROM suppliers WHERE id=<ID>";
 inline constexpr std::string_view kDeleteDefaultSupplier = "DELETE FROM DefaultSupplier";

@@ -90,7 +90,7 @@ bool IsNoNumber(const Value& value) {
 SupplierCalcSettingsRecord ReadSupplierSettings(const Row& supplier) {
   SupplierCalcSettingsRecord loaded;
   for (const auto& field : FieldsOf(loaded)) {
-    const Value value = supplier.At(field.name);
+    const Value& value = supplier.At(field.name);
     const FieldReader reader{value};
     if (!reader.Fits(field.member(loaded))) {
       throw RuntimeError(kItemNotFound, Tr("%1: the column %2 holds \"%3\", which is no number",
@@ -137,7 +137,7 @@ void ForEachSupplier(Database& database, const std::function<void(const Row&)>& 
 bool SupplierIsStored(Database& database, int id) {
   if (!database.IsOpen()) return false;
   Recordset found;
-  found.Open(FillStatement(statements::kSupplier, "<ID>", id), database.Plain());
+  found.Open(FillStatement(statements::kSupplierId, "<ID>", id), database.Plain());
   return !found.EndOfFile();
 }
 

@@ -107,6 +107,8 @@ class Recordset {
 
   int ColumnCount() const { return static_cast<int>(columns_.size()); }
   const std::string& ColumnName(int column) const { return columns_.at(static_cast<std::size_t>(column)).name; }
+  ColumnType TypeOf(int column) const { return columns_.at(static_cast<std::size_t>(column)).type; }
+  int DefinedSize(int column) const { return columns_.at(static_cast<std::size_t>(column)).size; }
   // -1 when there is no such column. Names are case-blind.
   int ColumnIndex(std::string_view name) const;
   // Throw RuntimeError 3265 for a column that the set lacks.

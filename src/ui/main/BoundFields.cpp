@@ -9,8 +9,6 @@ namespace tarvolinex {
 
 namespace {
 
-constexpr const char* kSupplierSet = "SUPPLIER";
-
 // Where the row was not found stands what the field shows instead: nothing, or the "0.00" of whole numbers and amounts.
 std::string LiteralOf(const Row& row, const std::string& column, const std::string& shown) {
   const Row::Field* field = row.Find(column);
@@ -18,20 +16,6 @@ std::string LiteralOf(const Row& row, const std::string& column, const std::stri
   const bool number = field->type != ColumnType::Text && field->type != ColumnType::Date;
   const std::string text = row.Found() ? EscapeQuotes(ValueText(field->value)) : shown;
   return number && text.empty() ? "NULL" : "'" + text + "'";
-}
-
-std::string TextOf(const Control& control) {
-  if (const auto* check = dynamic_cast<const CheckBox*>(&control)) return check->Value() ? "YES" : "NO";
-  const auto* box = dynamic_cast<const TextBox*>(&control);
-  return box ? EscapeQuotes(Trim(box->Text())) : std::string();
-}
-
-bool IsSupplierField(const Control& control) {
-  return !control.Tag().empty() && GetTagValue(control.Tag(), "RS") == kSupplierSet;
-}
-
-bool IsCheckBox(const Control& control) {
-  return dynamic_cast<const CheckBox*>(&control) != nullptr;
 }
 
 void LoadBox(TextBox& box, const Row::Field& field, const Value& value) {
@@ -67,43 +51,64 @@ std::string RateFieldText(const Value& value) {
   return static_cast<float>(LeadingNumber(rounded)) == static_cast<float>(ValueNumber(value)) ? rounded : exact;
 }
 
-void BindFieldToControl(const Row& row, Control& control, std::string_view recordSetName, bool clearOnly) {
-  if (control.Tag().empty() || GetTagValue(control.Tag(), "RS") != recordSetName) return;
-  const Row::Field* field = row.Find(GetTagValue(control.Tag(), "FIELDNAME"));
+namespace {
+
+void Put(const Row& row, std::string_view column, CheckBox* check, TextBox* box, bool clearOnly) {
+  const Row::Field* field = row.Find(column);
   if (!field) return;
   const Value value = clearOnly ? Value(Null{}) : field->value;
-  if (auto* check = dynamic_cast<CheckBox*>(&control)) check->SetValue(ValueTruth(value));
-  if (auto* box = dynamic_cast<TextBox*>(&control)) LoadBox(*box, *field, value);
+  if (check) check->SetValue(ValueTruth(value));
+  if (box) LoadBox(*box, *field, value);
+}
+
+}  // namespace
+
+void BindFieldToControl(const Row& row, Control& control, std::string_view recordSetName, bool clearOnly) {
+  if (control.Tag().empty() || GetTagValue(control.Tag(), "RS") != recordSetName) return;
+  Put(row, GetTagValue(control.Tag(), "FIELDNAME"), dynamic_cast<CheckBox*>(&control), dynamic_cast<TextBox*>(&control),
+      clearOnly);
+}
+
+const std::vector<SupplierFields::BoundControl>& SupplierFields::Bound() const {
+  if (!bound_.empty()) return bound_;
+  for (Control* control : window_.Controls()) {
+    const std::string& tag = control->Tag();
+    if (tag.empty() || GetTagValue(tag, "RS") != "SUPPLIER") continue;
+    bound_.push_back({GetTagValue(tag, "FIELDNAME"), GetTagValue(tag, "NODEF"), dynamic_cast<CheckBox*>(control),
+                      dynamic_cast<TextBox*>(control)});
+  }
+  return bound_;
+}
+
+std::string SupplierFields::BoundControl::Text() const {
+  if (check) return check->Value() ? "YES" : "NO";
+  return box ? EscapeQuotes(Trim(box->Text())) : std::string();
 }
 
 void SupplierFields::Bind(const Row& supplier, bool clearOnly) {
-  for (Control* control : window_.Controls()) BindFieldToControl(supplier, *control, kSupplierSet, clearOnly);
+  for (const BoundControl& bound : Bound()) Put(supplier, bound.column, bound.check, bound.box, clearOnly);
 }
 
 void SupplierFields::RememberLoadedFields(const Row& supplier) {
   loaded_.clear();
-  for (const Control* control : window_.Controls()) {
-    if (!IsSupplierField(*control)) continue;
-    const std::string column = GetTagValue(control->Tag(), "FIELDNAME"), text = TextOf(*control);
-    loaded_[column] = {text, IsCheckBox(*control) ? text : LiteralOf(supplier, column, text)};
+  for (const BoundControl& bound : Bound()) {
+    const std::string text = bound.Text();
+    loaded_[bound.column] = {text, bound.check ? text : LiteralOf(supplier, bound.column, text)};
   }
 }
 
 SupplierFieldLists SupplierFields::CollectSupplierFields(bool asSupplier) const {
   SupplierFieldLists lists;
-  for (const Control* control : window_.Controls()) {
-    if (!IsSupplierField(*control)) continue;
-    const std::string column = GetTagValue(control->Tag(), "FIELDNAME");
-    const std::string noDefault = GetTagValue(control->Tag(), "NODEF");
-    const bool check = IsCheckBox(*control);
-    if (!asSupplier && noDefault != (check ? "0" : "")) continue;
-    const std::string text = TextOf(*control);
-    const auto loaded = loaded_.find(column);
+  for (const BoundControl& bound : Bound()) {
+    const bool check = bound.check != nullptr;
+    if (!asSupplier && bound.noDefault != (check ? "0" : "")) continue;
+    const std::string text = bound.Text();
+    const auto loaded = loaded_.find(bound.column);
     const bool edited = loaded == loaded_.end() || loaded->second.text != text;
     const std::string literal = !edited ? loaded->second.literal : check ? text : "'" + text + "'";
     const std::string value = literal + (check ? "," : " ,");
-    if (edited) lists.assignments += column + (check ? " =" : " = ") + value;
-    lists.columns += column + ",";
+    if (edited) lists.assignments += bound.column + (check ? " =" : " = ") + value;
+    lists.columns += bound.column + ",";
     lists.values += value;
   }
   return lists;

@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "controls/Controls.h"
 #include "store/Row.h"
@@ -38,7 +39,17 @@ class SupplierFields {
   struct Loaded {
     std::string text, literal;
   };
+  // A control that stands for a column: a check box or a text box.
+  struct BoundControl {
+    std::string column, noDefault;
+    CheckBox* check;
+    TextBox* box;
+    std::string Text() const;
+  };
+  // The tags of a window do not change: they are read once.
+  const std::vector<BoundControl>& Bound() const;
   const Window& window_;
+  mutable std::vector<BoundControl> bound_;
   std::map<std::string, Loaded> loaded_;  // by column
 };
 

@@ -33,7 +33,6 @@ ContactsPanel::ContactsPanel(Window& window, Run& run, Database& database, const
       LblContact(window, "LblContact", kContactFields),
       TxtContact(window, "TxtContact", kContactFields),
       CmdContact(window, "CmdContact", 2),
-      window_(window),
       run_(run),
       database_(database),
       shown_(shown) {
@@ -165,7 +164,7 @@ void ContactsPanel::GetContact() {
     CurrentContactId = LstContacts.ItemData();
     const Row contact = ReadContact(database_, CurrentContactId, shown_.CurrentSupplierId);
     if (!contact.Found()) return run_.ShowError("Contact Not Found");
-    for (Control* control : window_.Controls()) BindFieldToControl(contact, *control, "CONTACT", false);
+    for (int i = 0; i < kContactFields; ++i) BindFieldToControl(contact, TxtContact(i), "CONTACT", false);
     ContactChanged = false;
   } catch (const RuntimeError&) {
     run_.ShowError("Contact Not Found");

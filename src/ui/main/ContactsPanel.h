@@ -63,7 +63,6 @@ class ContactsPanel {
   void Store();
   std::string WhatContactLacks();
 
-  Window& window_;
   Run& run_;
   Database& database_;
   const ShownSupplier& shown_;
