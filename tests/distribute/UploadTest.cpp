@@ -1,19 +1,23 @@
 #include "distribute/Upload.h"
 
 #include <ctime>
-#include <set>
 
-#include "platform/text/Text.h"
 #include "support/Fixture.h"
 #include "support/Hindrances.h"
 #include "support/LoopbackServer.h"
 
 namespace tarvolinex {
 
-class UploadTest : public WindowTest {
+class UploadTest : public ProgramTest {
  protected:
-  UploadTest() { folder.File("CalcInstall.exe", file); }
-  bool Upload(const LoopbackServer& server) { return UploadFile(AppFolder + "\\CalcInstall.exe", server.Host(), run); }
+  UploadTest() {
+    folder.File("CalcInstall.exe", file);
+    CustomerReference = "7";
+  }
+  bool Upload(const std::string& host) { return UploadFile(AppFolder + "\\CalcInstall.exe", host, run); }
+  std::optional<std::string> Transfer(const std::string& host = "") {
+    return TransferInstallFile(AppFolder, {host, CustomerReference}, run);
+  }
   std::string Shown() {
     std::string texts;
     for (const auto& box : desktop.boxes)
@@ -26,7 +30,7 @@ class UploadTest : public WindowTest {
 
 TEST_F(UploadTest, TheRequestIsByteForByteAsTheServerExpectsIt) {
   const LoopbackServer server("http", folder.Path(), {"SUCCESS"});
-  EXPECT_TRUE(Upload(server));
+  EXPECT_TRUE(Upload(server.Host()));
   const std::string head = ReadFile(folder.Path() + "/head");
   EXPECT_EQ(head.substr(0, head.find('\n')), "POST /download/upload.asp");
   EXPECT_NE(head.find("Content-Type: multipart/form-data, boundary=AaB03x\n"), std::string::npos) << head;
@@ -37,63 +41,62 @@ TEST_F(UploadTest, TheRequestIsByteForByteAsTheServerExpectsIt) {
   EXPECT_EQ(Shown(), "");
 }
 
-TEST_F(UploadTest, AnswersOfTheServer) {
-  struct Case {
-    std::vector<std::string> answer;
-    bool accepted;
-    const char* shown;
-  };
-  for (const Case& c : {
-           Case{{"<STATUS>File received</STATUS>", "SUCCESS"}, true, "File Upload/File received;"},
-           Case{{"<STATUS>\x1b]0;x\a Bad\x1b[2J\bnews\r</STATUS>", "SUCCESS"}, true, "File Upload/]0;x Bad[2Jnews\n;"},
-           Case{{"Upload success"}, true, ""},
-           Case{{"success", "<STATUS>one", "error</STATUS>"}, false, "File Upload/one error;"},
-           Case{{}, false, ""},
-           Case{{"OK"}, false, ""},
-           Case{{"SUCCESS", "</STATUS><STATUS>open"}, true, ""},
-           Case{{"SUCCESS", "<STATUS></STATUS>"}, true, ""},
-           Case{{"SUCCESS", "500"}, false, "Error/File Upload failed;"},
-           Case{{"SUCCESS", "404"}, false, "Error/File Upload failed;"},
-           Case{{"drop"}, false, "Error/File Upload failed;"},
-       }) {
-    const LoopbackServer server("http", folder.Path(), c.answer);
-    EXPECT_EQ(Upload(server), c.accepted) << (c.answer.empty() ? "" : c.answer[0]);
-    EXPECT_TRUE(c.accepted || (!desktop.busy && form->ProgressBar1.Value() == 0));
-    EXPECT_EQ(Shown(), c.shown);
+TEST(UploadAnswers, AreAcceptedWithSuccessAndWithoutError) {
+  const std::tuple<const char*, bool, const char*> cases[] = {
+      {"<STATUS>File received</STATUS> SUCCESS", true, "File received"},
+      {"<STATUS>\x1b]0;x\a Bad\x1b[2J\bnews\r</STATUS> SUCCESS", true, "]0;x Bad[2Jnews\n"},
+      {"Upload success", true, ""},
+      {"success <STATUS>one error</STATUS>", false, "one error"},
+      {"", false, ""},
+      {"OK", false, ""},
+      {"SUCCESS </STATUS><STATUS>open", true, ""},
+      {"SUCCESS <STATUS></STATUS>", true, ""}};
+  for (const auto& [bytes, accepted, status] : cases) {
+    const UploadAnswer answer = ReadUploadAnswer(bytes);
+    EXPECT_EQ(answer.accepted, accepted) << bytes;
+    EXPECT_EQ(answer.status, status);
   }
-  EXPECT_FALSE(UploadFile(AppFolder + "\\CalcInstall.exe", "127.0.0.1:1", run));
+}
+
+TEST_F(UploadTest, AStatusIsShownAndAFailureReported) {
+  const std::tuple<std::vector<std::string>, bool, const char*> cases[] = {
+      {{"<STATUS>File received</STATUS>", "SUCCESS"}, true, "File Upload/File received;"},
+      {{"ERROR"}, false, ""},
+      {{"SUCCESS", "500"}, false, "Error/File Upload failed;"},
+      {{"SUCCESS", "404"}, false, "Error/File Upload failed;"},
+      {{"drop"}, false, "Error/File Upload failed;"}};
+  for (const auto& [answer, accepted, shown] : cases) {
+    const LoopbackServer server("http", folder.Path(), answer);
+    EXPECT_EQ(Upload(server.Host()), accepted) << answer[0];
+    EXPECT_TRUE(accepted || !desktop.busy);
+    EXPECT_EQ(Shown(), shown);
+  }
+  EXPECT_FALSE(Upload("127.0.0.1:1"));
   EXPECT_NE(desktop.boxes.at(0).text.find("127.0.0.1:1"), std::string::npos);
   EXPECT_NE(desktop.boxes.at(0).text.find("\r\n\r\nPlease check"), std::string::npos);
-  EXPECT_EQ(Shown(), "Error/File Upload failed;");
-  EXPECT_NE(form->TxtStatus.Text().find("127.0.0.1:1"), std::string::npos);
 }
 
 TEST_F(UploadTest, AFullDiskIsNamedWithTheFileThatFoundNoRoom) {
   const FullDisk full(50'000);
-  EXPECT_EQ(TransferInstallFile(AppFolder, {WebServer, CustomerReference}, run), std::nullopt);
+  EXPECT_EQ(Transfer(), std::nullopt);
   const std::string text = desktop.boxes.at(0).text;
   EXPECT_EQ(text.substr(0, text.find('/')), "File Upload failed\r\n\r\nWriting ");
-  EXPECT_NE(text.find("/CalcInstall_" + UploadIdentifier(CustomerReference, desktop.now) + ".exe: "), std::string::npos)
-      << text;
+  EXPECT_NE(text.find("/CalcInstall_" + UploadIdentifier("7", desktop.now) + ".exe: "), std::string::npos) << text;
 }
 
 TEST_F(UploadTest, NothingOfATransferStaysBehind) {
-  CustomerReference = "7";
   folder.File("CalcInstall_old.exe", "");
   {
     const LoopbackServer server("http", folder.Path(), {"ERROR"});
-    WebServer = server.Host();
-    EXPECT_EQ(TransferInstallFile(AppFolder, {WebServer, CustomerReference}, run), std::nullopt);
+    EXPECT_EQ(Transfer(server.Host()), std::nullopt);
     EXPECT_EQ(ListFiles(AppFolder + "\\CalcInstall_*"), std::vector<std::string>{"CalcInstall_old.exe"});
   }
   const LoopbackServer server("http", folder.Path(), {"SUCCESS"});
-  WebServer = server.Host();
-  EXPECT_EQ(TransferInstallFile(AppFolder, {WebServer, CustomerReference}, run),
-            UploadIdentifier(CustomerReference, desktop.now));
+  EXPECT_EQ(Transfer(server.Host()), UploadIdentifier("7", desktop.now));
   EXPECT_TRUE(ListFiles(AppFolder + "\\CalcInstall_*").empty());
 }
 
-TEST_F(UploadTest, TheIdentifierIsTheReferenceAndTheSecondsOfLocalTime) {
+TEST(UploadIdentifiers, AreTheReferenceAndTheSecondsOfLocalTime) {
   std::tm moment{};
   moment.tm_year = 103;
   moment.tm_mon = 2;
@@ -101,25 +104,13 @@ TEST_F(UploadTest, TheIdentifierIsTheReferenceAndTheSecondsOfLocalTime) {
   moment.tm_hour = 10;
   moment.tm_isdst = -1;
   const auto now = std::chrono::system_clock::from_time_t(std::mktime(&moment));
-  for (const auto& [reference, written] : std::vector<std::pair<std::string, std::string>>{
-           {"123", "000123"},
-           {"0007", "000007"},
-           {"", "000000"},
-           {"1234567", "1234567"},
-           {"123456789012345678", "123456789012345678"},
-           {"98765432109876543210987654321", "98765432109876543210987654321"}}) {
-    CustomerReference = reference;
-    EXPECT_EQ(UploadIdentifier(CustomerReference, now), written + "132487200");  // 1,533 days and ten hours
+  for (const auto& [reference, written] : {std::pair{"123", "000123"},
+                                           {"0007", "000007"},
+                                           {"", "000000"},
+                                           {"1234567", "1234567"},
+                                           {"98765432109876543210987654321", "98765432109876543210987654321"}}) {
+    EXPECT_EQ(UploadIdentifier(reference, now), std::string(written) + "132487200");  // 1,533 days and ten hours
   }
-}
-
-TEST_F(UploadTest, TheVersionPageIsAskedForThisInstallation) {
-  WebServer = "www.example.com";
-  CustomerReference = "42";
-  CalculatorPreferences.OrgCompanyName = "A & B Ltd";
-  form->menus.MnuUpgrades.Choose();
-  EXPECT_EQ(desktop.launched.at(0).substr(0, desktop.launched[0].find('|')),
-            "open http://www.example.com\\checkversion.asp?ref=42&org=A & B Ltd&ver=" TARVOLINEX_VERSION);
 }
 
 }  // namespace tarvolinex
