@@ -108,19 +108,6 @@ TEST_F(BadDatabaseTest, AReadOnlyFileOrFolderIsShownAndASaveReported) {
   chmod(folder.Path().c_str(), 0755);
 }
 
-TEST_F(BadDatabaseTest, AFileThatCannotGrowIsLeftAsItWas) {
-  SaveTown("Before");
-  const std::string before = ReadFile(path);
-  {
-    const FullDisk full(1024);
-    EXPECT_THROW(SaveTown("Never"), ProgramEnded);
-  }
-  EXPECT_EQ(Said().substr(0, 25), "Database update failed.\n\n");
-  ASSERT_TRUE(StartAgain());
-  EXPECT_EQ(Town(), "Before");
-  EXPECT_EQ(ReadFile(path), before);
-}
-
 TEST_F(BadDatabaseTest, ANewDatabaseOnAFullDiskCanBeTriedAgain) {
   const std::string first = DataFolder, target = folder.Path() + "/new";
   const auto package = static_cast<rlim_t>(ReadFile(AppFolder + "\\Database.Bak").size());

@@ -1,65 +1,115 @@
+// What the store keeps of suppliers, without a window.
 #include "store/Suppliers.h"
 
-#include "platform/text/Text.h"
+#include "platform/RuntimeError.h"
+#include "store/Contacts.h"
+#include "store/DatabaseFile.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
 
-class SuppliersTest : public SampleTest {
+class StoreTest : public ProgramTest {
  protected:
-  void ExecuteRaw(const std::string& statement) { form->database.Plain().Execute(statement); }
-  std::string FormatTextOf(const std::string& column) {
-    return FormatFixed(std::stod(Ask("SELECT " + column + " FROM suppliers WHERE ID=3")), 2);
+  StoreTest() {
+    std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+    UnpackDatabase(run.Places(), run);
+    database.Open(DataFolder);
   }
+  static std::string Ask(const std::string& statement, Connection& connection) {
+    Recordset answer;
+    answer.Open(statement, connection);
+    return answer.EndOfFile() ? "(none)" : ValueText(answer.Field(0));
+  }
+  std::string Ask(const std::string& statement) { return Ask(statement, database.Plain()); }
+  Database database{run};
 };
 
-TEST_F(SuppliersTest, SelectingASupplierFillsItsFields) {
-  Choose("Saxonholt Dental Systems Ltd");
-  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
-  EXPECT_EQ(form->supplier.TxtSupplier(3).Text(), "Reading");
-  EXPECT_EQ(form->supplier.TxtSupplier(kSupplierName).MaxLength(), 50);
-  EXPECT_EQ(form->LblCompany.Caption(), "*Saxonholt Dental Systems Ltd*");
-  EXPECT_EQ(form->rateCard.txtRangeTo(1).Text(), FormatTextOf("RangeEquipFROM0"));
-  EXPECT_EQ(form->rateCard.lblRangeFrom(0).Caption(), form->rateCard.txtRangeTo(1).Text());
-  EXPECT_EQ(SupplierCalcSettings.ID, 3);
-  EXPECT_EQ(form->send.lvSendContacts.Columns().size(), 3U);
-  EXPECT_EQ(form->contacts.LstContacts.Items().size(),
-            std::stoul(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=3")));
+TEST_F(StoreTest, ARemovedSupplierComesBackWithItsContactsAndLinks) {
+  const auto rows = [this] {
+    std::string all;
+    for (const char* table :
+         {"suppliers WHERE ID=3", "contacts WHERE Supplierid=3", "SupplierFormLink WHERE SupplierId=3"}) {
+      Recordset set;
+      for (set.Open(std::string("SELECT * FROM ") + table, database.Plain()); !set.EndOfFile(); set.MoveNext()) {
+        const Row row(set);
+        for (const Row::Field& field : row.Fields()) all += ValueText(field.value) + "|";
+      }
+    }
+    return all;
+  };
+  const std::string before = rows();
+  EXPECT_NE(before.find("Saxonholt Dental Systems Ltd"), std::string::npos);
+  const RemovedRows removed = DeleteSupplier(database, 3);
+  EXPECT_EQ(rows(), "");
+  RestoreRows(database, removed);
+  EXPECT_EQ(rows(), before);
 }
 
-TEST_F(SuppliersTest, ASupplierThatIsGoneIsReported) {
-  ExecuteRaw("DELETE FROM suppliers WHERE ID=3");
-  Choose("Saxonholt Dental Systems Ltd");
-  EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
-  EXPECT_EQ(form->LvwSuppliers.Count(), 11);
-  // What is shown is the selected supplier, so that typing goes on in it.
-  EXPECT_EQ(form->shown.CurrentSupplierId, 1);
-  EXPECT_EQ(form->supplier.TxtSupplier(kSupplierName).Text(), "Aldermoor Print Finishing Ltd");
+TEST_F(StoreTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
+  const std::string pattern = DataFolder + "\\Backup\\*.mdb";
+  for (const char* killed : {".tmp", ".77.tmp", ".77.tmp-journal"}) {
+    folder.File("Backup/Tarvolinex 2020-01-01.mdb" + std::string(killed), "half");
+  }
+  const auto write = [this](const std::string& town) {
+    database.ExecuteStatement("UPDATE suppliers SET Town='" + town + "' WHERE ID=3");
+  };
+  const auto townIn = [this](const std::string& name) {
+    Connection copy;
+    copy.Open("dbq=" + DataFolder + "\\Backup\\" + name);
+    return Ask("SELECT Town FROM suppliers WHERE ID=3", copy);
+  };
+  using std::chrono::hours;
+  desktop.now = std::chrono::system_clock::from_time_t(1800000000);
+  for (int day = 0; day < 7; ++day) {
+    desktop.now += hours(24);
+    for (const char* time : {" early", " late"}) write(std::to_string(day) + time);
+  }
+  EXPECT_EQ(ListFiles(pattern).size(), 5U);
+  EXPECT_EQ(ListFiles(DataFolder + "\\Backup\\*.*").size(), 5U);
+  EXPECT_EQ(townIn(ListFiles(pattern).back()), "5 late");
+  desktop.now -= hours(24 * 400);  // it was wrong
+  write("7");
+  EXPECT_EQ(townIn(ListFiles(pattern).front()), "6 late");
+  EXPECT_EQ(ListFiles(pattern).size(), 5U);
 }
 
-TEST_F(SuppliersTest, FormsWithoutAPageAreNotOffered) {
-  EXPECT_EQ(form->forms.LvwForms.Count(), 4);
-  DeleteFile(DataFolder + "\\forms\\2.html");
-  form->menus.MnuRefresh.Choose();
-  EXPECT_EQ(form->forms.LvwForms.Count(), 3);
-  EXPECT_EQ(form->forms.LvwForms.Find("ID2"), -1);
+TEST_F(StoreTest, PlaceholdersAreFilledInOnePassAndAnApostropheEndsNoText) {
+  EXPECT_EQ(FillStatement(statements::kAllEmails, "<email>", std::string("a@b.c")),
+            "UPDATE contacts SET email='a@b.c'");
+  EXPECT_EQ(FillStatement(statements::kDeleteContact, "<id>", 12), "DELETE FROM contacts WHERE ID=12");
+  EXPECT_EQ(FillStatement("x='<A>',y='<B>'", {{"<A>", std::string("<B>")}, {"<B>", std::string("<A>")}}),
+            "x='<B>',y='<A>'");
+  EXPECT_EQ(FillStatement("a <X> b < c", "<X>", Value(Null{})), "a  b < c");
+  EXPECT_EQ(EscapeQuotes("O'Neill's"), "O`Neill`s");
+  EXPECT_EQ(ValueText(NullToDefault(Null{}, std::string("none"))), "none");
 }
 
-TEST_F(SuppliersTest, TheListIsInTheOrderOfTheNames) {
-  ExecuteRaw("UPDATE suppliers SET CompanyName='' WHERE ID=3");
-  ExecuteRaw("UPDATE suppliers SET CompanyName='ÉCLAIR' WHERE ID=4");
-  ExecuteRaw("UPDATE suppliers SET CompanyName='éclair' WHERE ID=2");
-  ExecuteRaw("UPDATE suppliers SET CompanyName=NULL WHERE ID=5");
-  ExecuteRaw("UPDATE suppliers SET CompanyName='aldermoor PRINT', Town=NULL WHERE ID=6");
-  form->menus.MnuRefresh.Choose();
-  const ListView& list = form->LvwSuppliers;
-  ASSERT_EQ(list.Count(), 12);
-  EXPECT_EQ(list.At(0).key + list.At(1).key + list.At(2).key + list.At(3).key, "ID3ID5ID6ID1");
-  EXPECT_EQ(list.At(0).text, "<NEW>");
-  EXPECT_EQ(list.At(0).toolTip, "Double click to view <> calculator");
-  EXPECT_EQ(list.At(2).cells[3], "");
-  EXPECT_EQ(list.At(3).toolTip, "Double click to view <Aldermoor Print Finishing Ltd> calculator");
-  EXPECT_EQ(list.At(10).key + list.At(11).key, "ID2ID4");  // the same to the order: by ID
+TEST_F(StoreTest, FailuresEndTheProgramWithTheirText) {
+  EXPECT_THROW(database.ExecuteStatement("DELETE FROM none"), ProgramEnded);
+  EXPECT_EQ(desktop.boxes.at(0).text, "Database update failed.\n\nno such table: none");
+  Recordset set;
+  EXPECT_THROW(database.OpenRecordset("SELECT none", set), ProgramEnded);
+  EXPECT_EQ(desktop.boxes.at(1).text, "Database Error");
+}
+
+TEST_F(StoreTest, ContactsAreInSurnameOrderAndFoundByHowTheirNamesBegin) {
+  database.ExecuteStatement("DELETE FROM contacts");
+  const int ann = StoreContact(database, 0, 3, {"Ann", "Young", "", "", "", "ann@x.example"}),
+            bob = StoreContact(database, 0, 3, {"Bob", "Adams", "Buyer"}),
+            anna = StoreContact(database, 0, 10, {"Anna", "O'Young"});
+  const auto contacts = ContactsOf(database, 3);
+  ASSERT_EQ(contacts.size(), 2U);
+  EXPECT_EQ(contacts[0].name + contacts[1].name + contacts[1].email, "Bob AdamsAnn Youngann@x.example");
+  EXPECT_EQ(ReadContact(database, bob, 3).Text("jobtitle"), "Buyer");
+  EXPECT_FALSE(ReadContact(database, bob, 10).Found());
+  EXPECT_EQ(FindContacts(database, "ann", "young").at(0).contact, ann);
+  EXPECT_EQ(FindContacts(database, "", "O'Y").at(0).contact, anna);
+  EXPECT_EQ(SuppliersOfContacts(database, "an"), (std::set<int>{3, 10}));
+  EXPECT_EQ(SuppliersOfContacts(database, "ann y"), std::set<int>{3});
+  SetDatesLastSent(database, {{ann, "05 March 2003 14:07:09"}}, false);
+  EXPECT_EQ(ContactsOf(database, 3)[1].dateLastSent, "");
+  SetDatesLastSent(database, {{ann, "05 March 2003 14:07:09"}}, true);
+  EXPECT_EQ(ContactsOf(database, 3)[1].dateLastSent, "05 March 2003 14:07:09");
 }
 
 }  // namespace tarvolinex

@@ -14,15 +14,11 @@ namespace tarvolinex {
 class NothingLostTest : public SampleTest {
  protected:
   TextBox& Name() { return form->supplier.TxtSupplier(kSupplierName); }
-  std::string Row() { return Ask("SELECT * FROM suppliers WHERE ID=3"); }
   // Another program changes the database.
   void Elsewhere(const std::string& statement) {
     Connection other;
     other.Open("dbq=" + DataFolder + "\\Tarvolinex.mdb");
     other.Execute(statement);
-  }
-  std::string Quoted(const std::string& column) {
-    return Ask("SELECT quote(" + column + ") FROM suppliers WHERE ID=3");
   }
   void Search(const std::string& surname) {
     FrmSearch search(run, form->database, Goes());
@@ -107,19 +103,6 @@ TEST_F(NothingLostTest, ListTitleFieldsAndIdAgreeAfterEveryWay) {
   EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid NOT IN (SELECT ID FROM suppliers)"), "2");
 }
 
-TEST_F(NothingLostTest, RemoveNamesWhatItDeletes) {
-  form->database.Plain().Execute("INSERT INTO contacts (Supplierid, surname) VALUES(0, 'Nobodys')");
-  Choose("Saxonholt Dental Systems Ltd");
-  Search("Nobodys");
-  desktop.boxes.clear();
-  desktop.answers = {Answer::Yes};
-  form->Toolbar1.Press("REMSUPP");
-  EXPECT_EQ(desktop.boxes.at(0).text,
-            "Are you sure you want to delete this Dealer:\nSaxonholt Dental Systems Ltd\nContinue?");
-  EXPECT_EQ(Ask("SELECT COUNT(*) FROM suppliers WHERE ID=3"), "0");
-  EXPECT_EQ(form->LvwSuppliers.Count(), 11);
-}
-
 TEST_F(NothingLostTest, SavingStoresTheContactAndARemovedOneComesBack) {
   MakePages(OwnBranding(), run);
   Choose("Saxonholt Dental Systems Ltd");
@@ -147,47 +130,50 @@ TEST_F(NothingLostTest, SavingStoresTheContactAndARemovedOneComesBack) {
 }
 
 TEST_F(NothingLostTest, OnlyWhatAPersonTypedIsStored) {
+  const std::string rates = "quote(Yield0)||' '||quote(Yield1)||' '||RangeEquipFROM0||' '||";
   form->database.Plain().Execute(
       "UPDATE suppliers SET Yield0=9.125, Yield1=NULL, RangeEquipFROM0=50000.1234, Com0=1.005 WHERE ID=3");
+  form->rateCard.TxtRangeYield(0).SetFocus();  // the cursor stands in a rate box while others are loaded
   form->menus.MnuRefresh.Choose();
   Choose("Saxonholt Dental Systems Ltd");
+  EXPECT_EQ(form->rateCard.TxtRangeYield(0).Text(), "9.125");
   Type(form->supplier.TxtSupplier(3), "Elsewhere");
   form->Toolbar1.Press("SAVE");
-  Type(form->rateCard.TxtRangeYield(2), "8");
+  Type(form->rateCard.TxtRangeYield(0), "£5");  // no rate: what is on record comes back
+  Type(form->rateCard.TxtRangeYield(2), "8.126");
   form->Toolbar1.Press("SAVE");
-  EXPECT_EQ(Quoted("Town"), "'Elsewhere'");
-  EXPECT_EQ(Quoted("Yield0"), "9.125");
-  EXPECT_EQ(Quoted("Yield1"), "NULL");
-  EXPECT_EQ(Quoted("RangeEquipFROM0"), "50000.1234");
-  EXPECT_EQ(Quoted("Com0"), "1.005");
-  EXPECT_EQ(Quoted("Yield2"), "8");
+  EXPECT_EQ(Ask("SELECT " + rates + "Com0||' '||Yield2||Town FROM suppliers WHERE ID=3"),
+            "9.125 NULL 50000.1234 1.005 8.13Elsewhere");
   // The default and whoever is made of it have the same digits.
   desktop.answers = {Answer::Ok};
   form->menus.MnuSaveDefault.Choose();
   form->Toolbar1.Press("ADDNEW");
   Type(Name(), "Made of the default");
   form->Toolbar1.Press("SAVE");
-  EXPECT_EQ(
-      Ask("SELECT Yield0 || ' ' || RangeEquipFROM0 || ' ' || quote(Yield1) FROM suppliers WHERE CompanyName='Made "
-          "of the default'"),
-      "9.125 50000.1234 NULL");
+  EXPECT_EQ(Ask("SELECT " + rates + "Com0 FROM suppliers WHERE CompanyName='Made of the default'"),
+            "9.125 NULL 50000.1234 1.005");
   // Without a default nothing is an empty text where a number belongs: what is shown is stored.
   form->database.Plain().Execute("DELETE FROM DefaultSupplier");
   form->Toolbar1.Press("ADDNEW");
   Type(Name(), "Made of nothing");
   form->Toolbar1.Press("SAVE");
-  EXPECT_EQ(Ask("SELECT quote(Yield0) || ' ' || quote(Com4) || ' ' || typeof(RangeEquipFROM0) || RangeEquipFROM0 || "
-                "quote(Town) FROM suppliers WHERE CompanyName='Made of nothing'"),
-            "NULL NULL integer0''");
+  EXPECT_EQ(Ask("SELECT " + rates +
+                "typeof(RangeEquipFROM0)||quote(Com4)||quote(Town) FROM suppliers WHERE "
+                "CompanyName='Made of nothing'"),
+            "NULL NULL 0 integerNULL''");
 }
 
 TEST_F(NothingLostTest, NothingIsWrittenForASupplierThatIsNotThere) {
+  Elsewhere("DELETE FROM suppliers WHERE ID=2");
+  form->LvwSuppliers.ClickRow(form->LvwSuppliers.Find("ID2"));
+  EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
+  EXPECT_EQ(form->shown.CurrentSupplierId, 1);  // what is shown is the selected supplier
   Choose("Saxonholt Dental Systems Ltd");
   Elsewhere("DELETE FROM suppliers WHERE ID=3");
   Elsewhere("DELETE FROM SupplierFormLink WHERE SupplierId=3");
   Type(form->supplier.TxtSupplier(3), "Late");
   form->Toolbar1.Press("SAVE");
-  EXPECT_EQ(desktop.boxes.at(0).text, "Dealer Not Found Or has been deleted");
+  EXPECT_EQ(desktop.boxes.at(1).text, "Dealer Not Found Or has been deleted");
   EXPECT_EQ(form->LvwSuppliers.Find("ID3"), -1);
   EXPECT_EQ(Ask("SELECT COUNT(*) FROM SupplierFormLink WHERE SupplierId=3"), "0");
   EXPECT_EQ(form->shown.CurrentSupplierId, 1);
@@ -230,44 +216,33 @@ TEST_F(NothingLostTest, AnEmptyDatabaseLeavesNoRatesOfAnother) {
 }
 
 TEST_F(NothingLostTest, RatesThatAreNoNumbersPriceNothing) {
+  const auto set = [this](const std::string& column, const std::string& value) {
+    form->database.Plain().Execute("UPDATE suppliers SET " + column + "=" + value + " WHERE ID=3");
+    desktop.boxes.clear();
+    desktop.launched.clear();
+  };
   for (const auto& [column, stored] : {std::pair("Yield2", "'12,5'"), std::pair("RangeEquipFROM1", "'nan'"),
                                        std::pair("AdditionalPremiumYield", "9e999")}) {
-    form->database.Plain().Execute(std::string("UPDATE suppliers SET ") + column + "=" + stored + " WHERE ID=3");
-    desktop.boxes.clear();
+    set(column, stored);
     Choose("Saxonholt Dental Systems Ltd");
     ASSERT_FALSE(desktop.boxes.empty()) << column;
-    EXPECT_EQ(desktop.boxes[0].text.find(std::string("Saxonholt Dental Systems Ltd: the column ") + column), 0U)
-        << desktop.boxes[0].text;
+    EXPECT_TRUE(desktop.boxes[0].text.starts_with(std::string("Saxonholt Dental Systems Ltd: the column ") + column));
     Type(Box(kBoxCapitalCost), "10000");
     EXPECT_EQ(form->quote.LblResult(kResultPayment).Caption(), "0.00") << column;
-    desktop.launched.clear();
     form->Toolbar1.Press("PREVIEW");
     EXPECT_TRUE(desktop.launched.empty()) << column;
     form->LvwSuppliers.ClickRow(0);
-    EXPECT_NE(form->quote.LblResult(kResultPayment).Caption(), "") << column;
-    form->database.Plain().Execute(std::string("UPDATE suppliers SET ") + column + "=1 WHERE ID=3");
+    set(column, "1");
   }
 }
 
-TEST_F(NothingLostTest, TheFilterSelectsWhatItShowsAndLooksAtContacts) {
-  form->TxtFilter.Type("saxon");
-  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
-  const std::string surname = Ask("SELECT surname FROM contacts WHERE Supplierid=5");
-  form->TxtFilter.Type(surname);
-  EXPECT_FALSE(form->LvwSuppliers.At(form->LvwSuppliers.Find("ID5")).hidden);
-  form->TxtFilter.Type("nobody is called so");
-  EXPECT_EQ(form->LvwSuppliers.NoMatchText, "No Dealer matches");
-  form->TxtFilter.Type("");
-  // The first press acts after a supplier was chosen.
-  Choose("Aldermoor Print Finishing Ltd");
+TEST_F(NothingLostTest, TheFirstPressActsAfterASupplierWasChosen) {
   Choose("Saxonholt Dental Systems Ltd");
   desktop.answers = {Answer::Yes};
   form->LvwSuppliers.KeyUp(Key::Delete);
   EXPECT_EQ(Ask("SELECT COUNT(*) FROM suppliers WHERE ID=3"), "0");
   form->menus.MnuAdd.Choose();
   EXPECT_GE(form->LvwSuppliers.Find("ID0"), 0);
-  Type(Name(), "Newcomer");
-  EXPECT_EQ(form->Caption(), "Tarvolinex - Newcomer");
 }
 
 }  // namespace tarvolinex
