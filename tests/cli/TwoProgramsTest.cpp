@@ -1,9 +1,4 @@
 // Programs that start, write and are killed beside each other, in a folder with an awkward name.
-#include <fcntl.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <random>
@@ -16,39 +11,21 @@ namespace tarvolinex {
 
 class TwoProgramsTest : public ::testing::Test {
  protected:
-  struct Running {
-    pid_t process;
-    std::string output;
-  };
-  Running Start(const std::string& app, std::vector<std::string> words) {
-    const std::string output = folder.Path() + "/output" + std::to_string(++started_);
-    words.insert(words.begin(), {"tarvolinex", "--app-folder", app});
-    const pid_t process = fork();
-    if (process == 0) {
-      const int file = open(output.c_str(), O_CREAT | O_WRONLY, 0600), nothing = open("/dev/null", O_RDONLY);
-      dup2(nothing, 0);
-      dup2(file, 1);
-      dup2(file, 2);
-      std::vector<char*> given;
-      for (std::string& word : words) given.push_back(word.data());
-      given.push_back(nullptr);
-      execv(PROGRAM, given.data());
-      _exit(127);
-    }
-    return {process, output};
-  }
-  // What it said, when it ended as it should.
-  static std::string Finish(const Running& running) {
-    int status = 0;
-    waitpid(running.process, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << ReadFile(running.output);
-    return ReadFile(running.output);
-  }
   std::string Folder(const std::string& name) { return folder.Path() + "/" + name; }
+  // The words of a command with its app folder; what it says goes to a file of this name.
+  std::string Program(const std::string& app, const std::string& words, const std::string& output) {
+    return PROGRAM " --app-folder '" + Folder(app) + "' " + words + " >'" + Folder(output) + "' 2>&1";
+  }
+  // Runs them all at once; each has to end well.
+  static void RunBeside(const std::vector<std::string>& programs) {
+    std::string all, ends;
+    for (const std::string& program : programs) {
+      all += program + " & p" + std::to_string(ends.size()) + "=$!; ";
+      ends += "wait $p" + std::to_string(ends.size()) + " && ";
+    }
+    EXPECT_EQ(std::system((all + ends + "true").c_str()), 0) << all;
+  }
   TemporaryFolder folder;
-
- private:
-  int started_ = 0;
 };
 
 TEST_F(TwoProgramsTest, AFirstStartThatWasCutOffIsMadeGoodByTwoAtOnce) {
@@ -56,22 +33,19 @@ TEST_F(TwoProgramsTest, AFirstStartThatWasCutOffIsMadeGoodByTwoAtOnce) {
   const std::string awkward = "Büro & Łódź 100% " + std::string(180, 'x');
   std::mt19937 random(20261125);
   const auto begin = std::chrono::steady_clock::now();
-  Finish(Start(Folder(awkward), {"suppliers"}));
-  const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin);
-  std::uniform_int_distribution<long> moment(whole.count() / 4, whole.count());
+  RunBeside({Program(awkward, "suppliers", "list")});
+  const double whole = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  std::uniform_real_distribution<double> moment(whole / 4, whole);
   int cutOff = 0;
   for (int kill = 0; kill < kKills && !HasFailure(); ++kill) {
-    const std::string app = Folder(awkward + std::to_string(kill));
-    const Running first = Start(app, {"suppliers"});
-    usleep(static_cast<useconds_t>(moment(random)));
-    ::kill(first.process, SIGKILL);
-    waitpid(first.process, nullptr, 0);
+    const std::string name = awkward + std::to_string(kill), app = Folder(name);
+    std::system(
+        ("timeout -s KILL " + std::to_string(moment(random)) + " " + Program(name, "suppliers", "killed")).c_str());
     const bool done = FileExists(app + "/Tarvolinex.mdb") && !FileExists(app + "/Database.zip");
     cutOff += FolderExists(app) && !done;
-
-    const Running one = Start(app, {"suppliers"}), other = Start(app, {"suppliers"});
-    for (const Running& running : {one, other}) {
-      const std::string list = Finish(running);
+    RunBeside({Program(name, "suppliers", "one"), Program(name, "suppliers", "other")});
+    for (const char* said : {"one", "other"}) {
+      const std::string list = ReadFile(Folder(said));
       EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), 13) << list;
     }
     EXPECT_TRUE(FileExists(app + "/Database.Bak") && !FileExists(app + "/Database.zip"));
@@ -81,14 +55,13 @@ TEST_F(TwoProgramsTest, AFirstStartThatWasCutOffIsMadeGoodByTwoAtOnce) {
 }
 
 TEST_F(TwoProgramsTest, PackagesThatAreMadeAtOnceHoldTheirOwnSupplier) {
-  const std::string app = Folder("app");
-  Finish(Start(app, {"suppliers"}));
+  RunBeside({Program("app", "suppliers", "list")});
   for (int round = 0; round < 3; ++round) {
-    std::vector<Running> running;
-    for (const char* id : {"1", "2", "3"}) {
-      running.push_back(Start(app, {"--yes", "package", "--supplier", id, "--output", Folder(id) + ".zip"}));
+    std::vector<std::string> programs;
+    for (const std::string id : {"1", "2", "3"}) {
+      programs.push_back(Program("app", "--yes package --supplier " + id + " --output " + Folder(id) + ".zip", id));
     }
-    for (const Running& program : running) Finish(program);
+    RunBeside(programs);
     for (int id = 1; id <= 3; ++id) {
       ZipComponent zip;
       zip.ZipFileName = Folder(std::to_string(id)) + ".zip";

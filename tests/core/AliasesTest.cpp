@@ -19,46 +19,39 @@ TEST_F(AliasesTest, PlaceholdersAreReplacedInTheTablesOrder) {
 }
 
 TEST(Tags, ValuesAreFoundWithoutRegardToCaseOfTheKey) {
-  EXPECT_EQ(GetTagValue("RS=SUPPLIER;FIELDNAME=Yield0", "fieldname"), "Yield0");
-  EXPECT_EQ(GetTagValue("A= x =y;A=z", "a"), "x");
-  EXPECT_EQ(GetTagValue("A;B=1", "A"), "");
-  EXPECT_EQ(GetTagValue("A=1; B=2", "B"), "");  // keys are not trimmed
-  EXPECT_EQ(GetTagValue("", "A"), "");
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"RS=SUPPLIER;FIELDNAME=Yield0", "fieldname", "Yield0"},
+      {"A= x =y;A=z", "a", "x"},
+      {"A;B=1", "A", ""},
+      {"A=1; B=2", "B", ""} /* keys are not trimmed */,
+      {"", "A", ""}};
+  for (const auto& [tag, key, value] : cases) EXPECT_EQ(GetTagValue(tag, key), value) << tag;
 }
 
 TEST_F(AliasesTest, CaptionsFollowTheTags) {
-  CalculatorPreferences.CurrencySymbol = "$";
-  form->menus.MnuRemove.SetTag("ALAIS=R&emove <SUPPLIER>");
-  form->quote.FraQuote.SetTag("ALAIS=");
-  form->quote.FraQuote.SetCaption("Lease (£)");
-  form->ApplyCaptions();
-  EXPECT_EQ(form->menus.MnuRemove.Caption(), "R&emove Dealer");
-  EXPECT_EQ(form->quote.LblProCalc(kBoxCapitalCost).Caption(), "Equipment &Cost ($)");
-  EXPECT_EQ(form->quote.FraQuote.Caption(), "Lease ($)");
-  EXPECT_EQ(form->Toolbar1.Buttons()[0].toolTip, "Add Dealer");
-  EXPECT_EQ(form->TabMain.Tabs()[kTabDetails].caption, "Dealer &Detail");
-  const auto& modes = form->quote.CboProCalc(kListDepositMode);
-  EXPECT_EQ(modes.Items()[0].text, "Value ($)");
-  EXPECT_EQ(modes.Items()[1].text, "% of Equipment Cost");
-  EXPECT_EQ(modes.Items()[2].data, 2);
-  EXPECT_EQ(modes.ListIndex(), 0);
-  EXPECT_EQ(form->quote.CboProCalc(kListResidualMode).Items().size(), 2U);
-}
-
-TEST_F(AliasesTest, AnAmpersandOfAWordIsNoAccessKey) {
-  CalculatorPreferences.AliasSupplier = "A&B";
-  CalculatorPreferences.AliasCapEquip = "P&L";
-  CalculatorPreferences.CurrencySymbol = "&";
-  EXPECT_EQ(run.ReplaceAliases("R&emove <SUPPLIER>"), "R&emove A&B");
-  form->menus.MnuRemove.SetTag("ALAIS=R&emove <SUPPLIER>");
-  form->quote.FraQuote.SetCaption("Lease (£)");
-  form->ApplyCaptions();
-  EXPECT_EQ(form->menus.MnuRemove.Caption(), "R&emove A&&B");
-  EXPECT_EQ(form->quote.LblProCalc(kBoxCapitalCost).Caption(), "P&&L &Cost (&&)");
-  EXPECT_EQ(form->quote.FraQuote.Caption(), "Lease (&&)");
-  EXPECT_EQ(form->TabMain.Tabs()[kTabDetails].caption, "A&&B &Detail");
-  EXPECT_EQ(form->quote.CboProCalc(kListDepositMode).Items()[1].text, "% of P&L Cost");
-  EXPECT_EQ(form->Toolbar1.Buttons()[0].toolTip, "Add A&B");
+  struct Case {
+    const char *supplier, *cost, *symbol, *captions, *texts;  // an ampersand of a word is no access key
+  };
+  for (const Case& c : {Case{"Dealer", "Equipment", "$", "R&emove Dealer|Equipment &Cost ($)|Lease ($)|Dealer &Detail",
+                             "Add Dealer|% of Equipment Cost|Value ($)"},
+                        Case{"A&B", "P&L", "&", "R&emove A&&B|P&&L &Cost (&&)|Lease (&&)|A&&B &Detail",
+                             "Add A&B|% of P&L Cost|Value (&)"}}) {
+    CalculatorPreferences.AliasSupplier = c.supplier;
+    CalculatorPreferences.AliasCapEquip = c.cost;
+    CalculatorPreferences.CurrencySymbol = c.symbol;
+    form->menus.MnuRemove.SetTag("ALAIS=R&emove <SUPPLIER>");
+    form->quote.FraQuote.SetTag("ALAIS=");
+    form->quote.FraQuote.SetCaption("Lease (£)");
+    form->ApplyCaptions();
+    EXPECT_EQ(form->menus.MnuRemove.Caption() + "|" + form->quote.LblProCalc(kBoxCapitalCost).Caption() + "|" +
+                  form->quote.FraQuote.Caption() + "|" + form->TabMain.Tabs()[kTabDetails].caption,
+              c.captions);
+    const ComboBox& modes = form->quote.CboProCalc(kListDepositMode);
+    EXPECT_EQ(form->Toolbar1.Buttons()[0].toolTip + "|" + modes.Items()[1].text + "|" + modes.Items()[0].text, c.texts);
+    EXPECT_EQ(modes.Items()[2].data, 2);
+    EXPECT_EQ(modes.ListIndex(), 0);
+    EXPECT_EQ(form->quote.CboProCalc(kListResidualMode).Items().size(), 2U);
+  }
 }
 
 }  // namespace tarvolinex

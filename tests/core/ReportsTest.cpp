@@ -9,17 +9,15 @@ namespace tarvolinex {
 using ReportsTest = WindowTest;
 
 TEST_F(ReportsTest, AnErrorResetsTheStatusAndAFatalOneEndsTheProgram) {
+  const auto status = [this] { return form->TxtStatus.Text() + ", " + std::to_string(form->ProgressBar1.Value()); };
   run.SetStatus(false, "Setting Database", 40);
-  EXPECT_EQ(form->TxtStatus.Text(), "Setting Database");
-  EXPECT_EQ(form->ProgressBar1.Value(), 40);
+  EXPECT_EQ(status(), "Setting Database, 40");
   EXPECT_TRUE(desktop.busy);
   run.ShowError("Saving failed");
   EXPECT_EQ(desktop.boxes.at(0).title, "Error");
-  EXPECT_EQ(desktop.boxes.at(0).icon, BoxIcon::Critical);
-  EXPECT_EQ(form->TxtStatus.Text(), "");
-  EXPECT_EQ(form->ProgressBar1.Value(), 0);
-  EXPECT_FALSE(desktop.busy);
-  EXPECT_TRUE(ErrorShown);
+  EXPECT_EQ(desktop.boxes[0].icon, BoxIcon::Critical);
+  EXPECT_EQ(status(), ", 0");
+  EXPECT_TRUE(ErrorShown && !desktop.busy);
   EXPECT_THROW(run.ShowError("Fatal", true), ProgramEnded);
 }
 

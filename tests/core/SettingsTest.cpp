@@ -15,16 +15,15 @@ TEST_F(SettingsTest, TheWebServerIsTheFilesEvenWhenBlank) {
   EXPECT_GE(made.size(), 6U);
   LoadWebSettings(run);
   EXPECT_EQ(CustomerReference, made);
-  folder.File("Tarvolinex.ini", "[OTHER]\r\nx=1\r\n");
-  LoadWebSettings(run);
-  EXPECT_EQ(WebServer, "");
-  folder.File("Tarvolinex.ini", "[WEB]\r\nwww=calc.example/a\r\nref=42\r\n");
-  LoadWebSettings(run);
-  EXPECT_EQ(WebServer, "calc.example/a");
-  EXPECT_EQ(CustomerReference, "42");
-  folder.File("Tarvolinex.ini", "[WEB]\r\nref=12345678901234567890123\r\n");
-  LoadWebSettings(run);
-  EXPECT_EQ(CustomerReference, "12345678901234567890123");
+  for (const auto& [file, server, reference] :
+       {std::tuple{"[OTHER]\r\nx=1\r\n", "", ""},
+        std::tuple{"[WEB]\r\nwww=calc.example/a\r\nref=42\r\n", "calc.example/a", "42"},
+        std::tuple{"[WEB]\r\nref=12345678901234567890123\r\n", "", "12345678901234567890123"}}) {
+    folder.File("Tarvolinex.ini", file);
+    LoadWebSettings(run);
+    EXPECT_EQ(WebServer, server);
+    EXPECT_TRUE(CustomerReference == reference || !*reference);
+  }
 }
 
 TEST_F(SettingsTest, OptionsFillTheWindow) {
