@@ -97,7 +97,8 @@ TEST_F(StartUpTest, AStepOfTheWindowsLoadThatFailsIsPassedOver) {
 TEST_F(StartUpTest, ASecondProgramOnTheFolderIsRefused) {
   const FolderLock first(options.appFolder);
   const auto before = ListFiles(options.appFolder + "\\*.*");
-  const Process second("QT_QPA_PLATFORM=offscreen " PROGRAM " --app-folder " + options.appFolder + " 2>&1 | grep --line-buffered ^tarvolinex");
+  const Process second("QT_QPA_PLATFORM=offscreen " PROGRAM " --app-folder " + options.appFolder +
+                       " 2>&1 | grep --line-buffered ^tarvolinex");
   EXPECT_EQ(second.FirstLine(), "tarvolinex: Another running Tarvolinex uses the folder " + options.appFolder);
   EXPECT_EQ(ListFiles(options.appFolder + "\\*.*"), before);
   EXPECT_FALSE(FolderExists(options.appFolder + "\\calculator"));

@@ -1,210 +1,235 @@
+#include "ui/main/QuotePanel.h"
 
-#include "core/Aliases.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
 
-// A supplier with 10 % yield and 2 % commission in every band, everything offered.
-class QuotePanelTest : public WindowTest {
+// The panel alone, for a supplier with 10 % yield and 2 % commission in every band.
+class QuotePanelTest : public ProgramTest {
  protected:
   QuotePanelTest() {
+    CalculatorPreferences.CurrencySymbol = "£";
+    CalculatorPreferences.AliasCapEquip = "Equipment";
+    CalculatorPreferences.AliasDeposit = "Deposit";
     SupplierCalcSettings.Yield.fill(10);
     SupplierCalcSettings.Com.fill(2);
     SupplierCalcSettings.AdditionalPremiumYield = 1;
-    form->ApplyCaptions();
-    form->quote.SetDefaults();
-    form->quote.CboProCalc(kListTerm).Choose(2);
+    run.Line.note = [this](std::string_view text) { note = text; };
+    ApplyCaptions(window, run.OwnWords());
+    quote.ListUnits();
+    quote.SetDefaults();
+    quote.CboProCalc(kListTerm).Choose(2);
   }
-  std::string Result(int result) { return form->quote.LblResult(result).Caption(); }
+  TextBox& Box(int box) { return quote.TxtProCalc(box); }
+  void Type(int box, const std::string& text) {
+    Box(box).SetFocus();
+    Box(box).Type(text);
+  }
+  // What these boxes show.
+  std::string Boxes(const std::vector<int>& boxes) {
+    std::string all;
+    for (const int box : boxes) all += (all.empty() ? "" : " ") + Box(box).Text();
+    return all;
+  }
+  std::string Result(int result) { return quote.LblResult(result).Caption(); }
+  Window window{"FrmMain"};
+  ShownSupplier shown;
+  QuotePanel quote{window, run, shown};
+  std::string note;  // of the status line
 };
 
 TEST_F(QuotePanelTest, EveryKeystrokeShowsTheQuote) {
-  Box(kBoxCapitalCost).SetFocus();
-  for (const char* typed : {"1", "10", "100", "1000", "10000"}) Box(kBoxCapitalCost).Type(typed);
-  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "10000");
-  EXPECT_EQ(Box(kBoxPayment).Text(), "329.13");
-  EXPECT_EQ(Box(kBoxYield).Text(), "10.00");
-  EXPECT_EQ(Box(kBoxCommission).Text(), "200.00");
-  EXPECT_EQ(Result(kResultPayment), "329.13");
-  EXPECT_EQ(Result(kResultNetCapital), "10000.00");
+  for (const char* typed : {"1", "10", "100", "1000", "10000"}) Type(kBoxCapitalCost, typed);
+  EXPECT_EQ(Boxes({kBoxCapitalCost, kBoxPayment, kBoxYield, kBoxCommission}), "10000 329.13 10.00 200.00");
+  EXPECT_EQ(Result(kResultPayment) + " " + Result(kResultNetCapital), "329.13 10000.00");
   Box(kBoxCapitalCost).Type("12,345.67");
   EXPECT_EQ(Result(kResultCapitalCost), "12345.67");
 }
 
 TEST_F(QuotePanelTest, TermAndIntervalGiveTheNumberOfPayments) {
-  EXPECT_EQ(Box(kBoxPayments).Text(), "36");
-  form->quote.CboProCalc(kListInterval).Choose(1);
-  EXPECT_EQ(Box(kBoxPayments).Text(), "12");
-  EXPECT_EQ(form->quote.LblUnit(kBoxPayments).Caption(), "Quarters");
-  EXPECT_EQ(form->quote.LblResultName(kResultPayment).Caption(), "Net Quarterly Payment (£)");
-  Type(Box(kBoxPayments), "8");
-  EXPECT_EQ(form->quote.CboProCalc(kListTerm).ListIndex(), 1);
-  EXPECT_EQ(Box(kBoxPayments).Text(), "8");
+  const auto term = [&] {
+    return Box(kBoxPayments).Text() + ", " + std::to_string(quote.CboProCalc(kListTerm).ListIndex());
+  };
+  EXPECT_EQ(term(), "36, 2");
+  quote.CboProCalc(kListInterval).Choose(1);
+  EXPECT_EQ(term() + quote.LblUnit(kBoxPayments).Caption(), "12, 2Quarters");
+  EXPECT_EQ(quote.LblResultName(kResultPayment).Caption(), "Net Quarterly Payment (£)");
+  Type(kBoxPayments, "8");
+  EXPECT_EQ(term(), "8, 1");
   Box(kBoxPayments).Type("9");
-  EXPECT_EQ(form->quote.CboProCalc(kListTerm).ListIndex(), 1);
-  form->quote.CboProCalc(kListTerm).Choose(1);  // which it shows already
-  EXPECT_EQ(Box(kBoxPayments).Text(), "8");
-  Type(Box(kBoxDeposit), "250");
-  form->quote.CboProCalc(kListDepositMode).Choose(0);
+  EXPECT_EQ(term(), "9, 1");
+  quote.CboProCalc(kListTerm).Choose(1);  // which it shows already
+  EXPECT_EQ(term(), "8, 1");
+  Type(kBoxDeposit, "250");
+  quote.CboProCalc(kListDepositMode).Choose(0);
   EXPECT_EQ(Box(kBoxDeposit).Text(), "250");
 }
 
 TEST_F(QuotePanelTest, WhatABoxMayNotHoldIsMarkedAtOnceAndNamedWhenItIsLeft) {
-  Type(Box(kBoxCapitalCost), "£10,000");
+  Type(kBoxCapitalCost, "£10,000");
   EXPECT_EQ(Result(kResultNetCapital), "10000.00");
-  Type(Box(kBoxDeposit), "500");
-  form->LeaveField();
-  form->quote.UpDNew(kBoxPayments).StepBy(true);  // another box's arrows leave the cursor here
+  Type(kBoxDeposit, "500");
+  window.LeaveField();
+  quote.UpDNew(kBoxPayments).StepBy(true);  // another box's arrows leave the cursor here
   Box(kBoxDeposit).Type("10%");
   EXPECT_EQ(Box(kBoxDeposit).Fault(), "Deposit: 10% goes with \"% of Equipment Cost\" beside the box");
-  Type(Box(kBoxPayments), "70000");
+  Type(kBoxPayments, "70000");
   EXPECT_EQ(Box(kBoxDeposit).Text() + Result(kResultDeposit) + Box(kBoxDeposit).Fault(), "500.00500.00");
-  EXPECT_EQ(form->TxtStatus.Text(), "Deposit: 10% goes with \"% of Equipment Cost\" beside the box. It is 500.00 now.");
-  form->TabMain.Choose(kTabDetails);
-  EXPECT_EQ(Box(kBoxPayments).Text() + " " + std::to_string(form->quote.Quote.NumberOfPayments), "1000 1000");
-  EXPECT_EQ(form->TxtStatus.Text(), "Number of Payments: 70000 is more than 1000. It is 1000 now.");
+  EXPECT_EQ(note, "Deposit: 10% goes with \"% of Equipment Cost\" beside the box. It is 500.00 now.");
+  window.LeaveField();
+  EXPECT_EQ(Box(kBoxPayments).Text() + " " + std::to_string(quote.Quote.NumberOfPayments), "1000 1000");
+  EXPECT_EQ(note, "Number of Payments: 70000 is more than 1000. It is 1000 now.");
 }
 
 TEST_F(QuotePanelTest, ResultsSayWhatPricedThemAndWhyNoCostGivesAPayment) {
   SupplierCalcSettings.RangeEquipFROM[3] = Currency::FromUnits(5'000'0000);
   SupplierCalcSettings.AdditionalPremiumMin = Currency::FromUnits(3'000'0000);
-  const auto priced = [&] { return form->quote.LblPriced.Caption(); };
+  const auto priced = [&] { return quote.LblPriced.Caption(); };
   EXPECT_EQ(priced(), "Nothing is priced yet");
-  form->quote.ChkPremium.SetValue(true);
-  Type(Box(kBoxCapitalCost), "3000");
+  quote.ChkPremium.SetValue(true);
+  Type(kBoxCapitalCost, "3000");
   EXPECT_EQ(priced(),
             "Priced by band 5 (up to 5,000.00): yield 10.00 %, commission 2.00 %\n"
             "Premium off: it is for more than 3,000.00");
-  EXPECT_EQ(form->quote.LvwBands.At(4).cells,
-            (std::vector<std::string>{"", "5,000.00", "10.00", "2.00", "this quote"}));
+  EXPECT_EQ(quote.LvwBands.At(4).cells, (std::vector<std::string>{"", "5,000.00", "10.00", "2.00", "this quote"}));
   // 3,000.00 costs 98.74 at 10 %; a penny more has the premium's 11 %.
-  Type(Box(kBoxPayment), "99.50");
-  EXPECT_EQ(form->quote.LblNearest.Caption(),
+  Type(kBoxPayment, "99.50");
+  EXPECT_EQ(quote.LblNearest.Caption(),
             "No capital cost gives 99.50, because the rate changes there. Nearest are 98.74, for 3,000.00, and 100.18, "
             "for 3,000.01.");
   Box(kBoxPayment).Type("98.00");
-  EXPECT_EQ(form->quote.LblNearest.Caption(), "");
-  Type(Box(kBoxCapitalCost), "10000");
-  form->quote.ckCapLock.SetValue(true);
-  Type(Box(kBoxPayment), "300");
+  EXPECT_EQ(quote.LblNearest.Caption(), "");
+  Type(kBoxCapitalCost, "10000");
+  quote.ckCapLock.SetValue(true);
+  Type(kBoxPayment, "300");
   EXPECT_TRUE(priced().ends_with("\nThe commission is below 0"));
-  EXPECT_NE(form->quote.LblResult(kResultCommission).ForeColour(), kSystemWindowText);
+  EXPECT_NE(quote.LblResult(kResultCommission).ForeColour(), kSystemWindowText);
   EXPECT_FALSE(Box(kBoxCommission).Fault().empty());
 }
 
 TEST_F(QuotePanelTest, APaymentFindsTheCapitalCostOrTheCommission) {
-  Type(Box(kBoxCapitalCost), "5000");
-  Type(Box(kBoxPayment), "329.13");
-  EXPECT_EQ(Result(kResultPayment), "329.13");
-  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "10000.14");
-  Type(Box(kBoxCapitalCost), "10000");
-  form->quote.ckCapLock.SetValue(true);
+  EXPECT_FALSE(quote.ckCapLock.Enabled());
+  quote.ckCapLock.SetEnabled(true);
+  quote.ckCapLock.SetValue(true);
+  Type(kBoxPayment, "329.13");  // a lock without a cost goes off
+  EXPECT_EQ(window.ActiveControl(), &Box(kBoxPayment));
+  EXPECT_EQ(Boxes({kBoxPayment, kBoxCapitalCost}) + " " + Result(kResultPayment), "329.13 10000.14 329.13");
+  Type(kBoxCapitalCost, "10000");
+  quote.ckCapLock.SetValue(true);
   EXPECT_TRUE(Box(kBoxCapitalCost).Locked());
-  Type(Box(kBoxPayment), "340");
-  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "10000.00");
+  Type(kBoxPayment, "340");
+  EXPECT_EQ(Boxes({kBoxCapitalCost, kBoxCommission}), "10000.00 537.02");
+  window.LeaveField();
   EXPECT_EQ(Box(kBoxCommission).Text(), "537.02");
-  form->LeaveField();
-  EXPECT_EQ(Box(kBoxCommission).Text(), "537.02");
-  form->quote.ckCapLock.SetValue(false);
-  EXPECT_EQ(form->ActiveControl(), &Box(kBoxCapitalCost));
+  quote.ckCapLock.SetValue(false);
+  EXPECT_EQ(window.ActiveControl(), &Box(kBoxCapitalCost));
   EXPECT_EQ(Box(kBoxCommission).Text(), "200.00");
 }
 
 TEST_F(QuotePanelTest, YieldAndCommissionAreTakenAsTyped) {
-  Type(Box(kBoxCapitalCost), "10000");
-  Type(Box(kBoxYield), "12.5abc");
-  EXPECT_EQ(Result(kResultYield), "12.50");
-  EXPECT_EQ(Box(kBoxYield).Text(), "12.5abc");
-  Type(Box(kBoxCommission), "500");
-  EXPECT_EQ(Box(kBoxYield).Text(), "12.50");
-  EXPECT_EQ(Box(kBoxCommissionPercent).Text(), "5.00");
-  Type(Box(kBoxCommissionPercent), "1");
+  Type(kBoxCapitalCost, "10000");
+  Type(kBoxYield, "12.5abc");
+  EXPECT_EQ(Result(kResultYield) + " " + Box(kBoxYield).Text(), "12.50 12.5abc");
+  Type(kBoxCommission, "500");
+  EXPECT_EQ(Boxes({kBoxYield, kBoxCommissionPercent}), "12.50 5.00");
+  Type(kBoxCommissionPercent, "1");
   EXPECT_EQ(Box(kBoxCommission).Text(), "100.00");
+  quote.CboProCalc(kListDepositMode).Choose(2);
+  Type(kBoxDeposit, "3");
+  quote.ckCapLock.SetValue(true);
+  Type(kBoxCommissionPercent, "8");  // with payments in advance the payment decides
+  window.LeaveField();
+  EXPECT_EQ(Box(kBoxCommissionPercent).Text(), Result(kResultCommissionPercent));
 }
 
 TEST_F(QuotePanelTest, ARateWithMoreDigitsThanItsBoxStaysExact) {
   SupplierCalcSettings.Yield.fill(9.125F);
-  Type(Box(kBoxCapitalCost), "250000");
+  Type(kBoxCapitalCost, "250000");
   EXPECT_EQ(Box(kBoxYield).Text(), "9.13");
-  const Currency payment = form->quote.Quote.Payment;
-  Type(Box(kBoxCommission), "5000.00");
-  EXPECT_EQ(form->quote.Quote.Payment, payment);
-  Type(Box(kBoxYield), "9.130");
-  EXPECT_EQ(form->quote.Quote.Yield, 9.13F);
+  const Currency payment = quote.Quote.Payment;
+  Type(kBoxCommission, "5000.00");
+  EXPECT_EQ(quote.Quote.Payment, payment);
+  Type(kBoxYield, "9.130");
+  EXPECT_EQ(quote.Quote.Yield, 9.13F);
 }
 
 TEST_F(QuotePanelTest, DepositAndResidualKeepTheirUnit) {
-  Type(Box(kBoxCapitalCost), "10000");
-  form->quote.CboProCalc(kListDepositMode).Choose(1);
-  EXPECT_EQ(form->quote.LblUnit(kBoxDeposit).Caption(), "%");
-  Type(Box(kBoxDeposit), "10");
-  Type(Box(kBoxMaintenance), "5");
-  EXPECT_EQ(Box(kBoxDeposit).Text(), "10.00");
-  EXPECT_EQ(Result(kResultDeposit), "1000.00");
-  form->quote.CboProCalc(kListDepositMode).Choose(2);
-  EXPECT_EQ(Box(kBoxDeposit).Text(), "0");
-  EXPECT_EQ(form->quote.LblUnit(kBoxDeposit).Caption(), "");
-  Type(Box(kBoxDeposit), "3");
-  EXPECT_EQ(form->quote.Quote.AdvancedPayments, 3);
-  EXPECT_EQ(form->quote.Quote.DepositValue.ToText(), "963.8578");
-  form->quote.CboProCalc(kListResidualMode).Choose(1);
-  Type(Box(kBoxResidual), "20");
-  Type(Box(kBoxCapitalCost), "");
+  const auto deposit = [&] { return Box(kBoxDeposit).Text() + quote.LblUnit(kBoxDeposit).Caption(); };
+  Type(kBoxCapitalCost, "10000");
+  quote.CboProCalc(kListDepositMode).Choose(1);
+  Type(kBoxDeposit, "10");
+  Type(kBoxMaintenance, "5");
+  EXPECT_EQ(deposit() + " " + Result(kResultDeposit), "10.00% 1000.00");
+  quote.CboProCalc(kListDepositMode).Choose(2);
+  EXPECT_EQ(deposit(), "0");
+  Type(kBoxDeposit, "3");
+  EXPECT_EQ(quote.Quote.AdvancedPayments, 3);
+  EXPECT_EQ(quote.Quote.DepositValue.ToText(), "963.8578");
+  quote.CboProCalc(kListResidualMode).Choose(1);
+  Type(kBoxResidual, "20");
+  Type(kBoxCapitalCost, "");
   EXPECT_EQ(Box(kBoxResidual).Text(), "20.00");
   Box(kBoxCapitalCost).Type("10000");
   EXPECT_EQ(Result(kResultResidual), "2000.00");
 }
 
 TEST_F(QuotePanelTest, LeavingABoxFormatsItAndArrowsStepIt) {
-  Type(Box(kBoxCapitalCost), "1234.5");
-  form->LeaveField();
+  Type(kBoxCapitalCost, "1234.5");
+  window.LeaveField();
   EXPECT_EQ(Box(kBoxCapitalCost).Text(), "1234.50");
-  form->quote.UpDNew(kBoxCapitalCost).StepBy(true);
-  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "1334.50");
+  quote.UpDNew(kBoxCapitalCost).StepBy(true);
   Box(kBoxPayments).SetText("1");
-  form->quote.UpDNew(kBoxPayments).StepBy(false);
-  EXPECT_EQ(Box(kBoxPayments).Text(), "1");
-  Type(Box(kBoxYield), "250");
-  form->LeaveField();
-  EXPECT_EQ(Box(kBoxYield).Text(), "100.00");
+  quote.UpDNew(kBoxPayments).StepBy(false);
+  Type(kBoxYield, "250");
+  window.LeaveField();
+  EXPECT_EQ(Boxes({kBoxCapitalCost, kBoxPayments, kBoxYield}), "1334.50 1 100.00");
 }
 
-TEST_F(QuotePanelTest, ALockWithoutACostGoesOffAndTheTypedPaymentStays) {
-  EXPECT_FALSE(form->quote.ckCapLock.Enabled());
-  form->quote.ckCapLock.SetEnabled(true);
-  form->quote.ckCapLock.SetValue(true);
-  Type(Box(kBoxPayment), "329.13");
-  EXPECT_EQ(form->ActiveControl(), &Box(kBoxPayment));
-  EXPECT_EQ(Box(kBoxPayment).Text() + " " + Box(kBoxCapitalCost).Text(), "329.13 10000.14");
+TEST_F(QuotePanelTest, WhatASupplierDoesNotOfferIsLockedAndSaysWhy) {
+  CalculatorPreferences.AliasSupplier = "Dealer";
+  CalculatorPreferences.AliasResidual = "Balloon";
+  CalculatorPreferences.AliasMaint = "Service";
+  SupplierCalcSettings.AdditionalPremium = SupplierCalcSettings.ResidualOption =
+      SupplierCalcSettings.MaintenanceOption = true;
+  quote.ApplySupplierOptions();
+  quote.ChkPremium.SetValue(true);
+  Box(kBoxResidual).SetText("500");
+  EXPECT_TRUE(quote.ChkPremium.Enabled());
+  SupplierCalcSettings = {};
+  quote.ApplySupplierOptions();
+  EXPECT_FALSE(quote.ChkPremium.Enabled() || quote.ChkPremium.Value());
+  EXPECT_EQ(quote.ChkPremium.ToolTip(), "Additional Rate Premium disabled for this Dealer");
+  EXPECT_EQ(quote.LblPremium.Caption(), "Additional Rate Premium");
+  EXPECT_TRUE(Box(kBoxResidual).Locked() && Box(kBoxMaintenance).Locked());
+  EXPECT_TRUE(quote.CboProCalc(kListResidualMode).Locked());
+  EXPECT_EQ(Box(kBoxResidual).Text(), "0");
+  EXPECT_EQ(Box(kBoxResidual).ToolTip(), "Balloon disabled for this Dealer");
+  EXPECT_EQ(Box(kBoxMaintenance).ToolTip(), "Service disabled for this Dealer");
 }
 
-TEST_F(QuotePanelTest, ABoxThatIsLeftShowsWhatTheCalculationTook) {
+using ChangedWordsTest = WindowTest;
+
+TEST_F(ChangedWordsTest, LeaveTheQuoteAndEverySymbolFollows) {
+  QuotePanel& quote = form->quote;
+  SupplierCalcSettings.Yield.fill(10);
+  form->ApplyCaptions();
+  quote.SetDefaults();
   Type(Box(kBoxCapitalCost), "10000");
-  form->quote.CboProCalc(kListDepositMode).Choose(2);
-  Type(Box(kBoxDeposit), "3");
-  form->quote.ckCapLock.SetValue(true);
-  Type(Box(kBoxCommissionPercent), "8");  // with payments in advance the payment decides
-  form->LeaveField();
-  EXPECT_EQ(Box(kBoxCommissionPercent).Text(), Result(kResultCommissionPercent));
-}
-
-TEST_F(QuotePanelTest, ChangedWordsLeaveTheQuoteAndEverySymbolFollows) {
-  Type(Box(kBoxCapitalCost), "10000");
-  form->quote.CboProCalc(kListDepositMode).Choose(1);
+  quote.CboProCalc(kListDepositMode).Choose(1);
   Type(Box(kBoxDeposit), "10");
-  form->quote.CboProCalc(kListInterval).Choose(1);
-  const std::string payment = Result(kResultPayment);
+  quote.CboProCalc(kListInterval).Choose(1);
+  const auto result = [&] { return quote.LblResult(kResultPayment).Caption(); };
+  const std::string payment = result();
   Box(kBoxMaintenance).SetToolTip("locked");
   CalculatorPreferences.AliasSupplier = "Vendor";
   for (const char* symbol : {"$", "", "EUR"}) {
     CalculatorPreferences.CurrencySymbol = symbol;
     form->UsePreferences();
   }
-  EXPECT_EQ(form->quote.CboProCalc(kListDepositMode).ListIndex(), 1);
-  EXPECT_EQ(Box(kBoxDeposit).Text() + form->quote.LblUnit(kBoxDeposit).Caption() + Result(kResultPayment),
-            "10%" + payment);
-  EXPECT_EQ(form->quote.LblResultName(kResultPayment).Caption(), "Net Quarterly Payment (EUR)");
-  EXPECT_EQ(form->quote.LblResultName(kResultCommission).Caption(), "Commission (EUR)");
+  EXPECT_EQ(quote.CboProCalc(kListDepositMode).ListIndex(), 1);
+  EXPECT_EQ(Box(kBoxDeposit).Text() + quote.LblUnit(kBoxDeposit).Caption() + result(), "10%" + payment);
+  EXPECT_EQ(quote.LblResultName(kResultPayment).Caption(), "Net Quarterly Payment (EUR)");
+  EXPECT_EQ(quote.LblResultName(kResultCommission).Caption(), "Commission (EUR)");
   EXPECT_EQ(form->rateCard.LblRateName(1).Caption(), "To (EUR)");
   EXPECT_EQ(Box(kBoxMaintenance).ToolTip(), "Service disabled for this Vendor");
 }
