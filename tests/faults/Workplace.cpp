@@ -53,31 +53,18 @@ std::string Workplace::Words() const {
   return ReadFile(root_.Path() + "/words");
 }
 
-bool IsUnfinished(const std::string& name) {
-  return name.starts_with(kUnfinished) || name.ends_with("-journal") || name.ends_with(".tmp");
-}
-
 std::map<std::string, std::string> Workplace::Files() const {
   std::map<std::string, std::string> files;
   for (const auto& entry : fs::recursive_directory_iterator(Work())) {
-    const std::string name = entry.path().filename().string();
-    if (!entry.is_regular_file() || IsUnfinished(name)) continue;
-    files[entry.path().string().substr(Work().size() + 1)] =
-        name.ends_with(".mdb") ? "" : ReadFile(entry.path().string());
+    if (!entry.is_regular_file()) continue;
+    const std::string path = entry.path().string();
+    files[path.substr(Work().size() + 1)] = path.ends_with(".mdb") ? "" : ReadFile(path);
   }
   return files;
 }
 
-std::vector<std::string> Workplace::Unfinished() const {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::recursive_directory_iterator(Work())) {
-    const std::string path = entry.path().string();
-    if (!IsUnfinished(entry.path().filename().string())) continue;
-    // A journal without its mark holds nothing to undo; it goes with the next change of its database.
-    const bool idle = path.ends_with(".mdb-journal") && !ReadFile(path).starts_with('\xD9');
-    if (!idle) names.push_back(path);
-  }
-  return names;
+bool IsUnfinished(const std::string& path) {
+  return FileNameOf(path).starts_with(kUnfinished) || path.ends_with("-journal") || path.ends_with(".tmp");
 }
 
 std::string Workplace::Business(const std::string& dataFolder, bool withAddresses) {
@@ -94,15 +81,12 @@ std::string Workplace::Business(const std::string& dataFolder, bool withAddresse
     for (const char* rows :
          {"SELECT * FROM suppliers ORDER BY ID", "SELECT * FROM DefaultSupplier", "SELECT * FROM Forms ORDER BY ID",
           "SELECT FormId, SupplierId FROM SupplierFormLink ORDER BY SupplierId, FormId",
-          "SELECT ID, Supplierid, firstname, surname, jobtitle, tel, fax, email, length(DateLastSent) > 0 FROM "
-          "contacts "
-          "ORDER BY ID"}) {
+          withAddresses ? "SELECT ID, email FROM contacts ORDER BY ID" : "SELECT ID FROM contacts",
+          "SELECT Supplierid, firstname, surname, jobtitle, tel, fax, length(DateLastSent) > 0 FROM contacts ORDER BY "
+          "ID"}) {
       Recordset records;
       for (records.Open(rows, connection); !records.EndOfFile(); records.MoveNext()) {
-        for (int column = 0; column < records.ColumnCount(); ++column) {
-          const bool address = records.ColumnName(column) == "email";
-          text += (address && !withAddresses ? "" : ValueText(records.Field(column))) + "|";
-        }
+        for (int i = 0; i < records.ColumnCount(); ++i) text += ValueText(records.Field(i)) + "|";
         text += "\n";
       }
     }

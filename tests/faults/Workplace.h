@@ -26,10 +26,8 @@ class Workplace {
   int Run(const std::function<int()>& job) const;
   std::string Words() const;
 
-  // By name below the watched folder; without the database and what stands beside a file for a while.
+  // By name below the watched folder; of a database nothing but its name.
   std::map<std::string, std::string> Files() const;
-  // What a killed program may leave and the next one takes away.
-  std::vector<std::string> Unfinished() const;
   // Everything that users have entered, a row a line; "damaged" in front when the database is not sound, empty when
   // there is none. A fresh database's contacts may have addresses of their own still.
   static std::string Business(const std::string& dataFolder, bool withAddresses = true);
@@ -38,7 +36,8 @@ class Workplace {
   TemporaryFolder root_{TemporaryFolder::Quick()};
 };
 
-// Whether the name is one that the program, the database or the packer uses for a file that it is writing.
-bool IsUnfinished(const std::string& name);
+// Whether the name is one that the program, the database or the packer uses for a file that it is writing: a killed
+// program may leave it, and the next one takes it away.
+bool IsUnfinished(const std::string& path);
 
 }  // namespace tarvolinex

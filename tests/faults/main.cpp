@@ -16,9 +16,9 @@
 
 #include "faults/Faults.h"
 #include "faults/Jobs.h"
-#include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/files/ZipComponent.h"
+#include "support/Failure.h"
 
 namespace tarvolinex {
 
@@ -32,14 +32,39 @@ int complaints = 0;
 class Trial {
  public:
   Trial(const Workplace& place, const Job& job) : place_(place), job_(job) {}
-  // What can be told before anything fails.
-  void Learn();
   long Moments(Fault fault) {
     place_.Restore();
     RunWatched(fault, 0);
     return MomentsSeen();
   }
-  void Try(Fault fault, const char* word, long moment);
+  // What can be told before anything fails.
+  void Learn() {
+    moment_ = "undisturbed";
+    place_.Restore();
+    before_ = place_.Files();
+    const std::string noted = place_.Work() + "/../business ";
+    Judge("it", [&] {
+      return job_.run([&](std::size_t done) {
+        *done_ = done;
+        WriteFile(noted + std::to_string(done), Business());
+      });
+    });
+    for (std::size_t done = 0; done <= *done_; ++done) business_.push_back(ReadFile(noted + std::to_string(done)));
+    after_ = place_.Files();
+    GoOn();
+    atLast_ = place_.Files();
+  }
+  void Try(Fault fault, const char* word, long moment) {
+    moment_ = std::string(word) + " at " + std::to_string(moment);
+    place_.Restore();
+    *done_ = 0;
+    const int status = RunWatched(fault, moment);
+    CheckBusiness(status);
+    if (!job_.day) CheckFiles(status);
+    CheckPackage();
+    GoOn();
+    CheckWhatIsLeft();
+  }
 
  private:
   void Complain(const std::string& about) {
@@ -54,12 +79,83 @@ class Trial {
   std::string Business() const {
     return Workplace::Business(job_.dataFolder.empty() ? place_.App() : job_.dataFolder, !job_.fresh);
   }
-  int RunWatched(Fault fault, long moment);
-  void CheckBusiness(int status);
-  void CheckFiles(int status);
-  void CheckPackage();
-  void GoOn();
-  void CheckWhatIsLeft();
+  int RunWatched(Fault fault, long moment) {
+    return place_.Run([&] {
+      WatchFolder(place_.Work(), fault, moment);
+      const int status = job_.run([&](std::size_t done) { *done_ = done; });
+      StopWatching();
+      return status;
+    });
+  }
+  void CheckBusiness(int status) {
+    const std::string business = Business();
+    const std::size_t done = *done_;
+    const bool isNext = status != 0 && done + 1 < business_.size() && business == business_[done + 1];
+    if (business != business_.at(done) && !isNext) {
+      Complain("the database is neither as before nor as after step " + std::to_string(done) + ": " + place_.Words());
+    }
+  }
+  void CheckFiles(int status) {
+    for (const auto& [name, content] : place_.Files()) {
+      // These tell how far the program is, who has got mail, and what was typed last.
+      const std::set<std::string> marks = {"app/Pages.INI", "app/Delivered.lst", "app/General.INI", "app/Sent.lst"};
+      // An old file that could not be deleted has been reported, and counts among those of its name.
+      const bool reported = status > 0 && name.starts_with("app/calculator/");
+      const bool varies = marks.contains(name) || reported || job_.varying.contains(name) || name.ends_with(".eml") ||
+                          IsUnfinished(name);
+      const auto is = [&, &name = name, &content = content](const std::map<std::string, std::string>& known) {
+        const auto found = known.find(name);
+        return found != known.end() && found->second == content;
+      };
+      if (!varies && !is(before_) && !is(after_)) Complain(name + " is neither the old nor the new one");
+    }
+    for (const auto& [name, content] : before_) {
+      const bool anew = name.starts_with("app/calculator/") || IsUnfinished(name);
+      if (!anew && after_.contains(name) && !FileExists(place_.Work() + "/" + name)) Complain(name + " is gone");
+    }
+  }
+  void CheckPackage() {
+    ZipComponent zip;
+    zip.ZipFileName = place_.Work() + "/" + job_.package;
+    zip.UnzipToFolder = place_.Work() + "/../unpacked";
+    if (job_.package.empty() || !FileExists(zip.ZipFileName)) return;
+    const RuntimeError failure = FailureOf([&] { zip.Unzip(); });
+    if (failure.Number() != 0) Complain(failure.Description());
+  }
+  // What follows a job that was cut off.
+  void GoOn() {
+    std::vector<std::pair<const char*, std::function<int()>>> steps = {
+        {"the next start", [&] { return StartAndCloseWindow(place_); }},
+        {"the next publish", [&] { return PublishAndCompare(place_); }}};
+    if (job_.day) {
+      const std::string out = place_.Work() + "/out";
+      for (const std::string& words : {"package --supplier 1 --output " + out + "/made.zip",
+                                       std::string("send --supplier 1 --contact 1 --as zip --subject A --message B")}) {
+        steps.emplace_back("the next morning", [&, words] { return RunProgram(place_, words); });
+      }
+    } else {
+      // A window would ask who the organisation is, and put that into the database.
+      steps.emplace(job_.fresh ? steps.begin() : steps.end(), "the job done once more",
+                    [&] { return job_.run([](std::size_t) {}); });
+    }
+    for (const auto& [name, step] : steps) Judge(name, step);
+  }
+  void CheckWhatIsLeft() {
+    for (const auto& [name, content] : place_.Files()) {
+      // A database that stands beside a package is kept, also when it has come from that package. A journal without its
+      // mark holds nothing to undo; it goes with the next change of its database.
+      const bool kept = name.ends_with(".eml") || name.find("Backup/Replaced") != std::string::npos ||
+                        (name.ends_with(".mdb-journal") && !content.starts_with('\xD9'));
+      if (!kept && (!atLast_.contains(name) || IsUnfinished(name))) Complain(name + " is left over");
+    }
+    if (job_.day) return;
+    for (const auto& [name, content] : atLast_) {
+      // The copy of a day that could not be made keeps nobody from working.
+      const bool optional = name.ends_with(".eml") || name.find("Backup/") != std::string::npos || IsUnfinished(name);
+      if (!FileExists(place_.Work() + "/" + name) && !optional) Complain(name + " is missing in the end");
+    }
+    if (Business() != business_.back()) Complain("the database is another in the end");
+  }
 
   const Workplace& place_;
   const Job& job_;
@@ -69,120 +165,6 @@ class Trial {
   std::size_t* const done_ = static_cast<std::size_t*>(
       mmap(nullptr, sizeof(std::size_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
 };
-
-int Trial::RunWatched(Fault fault, long moment) {
-  return place_.Run([&] {
-    WatchFolder(place_.Work(), fault, moment);
-    const int status = job_.run([&](std::size_t done) { *done_ = done; });
-    StopWatching();
-    return status;
-  });
-}
-
-// What follows a job that was cut off.
-void Trial::GoOn() {
-  std::vector<std::pair<const char*, std::function<int()>>> steps = {
-      {"the next start", [&] { return StartAndCloseWindow(place_); }},
-      {"the next publish", [&] { return PublishAndCompare(place_); }}};
-  if (job_.day) {
-    const std::string out = place_.Work() + "/out";
-    for (const std::string& words : {"package --supplier 1 --output " + out + "/made.zip",
-                                     std::string("send --supplier 1 --contact 1 --as zip --subject A --message B")}) {
-      steps.emplace_back("the next morning", [&, words] { return RunProgram(place_, words); });
-    }
-  } else {
-    // A window would ask who the organisation is, and put that into the database.
-    steps.emplace(job_.fresh ? steps.begin() : steps.end(), "the job done once more",
-                  [&] { return job_.run([](std::size_t) {}); });
-  }
-  for (const auto& [name, step] : steps) Judge(name, step);
-}
-
-void Trial::Learn() {
-  moment_ = "undisturbed";
-  place_.Restore();
-  before_ = place_.Files();
-  const std::string noted = place_.Work() + "/../business ";
-  Judge("it", [&] {
-    return job_.run([&](std::size_t done) {
-      *done_ = done;
-      WriteFile(noted + std::to_string(done), Business());
-    });
-  });
-  for (std::size_t done = 0; done <= *done_; ++done) business_.push_back(ReadFile(noted + std::to_string(done)));
-  after_ = place_.Files();
-  GoOn();
-  atLast_ = place_.Files();
-}
-
-void Trial::CheckBusiness(int status) {
-  const std::string business = Business();
-  const std::size_t done = *done_;
-  const bool isNext = status != 0 && done + 1 < business_.size() && business == business_[done + 1];
-  if (business != business_.at(done) && !isNext) {
-    Complain("the database is neither as before nor as after step " + std::to_string(done) + ": " + place_.Words());
-  }
-}
-
-void Trial::CheckFiles(int status) {
-  for (const auto& [name, content] : place_.Files()) {
-    // These tell how far the program is, who has got mail, and what was typed last.
-    const std::set<std::string> marks = {"app/Pages.INI", "app/Delivered.lst", "app/General.INI", "app/Sent.lst"};
-    // An old file that could not be deleted has been reported, and counts among those of its name.
-    const bool reported = status > 0 && name.starts_with("app/calculator/");
-    const bool varies = marks.contains(name) || reported || job_.varying.contains(name) || name.ends_with(".eml");
-    const auto is = [&, &name = name, &content = content](const std::map<std::string, std::string>& known) {
-      const auto found = known.find(name);
-      return found != known.end() && found->second == content;
-    };
-    if (!varies && !is(before_) && !is(after_)) Complain(name + " is neither the old nor the new one");
-  }
-  for (const auto& [name, content] : before_) {
-    const bool built = name.starts_with("app/calculator/");  // anew each time
-    if (!built && after_.contains(name) && !FileExists(place_.Work() + "/" + name)) Complain(name + " is gone");
-  }
-}
-
-void Trial::CheckPackage() {
-  const std::string path = place_.Work() + "/" + job_.package;
-  if (job_.package.empty() || !FileExists(path)) return;
-  try {
-    ZipComponent zip;
-    zip.ZipFileName = path;
-    zip.UnzipToFolder = place_.Work() + "/../unpacked";
-    zip.Unzip();
-  } catch (const RuntimeError& failure) {
-    Complain(failure.Description());
-  }
-}
-
-void Trial::CheckWhatIsLeft() {
-  for (const auto& [name, content] : place_.Files()) {
-    // A database that stands beside a package is kept, also when it has come from that package.
-    const bool kept = name.ends_with(".eml") || name.find("Backup/Replaced") != std::string::npos;
-    if (!atLast_.contains(name) && !kept) Complain(name + " is left over");
-  }
-  for (const std::string& name : place_.Unfinished()) Complain(name + " is left over");
-  if (job_.day) return;
-  for (const auto& [name, content] : atLast_) {
-    // The copy of a day that could not be made keeps nobody from working.
-    const bool optional = name.ends_with(".eml") || name.find("Backup/") != std::string::npos;
-    if (!FileExists(place_.Work() + "/" + name) && !optional) Complain(name + " is missing in the end");
-  }
-  if (Business() != business_.back()) Complain("the database is another in the end");
-}
-
-void Trial::Try(Fault fault, const char* word, long moment) {
-  moment_ = std::string(word) + " at " + std::to_string(moment);
-  place_.Restore();
-  *done_ = 0;
-  const int status = RunWatched(fault, moment);
-  CheckBusiness(status);
-  if (!job_.day) CheckFiles(status);
-  CheckPackage();
-  GoOn();
-  CheckWhatIsLeft();
-}
 
 void Prepare(const Workplace& place) {
   const auto run = [&](const std::string& words, const std::string& input = "") {
@@ -222,12 +204,12 @@ struct Choice {
 Choice ChoiceOf(const std::vector<std::string>& words) {
   Choice choice;
   for (std::size_t i = 0; i < words.size(); ++i) {
-    const bool isNumber = words[i] == "--every" || words[i] == "--moment";
-    if (!isNumber) {
+    if (words[i] == "--every") {
+      choice.every = std::stol(words.at(++i));
+    } else if (words[i] == "--moment") {
+      choice.only = std::stol(words.at(++i));
+    } else {
       choice.jobs.insert(words[i]);
-    } else if (i + 1 < words.size()) {
-      (words[i] == "--every" ? choice.every : choice.only) = std::max(1L, std::atol(words[i + 1].c_str()));
-      ++i;
     }
   }
   return choice;
