@@ -1,12 +1,25 @@
-// page-keystroke.mjs FOLDER: how long a keystroke in a published calculator takes until everything is laid out, beside
-// laying out one changed word of the same page. Needs the page's test tools (tests/page/run installs them).
-import { addressOf, launch, openPage } from '../tests/page/support/browser.mjs';
+// page-keystroke.mjs FOLDER: how long a keystroke in a published calculator takes until everything is laid out, with other
+// terms, schedule and chart open, beside laying out one changed word of the same page; forwards and backwards, at the
+// shortest and the longest term. Needs the page's test tools (tests/page/run installs them).
+import { addressOf, closeBrowsers, withPage } from '../tests/page/support/browser.mjs';
 
-const browser = await launch();
-const page = await openPage(browser, addressOf(process.argv[2]));
-const [keystroke, word] = await page.evaluate(() => {
-  document.querySelector('input[name="find"][value="cost"]').click();
-  const box = document.getElementById('payment'), heading = document.querySelector('h1');
+await withPage(addressOf(process.argv[2]), async (page) => {
+  for (const find of ['payment', 'cost']) {
+    for (const year of ['first', 'last']) {
+      const [keystroke, word] = await page.evaluate(measure, [find, year]);
+      console.log(`${find === 'cost' ? 'backwards' : 'forwards'}, ${year} term: 95 of 100 keystrokes ${keystroke.toFixed(2)} ms; ` +
+        `one changed word ${word.toFixed(2)} ms; ${(keystroke / word).toFixed(1)} times`);
+    }
+  }
+});
+await closeBrowsers();
+
+function measure([find, year]) {
+  document.querySelectorAll('details').forEach((part) => { part.open = true; });
+  document.querySelector(`input[name="find"][value="${find}"]`).click();
+  document.querySelector(`#years button:${year}-child`).click();
+  const box = document.getElementById(find === 'cost' ? 'payment' : 'cost'), heading = document.querySelector('h1');
+  const least = find === 'cost' ? 900 : 20000;
   const timed = (change) => {
     const start = performance.now();
     change();
@@ -21,11 +34,9 @@ const [keystroke, word] = await page.evaluate(() => {
   };
   return [
     most((i, more) => {
-      box.value = (100 + i * 37.13 + more / 100).toFixed(2);
+      box.value = (least + i * 37.13 + more / 100).toFixed(2);
       box.dispatchEvent(new Event('input', { bubbles: true }));
     }),
     most((i, more) => { heading.textContent = `Word ${i}${more}`; }),
   ];
-});
-console.log(`95 of 100 keystrokes: ${keystroke.toFixed(2)} ms; one changed word: ${word.toFixed(2)} ms; ${(keystroke / word).toFixed(1)} times`);
-await browser.close();
+}
