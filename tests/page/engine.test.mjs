@@ -6,6 +6,7 @@ import { test } from 'node:test';
 import vm from 'node:vm';
 import {
   installed, newFolder, preferences, publish, record, runProgram, scriptOf, supplier } from './support/folder.mjs';
+import { generator, priceInProgram } from './support/quotes.mjs';
 
 const LeaseEngine = vm.runInThisContext(`${scriptOf('engine')}; LeaseEngine`);
 const LeaseForms = vm.runInThisContext(`${scriptOf('forms')}; LeaseForms`);
@@ -15,18 +16,6 @@ const CARDS = 12;
 const MONEY = ['CapitalCost', 'DepositValue', 'ResidualValue', 'Maintenance', 'Payment'];
 const RESULTS = ['CapitalCost', 'DepositValue', 'ResidualValue', 'Payment', 'NetCapital', 'PaymentIncTax',
   'DepositIncTax', 'ResidualIncTax'];
-
-// Lehmer's generator: the same quotes in every run.
-function generator(seed) {
-  let state = seed;
-  const next = () => (state = (state * 48271) % 2147483647) / 2147483647;
-  return {
-    whole: (low, high) => low + Math.floor(next() * (high - low + 1)),
-    decimal: (low, high, places) => (low + next() * (high - low)).toFixed(places),
-    oneOf: (list) => list[Math.floor(next() * list.length)],
-    one: (chance) => next() < chance,
-  };
-}
 
 function randomCard(random) {
   const bounds = [1, 2, 3, 4].map(() => Number(random.decimal(500, 120000, random.oneOf([0, 2, 4]))));
@@ -70,14 +59,6 @@ function quoteOf(row) {
     else quote[ownName(name)] = /^(Quarterly|ApplyPremium)$/.test(name) ? value === 1 : value;
   }
   return quote;
-}
-
-function priceInProgram(rows, general, card) {
-  const names = Object.keys(rows[0]);
-  const input = [names.join(','), ...rows.map((row) => names.map((name) => row[name]).join(','))].join('\n') + '\n';
-  const lines = runProgram(['quote', '--supplier', card, '--general', general, '-'], { input }).trim().split('\n');
-  const header = lines.shift().split(',');
-  return lines.map((line) => Object.fromEntries(line.split(',').map((cell, i) => [header[i], cell])));
 }
 
 test(`${QUOTES} random quotes on ${CARDS} rate cards agree with the program to the fourth decimal`, () => {

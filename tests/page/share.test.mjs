@@ -179,3 +179,41 @@ test('words are explained where they stand, in the words of the organisation; ol
   });
   await withPage(addressOf(publish({ options: { ratesDays: 30 } })), async (page) => assert.equal(await page.isVisible('#age'), false));
 });
+
+test('all is reached and used by keyboard alone, and axe finds nothing with every part open in any colours and size', async () => {
+  const looks = [{ forcedColors: 'active' }, { colorScheme: 'dark', viewport: { width: 640, height: 450 } }, { viewport: { width: 320, height: 640 } }];
+  for (const look of looks) {
+    await withPage(addressOf(publish({ options: { ratesDays: 30 }, made: '2024-05-15' })), async (page) => {
+      const tabs = async (count) => { for (let i = 0; i < count; ++i) await page.keyboard.press('Tab'); };
+      await page.locator('#cost').focus();
+      await page.keyboard.type('20000');
+      await page.keyboard.press('Shift+Tab');
+      await page.keyboard.press('ArrowRight');
+      assert.ok(await page.isChecked('input[value="cost"]'));
+      await page.keyboard.press('ArrowLeft');
+      await openAll(page);
+      await page.focus('#kept-name');
+      await page.keyboard.type('One');
+      await page.keyboard.press('Enter');
+      await assertAccessible(page, JSON.stringify(look));
+      // Each stop once, from the first link to the last: a group of choices is one.
+      const stops = await page.evaluate(() => {
+        document.activeElement.blur();
+        return [...document.querySelectorAll('a[href], button, input, summary, textarea, [tabindex="0"]')].filter((node) =>
+          node.checkVisibility() && !node.disabled && (node.type !== 'radio' || node.checked)).length;
+      });
+      await page.locator('header a').first().focus();
+      const seen = new Set();
+      for (let i = 0; i < stops + 8; ++i) {
+        seen.add(await page.evaluate(() => {
+          const at = document.activeElement;
+          at.dataset.stop = at.dataset.stop || Math.random();
+          return at === document.body ? 'body' : at.dataset.stop;
+        }));
+        await tabs(1);
+      }
+      seen.delete('body');
+      assert.equal(seen.size, stops);
+    }, look);
+  }
+});
