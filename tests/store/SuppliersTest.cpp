@@ -11,9 +11,17 @@ namespace tarvolinex {
 class StoreTest : public ProgramTest {
  protected:
   StoreTest() {
-    std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
-    UnpackDatabase(run.Places(), run);
+    PutFreshDatabase();
     database.Open(DataFolder);
+  }
+  void PutFreshDatabase() {
+    std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+    EXPECT_EQ(UnpackDatabase(run.Places(), run), Unpacked::Yes);
+  }
+  std::string TownIn(const std::string& copy) {
+    Connection kept;
+    kept.Open("dbq=" + DataFolder + "\\Backup\\" + copy);
+    return Ask("SELECT Town FROM suppliers WHERE ID=3", kept);
   }
   static std::string Ask(const std::string& statement, Connection& connection) {
     Recordset answer;
@@ -53,11 +61,6 @@ TEST_F(StoreTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
   const auto write = [this](const std::string& town) {
     database.ExecuteStatement("UPDATE suppliers SET Town='" + town + "' WHERE ID=3");
   };
-  const auto townIn = [this](const std::string& name) {
-    Connection copy;
-    copy.Open("dbq=" + DataFolder + "\\Backup\\" + name);
-    return Ask("SELECT Town FROM suppliers WHERE ID=3", copy);
-  };
   using std::chrono::hours;
   desktop.now = std::chrono::system_clock::from_time_t(1800000000);
   for (int day = 0; day < 7; ++day) {
@@ -66,11 +69,20 @@ TEST_F(StoreTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
   }
   EXPECT_EQ(ListFiles(pattern).size(), 5U);
   EXPECT_EQ(ListFiles(DataFolder + "\\Backup\\*.*").size(), 5U);
-  EXPECT_EQ(townIn(ListFiles(pattern).back()), "5 late");
+  EXPECT_EQ(TownIn(ListFiles(pattern).back()), "5 late");
   desktop.now -= hours(24 * 400);  // it was wrong
   write("7");
-  EXPECT_EQ(townIn(ListFiles(pattern).front()), "6 late");
+  EXPECT_EQ(TownIn(ListFiles(pattern).front()), "6 late");
   EXPECT_EQ(ListFiles(pattern).size(), 5U);
+}
+
+TEST_F(StoreTest, AReplacedDatabaseIsKept) {
+  database.ExecuteStatement("UPDATE suppliers SET Town='Own' WHERE ID=3");
+  database.Close();
+  for (int n = 0; n < 2; ++n) PutFreshDatabase();
+  std::set<std::string> towns;
+  for (const std::string& copy : ListFiles(DataFolder + "\\Backup\\Replaced *.mdb")) towns.insert(TownIn(copy));
+  EXPECT_EQ(towns, (std::set<std::string>{"Own", "Reading"}));  // the second one is the first's fresh database
 }
 
 TEST_F(StoreTest, PlaceholdersAreFilledInOnePassAndAnApostropheEndsNoText) {
