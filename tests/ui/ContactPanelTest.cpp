@@ -1,5 +1,4 @@
 // Contacts and the contact search on the sample database.
-#include "platform/files/ZipComponent.h"
 #include "support/Fixture.h"
 #include "ui/main/FrmSearch.h"
 
@@ -66,26 +65,6 @@ TEST_F(ContactPanelTest, TypingOnAfterASaveIsNoSecondContact) {
   Type(Field(5), "late@x.example");
   form->TabMain.Choose(kTabQuote);
   EXPECT_EQ(Ask("SELECT group_concat(email) FROM contacts WHERE surname='Late'"), "late@x.example");
-}
-
-TEST_F(ContactPanelTest, AContactStaysInTheDatabaseInWhichItWasTyped) {
-  TemporaryFolder other;
-  ZipComponent zip;
-  zip.ZipFileName = DELIVERED_FOLDER "/Database.zip";
-  zip.UnzipToFolder = other.Path();
-  zip.Unzip();
-  const std::string first = DataFolder;
-  Choose("Millrace Laundry Systems Ltd");
-  form->Toolbar1.Press("SAVE");  // the supplier has no edits of its own
-  const int id = form->contacts.CurrentContactId;
-  const std::string before = Job(id);
-  Type(Field(2), "Archivist");
-  desktop.files = {other.Path() + "/Tarvolinex.mdb", first + "/Tarvolinex.mdb"};
-  form->menus.MnuOpen.Choose();
-  EXPECT_EQ(DataFolder, other.Path());
-  EXPECT_EQ(Job(id), before);
-  form->menus.MnuOpen.Choose();
-  EXPECT_EQ(Job(id), "Archivist");
 }
 
 TEST_F(ContactPanelTest, ANamelessContactIsNeverStored) {

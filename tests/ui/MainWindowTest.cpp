@@ -6,12 +6,13 @@ namespace tarvolinex {
 
 using MainWindowTest = SampleTest;
 
-TEST_F(MainWindowTest, LeavingATabKeepsWhatTheUserTypedLast) {
-  Type(Box(kBoxCapitalCost), "10000");
-  Type(Box(kBoxYield), "8.5");
-  form->TabMain.Choose(kTabSend);
-  form->TabMain.Choose(kTabQuote);
-  EXPECT_EQ(Box(kBoxYield).Text(), "8.50");
+TEST_F(MainWindowTest, TheMakersPageIsAskedForThisInstallation) {
+  WebServer = "www.example.com";
+  CustomerReference = "42";
+  CalculatorPreferences.OrgCompanyName = "A & B Ltd";
+  form->menus.MnuUpgrades.Choose();
+  EXPECT_TRUE(desktop.launched.at(0).starts_with(
+      "open http://www.example.com\\checkversion.asp?ref=42&org=A & B Ltd&ver=" TARVOLINEX_VERSION "|"));
 }
 
 TEST_F(MainWindowTest, SizeColumnsAndSortAreRemembered) {

@@ -109,16 +109,12 @@ TEST_F(NothingLostTest, SavingStoresTheContactAndARemovedOneComesBack) {
   form->contacts.LstContacts.SetListIndex(1);
   const int id = form->contacts.CurrentContactId;
   const std::string where = " FROM contacts WHERE ID=" + std::to_string(id);
-  int n = 0;
-  const auto buttons = {"SAVE", "PREVIEW", "EDITPROP", "FORMS"};
-  for (const char* button : buttons) {
-    const std::string job = "Buyer " + std::to_string(++n);
-    Type(form->contacts.TxtContact(2), job);
+  for (const char* button : {"PREVIEW", "EDITPROP", "FORMS", "SAVE"}) {
+    Type(form->contacts.TxtContact(2), button);
     form->Toolbar1.Press(button);
-    EXPECT_EQ(Ask("SELECT jobtitle" + where), job) << button;
+    EXPECT_EQ(Ask("SELECT jobtitle" + where), button);
     EXPECT_EQ(form->contacts.CurrentContactId, id) << button;
   }
-  form->Toolbar1.Press("SAVE");
   EXPECT_EQ(form->TxtStatus.Text(), "Saved");
   const std::string before = Ask("SELECT firstname || surname || jobtitle || email" + where);
   form->contacts.CmdContact(1).Press();
@@ -187,32 +183,6 @@ TEST_F(NothingLostTest, NothingIsWrittenForASupplierThatIsNotThere) {
   EXPECT_EQ(desktop.boxes.size(), 1U);
   EXPECT_EQ(desktop.boxes.back().title, "Contacts");  // no report that would keep later edits from being stored
   EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts"), contacts);
-}
-
-TEST_F(NothingLostTest, AnEmptyDatabaseLeavesNoRatesOfAnother) {
-  Type(Box(kBoxCapitalCost), "10000");
-  ASSERT_NE(form->quote.Quote.Yield, 0);
-  TemporaryFolder other;
-  std::filesystem::copy_file(DataFolder + "/Tarvolinex.mdb", other.Path() + "/Tarvolinex.mdb");
-  {
-    Connection empty;
-    empty.Open("dbq=" + other.Path() + "\\Tarvolinex.mdb");
-    for (const char* table : {"suppliers", "contacts", "SupplierFormLink"})
-      empty.Execute(std::string("DELETE FROM ") + table);
-  }
-  desktop.files = {other.Path() + "/Tarvolinex.mdb"};
-  form->menus.MnuOpen.Choose();
-  EXPECT_EQ(SupplierCalcSettings.CompanyName.Trimmed(), "");
-  EXPECT_EQ(form->quote.Quote.Yield, 0);
-  EXPECT_EQ(form->quote.LblResult(kResultYield).Caption(), "0.00");
-  EXPECT_TRUE(form->send.lvSendContacts.Rows().empty());
-  desktop.launched.clear();
-  desktop.boxes.clear();
-  form->Toolbar1.Press("PREVIEW");
-  form->send.CmdCalcGo(kGoSend).Press();
-  form->send.CmdCalcGo(kGoCreate).Press();
-  EXPECT_EQ(desktop.boxes.size(), 3U);
-  EXPECT_TRUE(desktop.launched.empty());
 }
 
 TEST_F(NothingLostTest, RatesThatAreNoNumbersPriceNothing) {

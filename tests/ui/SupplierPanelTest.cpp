@@ -32,29 +32,34 @@ class SupplierPanelTest : public SampleTest {
 };
 
 TEST_F(SupplierPanelTest, WhateverLeavesASupplierStoresItAndItsContactWithoutAsking) {
+  const TemporaryFolder other;
+  std::filesystem::copy_file(DataFolder + "/Tarvolinex.mdb", other.Path() + "/Tarvolinex.mdb");
   const std::pair<std::string, std::function<void()>> ways[] = {
       {"another", [&] { Choose("Millrace Laundry Systems Ltd"); }},
-      {"add", [&] { form->menus.MnuAdd.Choose(); }},
-      {"new",
-       [&] {
-         form->Toolbar1.Press("ADDNEW");
-         form->Toolbar1.Press("REMSUPP");
-       }},
+      {"new", [&] { form->Toolbar1.Press("ADDNEW"), form->Toolbar1.Press("REMSUPP"); }},
       {"refresh", [&] { form->menus.MnuRefresh.Choose(); }},
-      {"close", [&] { form->Close(); }}};
-  for (const auto& [name, leave] : ways) {
-    ChooseSaxonholt();
-    Type(Field(3), name + "'s");
-    Type(form->rateCard.TxtRangeYield(0), "7.5x");
-    Type(form->contacts.TxtContact(2), name);
-    leave();
-    EXPECT_EQ(Town(), name + "`s");
-    EXPECT_EQ(Ask("SELECT Yield0 FROM suppliers WHERE ID=3"), "7.5");
-    EXPECT_EQ(Count("contacts WHERE Supplierid=3 AND jobtitle='" + name + "'"), "1");
-    EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Find("ID3")).cells[3], name + "`s");
-    EXPECT_TRUE(desktop.boxes.empty());
+      {"another database",
+       [&, first = DataFolder] {
+         desktop.files = {other.Path() + "/Tarvolinex.mdb", first + "/Tarvolinex.mdb"};
+         form->menus.MnuOpen.Choose();
+         EXPECT_EQ(Town(), "Reading");
+         form->menus.MnuOpen.Choose();
+       }},
+      {"close", [&] { form->Close(), form->Reopen(); }}};
+  for (const bool contactAlone : {false, true}) {
+    for (const auto& [name, leave] : ways) {
+      ChooseSaxonholt();
+      form->Toolbar1.Press("SAVE");
+      const std::string typed = name + (contactAlone ? "'s contact" : "'s"), stored = EscapeQuotes(typed);
+      Type(form->contacts.TxtContact(2), typed);
+      if (!contactAlone) Type(Field(3), typed);
+      leave();
+      EXPECT_EQ(Count("contacts WHERE Supplierid=3 AND jobtitle='" + stored + "'"), "1") << stored;
+      EXPECT_TRUE(contactAlone || Town() == stored) << stored;
+      EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Find("ID3")).cells[3], Town());
+      EXPECT_TRUE(desktop.boxes.empty());
+    }
   }
-  form->Reopen();
   Add("Young Ltd");
   ChooseSaxonholt();
   EXPECT_EQ(Name(13), "Young Ltd");
@@ -86,7 +91,7 @@ TEST_F(SupplierPanelTest, AddingWithPendingEditsOnlySavesThemFirst) {
   ChooseSaxonholt();
   Type(Field(3), "Elsewhere");
   form->menus.MnuAdd.Choose();
-  EXPECT_EQ(form->shown.CurrentSupplierId, 3);
+  EXPECT_EQ(std::to_string(form->shown.CurrentSupplierId) + Town(), "3Elsewhere");
   form->menus.MnuAdd.Choose();
   EXPECT_EQ(form->shown.CurrentSupplierId, 0);
   EXPECT_EQ(form->TabMain.Selected(), kTabDetails);
@@ -170,10 +175,18 @@ TEST_F(SupplierPanelTest, AStoredNameIsTheOneThatUndoAndRemoveGoBy) {
   EXPECT_FALSE(form->menus.MnuUndoRemove.Enabled());
 }
 
-TEST_F(SupplierPanelTest, WithoutASupplierThereIsNothingOldToTypeInto) {
+TEST_F(SupplierPanelTest, WithoutASupplierThereIsNothingOldToTypeIntoNorToPublish) {
+  Type(Box(kBoxCapitalCost), "10000");
+  ASSERT_NE(form->quote.Quote.Yield, 0);
   Execute("DELETE FROM suppliers");
-  EXPECT_EQ(Field(kSupplierName).Text() + Field(3).Text(), "");
+  EXPECT_EQ(Field(kSupplierName).Text() + Field(3).Text() + SupplierCalcSettings.CompanyName.Trimmed(), "");
   EXPECT_EQ(form->shown.CurrentSupplierId, 0);
+  EXPECT_EQ(form->quote.LblResult(kResultYield).Caption(), "0.00");
+  EXPECT_TRUE(form->send.lvSendContacts.Rows().empty());
+  form->Toolbar1.Press("PREVIEW");
+  for (const int go : {kGoSend, kGoCreate}) form->send.CmdCalcGo(go).Press();
+  EXPECT_EQ(desktop.boxes.size(), 3U);
+  EXPECT_TRUE(desktop.launched.empty());
   Type(Field(3), "Town");
   form->Toolbar1.Press("HELP");
   EXPECT_EQ(desktop.launched.size(), 1U);
