@@ -38,15 +38,15 @@ TEST(IconImage, TransformationsMoveEveryPixel) {
 }
 
 TEST(IconImage, ReplacingReachesEveryAreaOfTheColour) {
-  constexpr Colour kBlue = 0xFF0000, kWhite = 0xFFFFFF;
+  constexpr Colour kOld = 0xFF0000, kNew = 0xFFFFFF;
   IconImage image;
-  for (const auto& [x, y] : {std::pair{0, 0}, {1, 0}, {3, 0}, {31, 31}}) image.Set(x, y, kBlue);
-  image.Replace(kBlue, kWhite);
-  for (const auto& [x, y] : {std::pair{0, 0}, {1, 0}, {3, 0}, {31, 31}}) EXPECT_EQ(image.At(x, y), kWhite);
+  for (const auto& [x, y] : {std::pair{0, 0}, {1, 0}, {3, 0}, {31, 31}}) image.Set(x, y, kOld);
+  image.Replace(kOld, kNew);
+  for (const auto& [x, y] : {std::pair{0, 0}, {1, 0}, {3, 0}, {31, 31}}) EXPECT_EQ(image.At(x, y), kNew);
   EXPECT_EQ(image.At(2, 0), kTransparentColour);
-  image.Replace(kTransparentColour, kBlue);
-  EXPECT_EQ(image.At(2, 0), kBlue);
-  EXPECT_EQ(image.At(3, 0), kWhite);
+  image.Replace(kTransparentColour, kOld);
+  EXPECT_EQ(image.At(2, 0), kOld);
+  EXPECT_EQ(image.At(3, 0), kNew);
 }
 
 TEST(IconImage, LinesHaveNoGaps) {
