@@ -63,11 +63,7 @@ bool FailsHere(Kind kind, Place place, Half half = Nothing) {
 }
 
 // The C library's own.
-#define OWN(call) Own<decltype(&(call))>(#call)
-template <typename Call>
-Call Own(const char* name) {
-  return reinterpret_cast<Call>(dlsym(RTLD_NEXT, name));
-}
+#define OWN(call) reinterpret_cast<decltype(&(call))>(dlsym(RTLD_NEXT, #call))
 
 }  // namespace
 
@@ -93,36 +89,33 @@ using namespace tarvolinex;
 extern "C" {
 
 ssize_t write(int handle, const void* bytes, size_t count) {
-  static const auto own = OWN(write);
-  return FailsHere(Kind::Writes, handle, [&] { own(handle, bytes, count / 2); }) ? -1 : own(handle, bytes, count);
+  const auto half = [&] { OWN(write)(handle, bytes, count / 2); };
+  return FailsHere(Kind::Writes, handle, half) ? -1 : OWN(write)(handle, bytes, count);
 }
 
 ssize_t writev(int handle, const iovec* parts, int count) {
-  static const auto own = OWN(writev);
-  return FailsHere(Kind::Writes, handle, [&] { own(handle, parts, count / 2); }) ? -1 : own(handle, parts, count);
+  const auto half = [&] { OWN(writev)(handle, parts, count / 2); };
+  return FailsHere(Kind::Writes, handle, half) ? -1 : OWN(writev)(handle, parts, count);
 }
 
 ssize_t pwrite64(int handle, const void* bytes, size_t count, off64_t at) {
-  static const auto own = OWN(pwrite64);
-  const auto half = [&] { own(handle, bytes, count / 2, at); };
-  return FailsHere(Kind::Writes, handle, half) ? -1 : own(handle, bytes, count, at);
+  const auto half = [&] { OWN(pwrite64)(handle, bytes, count / 2, at); };
+  return FailsHere(Kind::Writes, handle, half) ? -1 : OWN(pwrite64)(handle, bytes, count, at);
 }
 
 size_t fwrite(const void* bytes, size_t size, size_t count, FILE* file) {
-  static const auto own = OWN(fwrite);
   const auto half = [&] {
-    own(bytes, size, count / 2, file);
+    OWN(fwrite)(bytes, size, count / 2, file);
     fflush(file);
   };
-  return FailsHere(Kind::Writes, fileno(file), half) ? 0 : own(bytes, size, count, file);
+  return FailsHere(Kind::Writes, fileno(file), half) ? 0 : OWN(fwrite)(bytes, size, count, file);
 }
 
 // What stdio still holds is written here.
 int fclose(FILE* file) {
-  static const auto own = OWN(fclose);
   const bool writes = (fcntl(fileno(file), F_GETFL) & O_ACCMODE) != O_RDONLY;
-  if (!writes || !FailsHere(Kind::Writes, fileno(file))) return own(file);
-  own(file);
+  if (!writes || !FailsHere(Kind::Writes, fileno(file))) return OWN(fclose)(file);
+  OWN(fclose)(file);
   errno = ENOSPC;
   return EOF;
 }
@@ -133,43 +126,36 @@ int fsync(int handle) {
 }
 
 int ftruncate64(int handle, off64_t length) noexcept {
-  static const auto own = OWN(ftruncate64);
-  return FailsHere(Kind::Writes, handle) ? -1 : own(handle, length);
+  return FailsHere(Kind::Writes, handle) ? -1 : OWN(ftruncate64)(handle, length);
 }
 
 int rename(const char* from, const char* to) noexcept {
-  static const auto own = OWN(rename);
-  return FailsHere(Kind::Changes, to) ? -1 : own(from, to);
+  return FailsHere(Kind::Changes, to) ? -1 : OWN(rename)(from, to);
 }
 
 int unlink(const char* path) noexcept {
-  static const auto own = OWN(unlink);
-  return FailsHere(Kind::Changes, path) ? -1 : own(path);
+  return FailsHere(Kind::Changes, path) ? -1 : OWN(unlink)(path);
 }
 
 int remove(const char* path) noexcept {
-  static const auto own = OWN(remove);
-  return FailsHere(Kind::Changes, path) ? -1 : own(path);
+  return FailsHere(Kind::Changes, path) ? -1 : OWN(remove)(path);
 }
 
 int mkdir(const char* path, mode_t mode) noexcept {
-  static const auto own = OWN(mkdir);
-  return FailsHere(Kind::Writes, path) ? -1 : own(path, mode);
+  return FailsHere(Kind::Writes, path) ? -1 : OWN(mkdir)(path, mode);
 }
 
 int open64(const char* path, int flags, ...) {
-  static const auto own = OWN(open64);
   va_list rest;
   va_start(rest, flags);
   const auto mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
   va_end(rest);
   const bool creates = (flags & (O_CREAT | O_TRUNC)) != 0;
-  return creates && FailsHere(Kind::Writes, path) ? -1 : own(path, flags, mode);
+  return creates && FailsHere(Kind::Writes, path) ? -1 : OWN(open64)(path, flags, mode);
 }
 
 FILE* fopen64(const char* path, const char* how) {
-  static const auto own = OWN(fopen64);
-  return std::strpbrk(how, "wa+") && FailsHere(Kind::Writes, path) ? nullptr : own(path, how);
+  return std::strpbrk(how, "wa+") && FailsHere(Kind::Writes, path) ? nullptr : OWN(fopen64)(path, how);
 }
 
 // The same under their other names.

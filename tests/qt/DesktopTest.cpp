@@ -6,13 +6,7 @@
 
 namespace tarvolinex {
 
-class Desk : public ShownWindow {
- protected:
-  // When the program runs: what a user chooses in the menu.
-  void ChooseAbout() {
-    QTimer::singleShot(0, qApp, [&] { Find<QAction>("MnuAbout").trigger(); });
-  }
-};
+using Desk = ShownWindow;
 
 TEST_F(Desk, AClosedWindowEndsTheRun) {
   std::string order;
@@ -34,35 +28,28 @@ TEST_F(Desk, AClosedWindowEndsTheRun) {
 
 TEST_F(Desk, TheEndOfTheProgramStopsEveryLoopAndEveryHandler) {
   FrmAbout about(run);
-  bool continued = false, later = false;
-  about.CmdSysInfo.Click = [] { throw ProgramEnded{3}; };
-  form.quote.ckCapLock.Click = [&] { later = true; };
-  form.menus.MnuAbout.Click = [&] {
-    desktop.ShowModal(about);
-    continued = true;  // the handler that waits unwinds as well
-  };
-  WhenWaiting<QWidget>([](QWidget& top) { In<QPushButton>(top, "CmdSysInfo").click(); });
-  ChooseAbout();
-  EXPECT_EQ(desktop.Run(), 3);
-  EXPECT_FALSE(continued);
-  Find<QAbstractButton>("ckCapLock").click();
-  EXPECT_FALSE(later);
-  EXPECT_EQ(EndedStatus(), 3);
-  EXPECT_THROW(desktop.DoEvents(), ProgramEnded);
-}
-
-TEST_F(Desk, TheProgramMayEndWhileABoxWaits) {
-  bool answered = false;
-  form.Timer1.Tick = [] { throw ProgramEnded{4}; };
+  about.CmdSysInfo.Click = form.Timer1.Tick = [] { throw ProgramEnded{3}; };
   form.Timer1.Interval = 1;
-  form.menus.MnuAbout.Click = [&] {
-    desktop.MessageBox("Continue?", "T", BoxButtons::OkCancel, BoxIcon::Question);
-    answered = true;
-  };
-  WhenWaiting<QWidget>([&](QWidget&) { form.Timer1.SetRunning(true); });
-  ChooseAbout();
-  EXPECT_EQ(desktop.Run(), 4);
-  EXPECT_FALSE(answered);
+  const std::pair<std::function<void()>, std::function<void(QWidget&)>> loops[] = {
+      {[&] { desktop.ShowModal(about); }, [](QWidget& top) { In<QPushButton>(top, "CmdSysInfo").click(); }},
+      {[&] { desktop.MessageBox("Continue?", "T", BoxButtons::OkCancel, BoxIcon::Question); },
+       [&](QWidget&) { form.Timer1.SetRunning(true); }}};
+  for (const auto& [wait, end] : loops) {
+    ForgetEnd();
+    bool continued = false, later = false;
+    form.quote.ckCapLock.Click = [&] { later = true; };
+    form.menus.MnuAbout.Click = [&, &wait = wait] {
+      wait();
+      continued = true;  // the handler that waits unwinds as well
+    };
+    WhenWaiting<QWidget>(end);
+    QTimer::singleShot(0, qApp, [&] { Find<QAction>("MnuAbout").trigger(); });
+    EXPECT_EQ(desktop.Run(), 3);
+    Find<QAbstractButton>("ckCapLock").click();
+    EXPECT_FALSE(continued || later);
+    EXPECT_EQ(EndedStatus(), 3);
+    EXPECT_THROW(desktop.DoEvents(), ProgramEnded);
+  }
 }
 
 TEST_F(Desk, BoxesShowPlainTextAndAnswerWhatWasPressed) {
@@ -112,7 +99,7 @@ TEST_F(Desk, AModalWindowReturnsWhenItIsClosedAndCanBeShownAgain) {
   EXPECT_EQ(details.TxtLeaseOrg(0).Text(), "xx");
 }
 
-class Documents : public Desk {
+class Documents : public ShownWindow {
  protected:
   int Open(const char* verb, const std::string& file, const std::string& parameters = "") {
     return desktop.ShellExecute(verb, file, parameters, folder.Path(), kShowNormal);
