@@ -38,8 +38,8 @@ class BadDatabaseTest : public SampleTest {
 TEST_F(BadDatabaseTest, ATruncatedFileIsReportedAndNotTouched) {
   form->Close();
   const std::string whole = ReadFile(path);
-  for (const std::size_t length : {std::size_t{0}, std::size_t{50}, std::size_t{100}, std::size_t{1000},
-                                   std::size_t{4096}, whole.size() / 2, whole.size() - 4097, whole.size() - 1}) {
+  for (const std::size_t length :
+       {std::size_t{0}, std::size_t{100}, std::size_t{4096}, whole.size() / 2, whole.size() - 4097, whole.size() - 1}) {
     const std::string cut = whole.substr(0, length);
     WriteFile(path, cut);
     const bool started = StartAgain();

@@ -59,17 +59,24 @@ TEST_F(OptionsTest, EveryNodeBringsUpItsEditorAloneAndSaysWhatItSets) {
   EXPECT_EQ(options.ChkdepSelect(1).Caption(), "Percentage  of Equipment");
 }
 
-TEST_F(OptionsTest, TheSmallCalculatorShowsWhatIsBeingChosen) {
+TEST_F(OptionsTest, ColoursChangeByTheDialogAndTheSmallCalculatorShowsThem) {
   EXPECT_FALSE(options.PicPage.Visible());
+  CalculatorPreferences.BorderColour = 0x0000FF;
+  options.Load();
   Select("COLOURS4");
   const Colour title = options.LblPreview(0).ForeColour();
-  desktop.colours = {0xFFFFFF, 0x000000};
-  options.CmdColor.Press();
-  EXPECT_EQ(options.LblPreview(3).BackColour(), 0xFFFFFFU);
-  EXPECT_EQ(options.LblPreview(3).ForeColour(), 0x000000U);
-  options.CmdColor.Press();
-  EXPECT_EQ(options.LblPreview(3).ForeColour(), 0xFFFFFFU);
+  // The first dialog is cancelled; what is written on the colour stays readable.
+  const std::pair<Colour, Colour> shown[] = {
+      {0x0000FF, 0xFFFFFF}, {0xFFFFFF, 0x000000}, {0x000000, 0xFFFFFF}, {0x336699, 0xFFFFFF}};
+  for (const auto& [back, text] : shown) {
+    if (back != 0x0000FF) desktop.colours = {back};
+    options.CmdColor.Press();
+    EXPECT_EQ(options.PicColour.BackColour(), back);
+    EXPECT_EQ(options.LblPreview(3).BackColour(), back);
+    EXPECT_EQ(options.LblPreview(3).ForeColour(), text) << back;
+  }
   EXPECT_EQ(options.LblPreview(0).ForeColour(), title);
+  EXPECT_EQ(options.PicColour.ToolTip(), "Red 153, green 102, blue 51");
   for (const auto& [key, picture] :
        {std::pair{"GRAPHICS1", &options.PicPageLogo}, std::pair{"GRAPHICS3", &options.PicPage}}) {
     Select(key);
@@ -80,6 +87,8 @@ TEST_F(OptionsTest, TheSmallCalculatorShowsWhatIsBeingChosen) {
   }
   Select("TAX");
   EXPECT_FALSE(options.PicPage.Visible());
+  options.Cmd(0).Press();
+  EXPECT_EQ(CalculatorPreferences.BorderColour, 0x336699U);
 }
 
 TEST_F(OptionsTest, AValueIsCommittedToItsOwnFieldWhenTheNodeIsLeft) {
@@ -173,20 +182,6 @@ TEST_F(OptionsTest, OneDepositTypeStaysOffered) {
   EXPECT_TRUE(options.ChkdepSelect(2).Value());
   options.Cmd(0).Press();
   EXPECT_EQ(CalculatorPreferences.DepositOptions, 4);
-}
-
-TEST_F(OptionsTest, ColoursChangeByTheDialogAndAtTheNextCommit) {
-  CalculatorPreferences.BorderColour = 0x0000FF;
-  options.Load();
-  Select("COLOURS4");
-  EXPECT_EQ(options.PicColour.BackColour(), 0x0000FFU);
-  options.CmdColor.Press();  // cancelled
-  EXPECT_EQ(options.PicColour.BackColour(), 0x0000FFU);
-  desktop.colours = {0x336699};
-  options.CmdColor.Press();
-  EXPECT_EQ(options.PicColour.ToolTip(), "Red 153, green 102, blue 51");
-  options.Cmd(0).Press();
-  EXPECT_EQ(CalculatorPreferences.BorderColour, 0x336699U);
 }
 
 TEST_F(OptionsTest, CancelLeavesTheRecordAndViewSavesIt) {
