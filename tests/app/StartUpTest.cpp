@@ -42,6 +42,7 @@ TEST_F(StartUpTest, TheFirstStartAsksForTheOrganisationAndPointsTheSamplesAtIt) 
   others.Open("SELECT * FROM contacts WHERE email<>'leases@northgate.example'", form.database.Plain());
   EXPECT_TRUE(others.EndOfFile());
   EXPECT_EQ(form.send.lvSendContacts.At(0).cells.at(0), "leases@northgate.example");
+  EXPECT_EQ(form.Caption() + form.TxtStatus.Text(), "Tarvolinex - Aldermoor Print Finishing Ltd");
   EXPECT_FALSE(desktop.busy);
   EXPECT_EQ(desktop.shown.back(), "FrmMain");
   EXPECT_FALSE(form.quote.loading || form.shown.LoadingSupplier || ErrorShown);

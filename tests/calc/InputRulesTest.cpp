@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/text/Text.h"
-
 namespace tarvolinex {
 
 TEST(InputRules, NumbersAreFormattedByKind) {
@@ -59,18 +57,6 @@ TEST(InputRules, WhatABoxMayNotHoldIsNamedAndDoesNotStay) {
     EXPECT_EQ(TextWhenLeft(c.rule, c.text, "50"), c.left) << c.text;
   }
   EXPECT_EQ(TextWhenLeft(payments, "0", ""), "1");
-}
-
-TEST(InputRules, StepsStopAtTheLimit) {
-  const auto step = [](const char* from, bool up, double limit, int kind) {
-    return FormatNumberInput(kind, FormatFixed(SteppedNumber(TypedNumber(from, ""), up, limit, kind), 4));
-  };
-  EXPECT_EQ(step("99.90", true, 100, kInputPercent), "100.00");
-  EXPECT_EQ(step("9.5", true, 100, kInputPercent), "9.75");
-  EXPECT_EQ(step("50", false, 0, kInputAmount), "0.00");
-  EXPECT_EQ(step("12,345.67", true, 1e8, kInputAmount), "12445.67");
-  EXPECT_EQ(step("1", false, 1, kInputCount), "1");
-  EXPECT_EQ(step("7", true, 1000, kInputCount), "8");
 }
 
 }  // namespace tarvolinex

@@ -7,17 +7,6 @@ namespace tarvolinex {
 
 using FirstStartTest = SampleTest;
 
-TEST_F(FirstStartTest, ThePackageIsUnpackedAndItsCopyStays) {
-  EXPECT_TRUE(form->DatabaseUnpacked);
-  EXPECT_TRUE(FileExists(AppFolder + "\\Database.Bak") && !FileExists(AppFolder + "\\Database.zip"));
-  EXPECT_EQ(form->LvwSuppliers.Count(), 12);
-  EXPECT_EQ(form->Caption(), "Tarvolinex - Aldermoor Print Finishing Ltd");
-  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE email<>'leases@example.com'"), "0");
-  EXPECT_EQ(desktop.shown, std::vector<std::string>{"FrmMain"});
-  EXPECT_EQ(form->TxtStatus.Text(), "");
-  EXPECT_TRUE(desktop.boxes.empty());
-}
-
 TEST_F(FirstStartTest, ADataFolderOfItsOwnKeepsNoCopy) {
   TemporaryFolder other;
   std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", other.Path() + "/database.ZIP");

@@ -206,13 +206,4 @@ TEST_F(NothingLostTest, RatesThatAreNoNumbersPriceNothing) {
   }
 }
 
-TEST_F(NothingLostTest, TheFirstPressActsAfterASupplierWasChosen) {
-  Choose("Saxonholt Dental Systems Ltd");
-  desktop.answers = {Answer::Yes};
-  form->LvwSuppliers.KeyUp(Key::Delete);
-  EXPECT_EQ(Ask("SELECT COUNT(*) FROM suppliers WHERE ID=3"), "0");
-  form->menus.MnuAdd.Choose();
-  EXPECT_GE(form->LvwSuppliers.Find("ID0"), 0);
-}
-
 }  // namespace tarvolinex
