@@ -56,7 +56,13 @@ Publication ChooseCalculator(Run& run, Database& database, const std::string& id
   const SupplierRow supplier = ChooseSupplier(run, database, id);
   const Branding branding = {run.Places(), run.CalculatorPreferences, run.CustomerReference};
   BringInstallIcon(branding);
-  return {branding, supplier.settings, LinkedForms(database, supplier.id)};
+  Publication calculator = {branding, supplier.settings, {}};
+  try {
+    calculator.forms = LinkedForms(database, supplier.id);
+  } catch (const RuntimeError&) {
+    run.ShowError("Failed setting up calculator", true);
+  }
+  return calculator;
 }
 
 }  // namespace tarvolinex

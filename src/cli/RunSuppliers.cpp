@@ -4,6 +4,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/Csv.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 
@@ -12,10 +13,10 @@ int RunSuppliers(Run& run, const std::vector<std::string>& arguments) {
   Database database(run);
   if (!OpenDatabaseForCommand(run, database)) return kFailed;
   std::cout << "ID,CompanyName,Tel,Town,PostCode\n";
-  ForEachSupplier(database, [](const Row& supplier) {
-    std::cout << ValueText(supplier.At("ID"));
+  ForEachSupplier(database, [](const Recordset& supplier) {
+    std::cout << ValueText(supplier.Field("ID"));
     for (const char* column : {"CompanyName", "Tel", "Town", "PostCode"}) {
-      std::cout << ',' << CsvCell(supplier.Text(column));
+      std::cout << ',' << CsvCell(Trim(ValueText(supplier.Field(column))));
     }
     std::cout << '\n';
   });

@@ -26,9 +26,8 @@ LimitPair Percent(const std::string& name, float lowest, float highest) {
 
 }  // namespace
 
-std::string ContradictoryLimits(const CalculatorPreferencesRecord& prefs) {
-  const SupplierCalcSettingsRecord nobody;
-  const auto own = [&](const char* text) { return ReplaceAliases(text, {prefs, nobody}); };
+std::string ContradictoryLimits(const CalculatorPreferencesRecord& prefs, const Words& words) {
+  const auto own = [&](const char* text) { return ReplaceAliases(text, words); };
   constexpr int kAdvancedPayments = 4;
   for (const LimitPair& pair :
        {Whole(Tr("Lease term in months"), prefs.MinTerm, prefs.MaxTerm),
@@ -49,6 +48,11 @@ std::string ContradictoryLimits(const CalculatorPreferencesRecord& prefs) {
         {std::to_string(prefs.MinAdvancedPayments), std::to_string(prefs.MaxTerm)});
   }
   return {};
+}
+
+std::string ContradictoryLimits(const CalculatorPreferencesRecord& prefs) {
+  const SupplierCalcSettingsRecord nobody;
+  return ContradictoryLimits(prefs, {prefs, nobody});
 }
 
 void CheckLimits(const CalculatorPreferencesRecord& prefs) {

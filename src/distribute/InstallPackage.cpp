@@ -157,7 +157,8 @@ std::int64_t LargestMessage(int sendType, const Publication& publication, std::s
 }
 
 bool CanPack(const Branding& branding, Reporter& reporter) {
-  if (!CanPublish(branding.prefs, reporter)) return false;
+  const SupplierCalcSettingsRecord nobody;
+  if (!CanPublish(branding.prefs, {branding.prefs, nobody}, reporter)) return false;
   const std::string& folder = branding.folders.calculator;
   if (!FolderExists(folder) || IsWritableFolder(folder)) return true;
   ReportFailure(reporter, Marked("Install File Creation Failed"), Tr("The folder %1 cannot be written to", {folder}));

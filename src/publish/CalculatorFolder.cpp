@@ -113,8 +113,8 @@ void BuildCalculatorFolder(const Publication& publication, Reporter& reporter) {
   if (!warning.empty()) reporter.MessageBox(warning, Tr("Warning"), BoxButtons::Ok, BoxIcon::Critical);
 }
 
-bool CanPublish(const CalculatorPreferencesRecord& prefs, Reporter& reporter) {
-  const std::string why = ContradictoryLimits(prefs);
+bool CanPublish(const CalculatorPreferencesRecord& prefs, const Words& words, Reporter& reporter) {
+  const std::string why = ContradictoryLimits(prefs, words);
   if (why.empty()) return true;
   reporter.MessageBox(why, Tr("Calculator Options"), BoxButtons::Ok, BoxIcon::Exclamation);
   return false;

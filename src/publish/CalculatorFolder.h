@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core/Aliases.h"
 #include "core/Records.h"
 #include "core/Reports.h"
 #include "publish/Template.h"
@@ -25,7 +26,7 @@ void BuildCalculatorFolder(const Publication& publication, Reporter& reporter);
 
 // False when limits of the preferences contradict each other; a box has then said which. Whoever stores preferences or
 // hands a calculator out asks first.
-bool CanPublish(const CalculatorPreferencesRecord& prefs, Reporter& reporter);
+bool CanPublish(const CalculatorPreferencesRecord& prefs, const Words& words, Reporter& reporter);
 
 // The chosen install icon's file in the data folder; "" when none is chosen or there is none of that name.
 std::string InstallIconPath(const Branding& branding);

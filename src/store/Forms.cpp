@@ -16,7 +16,7 @@ std::vector<FormRow> ReadForms(Recordset& records) {
   std::vector<FormRow> forms;
   for (; !records.EndOfFile(); records.MoveNext()) {
     forms.push_back({static_cast<int>(ValueNumber(records.Field("ID"))), ValueText(records.Field("Description")),
-                     std::string(Trim(ValueText(records.Field("LinkName")))), ValueTruth(records.Field("available"))});
+                     ValueText(records.Field("LinkName")), ValueTruth(records.Field("available"))});
   }
   return forms;
 }
@@ -65,7 +65,9 @@ std::vector<FormRow> AllForms(Database& database) {
 std::vector<FormRow> LinkedForms(Database& database, int supplierId) {
   Recordset records;
   database.OpenRecordset(FillStatement(statements::kLinkedForms, "<ID>", supplierId), records);
-  return ReadForms(records);
+  std::vector<FormRow> forms = ReadForms(records);
+  for (FormRow& form : forms) form.linkName = Trim(form.linkName);  // they become names of files
+  return forms;
 }
 
 FormRow ReadForm(Database& database, int formId) {

@@ -128,10 +128,10 @@ void ListSuppliers(Database& database, const std::vector<std::string>& columns, 
   suppliers.ReadRows(columns, read);
 }
 
-void ForEachSupplier(Database& database, const std::function<void(const Row&)>& read) {
+void ForEachSupplier(Database& database, const std::function<void(const Recordset&)>& read) {
   Recordset suppliers;
   database.OpenRecordset(statements::kSuppliers, suppliers);
-  for (; !suppliers.EndOfFile(); suppliers.MoveNext()) read(Row(suppliers));
+  for (; !suppliers.EndOfFile(); suppliers.MoveNext()) read(suppliers);
 }
 
 bool SupplierIsStored(Database& database, int id) {

@@ -40,8 +40,8 @@ bool IsNoNumber(const Value& value);
 // Error"; a failure to read throws RuntimeError.
 void ListSuppliers(Database& database, const std::vector<std::string>& columns, const Recordset::RowReader& read);
 
-// The same for every supplier's whole row, in the order of their names.
-void ForEachSupplier(Database& database, const std::function<void(const Row&)>& read);
+// Stands on every supplier in the order of their names. A failure is as above.
+void ForEachSupplier(Database& database, const std::function<void(const Recordset&)>& read);
 
 // Whether the database holds the supplier at this moment. Throws RuntimeError.
 bool SupplierIsStored(Database& database, int id);

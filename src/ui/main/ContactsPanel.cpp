@@ -117,11 +117,13 @@ void ContactsPanel::RemoveContact() {
 }
 
 void ContactsPanel::FillContactList() {
-  const std::vector<ContactRow> contacts = ContactsOf(database_, shown_.CurrentSupplierId);
+  // First, so that a failed read leaves nobody of another supplier.
   LstContacts.Clear();
+  Surroundings.cleared();
   CurrentContactId = 0;
+  const std::vector<ContactRow> contacts = ContactsOf(database_, shown_.CurrentSupplierId);
   for (const ContactRow& contact : contacts) LstContacts.Add(contact.name, contact.id);
-  if (Surroundings.listed) Surroundings.listed(contacts);
+  Surroundings.listed(contacts);
 }
 
 void ContactsPanel::ListContacts() {
@@ -219,7 +221,7 @@ void ContactsPanel::SaveContact() {
 
 void ContactsPanel::ClearContacts() {
   LstContacts.Clear();
-  if (Surroundings.listed) Surroundings.listed({});
+  Surroundings.cleared();
   ClearContactFields();
 }
 

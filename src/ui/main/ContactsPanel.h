@@ -28,6 +28,7 @@ class ContactsPanel {
 
   // What the panel asks of its window.
   struct Around {
+    std::function<void()> cleared;                               // nobody is listed
     std::function<void(const std::vector<ContactRow>&)> listed;  // the list was filled anew
     std::function<bool()> supplierHasName;                       // goes to the name when it has none
     std::function<void()> savePendingChanges;

@@ -30,7 +30,7 @@ void FormsPanel::FillFormsList() {
   for (const FormRow& form : AvailableForms(database_)) {
     if (!FileExists(FormPagePath(run_.DataFolder, form.id))) continue;
     LvwForms.Add({"ID" + std::to_string(form.id),
-                  form.linkName,
+                  std::string(Trim(form.linkName)),
                   {},
                   Tr("Double click to view <%1> form", {std::string(Trim(form.description))})});
   }
@@ -53,8 +53,8 @@ void FormsPanel::LoadFormsList() {
 void FormsPanel::LoadSupplierFormLinks(int supplierId) {
   run_.SetStatus(false, run_.ReplaceAliases("Getting Forms"), 40);
   try {
+    ClearTicks();  // first, so that a failed read leaves no ticks of another supplier
     const std::vector<int> links = FormLinksOf(database_, supplierId);
-    ClearTicks();
     for (const int form : links) LvwForms.SetChecked(LvwForms.Find("ID" + std::to_string(form)), true);
   } catch (const RuntimeError&) {
     run_.ShowError(run_.ReplaceAliases("Error Getting <SUPPLIER> List"));

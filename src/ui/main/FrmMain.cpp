@@ -112,6 +112,7 @@ void FrmMain::WireShell() {
 void FrmMain::WirePanels() {
   supplier.Changed = [this](int field, bool changedBefore) { TxtSupplier_Changed(field, changedBefore); };
   contacts.Surroundings = {
+      [this] { send.lvSendContacts.Clear(); },
       [this](const std::vector<ContactRow>& listed) { send.ListContacts(listed); },
       [this] {
         if (Nameless()) supplier.Name().SetFocus();

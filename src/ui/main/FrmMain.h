@@ -79,7 +79,7 @@ class FrmMain : public Window {
   // Blocks or frees the supplier list, the tab headers, the toolbar and the four top-level menus.
   void EnableCommands(bool blocked);
 
-  // Opens the shared connection on `DataFolder`\Tarvolinex.mdb, closing it first when it is open. A failure is a fatal
+  // Opens the database on `DataFolder`\Tarvolinex.mdb, closing it first when it is open. A failure is a fatal
   // report of its number and description.
   void ConnectDatabase();
   // The whole sequence: unpack, find (asking the user when it is missing or askUser is set), remember the folder,

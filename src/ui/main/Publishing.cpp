@@ -5,6 +5,7 @@
 #include "core/Settings.h"
 #include "distribute/Email.h"
 #include "distribute/InstallPackage.h"
+#include "platform/RuntimeError.h"
 #include "platform/text/Translation.h"
 #include "publish/FolderFiles.h"
 #include "store/Forms.h"
@@ -15,7 +16,13 @@
 namespace tarvolinex {
 
 Publication FrmMain::Calculator() {
-  return {OwnBranding(), run.SupplierCalcSettings, LinkedForms(database, shown.CurrentSupplierId)};
+  Publication calculator = {OwnBranding(), run.SupplierCalcSettings, {}};
+  try {
+    calculator.forms = LinkedForms(database, shown.CurrentSupplierId);
+  } catch (const RuntimeError&) {
+    run.ShowError("Failed setting up calculator", true);
+  }
+  return calculator;
 }
 
 bool FrmMain::MayPublish() {
@@ -27,7 +34,7 @@ bool FrmMain::MayPublish() {
 }
 
 void FrmMain::PreviewCalculator() {
-  if (!MayPublish() || !CanPublish(run.CalculatorPreferences, run)) return;
+  if (!MayPublish() || !CanPublish(run.CalculatorPreferences, run.OwnWords(), run)) return;
   BuildCalculatorFolder(Calculator(), run);
   DeleteFileIfPresent(run, run.CalculatorFolder() + "LastCalc.dat");
   LaunchDocument(run, run.CalculatorFolder() + "calc_test.html");

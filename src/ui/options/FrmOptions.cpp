@@ -156,7 +156,7 @@ void FrmOptions::SavePreferences() {
 
 void FrmOptions::Cmd_Click(int button) {
   SaveChangedValue();
-  if ((button == kOk || button == kView) && !CanPublish(edited_, run_)) return;
+  if ((button == kOk || button == kView) && !CanPublish(edited_, run_.OwnWords(), run_)) return;
   switch (button) {
     case kOk:
       SavePreferences();

@@ -23,7 +23,7 @@ class FrmOptions : public Window {
  public:
   FrmOptions(Run& run, Database& database);
 
-  // Before the window is shown: a working copy of the global preferences, the tree, the icons. What is edited goes
+  // Before the window is shown: a working copy of the run's preferences, the tree, the icons. What is edited goes
   // into the copy when another node is selected or a button pressed; OK and View alone pass the copy on. What is done
   // to files and form rows happens at once and stays, whatever button follows.
   void Load();
@@ -86,7 +86,7 @@ class FrmOptions : public Window {
   void WireEditors();
   void AddRootTree();
   void Cmd_Click(int button);
-  // The copy becomes the global preferences and is saved, with its icon.
+  // The copy becomes the run's preferences and is saved, with its icon.
   void SavePreferences();
 
   void TreeOptions_NodeClick();
