@@ -6,15 +6,6 @@
 
 namespace tarvolinex {
 
-namespace {
-
-std::string DateStatement(std::string_view dateText, int contactId) {
-  return FillStatement(statements::kDateSent,
-                       {{"<ID>", std::int64_t{contactId}}, {"<DATESENT>", EscapeQuotes(dateText)}});
-}
-
-}  // namespace
-
 std::vector<ContactRow> ContactsOf(Database& database, int supplierId) {
   Recordset records;
   database.OpenRecordset(FillStatement(statements::kContacts, "<SUPPLIERID>", supplierId), records);
@@ -89,13 +80,18 @@ std::set<int> SuppliersOfContacts(Database& database, std::string_view text) {
   return suppliers;
 }
 
+void SetDateLastSent(Database& database, std::string_view dateText, int contactId) {
+  database.Plain().Execute(FillStatement(statements::kDateSent,
+                                         {{"<ID>", std::int64_t{contactId}}, {"<DATESENT>", EscapeQuotes(dateText)}}));
+}
+
 void SetDatesLastSent(Database& database, const std::vector<ContactDate>& dates, bool keep) {
   database.KeepDailyCopy();
   Connection& connection = database.Plain();
   std::string failed;
   try {
     connection.Begin();
-    for (const ContactDate& date : dates) connection.Execute(DateStatement(date.dateText, date.contactId));
+    for (const ContactDate& date : dates) SetDateLastSent(database, date.dateText, date.contactId);
     if (keep) connection.Commit();
   } catch (const RuntimeError& failure) {
     failed = connection.Errors().empty() ? failure.Description() : connection.Errors().front();

@@ -46,6 +46,9 @@ std::vector<FoundContact> FindContacts(Database& database, std::string_view firs
 // begins with what stands before it and whose surname with what stands behind.
 std::set<int> SuppliersOfContacts(Database& database, std::string_view text);
 
+// The date of one contact. Throws RuntimeError.
+void SetDateLastSent(Database& database, std::string_view dateText, int contactId);
+
 // The dates of several contacts, together or none. For whoever has more to tell of a failure than that it came: it
 // throws RuntimeError with what the database says. With keep false nothing is stored: whether it could be is found out.
 struct ContactDate {

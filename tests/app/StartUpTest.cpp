@@ -95,6 +95,14 @@ TEST_F(StartUpTest, AStepOfTheWindowsLoadThatFailsIsPassedOver) {
   EXPECT_EQ(form.LvwSuppliers.Count(), 12);
 }
 
+TEST_F(StartUpTest, ACommandThatReportedAnErrorFailsWhateverElseItDid) {
+  options.command = "record";
+  options.arguments = {"show", options.appFolder + "/General.dat"};
+  EXPECT_EQ(RunCommand(options, run), kDone);
+  ErrorShown = true;
+  EXPECT_EQ(RunCommand(options, run), kFailed);
+}
+
 TEST_F(StartUpTest, ASecondProgramOnTheFolderIsRefused) {
   const FolderLock first(options.appFolder);
   const auto before = ListFiles(options.appFolder + "\\*.*");

@@ -10,6 +10,8 @@ TEST_F(AliasesTest, PlaceholdersAreReplacedInTheTablesOrder) {
   CalculatorPreferences.CurrencySymbol = "$";
   EXPECT_EQ(run.ReplaceAliases("R&emove <SUPPLIER>"), "R&emove Dealer");
   EXPECT_EQ(run.ReplaceAliases("<supplier> <DEPOSIT> (£)"), "<supplier> Deposit ($)");
+  CalculatorPreferences.AliasVat = "GST";
+  EXPECT_EQ(run.ReplaceAliases("inc <VAT>"), "inc GST");
   // A word that brings in a placeholder: only one whose turn is still to come is replaced.
   CalculatorPreferences.AliasSupplier = "<CALCNAME> <DEPOSIT>";
   CalculatorPreferences.AliasCalcName = "Calc";

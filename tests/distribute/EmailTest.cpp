@@ -1,6 +1,7 @@
 #include "distribute/Email.h"
 
 #include "distribute/InstallPackage.h"
+#include "distribute/SentMail.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Clock.h"
 #include "publish/Preferences.h"
@@ -128,6 +129,14 @@ TEST_F(EmailTest, AMessageThatCannotLeaveIsReportedAndMarksNobody) {
   EXPECT_EQ(form->TxtStatus.Text(), "\"no address\" is no e-mail address");
   EXPECT_EQ(Dates(), "");
   EXPECT_EQ(OutboxFiles(), 0U);
+}
+
+TEST_F(EmailTest, WhatIsRememberedOfOneSupplierIsForgottenAlone) {
+  const SentList list = {AppFolder, DataFolder};
+  MailOnItsWay(list, {{1, 11, "today", "Ann"}, {3, 33, "today", "Bob"}}).Remember();
+  ForgetRememberedMail(list, 1);
+  ASSERT_EQ(RememberedMail(list).size(), 1U);
+  EXPECT_EQ(RememberedMail(list)[0].name, "Bob");
 }
 
 TEST_F(EmailTest, NothingIsSentWhileTheDatabaseTakesNoDate) {

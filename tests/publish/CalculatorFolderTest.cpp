@@ -39,6 +39,12 @@ TEST_F(CalculatorFolderTest, HoldsPagesRecordsDataAndPicturesAndLeavesOtherFiles
   EXPECT_TRUE(desktop.boxes.empty());
 }
 
+TEST_F(CalculatorFolderTest, AFailureEndsTheProgram) {
+  MakeFolder(CalculatorFolder() + "calcdata.txt");  // no file can take its place
+  EXPECT_THROW(Build(), ProgramEnded);
+  EXPECT_EQ(desktop.boxes.at(0).text, "Failed setting up calculator");
+}
+
 TEST_F(CalculatorFolderTest, FormsTakeTheirLinkNamesAndTheNumberOfThoseBefore) {
   int id = 0;
   for (const char* name : {"Quote", "Quote", "Form2", "Form", "a.html", "Tariff.HTML", "tariff.html"}) {

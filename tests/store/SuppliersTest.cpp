@@ -70,9 +70,13 @@ TEST_F(StoreTest, ADailyCopyIsMadeBeforeTheFirstWriteAndFiveAreKept) {
   EXPECT_EQ(ListFiles(pattern).size(), 5U);
   EXPECT_EQ(ListFiles(DataFolder + "\\Backup\\*.*").size(), 5U);
   EXPECT_EQ(TownIn(ListFiles(pattern).back()), "5 late");
+  Database again(run);  // the program is started once more on the same day
+  again.Open(DataFolder);
+  again.ExecuteStatement("UPDATE suppliers SET Town='6 again' WHERE ID=3");
+  EXPECT_EQ(TownIn(ListFiles(pattern).back()), "5 late");
   desktop.now -= hours(24 * 400);  // it was wrong
   write("7");
-  EXPECT_EQ(TownIn(ListFiles(pattern).front()), "6 late");
+  EXPECT_EQ(TownIn(ListFiles(pattern).front()), "6 again");
   EXPECT_EQ(ListFiles(pattern).size(), 5U);
 }
 

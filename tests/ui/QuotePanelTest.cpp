@@ -107,6 +107,14 @@ TEST_F(QuotePanelTest, ResultsSayWhatPricedThemAndWhyNoCostGivesAPayment) {
   EXPECT_FALSE(Box(kBoxCommission).Fault().empty());
 }
 
+TEST_F(QuotePanelTest, AYieldThatIsShownRoundedIsUsedAsItIs) {
+  SupplierCalcSettings.Yield.fill(9.126F);
+  Type(kBoxCapitalCost, "10000");
+  EXPECT_EQ(Box(kBoxYield).Text(), "9.13");
+  Type(kBoxCommission, "300");
+  EXPECT_EQ(quote.Quote.Yield, 9.126F);
+}
+
 TEST_F(QuotePanelTest, APaymentFindsTheCapitalCostOrTheCommission) {
   EXPECT_FALSE(quote.ckCapLock.Enabled());
   quote.ckCapLock.SetEnabled(true);

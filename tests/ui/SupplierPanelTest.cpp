@@ -156,6 +156,7 @@ TEST_F(SupplierPanelTest, AStoredNameIsTheOneThatUndoAndRemoveGoBy) {
   EXPECT_EQ(Row().text, "Zoe & Co");
   form->Toolbar1.Press("REMSUPP");
   EXPECT_NE(Said().find("Zoe & Co"), std::string::npos);
+  EXPECT_EQ(Name(13), "Zoe & Co");  // nobody has agreed
   // Of two suppliers with one name the removed one comes back.
   Execute("UPDATE suppliers SET CompanyName='Zoe & Co' WHERE ID=2");
   form->LvwSuppliers.ClickRow(form->LvwSuppliers.Find("ID2"));
@@ -209,6 +210,8 @@ TEST_F(SupplierPanelTest, TheDefaultSupplierTakesTheRatesAndTheTicksOnly) {
   form->database.Plain().Execute("DELETE FROM SupplierFormLink WHERE SupplierId=3");
   ChooseSaxonholt();
   Type(form->rateCard.TxtRangeYield(4), "33");
+  form->menus.MnuSaveDefault.Choose();  // and Cancel
+  EXPECT_NE(Ask("SELECT Yield4 FROM DefaultSupplier"), "33");
   desktop.answers = {Answer::Ok, Answer::Ok};
   form->menus.MnuSaveDefault.Choose();
   EXPECT_EQ(desktop.boxes.at(0).title, "Save as Default Dealer");
@@ -223,6 +226,7 @@ TEST_F(SupplierPanelTest, TheDefaultSupplierTakesTheRatesAndTheTicksOnly) {
   EXPECT_EQ("ID" + Ask(links), form->forms.LvwForms.At(2).key);
   Add("Next");
   EXPECT_EQ(form->rateCard.TxtRangeYield(4).Text(), "33.00");
+  for (const auto& row : form->forms.LvwForms.Rows()) EXPECT_EQ(row.checked, row.key == "ID" + Ask(links)) << row.key;
 }
 
 TEST_F(SupplierPanelTest, TheListIsInTheOrderOfTheNamesAndANamelessOneLeadsToItsName) {
@@ -264,6 +268,10 @@ TEST_F(SupplierPanelTest, TheFilterHidesRowsByNameTownPostCodeOrContact) {
 TEST_F(SupplierPanelTest, ClosingAfterAnErrorSavesNothing) {
   ChooseSaxonholt();
   Type(Field(3), "Lost");
+  form->Working = true;  // while a calculator travels the window stays, and the work is asked to stop
+  EXPECT_FALSE(form->MayClose());
+  EXPECT_TRUE(run.StopRequested);
+  form->Working = false;
   ErrorShown = true;
   form->Close();
   EXPECT_EQ(Town(), "Reading");

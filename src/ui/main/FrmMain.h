@@ -185,6 +185,8 @@ class FrmMain : public Window {
   std::vector<std::string> ReadSuppliers(std::vector<ListView::Row>& rows);
   void ShowSupplier(const SupplierRow& row);
   void UseSupplierSettings(const SupplierRow& row);
+  // The same, applies what the supplier offers and recalculates the quote.
+  void LoadSupplierRateCard(const SupplierRow& row);
   void ShowNoSupplier();
   void ReportMissingSupplier();
   void LeaveMissingSupplier();

@@ -128,6 +128,12 @@ void FrmMain::UseSupplierSettings(const SupplierRow& row) {
   shown.RateCardFault = row.rateCardFault;
 }
 
+void FrmMain::LoadSupplierRateCard(const SupplierRow& row) {
+  UseSupplierSettings(row);
+  quote.ApplySupplierOptions();
+  quote.RecalculateQuote();
+}
+
 // Fills everything that belongs to the supplier.
 void FrmMain::ShowSupplier(const SupplierRow& row) {
   fields_.Bind(row.row, false);
@@ -138,9 +144,7 @@ void FrmMain::ShowSupplier(const SupplierRow& row) {
   rateCard.ApplyPremiumSwitch();
   forms.LoadSupplierFormLinks(shown.CurrentSupplierId);
   contacts.ListContacts();
-  UseSupplierSettings(row);
-  quote.ApplySupplierOptions();
-  quote.RecalculateQuote();
+  LoadSupplierRateCard(row);
   fields_.RememberLoadedFields(row.row);
 }
 
