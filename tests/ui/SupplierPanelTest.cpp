@@ -224,6 +224,7 @@ TEST_F(SupplierPanelTest, TheDefaultSupplierTakesTheRatesAndTheTicksOnly) {
   form->Toolbar1.Press("SAVE");
   form->menus.MnuSaveDefault.Choose();
   EXPECT_EQ("ID" + Ask(links), form->forms.LvwForms.At(2).key);
+  form->LvwSuppliers.ClickRow(0);  // with other forms
   Add("Next");
   EXPECT_EQ(form->rateCard.TxtRangeYield(4).Text(), "33.00");
   for (const auto& row : form->forms.LvwForms.Rows()) EXPECT_EQ(row.checked, row.key == "ID" + Ask(links)) << row.key;
