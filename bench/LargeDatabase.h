@@ -8,8 +8,8 @@ namespace tarvolinex {
 
 inline constexpr int kSuppliers = 10000;
 
-// Makes the database in a temporary folder, which becomes the run's app folder and data folder; the folder goes with the
-// object.
+// Makes the database in a temporary folder, which becomes the run's app folder and data folder; the folder goes with
+// the object.
 class LargeDatabase {
  public:
   explicit LargeDatabase(int suppliers = kSuppliers);
