@@ -1,6 +1,8 @@
 #include "platform/text/Clock.h"
 
 #include <array>
+#include <charconv>
+#include <cstdio>
 #include <ctime>
 
 namespace tarvolinex {
@@ -21,6 +23,33 @@ std::string Formatted(std::chrono::system_clock::time_point when, const char* fo
 }
 
 }  // namespace
+
+CalendarDay LocalDay(std::chrono::system_clock::time_point when) {
+  const std::tm local = LocalTime(when);
+  return std::chrono::year(local.tm_year + 1900) / (local.tm_mon + 1) / local.tm_mday;
+}
+
+std::string DayText(CalendarDay day) {
+  char text[16];
+  const int length = std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(day.year()),
+                                   static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
+  return {text, static_cast<std::size_t>(length)};
+}
+
+std::optional<CalendarDay> DayFromText(std::string_view text) {
+  constexpr std::size_t kLength = 10;
+  if (text.size() != kLength || text[4] != '-' || text[7] != '-') return std::nullopt;
+  const auto number = [&](std::size_t at, std::size_t length) {
+    unsigned value = 0;
+    const char* end = text.data() + at + length;
+    const auto read = std::from_chars(text.data() + at, end, value);
+    return read.ec == std::errc() && read.ptr == end ? value : 0U;
+  };
+  const CalendarDay day = std::chrono::year(static_cast<int>(number(0, 4))) / std::chrono::month(number(5, 2)) /
+                          std::chrono::day(number(8, 2));
+  if (!day.ok() || static_cast<int>(day.year()) == 0) return std::nullopt;
+  return day;
+}
 
 std::string IsoDate(std::chrono::system_clock::time_point when) {
   return Formatted(when, "%Y-%m-%d");

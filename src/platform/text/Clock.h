@@ -3,9 +3,19 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace tarvolinex {
+
+// A day of the Gregorian calendar.
+using CalendarDay = std::chrono::year_month_day;
+CalendarDay LocalDay(std::chrono::system_clock::time_point when);
+// YYYY-MM-DD.
+std::string DayText(CalendarDay day);
+// The day of such a text; nullopt when it is none.
+std::optional<CalendarDay> DayFromText(std::string_view text);
 
 // The local day as YYYY-MM-DD.
 std::string IsoDate(std::chrono::system_clock::time_point when);
