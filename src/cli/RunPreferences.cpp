@@ -3,7 +3,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "cli/RecordJson.h"
+#include "core/RecordJson.h"
 #include "core/Limits.h"
 #include "publish/Preferences.h"
 

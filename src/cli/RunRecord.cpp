@@ -4,7 +4,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "cli/RecordJson.h"
+#include "core/RecordJson.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"

@@ -52,6 +52,25 @@ inline constexpr std::string_view kDateSent = "UPDATE contacts SET DateLastSent=
 inline constexpr std::string_view kAllEmails = "UPDATE contacts SET email='<EMAIL>'";
 inline constexpr std::string_view kFindContacts =
     "SELECT Supplierid,id FROM contacts WHERE Surname LIKE '<SURNAME>%' AND firstname LIKE '<FIRSTNAME>%'";
+// Quotes that were kept: tables that a database gets when it is first needed. <FIGURES> are the columns of QuoteFields.
+inline constexpr std::string_view kMakeKeptQuotes =
+    "CREATE TABLE IF NOT EXISTS KeptQuotes (ID INTEGER PRIMARY KEY AUTOINCREMENT, QuoteDate DATE, SupplierId LONG, "
+    "CompanyName TEXT(50), Customer TEXT(100), CustomerEmail TEXT(100), CustomerTel TEXT(50), Equipment TEXT(250), "
+    "Reference TEXT(50), Note TEXT(2000), StartDate DATE, ValidUntil DATE, State TEXT(10), Mode SHORT, CapLock YESNO, "
+    "<FIGURES>, SupplierRecord LONG, PreferencesRecord LONG)";
+inline constexpr std::string_view kMakeKeptRecords =
+    "CREATE TABLE IF NOT EXISTS KeptRecords (ID INTEGER PRIMARY KEY AUTOINCREMENT, Content TEXT UNIQUE)";
+inline constexpr std::string_view kKeptQuotes = "SELECT * FROM KeptQuotes";
+inline constexpr std::string_view kKeptQuote = "SELECT * FROM KeptQuotes WHERE ID=<ID>";
+inline constexpr std::string_view kKeptRecord = "SELECT * FROM KeptRecords WHERE ID=<ID>";
+inline constexpr std::string_view kInsertKeptQuote = "INSERT INTO KeptQuotes (<FIELDS>) VALUES(<VALUES>)";
+inline constexpr std::string_view kInsertKeptRecord = "INSERT OR IGNORE INTO KeptRecords (Content) VALUES('<CONTENT>')";
+inline constexpr std::string_view kFindKeptRecord = "SELECT ID FROM KeptRecords WHERE Content='<CONTENT>'";
+inline constexpr std::string_view kUpdateKeptQuote =
+    "UPDATE KeptQuotes SET Customer='<CUSTOMER>', CustomerEmail='<EMAIL>', CustomerTel='<TEL>', "
+    "Equipment='<EQUIPMENT>', Reference='<REFERENCE>', Note='<NOTE>', StartDate=<START>, ValidUntil=<VALIDUNTIL>, "
+    "State='<STATE>' WHERE ID=<ID>";
+inline constexpr std::string_view kDeleteKeptQuote = "DELETE FROM KeptQuotes WHERE ID=<ID>";
 }  // namespace statements
 
 // A placeholder and the value whose text takes its place (Null: nothing).

@@ -5,7 +5,7 @@
 #include "calc/Payment.h"
 #include "cli/Csv.h"
 #include "cli/QuoteRows.h"
-#include "cli/RecordJson.h"
+#include "core/RecordJson.h"
 #include "core/Records.h"
 #include "distribute/Upload.h"
 #include "fuzz/Targets.h"

@@ -199,7 +199,7 @@ void FrmMain::ApplyCaptions() {
 }
 
 void FrmMain::UsePreferences() {
-  const KeptQuote kept(quote);
+  const UnchangedQuote kept(quote);
   ApplyCaptions();
   quote.NameWhatIsLocked();
 }

@@ -255,14 +255,14 @@ void QuotePanel::ShowPricing(int mode, const QuoteRecord& asked) {
   ShowBands(byBand ? BandOf(terms.card, Quote.CapitalCost) : -1);
 }
 
-KeptQuote::KeptQuote(QuotePanel& panel) : panel_(panel), wasLoading_(std::exchange(panel.loading, true)) {
+UnchangedQuote::UnchangedQuote(QuotePanel& panel) : panel_(panel), wasLoading_(std::exchange(panel.loading, true)) {
   for (const auto& [list, box] :
        {std::pair(kListDepositMode, kBoxDeposit), std::pair(kListResidualMode, kBoxResidual)}) {
     choices_.push_back({list, box, panel.CboProCalc(list).ListIndex(), panel.TxtProCalc(box).Text()});
   }
 }
 
-KeptQuote::~KeptQuote() {
+UnchangedQuote::~UnchangedQuote() {
   for (const Choice& choice : choices_) {
     if (choice.position < 0) continue;
     panel_.CboProCalc(choice.list).SetListIndex(choice.position);

@@ -145,12 +145,12 @@ class QuotePanel {
 
 // While it lives, the panel's lists may be made anew; afterwards they, the deposit and the residual are as they were,
 // and the quote is computed again as the user left it.
-class KeptQuote {
+class UnchangedQuote {
  public:
-  explicit KeptQuote(QuotePanel& panel);
-  ~KeptQuote();
-  KeptQuote(const KeptQuote&) = delete;
-  KeptQuote& operator=(const KeptQuote&) = delete;
+  explicit UnchangedQuote(QuotePanel& panel);
+  ~UnchangedQuote();
+  UnchangedQuote(const UnchangedQuote&) = delete;
+  UnchangedQuote& operator=(const UnchangedQuote&) = delete;
 
  private:
   struct Choice {

@@ -1,4 +1,4 @@
-#include "cli/RecordJson.h"
+#include "core/RecordJson.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "cli/RecordJson.h"
+#include "core/RecordJson.h"
 
 #include "platform/RuntimeError.h"
 #include "support/Fixture.h"
