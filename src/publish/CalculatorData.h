@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "publish/PageOptions.h"
+
 namespace tarvolinex {
 
 struct PublishedForm {
@@ -14,9 +16,10 @@ struct PublishedForm {
   std::string text;  // the page with its markers, UTF-8
 };
 
-// One assignment to window.calcData, in ASCII: the day of making (YYYY-MM-DD, local time), both records in base64, the
-// forms. No value can end the script or an element around it.
-std::string CalculatorData(std::chrono::system_clock::time_point made, std::string_view general,
-                           std::string_view supplier, const std::vector<PublishedForm>& forms);
+// One assignment to window.calcData, in ASCII: the day of making (YYYY-MM-DD, local time), the options that differ from
+// their defaults, both records in base64, the forms. No value can end the script or an element around it.
+std::string CalculatorData(std::chrono::system_clock::time_point made, const PageOptions& options,
+                           std::string_view general, std::string_view supplier,
+                           const std::vector<PublishedForm>& forms);
 
 }  // namespace tarvolinex

@@ -11,6 +11,7 @@
 #include "platform/text/Translation.h"
 #include "publish/CalculatorData.h"
 #include "publish/FolderFiles.h"
+#include "publish/PageOptions.h"
 #include "publish/PageText.h"
 #include "publish/Template.h"
 
@@ -40,15 +41,31 @@ void CopyPicture(const Folders& folders, const std::string& name, Reporter& repo
   CopyFileOrStop(reporter, folders.data + "\\logo\\" + name, folders.calculator + name);
 }
 
-// What the user is told of forms that are not published. Of those that are missing only the last is named.
-struct FormWarnings {
+// What the user is told of what is not published as it is. Of the forms that are missing only the last is named.
+struct Warnings {
   std::string missing, others;
   void Add(const std::string& text) { others += (others.empty() ? "" : "\r\n\r\n") + text; }
   std::string Text() const { return missing + (missing.empty() || others.empty() ? "" : "\r\n\r\n") + others; }
 };
 
+// The supplier's texts that the record cannot hold, each with what is read in its place.
+void WarnOfForeignTexts(SupplierCalcSettingsRecord supplier, Warnings& warnings) {
+  std::string texts;
+  for (const auto& field : FieldsOf(supplier)) {
+    const auto member = field.member(supplier);
+    const auto* text = std::get_if<FixedText*>(&member);
+    if (!text || FitsWindows1252((*text)->Trimmed())) continue;
+    texts += "\r\n" + (*text)->Trimmed() + " - " + FromWindows1252(ToWindows1252((*text)->Trimmed()));
+  }
+  if (texts.empty()) return;
+  warnings.Add(
+      Tr("Warning: The calculator cannot show everything as it is written, because its files hold western letters "
+         "only:\r\n%1\r\n\r\nPlease write it in such letters",
+         {texts}));
+}
+
 // Copies the forms' pages. Returns those that are there and not empty.
-std::vector<PublishedForm> CopyForms(const Publication& publication, FormWarnings& warnings) {
+std::vector<PublishedForm> CopyForms(const Publication& publication, Warnings& warnings) {
   const Folders& folders = publication.branding.folders;
   std::vector<PublishedForm> published;
   for (const FormRow& form : publication.forms) {
@@ -92,10 +109,12 @@ std::string FillCalculatorFolder(const Publication& publication, Reporter& repor
   CopyPicture(folders, LogoFileName(folders.data), reporter);
   CopyFileOrStop(reporter, folders.app + "\\general.dat", folder + "general.dat");
   CopyPicture(folders, BackgroundFileName(folders.data), reporter);
-  FormWarnings warnings;
+  Warnings warnings;
+  WarnOfForeignTexts(publication.supplier, warnings);
   const auto published = CopyForms(publication, warnings);
-  WriteFile(folder + "calcdata.txt", CalculatorData(reporter.Now(), ReadFile(folder + "general.dat"),
-                                                    ReadFile(folder + "Supplier.dat"), published));
+  WriteFile(folder + "calcdata.txt",
+            CalculatorData(reporter.Now(), ReadPageOptions(folders.app), ReadFile(folder + "general.dat"),
+                           ReadFile(folder + "Supplier.dat"), published));
   return warnings.Text();
 }
 

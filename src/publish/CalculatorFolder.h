@@ -20,8 +20,9 @@ struct Publication {
 };
 
 // Builds the folder: both records, both pages, logo, background, the linked form pages, and "calcdata.txt". A linked
-// form whose page is missing or empty, or whose link name no file can have, is left out and named in a warning. A
-// failure is a fatal report ("Failed setting up calculator").
+// form whose page is missing or empty, or whose link name no file can have, is left out and named in a warning, and
+// so are texts of the supplier that its record cannot hold. A failure is a fatal report ("Failed setting up
+// calculator").
 void BuildCalculatorFolder(const Publication& publication, Reporter& reporter);
 
 // False when limits of the preferences contradict each other; a box has then said which. Whoever stores preferences or

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "publish/CalculatorData.h"
+#include "publish/PageOptions.h"
 #include "publish/Template.h"
 #include "support/Fixture.h"
 
@@ -88,6 +89,26 @@ TEST_F(CalculatorFolderTest, AFormThatCannotBePublishedIsNamedAndTheRestIs) {
   EXPECT_EQ(InFolder("calcdata.txt").find("Empty"), std::string::npos);
 }
 
+TEST_F(CalculatorFolderTest, TheDataHoldsWhatIsChosenForThePageAndATextThatTheRecordCannotHoldIsToldOf) {
+  Build();
+  EXPECT_EQ(InFolder("calcdata.txt").find("options"), std::string::npos);
+  PageOptions options = {
+      "de", false, 30, 5000, "", "</script>", "\"An\nhonest\" \u20AC\U0001F600", "", std::string(300, 'x')};
+  WritePageOptions(AppFolder, options);
+  supplier.Town = "\u0141\u00F3d\u017A";
+  Build();
+  EXPECT_NE(InFolder("calcdata.txt")
+                .find(R"(","options":{"language":"de","totals":false,"validDays":30,"ratesDays":3650,"words":{)"
+                      R"("deposit":"\u003c/script>","advance":"\"An honest\" \u20ac\ud83d\ude00","maintenance":")" +
+                      std::string(kLongestExplanation, 'x') + "\"}},\"general\":"),
+            std::string::npos)
+      << InFolder("calcdata.txt");
+  EXPECT_NE(desktop.boxes.at(0).text.find("\r\n\u0141\u00F3d\u017A - ?\u00F3d?\r\n"), std::string::npos)
+      << desktop.boxes[0].text;
+  folder.File("General.INI", "[calculator]\nlanguage=xx\ntotals=yes\nvaliddays=-5\nratesdays=7 days\n");
+  EXPECT_EQ(ReadPageOptions(AppFolder), (PageOptions{"", true, 0, 7, "", "", "", "", ""}));
+}
+
 TEST_F(CalculatorFolderTest, AMissingPageOrFolderEndsTheProgram) {
   std::filesystem::remove(folder.Path() + "/calc_test.html");
   EXPECT_THROW(Build(), ProgramEnded);
@@ -143,7 +164,7 @@ TEST_F(PreviewTest, EveryOneOpensTheTestPageWithWhatWasTypedLast) {
 
 TEST(CalculatorDataTest, NothingInAValueLeavesItsString) {
   const std::string data =
-      CalculatorData({}, std::string("\0\xFF", 2), "", {{"\"</script><!--", "a\\\n", "\u2028\u20AC\u0001"}});
+      CalculatorData({}, {}, std::string("\0\xFF", 2), "", {{"\"</script><!--", "a\\\n", "\u2028\u20AC\u0001"}});
   EXPECT_NE(data.find(R"("general":"AP8=","supplier":"")"), std::string::npos);
   EXPECT_NE(data.find(R"({"name":"\"\u003c/script>\u003c!--","file":"a\\\n","text":"\u2028\u20ac\u0001"}]};)"),
             std::string::npos)

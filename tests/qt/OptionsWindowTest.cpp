@@ -53,6 +53,21 @@ TEST_F(OptionsWindow, TheKeyboardAloneWalksTheTreeAndEdits) {
   EXPECT_EQ(CalculatorPreferences.CurrencySymbol.Trimmed(), "1234");
 }
 
+TEST_F(OptionsWindow, AnExplanationIsOneParagraphAndReturnIsTheWindows) {
+  ClickItem("Language");
+  Press(Tree(), Qt::Key_Tab);
+  EXPECT_TRUE(In<QComboBox>(Shown(), "CboLanguage").hasFocus());
+  ClickItem("What Advanced Payments Are");
+  Press(Tree(), Qt::Key_Tab);
+  auto& text = In<QPlainTextEdit>(Shown(), "TxtMeaning");
+  ASSERT_TRUE(text.hasFocus());
+  Keys(text, "Our money");
+  Press(text, Qt::Key_Left);
+  Press(text, Qt::Key_Return);
+  EXPECT_FALSE(Shown().isVisible());
+  EXPECT_EQ(ReadPageOptions(run.AppFolder).advance, "Our money");
+}
+
 TEST_F(OptionsWindow, AClickOnTheSelectedNodeCommits) {
   ClickItem("How leasing works");
   auto& line = In(Shown(), "txtForms_1");

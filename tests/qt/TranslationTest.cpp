@@ -104,7 +104,7 @@ TEST_F(Translated, EveryControlHasItsWidgetEveryWidgetItsControlAndANameAndEvery
   editor.SetLoadPic("");
   const Texts data = Data(form, options);
   for (Frame* frame : {&options.FraTextString, &options.FraValue, &options.FraColour, &options.FraYesNo,
-                       &options.FraDepOptions, &options.FraLogo}) {
+                       &options.FraDepOptions, &options.FraLogo, &options.FraLanguage, &options.FraMeaning}) {
     frame->SetCaption("~");
   }
   options.ChkYesNo.SetCaption("~");

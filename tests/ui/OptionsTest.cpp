@@ -29,11 +29,12 @@ class OptionsTest : public WithOptions {
 TEST_F(OptionsTest, EveryNodeBringsUpItsEditorAloneAndSaysWhatItSets) {
   EXPECT_EQ(Visible(), "FraBlank");
   EXPECT_NE(options.LblHint.Caption(), "");
-  const std::pair<std::string, const char*> kinds[] = {{"ALAISES6", "FraTextString"}, {"COLOURS6", "FraColour"},
-                                                       {"TERM1", "FraValue"},         {"CAPCOST1", "FraValue"},
-                                                       {"DEP2", "FraValue"},          {"RESID1", "FraValue"},
-                                                       {"GRAPHICS3", "FraYesNo"},     {"DEPOPS", "FraDepOptions"},
-                                                       {"TAX", "FraValue"},           {"CURRENCY", "FraTextString"}};
+  const std::pair<std::string, const char*> kinds[] = {
+      {"ALAISES6", "FraTextString"}, {"COLOURS6", "FraColour"},   {"TERM1", "FraValue"},
+      {"CAPCOST1", "FraValue"},      {"DEP2", "FraValue"},        {"RESID1", "FraValue"},
+      {"GRAPHICS3", "FraYesNo"},     {"DEPOPS", "FraDepOptions"}, {"TAX", "FraValue"},
+      {"CURRENCY", "FraTextString"}, {"PAGE0", "FraLanguage"},    {"PAGE1", "FraYesNo"},
+      {"PAGEWORD4", "FraMeaning"}};
   for (const auto& [key, panel] : kinds) {
     Select(key);
     EXPECT_EQ(Visible(), panel) << key;
@@ -168,6 +169,38 @@ TEST_F(OptionsTest, TextsAreTrimmedCutAndWithoutApostrophes) {
   options.Cmd(0).Press();
   EXPECT_EQ(CalculatorPreferences.AliasDeposit.Trimmed(), "Tenant`s down payment an");
   EXPECT_EQ(CalculatorPreferences.CurrencySymbol.Trimmed(), "C`F");
+}
+
+TEST_F(OptionsTest, WhatIsChosenForThePageIsStoredByOkAndViewAlone) {
+  const PageOptions chosen = {"it", false, 30, 90, "", "The customer's own money", "", "", ""};
+  for (const bool kept : {false, true}) {
+    Select("PAGE0");
+    EXPECT_EQ(options.CboLanguage.ListIndex(), 0);
+    options.CboLanguage.Choose(5);
+    Select("PAGE1");
+    EXPECT_TRUE(options.ChkYesNo.Value());
+    options.ChkYesNo.SetValue(false);
+    Select("PAGE2");
+    Enter(options.TxtIncre, "30");
+    Select("PAGE3");
+    Enter(options.TxtIncre, "90");
+    Select("PAGEWORD1");
+    Enter(options.TxtMeaning, "The customer's\r\nown money");
+    Enter(options.TxtMeaning, "The customer's o\r\nwn money");  // Return is the window's
+    options.Cmd(kept ? 2 : 1).Press();
+    EXPECT_EQ(ReadPageOptions(AppFolder), kept ? chosen : PageOptions());
+    options.Reopen();
+    options.Load();
+  }
+  EXPECT_NE(ReadFile(CalculatorFolder() + "calcdata.txt").find(R"("language":"it")"), std::string::npos);
+  Select("PAGE0");
+  EXPECT_EQ(options.CboLanguage.ListIndex(), 5);
+  options.CboLanguage.Choose(0);
+  std::filesystem::remove(AppFolder + "/General.INI");
+  MakeFolder(AppFolder + "/General.INI");
+  options.Cmd(0).Press();
+  EXPECT_TRUE(desktop.boxes.back().text.starts_with("The options of the calculator page could not be saved"));
+  EXPECT_FALSE(options.Closed());
 }
 
 TEST_F(OptionsTest, OneDepositTypeStaysOffered) {

@@ -6,6 +6,7 @@
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "publish/CalculatorFolder.h"
+#include "publish/PageOptions.h"
 #include "publish/Preferences.h"
 #include "store/Statements.h"
 #include "ui/NumberBoxes.h"
@@ -48,6 +49,10 @@ FrmOptions::FrmOptions(Run& run, Database& database)
       CmdCoLog(*this, "CmdCoLog", -1, Tr("Browse...")),
       LblPicture(*this, "LblPicture"),
       PicLogo(*this, "PicLogo"),
+      FraLanguage(*this, "FraLanguage"),
+      CboLanguage(*this, "CboLanguage"),
+      FraMeaning(*this, "FraMeaning"),
+      TxtMeaning(*this, "TxtMeaning"),
       LblHint(*this, "LblHint"),
       LblPreviewTitle(*this, "LblPreviewTitle", -1, Tr("Preview")),
       PicPage(*this, "PicPage"),
@@ -83,6 +88,7 @@ void FrmOptions::WireEditors() {
   TreeOptions.NodeClick = [this] { TreeOptions_NodeClick(); };
   // What the record cannot hold is seen at once.
   TxtString.Validate = [this] { TxtString.SetText(FromWindows1252(ToWindows1252(EscapeQuotes(TxtString.Text())))); };
+  TxtMeaning.Change = [this] { TxtMeaning_Change(); };
   TxtIncre.SetForNumber(run_.CalculatorPreferences.CurrencySymbol.Trimmed());
   TxtIncre.Change = [this] {
     valueTyped_ = true;
@@ -111,6 +117,13 @@ void FrmOptions::WireEditors() {
 void FrmOptions::Load() {
   const BusyWhile busy;
   edited_ = run_.CalculatorPreferences;
+  page_ = {};
+  try {
+    page_ = ReadPageOptions(run_.AppFolder);
+  } catch (const RuntimeError&) {
+    run_.ShowError("Initialisation File Loading Error");
+  }
+  storedPage_ = page_;
   AddRootTree();
   pendingPictures_ = {};
   HidePanels();
@@ -146,12 +159,26 @@ void FrmOptions::AddRootTree() {
   ChkdepSelect(1).SetCaption(run_.CaptionWithAliases("Percentage  of <CAPEQUIP>"));
 }
 
-void FrmOptions::SavePreferences() {
+bool FrmOptions::SavePageOptions() {
+  if (page_ == storedPage_) return true;
+  try {
+    WritePageOptions(run_.AppFolder, page_);
+  } catch (const RuntimeError& failure) {
+    ReportFailure(run_, "The options of the calculator page could not be saved", failure.Description());
+    return false;
+  }
+  storedPage_ = page_;
+  return true;
+}
+
+bool FrmOptions::SavePreferences() {
+  if (!SavePageOptions()) return false;
   run_.CalculatorPreferences = edited_;
   const Branding branding = {run_.Places(), edited_, run_.CustomerReference};
   SaveCalculatorPreferences(branding, run_);
   if (Around.preferencesSaved) Around.preferencesSaved();
   CopyInstallIcon(branding, run_);
+  return true;
 }
 
 void FrmOptions::Cmd_Click(int button) {
@@ -159,13 +186,13 @@ void FrmOptions::Cmd_Click(int button) {
   if ((button == kOk || button == kView) && !CanPublish(edited_, run_.OwnWords(), run_)) return;
   switch (button) {
     case kOk:
-      SavePreferences();
+      if (!SavePreferences()) return;
       if (formsListChanged_) RemoveUnavailableForms();
       return Close();
     case kCancel:
       return Close();
     case kView:
-      SavePreferences();
+      if (!SavePreferences()) return;
       TheDesktop().DoEvents();
       if (Around.preview) Around.preview();
       return TheDesktop().DoEvents();
@@ -184,6 +211,13 @@ void FrmOptions::SetSwatch(Colour colour) {
   PicColour.SetBackColour(colour);
   const auto part = [&](unsigned shift) { return std::to_string(colour >> shift & kByte); };
   PicColour.SetToolTip(Tr("Red %1, green %2, blue %3", {part(0), part(8), part(16)}));
+}
+
+void FrmOptions::TxtMeaning_Change() {
+  const std::string text = TxtMeaning.Text(), without = ReplaceAll(text, "\r\n", "");
+  const bool onlyReturn = without == meaning_;
+  meaning_ = onlyReturn ? without : ReplaceAll(text, "\r\n", " ");
+  if (text != meaning_) TxtMeaning.SetText(meaning_);
 }
 
 void FrmOptions::ChangeColour() {

@@ -12,6 +12,7 @@
 #include "controls/PaintControls.h"
 #include "core/Records.h"
 #include "core/Run.h"
+#include "publish/PageOptions.h"
 #include "store/Forms.h"
 #include "ui/options/OptionNodes.h"
 
@@ -23,9 +24,9 @@ class FrmOptions : public Window {
  public:
   FrmOptions(Run& run, Database& database);
 
-  // Before the window is shown: a working copy of the run's preferences, the tree, the icons. What is edited goes
-  // into the copy when another node is selected or a button pressed; OK and View alone pass the copy on. What is done
-  // to files and form rows happens at once and stays, whatever button follows.
+  // Before the window is shown: a working copy of the run's preferences and of the page's options, the tree, the icons.
+  // What is edited goes into the copy when another node is selected or a button pressed; OK and View alone pass the
+  // copy on. What is done to files and form rows happens at once and stays, whatever button follows.
   void Load();
   // As a click on the root of the form pages, which shows them.
   void ShowForms();
@@ -73,6 +74,10 @@ class FrmOptions : public Window {
   CommandButton CmdCoLog;
   Label LblPicture;  // which picture is shown below
   PictureBox PicLogo;
+  Frame FraLanguage;
+  ComboBox CboLanguage;
+  Frame FraMeaning;
+  TextBox TxtMeaning;
   Label LblHint;  // what the selected setting does for whom
   // A calculator in small, in the colours and with the pictures as they are edited.
   Label LblPreviewTitle;
@@ -86,8 +91,10 @@ class FrmOptions : public Window {
   void WireEditors();
   void AddRootTree();
   void Cmd_Click(int button);
-  // The copy becomes the run's preferences and is saved, with its icon.
-  void SavePreferences();
+  // The copy becomes the run's preferences and is saved, with its icon. False when the page's options cannot be stored:
+  // that is reported, and nothing is saved.
+  bool SavePreferences();
+  bool SavePageOptions();
 
   void TreeOptions_NodeClick();
   void ShowEditor(const OptionNode& node);
@@ -95,15 +102,22 @@ class FrmOptions : public Window {
   void ShowValue(const OptionNode& node);
   void ShowOnOff(const OptionNode& node);
   void ShowDepositTypes(const OptionNode& node);
+  void ShowLanguage(const OptionNode& node);
   void HidePanels();
 
   // Commits the visible panel's value into the copy.
   void SaveChangedValue();
   void StoreValue(const OptionNode& node);
+  // The field in the copy of the preferences or of the page's options.
+  bool& SwitchOf(const OptionNode& node);
+  std::int32_t& WholeOf(const OptionNode& node);
+  std::string& TextOf(const OptionNode& node);
   std::int16_t TickedDepositTypes() const;
 
   void SetSwatch(Colour colour);
   void ChangeColour();
+  // An explanation is one paragraph: Return is the window's, line breaks of a pasted text part words.
+  void TxtMeaning_Change();
   void ChkdepSelect_Click(int box);
   // The setting's sentence, and the small calculator where the setting is one that it shows.
   void ShowHint(const OptionNode* node);
@@ -147,10 +161,12 @@ class FrmOptions : public Window {
   Run& run_;
   Database& database_;
   CalculatorPreferencesRecord edited_;
-  std::string currentKey_;   // of the node whose value the visible panel shows; empty when none
-  bool valueTyped_ = false;  // the value box has been changed by the user: there is something to commit
+  PageOptions page_, storedPage_;  // as they are edited, and as they were read
+  std::string currentKey_;         // of the node whose value the visible panel shows; empty when none
+  bool valueTyped_ = false;        // the value box has been changed by the user: there is something to commit
   int valueKind_ = 0;
   std::int32_t valueLimit_ = 0;
+  std::string meaning_;       // the explanation's text before it is changed
   std::string enteredValue_;  // the value box's text when it was entered
   bool filling_ = false;      // the program ticks the boxes itself
   int currentFormId_ = 0;

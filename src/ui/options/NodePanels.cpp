@@ -25,6 +25,11 @@ Whole ToWhole(double number) {
   return static_cast<Whole>(std::clamp<double>(std::nearbyint(number), Limits::min(), Limits::max()));
 }
 
+// Of an item of the list of languages, whose first is none.
+std::string CodeOf(int item) {
+  return item > 0 ? PageLanguages()[static_cast<std::size_t>(item) - 1].code : "";
+}
+
 template <typename T>
 T& FieldOf(Prefs& prefs, const OptionNode& node) {
   return prefs.*std::get<T Prefs::*>(node.field);
@@ -33,8 +38,8 @@ T& FieldOf(Prefs& prefs, const OptionNode& node) {
 }  // namespace
 
 void FrmOptions::HidePanels() {
-  for (Frame* panel :
-       {&FraBlank, &FraTextString, &FraValue, &FraColour, &FraYesNo, &FraDepOptions, &FraForms, &FraIcon, &FraLogo}) {
+  for (Frame* panel : {&FraBlank, &FraTextString, &FraValue, &FraColour, &FraYesNo, &FraDepOptions, &FraForms, &FraIcon,
+                       &FraLogo, &FraLanguage, &FraMeaning}) {
     panel->SetVisible(false);
   }
   cmdForm(1).SetVisible(false);
@@ -82,10 +87,19 @@ void FrmOptions::ShowEditor(const OptionNode& node) {
     case OptionEditor::IconList:
       panel = &FraIcon;
       break;
+    case OptionEditor::Language:
+      ShowLanguage(node);
+      panel = &FraLanguage;
+      break;
+    case OptionEditor::Meaning:
+      TxtMeaning.SetMaxLength(node.limit);
+      TxtMeaning.SetText(TextOf(node));
+      panel = &FraMeaning;
+      break;
     case OptionEditor::None:
       break;
   }
-  const bool named = panel == &FraColour || panel == &FraValue || panel == &FraTextString || panel == &FraDepOptions;
+  const bool named = panel != &FraYesNo && panel != &FraIcon && panel != &FraLogo;
   if (named) panel->SetCaption(CaptionOf(TreeOptions.Find(currentKey_)->text));
   panel->SetVisible(true);
 }
@@ -108,16 +122,46 @@ void FrmOptions::ShowValue(const OptionNode& node) {
   } else if (std::holds_alternative<std::int16_t Prefs::*>(node.field)) {
     TxtIncre.SetText(FormatFixed(FieldOf<std::int16_t>(edited_, node), decimals));
   } else {
-    TxtIncre.SetText(FormatFixed(FieldOf<std::int32_t>(edited_, node), decimals));
+    TxtIncre.SetText(FormatFixed(WholeOf(node), decimals));
   }
   valueTyped_ = false;
 }
 
 void FrmOptions::ShowOnOff(const OptionNode& node) {
-  const bool logo = currentKey_ == "GRAPHICS1";
-  ChkYesNo.SetCaption(logo ? Tr("Header Logo Visible") : Tr("Background Picture Visible"));
-  FraYesNo.SetCaption(logo ? Tr("Header Logo On/Off") : Tr("Background Picture On/Off"));
-  ChkYesNo.SetValue(FieldOf<bool>(edited_, node));
+  const bool logo = currentKey_ == "GRAPHICS1", totals = currentKey_ == "PAGE1";
+  ChkYesNo.SetCaption(logo     ? Tr("Header Logo Visible")
+                      : totals ? Tr("Total Payable Visible")
+                               : Tr("Background Picture Visible"));
+  FraYesNo.SetCaption(logo     ? Tr("Header Logo On/Off")
+                      : totals ? Tr("Total Payable On/Off")
+                               : Tr("Background Picture On/Off"));
+  ChkYesNo.SetValue(SwitchOf(node));
+}
+
+void FrmOptions::ShowLanguage(const OptionNode& node) {
+  CboLanguage.Clear();
+  CboLanguage.Add(Tr("As the reader's browser"));
+  int item = 0, chosen = 0;
+  for (const PageLanguage& language : PageLanguages()) {
+    CboLanguage.Add(language.name);
+    ++item;
+    if (TextOf(node) == language.code) chosen = item;
+  }
+  CboLanguage.SetListIndex(chosen);
+}
+
+bool& FrmOptions::SwitchOf(const OptionNode& node) {
+  const auto* ofPage = std::get_if<bool PageOptions::*>(&node.field);
+  return ofPage ? page_.**ofPage : FieldOf<bool>(edited_, node);
+}
+
+std::string& FrmOptions::TextOf(const OptionNode& node) {
+  return page_.*std::get<std::string PageOptions::*>(node.field);
+}
+
+std::int32_t& FrmOptions::WholeOf(const OptionNode& node) {
+  const auto* ofPage = std::get_if<std::int32_t PageOptions::*>(&node.field);
+  return ofPage ? page_.**ofPage : FieldOf<std::int32_t>(edited_, node);
 }
 
 void FrmOptions::ShowDepositTypes(const OptionNode& node) {
@@ -146,7 +190,7 @@ void FrmOptions::SaveChangedValue() {
       FieldOf<Colour>(edited_, *node) = PicColour.BackColour();
       break;
     case OptionEditor::OnOff:
-      FieldOf<bool>(edited_, *node) = ChkYesNo.Value();
+      SwitchOf(*node) = ChkYesNo.Value();
       break;
     case OptionEditor::DepositTypes:
       FieldOf<std::int16_t>(edited_, *node) = TickedDepositTypes();
@@ -156,6 +200,12 @@ void FrmOptions::SaveChangedValue() {
       break;
     case OptionEditor::IconList:
       StoreIcon();
+      break;
+    case OptionEditor::Language:
+      TextOf(*node) = CodeOf(CboLanguage.ListIndex());
+      break;
+    case OptionEditor::Meaning:
+      TextOf(*node) = TxtMeaning.Text();
       break;
     case OptionEditor::None:
       break;
@@ -178,7 +228,7 @@ void FrmOptions::StoreValue(const OptionNode& node) {
   } else if (std::holds_alternative<std::int16_t Prefs::*>(node.field)) {
     FieldOf<std::int16_t>(edited_, node) = ToWhole<std::int16_t>(number);
   } else {
-    FieldOf<std::int32_t>(edited_, node) = ToWhole<std::int32_t>(number);
+    WholeOf(node) = ToWhole<std::int32_t>(number);
   }
 }
 

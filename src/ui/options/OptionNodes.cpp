@@ -10,6 +10,7 @@ namespace tarvolinex {
 namespace {
 
 using Prefs = CalculatorPreferencesRecord;
+using Page = PageOptions;
 using Edit = OptionEditor;
 
 constexpr int kAlias = 25, kSymbol = 4;             // characters
@@ -148,6 +149,45 @@ constexpr OptionNode kNodes[] = {
      Marked("The picture of the install file that your dealers receive, and of the calculator once it is installed. "
             "Only icons of 32 by 32 dots in 16 colours can be used; Edit draws one."),
      Edit::IconList, &Prefs::IconName},
+    {"PAGE", "", Marked("Calculator Page"),
+     Marked(
+         "What the page of the calculators shows and says beside its figures. It counts for the calculators that you "
+         "publish from now on.")},
+    {"PAGE0", "PAGE", Marked("Language"),
+     Marked("Of the fixed words, the numbers and the dates on the calculator; your own words stay as you write them. "
+            "Without a choice each reader sees the language of the browser, where the page has it."),
+     Edit::Language, &Page::language},
+    {"PAGE1", "PAGE", Marked("Total Payable On/Off"),
+     Marked("Whether the calculator says what is paid in all, and what the lease costs beside the <CAPEQUIP>. Switched "
+            "off, neither figure is on the page."),
+     Edit::OnOff, &Page::totals},
+    {"PAGE2", "PAGE", Marked("Quotes Valid For (Days)"),
+     Marked("How long a quote of the calculator holds: its last day stands on paper and in the copied text. With 0 no "
+            "day is named."),
+     Edit::Number, &Page::validDays, kInputCount, kMostDays},
+    {"PAGE3", "PAGE", Marked("Rates May Change After (Days)"),
+     Marked("So long after it was published the calculator begins to say that its rates may have changed, and how to "
+            "ask you for new ones. It goes on working. With 0 it never says so."),
+     Edit::Number, &Page::ratesDays, kInputCount, kMostDays},
+    {"PAGEWORDS", "PAGE", Marked("Words Explained"),
+     Marked(
+         "What your dealers and their customers read when they ask the calculator what a word means. Where you write "
+         "nothing, the page explains the word itself.")},
+    {"PAGEWORD0", "PAGEWORDS", Marked("What <VAT> Is"),
+     Marked("Left empty, the calculator says which rate is added to each amount."), Edit::Meaning, &Page::tax, 0,
+     kLongestExplanation},
+    {"PAGEWORD1", "PAGEWORDS", Marked("What <DEPOSIT> Is"),
+     Marked("Left empty, the calculator says that it is paid at the start and makes each payment smaller."),
+     Edit::Meaning, &Page::deposit, 0, kLongestExplanation},
+    {"PAGEWORD2", "PAGEWORDS", Marked("What Advanced Payments Are"),
+     Marked("Left empty, the calculator says that some payments are made at the start and the others become smaller."),
+     Edit::Meaning, &Page::advance, 0, kLongestExplanation},
+    {"PAGEWORD3", "PAGEWORDS", Marked("What <RESIDUAL> Is"),
+     Marked("Left empty, the calculator says that it stays to the end of the term and makes each payment smaller."),
+     Edit::Meaning, &Page::residual, 0, kLongestExplanation},
+    {"PAGEWORD4", "PAGEWORDS", Marked("What <MAINT> Is"),
+     Marked("Left empty, the calculator says that it is service of the equipment, paid with each payment."),
+     Edit::Meaning, &Page::maintenance, 0, kLongestExplanation},
     {"CURRENCY", "", Marked("Currency Symbol"), Marked("Stands before every amount, here and on the calculators."),
      Edit::TextLine, &Prefs::CurrencySymbol, 0, kSymbol},
     {"TAX", "", Marked("VAT/Sales Tax Percentage"),

@@ -6,15 +6,28 @@
 #include <variant>
 
 #include "core/Records.h"
+#include "publish/PageOptions.h"
 
 namespace tarvolinex {
 
-enum class OptionEditor { None, TextLine, Number, Swatch, OnOff, PictureImport, DepositTypes, IconList };
+enum class OptionEditor {
+  None,
+  TextLine,
+  Number,
+  Swatch,
+  OnOff,
+  PictureImport,
+  DepositTypes,
+  IconList,
+  Language,
+  Meaning
+};
 
 using OptionField =
     std::variant<std::monostate, FixedText CalculatorPreferencesRecord::*, Colour CalculatorPreferencesRecord::*,
                  std::int32_t CalculatorPreferencesRecord::*, std::int16_t CalculatorPreferencesRecord::*,
-                 float CalculatorPreferencesRecord::*, bool CalculatorPreferencesRecord::*>;
+                 float CalculatorPreferencesRecord::*, bool CalculatorPreferencesRecord::*, std::string PageOptions::*,
+                 std::int32_t PageOptions::*, bool PageOptions::*>;
 
 struct OptionNode {
   const char *key, *parent;  // parent: empty for a root
