@@ -13,11 +13,6 @@ Currency FromPence(std::int64_t pence) {
   return Currency::FromUnits(pence * 100);
 }
 
-// As it is shown with two decimals.
-Currency Shown(Currency amount) {
-  return FromPence(amount.Hundredths());
-}
-
 // Sums that stop the work when they no longer fit: a total that is wrong must not be shown.
 Currency Added(Currency sum, Currency more) {
   const auto result = sum.Plus(more);
@@ -29,8 +24,8 @@ Currency Less(Currency from, Currency what) {
   return Added(from, Currency::FromUnits(-what.Units()));
 }
 
-bool IsCleared(const QuoteRecord& quote) {
-  return quote.Yield == 0 && quote.Payment == Currency() && quote.NetCapital == Currency();
+bool IsNothing(const QuoteRecord& quote) {
+  return quote.Payment == Currency() && quote.NetCapital == Currency();
 }
 
 class Maker {
@@ -123,6 +118,10 @@ class Maker {
 
 }  // namespace
 
+Currency Shown(Currency amount) {
+  return FromPence(amount.Hundredths());
+}
+
 std::string_view KindName(LineKind kind) {
   switch (kind) {
     case LineKind::Deposit:
@@ -140,7 +139,7 @@ std::string_view KindName(LineKind kind) {
 std::optional<QuoteRecord> Priced(int mode, const QuoteRecord& asked, const QuoteTerms& terms) {
   QuoteRecord quote = asked;
   CalculateQuote(mode, quote, terms);
-  if (quote.NumberOfPayments - quote.AdvancedPayments < 1 || IsCleared(quote)) return std::nullopt;
+  if (quote.NumberOfPayments - quote.AdvancedPayments < 1 || IsNothing(quote)) return std::nullopt;
   if (mode == kModeCapitalCost && (asked.Payment <= Currency() || NearestTo(asked, quote.CapitalCost, terms)))
     return std::nullopt;
   return quote;

@@ -14,6 +14,9 @@ enum class LineKind { Deposit, Advance, Payment, Residual };
 // "deposit", "advance", "payment", "residual".
 std::string_view KindName(LineKind kind);
 
+// An amount as it is shown with two decimals.
+Currency Shown(Currency amount);
+
 // Amounts are whole hundredths.
 struct ScheduleLine {
   int number = 0;  // 0 at the start, 1 to n the payments; the residual has the last payment's
@@ -39,7 +42,7 @@ struct Schedule {
 };
 
 // The quote that `asked` comes to in that mode; nullopt when it cannot be priced: nothing is left to pay in arrears, no
-// capital cost gives the payment, or nothing is financed at no rate.
+// capital cost gives the payment, or nothing is financed and nothing maintained.
 std::optional<QuoteRecord> Priced(int mode, const QuoteRecord& asked, const QuoteTerms& terms);
 
 // Many months after a day: the day of the month is kept, or cut to the month's last.

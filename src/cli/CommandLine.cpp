@@ -39,6 +39,29 @@ Without INPUT, or with "-", rows come from standard input. A cell that is not a 
 and column; nothing is then written.
 )",
      RunQuote},
+    {"schedule", "what is paid when, to the penny",
+     R"(usage: tarvolinex schedule [--supplier FILE|ID] [--general FILE] [--start YYYY-MM-DD] [--internal] [INPUT.csv|-]
+                           [--output FILE.csv|FILE.xlsx]
+
+Prices the rows as quote does (tarvolinex quote --help) and writes the lines of each: Row, Number, Date, Kind, Amount,
+Tax, AmountIncTax. Kind is deposit, advance, payment or residual; amounts have two decimals.
+
+  --start DAY      the day of the deposit or the payments in advance (default: today); payments follow every month or
+                   every third one, on the same day or the month's last
+  --internal       also Interest, Principal and Balance, which is what would settle the lease after the line
+  --output FILE    write there instead of to standard output; a name that ends in ".xlsx" gives a spreadsheet
+A row that cannot be priced is an error that names its line; nothing is then written.
+)",
+     RunSchedule},
+    {"compare", "price leases at several terms",
+     R"(usage: tarvolinex compare [--supplier FILE|ID] [--general FILE] --terms N,N,... [INPUT.csv|-]
+                          [--output FILE.csv|FILE.xlsx]
+
+Prices each row as quote does (tarvolinex quote --help), once for each number of payments instead of its own, and
+writes Row, NumberOfPayments, Payment, PaymentIncTax, Total, TotalIncTax. Totals are the sums of the schedule. A row
+that cannot be priced at one of the terms is an error that names its line; nothing is then written.
+)",
+     RunCompare},
     {"record", "show or change a preference record",
      R"(usage: tarvolinex record show FILE
        tarvolinex record write FILE

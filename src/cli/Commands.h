@@ -30,12 +30,14 @@ class Arguments {
   std::vector<std::pair<std::string, std::string>> options_;
 };
 
+int RunCompare(Run& run, const std::vector<std::string>& arguments);
 int RunLive(Run& run, const std::vector<std::string>& arguments);
 int RunPackage(Run& run, const std::vector<std::string>& arguments);
 int RunPreferences(Run& run, const std::vector<std::string>& arguments);
 int RunPublish(Run& run, const std::vector<std::string>& arguments);
 int RunQuote(Run& run, const std::vector<std::string>& arguments);
 int RunRecord(Run& run, const std::vector<std::string>& arguments);
+int RunSchedule(Run& run, const std::vector<std::string>& arguments);
 int RunSend(Run& run, const std::vector<std::string>& arguments);
 int RunSuppliers(Run& run, const std::vector<std::string>& arguments);
 

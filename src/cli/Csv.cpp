@@ -1,49 +1,72 @@
 #include "cli/Csv.h"
 
-#include <cstring>
-
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 
 namespace tarvolinex {
 
 namespace {
+
 constexpr std::size_t kLongestLine = 1 << 20;
+constexpr std::size_t kPiece = 1 << 16;
+
+std::string PlaceOf(const std::string& name, long line) {
+  return name + ": line " + std::to_string(line);
 }
 
-CsvReader::CsvReader(std::istream& input, std::string name)
-    : input_(input), name_(std::move(name)), buffer_(kLongestLine, '\0') {}
+// The first line of the text, which loses it, without its end; the last one may have none.
+std::string_view TakeLine(std::string_view& text) {
+  const std::size_t end = text.find('\n');
+  std::string_view line = text.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  return line;
+}
+
+}  // namespace
+
+CsvSource::CsvSource(std::istream& input, std::string name) : input_(input), name_(std::move(name)) {}
+
+bool CsvSource::Next(CsvPiece& piece) {
+  std::string& text = piece.text;
+  text = std::move(rest_);
+  rest_.clear();
+  bool ended = false;
+  for (std::size_t lastEnd = std::string::npos; !ended && lastEnd == std::string::npos;) {
+    const std::size_t had = text.size();
+    if (had > kLongestLine) {
+      throw RuntimeError(kDeviceError,
+                         PlaceOf(name_, lines_ + 1) + " is longer than " + std::to_string(kLongestLine) + " bytes");
+    }
+    text.resize(had + kPiece);
+    input_.read(text.data() + had, kPiece);
+    text.resize(had + static_cast<std::size_t>(input_.gcount()));
+    if (input_.bad()) throw RuntimeError(kDeviceError, name_ + " cannot be read");
+    ended = text.size() == had;
+    lastEnd = text.rfind('\n');
+    if (ended || lastEnd == std::string::npos) continue;
+    rest_ = text.substr(lastEnd + 1);
+    text.resize(lastEnd + 1);
+  }
+  piece.linesBefore = lines_;
+  piece.rowsBefore = rows_;
+  for (std::string_view left = text; !left.empty(); ++lines_) rows_ += TakeLine(left).empty() ? 0 : 1;
+  return !text.empty();
+}
+
+CsvReader::CsvReader(std::string_view text, std::string name, long linesBefore)
+    : text_(text), name_(std::move(name)), line_(linesBefore) {}
 
 std::string CsvReader::Place() const {
-  return name_ + ": line " + std::to_string(line_);
+  return PlaceOf(name_, line_);
 }
 
 bool CsvReader::ReadLine(std::string_view& line) {
-  for (;;) {
-    const char* start = buffer_.data() + at_;
-    const auto* end = static_cast<const char*>(std::memchr(start, '\n', filled_ - at_));
-    if (end || (ended_ && at_ < filled_)) {
-      const std::size_t length = end ? static_cast<std::size_t>(end - start) : filled_ - at_;
-      line = std::string_view(start, length);
-      at_ += length + (end ? 1 : 0);
-      ++line_;
-      if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-      if (line_ == 1 && line.substr(0, 3) == "\xEF\xBB\xBF") line.remove_prefix(3);
-      return true;
-    }
-    if (ended_) return false;
-    std::memmove(buffer_.data(), start, filled_ - at_);
-    filled_ -= at_;
-    at_ = 0;
-    if (filled_ == buffer_.size()) {
-      ++line_;
-      throw RuntimeError(kDeviceError, Place() + " is longer than " + std::to_string(kLongestLine) + " bytes");
-    }
-    input_.read(buffer_.data() + filled_, static_cast<std::streamsize>(buffer_.size() - filled_));
-    filled_ += static_cast<std::size_t>(input_.gcount());
-    if (input_.bad()) throw RuntimeError(kDeviceError, name_ + " cannot be read");
-    ended_ = input_.gcount() == 0;
-  }
+  if (text_.empty()) return false;
+  line = TakeLine(text_);
+  ++line_;
+  if (line_ == 1 && line.substr(0, 3) == "\xEF\xBB\xBF") line.remove_prefix(3);
+  return true;
 }
 
 bool CsvReader::Next(std::vector<std::string_view>& cells) {

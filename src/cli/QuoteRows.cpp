@@ -177,10 +177,10 @@ void QuoteColumns::Fail(const std::string& place, int column, std::string_view c
   throw RuntimeError(kItemNotFound, place + ", column " + name + ": \"" + std::string(cell) + "\"" + wants);
 }
 
-std::string QuoteResultHeader() {
-  std::string header;
-  for (const ResultColumn& column : kResultColumns) header += (header.empty() ? "" : ",") + std::string(column.name);
-  return header + "\n";
+std::vector<SheetColumn> QuoteResultColumns() {
+  std::vector<SheetColumn> columns;
+  for (const ResultColumn& column : kResultColumns) columns.push_back({column.name, CellKind::Money});
+  return columns;
 }
 
 void AppendQuoteResult(const QuoteRecord& quote, std::string& out) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/Quote.h"
+#include "platform/files/Spreadsheet.h"
 
 namespace tarvolinex {
 
@@ -38,8 +39,8 @@ class QuoteColumns {
   std::vector<int> columns_;
 };
 
-// The header of the output, with its line feed.
-std::string QuoteResultHeader();
+// The columns of the output.
+std::vector<SheetColumn> QuoteResultColumns();
 // Appends the results as one line.
 void AppendQuoteResult(const QuoteRecord& quote, std::string& out);
 

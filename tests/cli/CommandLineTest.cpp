@@ -2,7 +2,9 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <sstream>
 
 #include "core/Records.h"
 #include "platform/text/Encoding.h"
@@ -87,6 +89,63 @@ TEST_F(CommandLineTest, ABadCellIsNamedAndNothingIsWritten) {
     EXPECT_EQ(run.status, 1) << input;
     EXPECT_NE(run.err.find(named), std::string::npos) << run.err;
     EXPECT_FALSE(FileExists(folder.Path() + "/out.csv"));
+  }
+}
+
+// The first cell of each line that holds the text.
+std::string FirstCells(const std::string& lines, const std::string& holds) {
+  std::string cells;
+  std::istringstream input(lines);
+  for (std::string line; std::getline(input, line);) {
+    if (line.find(holds) != std::string::npos) cells += line.substr(0, line.find(',')) + "\n";
+  }
+  return cells;
+}
+
+TEST_F(CommandLineTest, LongInputsAreWorkedOnTogetherAndStayInOrder) {
+  std::string rows = "CapitalCost,NumberOfPayments,Yield,Mode\n\n", expected, expectedRows;
+  for (int i = 1; i <= 20000; ++i) {
+    rows += std::to_string(i) + ",12,5,1\n";
+    expected += std::to_string(i) + ".0000\n";
+    expectedRows += std::to_string(i) + "\n";
+  }
+  EXPECT_TRUE(FirstCells(Program("quote", rows).out, "") == "CapitalCost\n" + expected);
+  EXPECT_TRUE(FirstCells(Program("schedule --start 2026-01-31", rows).out, ",3,2026-04-30,payment,") == expectedRows);
+  // The first bad row is the one that is named, however far others have come.
+  for (const char* command : {"schedule", "compare --terms 12,24"}) {
+    const Run failed = Program(std::string(command) + " --output " + folder.Path() + "/out.csv",
+                               rows + "0,12,5,1\n" + rows.substr(rows.find("\n\n") + 2) + "1,x,5,1\n");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_NE(failed.err.find("line 20003 cannot be priced"), std::string::npos) << failed.err;
+    EXPECT_FALSE(FileExists(folder.Path() + "/out.csv"));
+  }
+}
+
+TEST_F(CommandLineTest, ScheduleAndTermsAsTables) {
+  const std::string rows = "CapitalCost,NumberOfPayments,DepositMode,DepositPercent,Yield,Mode\n10000,2,1,10,12,1\n";
+  const Run schedule = Program("schedule --internal --start 2026-12-31", rows);
+  EXPECT_EQ(schedule.out,
+            "Row,Number,Date,Kind,Amount,Tax,AmountIncTax,Interest,Principal,Balance\n"
+            "1,0,2026-12-31,deposit,1000.00,200.00,1200.00,0.00,0.00,9000.00\n"
+            "1,1,2027-01-31,payment,4567.61,913.52,5481.13,90.00,4477.61,4522.39\n"
+            "1,2,2027-02-28,payment,4567.61,913.52,5481.13,45.22,4522.39,0.00\n")
+      << schedule.err;
+  EXPECT_EQ(Program("schedule --start 2026-12-31", rows).out.find("Interest"), std::string::npos);
+  EXPECT_EQ(Program("compare --terms 2,1", rows).out,
+            "Row,NumberOfPayments,Payment,PaymentIncTax,Total,TotalIncTax\n"
+            "1,2,4567.61,5481.13,10135.22,12162.26\n"
+            "1,1,9090.00,10908.00,10090.00,12108.00\n");
+  for (const char* words : {"schedule --start 2026-02-30", "compare", "compare --terms 12,,24", "compare --terms 12,x",
+                            "compare --terms 12,", "compare --terms 0"}) {
+    EXPECT_EQ(Program(words, rows).status, 2) << words;
+  }
+  const std::string sheet = folder.Path() + "/Schedule.XLSX";
+  EXPECT_EQ(Program("schedule --output " + sheet, rows).status, 0);
+  ASSERT_EQ(std::system(("unzip -qo " + sheet + " -d " + folder.Path()).c_str()), 0);
+  const std::string cells = ReadFile(folder.Path() + "/xl/worksheets/sheet1.xml");
+  for (const char* part :
+       {"state=\"frozen\"", "<f>SUM(E2:E4)</f><v>10135.22</v>", "<v>4567.61</v>", "<t>deposit</t>"}) {
+    EXPECT_NE(cells.find(part), std::string::npos) << part;
   }
 }
 

@@ -11,11 +11,14 @@ namespace tarvolinex {
 // "LINE:[CELL][CELL]" for each row.
 std::string CellsOf(const std::string& text) {
   std::istringstream input(text);
-  CsvReader reader(input, "in");
+  CsvSource source(input, "in");
   std::string all;
-  for (std::vector<std::string_view> cells; reader.Next(cells);) {
-    all += std::to_string(reader.Line()) + ":";
-    for (const auto& cell : cells) all += "[" + std::string(cell) + "]";
+  for (CsvPiece piece; source.Next(piece);) {
+    CsvReader reader(piece.text, source.Name(), piece.linesBefore);
+    for (std::vector<std::string_view> cells; reader.Next(cells);) {
+      all += std::to_string(reader.Line()) + ":";
+      for (const auto& cell : cells) all += "[" + std::string(cell) + "]";
+    }
   }
   return all;
 }

@@ -85,7 +85,10 @@ void ReadCsv(std::string_view bytes) {
   }
   std::istringstream input{std::string(bytes)};
   Works([&] {
-    CsvReader reader(input, "rows.csv");
+    CsvSource source(input, "rows.csv");
+    CsvPiece piece;
+    if (!source.Next(piece)) return;
+    CsvReader reader(piece.text, source.Name());
     std::vector<std::string_view> cells;
     if (!reader.Next(cells)) return;
     const QuoteColumns columns(cells, reader.Place());

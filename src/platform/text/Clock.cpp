@@ -30,10 +30,21 @@ CalendarDay LocalDay(std::chrono::system_clock::time_point when) {
 }
 
 std::string DayText(CalendarDay day) {
-  char text[16];
-  const int length = std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(day.year()),
-                                   static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
-  return {text, static_cast<std::size_t>(length)};
+  // A schedule writes many: no format is read for each.
+  constexpr int kLongYear = 10000;
+  const int year = static_cast<int>(day.year());
+  const unsigned month = static_cast<unsigned>(day.month()), date = static_cast<unsigned>(day.day());
+  const auto digit = [](unsigned number) { return static_cast<char>('0' + number % 10); };
+  std::string text = year < kLongYear ? std::string("0000-00-00") : std::to_string(year) + "-00-00";
+  const std::size_t end = text.size();
+  for (std::size_t i = 0, left = static_cast<std::size_t>(year); year < kLongYear && i < 4; ++i, left /= 10) {
+    text[3 - i] = digit(static_cast<unsigned>(left));
+  }
+  text[end - 5] = digit(month / 10);
+  text[end - 4] = digit(month);
+  text[end - 2] = digit(date / 10);
+  text[end - 1] = digit(date);
+  return text;
 }
 
 std::optional<CalendarDay> DayFromText(std::string_view text) {

@@ -1,0 +1,83 @@
+#include "cli/TableOutput.h"
+
+#include <cstdio>
+
+#include "cli/Csv.h"
+#include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+
+namespace tarvolinex {
+
+namespace {
+
+class FileOutput final : public TableOutput {
+ public:
+  explicit FileOutput(const std::string& path) : file_(path) {}
+  void Write(std::string_view rows) override { file_.Write(rows); }
+  void Commit() override { file_.Commit(); }
+
+ private:
+  WholeFile file_;
+};
+
+// Kept in a temporary file until the end.
+class StandardOutput final : public TableOutput {
+ public:
+  StandardOutput() : spool_(std::tmpfile()) {
+    if (!spool_) throw RuntimeError(kDeviceError, "No temporary file can be made for the results");
+  }
+  void Write(std::string_view rows) override { Put(rows, spool_.get()); }
+  void Commit() override {
+    std::rewind(spool_.get());
+    std::string buffer(1 << 16, '\0');
+    for (std::size_t n; (n = std::fread(buffer.data(), 1, buffer.size(), spool_.get())) > 0;) {
+      Put(std::string_view(buffer).substr(0, n), stdout);
+    }
+    if (std::fflush(stdout) != 0) Fail();
+  }
+
+ private:
+  static void Put(std::string_view bytes, std::FILE* file) {
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()) Fail();
+  }
+  [[noreturn]] static void Fail() { throw RuntimeError(kDiskFull, "The results cannot be written"); }
+  struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  std::unique_ptr<std::FILE, Closer> spool_;
+};
+
+class SheetOutput final : public TableOutput {
+ public:
+  SheetOutput(const std::string& path, const std::vector<SheetColumn>& columns) : sheet_(path, columns) {}
+  void Write(std::string_view rows) override {
+    CsvReader reader(rows, "results");
+    for (std::vector<std::string_view> cells; reader.Next(cells);) sheet_.AddRow(cells);
+  }
+  void Commit() override { sheet_.Commit(); }
+
+ private:
+  Spreadsheet sheet_;
+};
+
+}  // namespace
+
+std::unique_ptr<TableOutput> TableOutput::To(const std::string& path, const std::vector<SheetColumn>& columns) {
+  constexpr std::string_view kSheet = ".xlsx";
+  if (path.size() > kSheet.size() && EqualNoCase(path.substr(path.size() - kSheet.size()), kSheet)) {
+    return std::make_unique<SheetOutput>(path, columns);
+  }
+  std::string heading;
+  for (const SheetColumn& column : columns) heading += (heading.empty() ? "" : ",") + column.name;
+  std::unique_ptr<TableOutput> output;
+  if (path.empty()) {
+    output = std::make_unique<StandardOutput>();
+  } else {
+    output = std::make_unique<FileOutput>(path);
+  }
+  output->Write(heading + "\n");
+  return output;
+}
+
+}  // namespace tarvolinex
