@@ -62,6 +62,24 @@ writes Row, NumberOfPayments, Payment, PaymentIncTax, Total, TotalIncTax. Totals
 that cannot be priced at one of the terms is an error that names its line; nothing is then written.
 )",
      RunCompare},
+    {"quotes", "keep quotes in the database and list them",
+     R"(usage: tarvolinex quotes keep --supplier ID [--customer TEXT] [--equipment TEXT] [--valid-until YYYY-MM-DD]
+                              [INPUT.csv|-]
+       tarvolinex quotes list [--supplier ID] [--output FILE.csv|FILE.xlsx]
+       tarvolinex quotes show NUMBER
+
+keep prices the rows of INPUT (see "quote --help") on the supplier's rate card, keeps each as a quote and prints their
+numbers, one a line. A row that cannot be priced is an error that names its line; nothing is then kept.
+list writes CSV: Number, Date, SupplierID, CompanyName, Customer, Equipment, CapitalCost, NumberOfPayments, Payment,
+  PaymentIncTax, ValidUntil, State (open, accepted, declined, expired). Money has two decimals, days are YYYY-MM-DD.
+show prints a quote as one JSON object: its details, what was asked (AskedCapitalCost, ...), what it came to, and the
+  supplier's record and the preferences that priced it, as "record show" prints them.
+
+  --supplier ID     the supplier that is quoted; of list: that supplier's quotes alone
+  --output FILE     write there; a name that ends in ".xlsx" gives a spreadsheet
+  --valid-until     the last day on which the quote is valid; without it, it does not expire
+)",
+     RunQuotes},
     {"record", "show or change a preference record",
      R"(usage: tarvolinex record show FILE
        tarvolinex record write FILE

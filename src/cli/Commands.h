@@ -36,6 +36,7 @@ int RunPackage(Run& run, const std::vector<std::string>& arguments);
 int RunPreferences(Run& run, const std::vector<std::string>& arguments);
 int RunPublish(Run& run, const std::vector<std::string>& arguments);
 int RunQuote(Run& run, const std::vector<std::string>& arguments);
+int RunQuotes(Run& run, const std::vector<std::string>& arguments);
 int RunRecord(Run& run, const std::vector<std::string>& arguments);
 int RunSchedule(Run& run, const std::vector<std::string>& arguments);
 int RunSend(Run& run, const std::vector<std::string>& arguments);

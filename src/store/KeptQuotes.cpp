@@ -1,5 +1,6 @@
 #include "store/KeptQuotes.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <utility>
@@ -83,6 +84,14 @@ std::string Quoted(std::string_view text) {
   return "'" + EscapeQuotes(text) + "'";
 }
 
+// A line break or a tab becomes a blank: such a text is a cell of lists.
+std::string OneLine(std::string_view text) {
+  std::string line = EscapeQuotes(text);
+  std::replace_if(
+      line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+  return line;
+}
+
 std::string DayLiteral(const std::optional<CalendarDay>& day) {
   return day ? Quoted(DayText(*day)) : "NULL";
 }
@@ -133,11 +142,11 @@ class Lists {
 };
 
 void AddDetails(const QuoteDetails& details, Lists& lists) {
-  lists.Add("Customer", Quoted(details.customer));
-  lists.Add("CustomerEmail", Quoted(details.customerEmail));
-  lists.Add("CustomerTel", Quoted(details.customerTel));
-  lists.Add("Equipment", Quoted(details.equipment));
-  lists.Add("Reference", Quoted(details.reference));
+  lists.Add("Customer", Quoted(OneLine(details.customer)));
+  lists.Add("CustomerEmail", Quoted(OneLine(details.customerEmail)));
+  lists.Add("CustomerTel", Quoted(OneLine(details.customerTel)));
+  lists.Add("Equipment", Quoted(OneLine(details.equipment)));
+  lists.Add("Reference", Quoted(OneLine(details.reference)));
   lists.Add("Note", Quoted(details.note));
   lists.Add("StartDate", DayLiteral(details.start));
   lists.Add("ValidUntil", DayLiteral(details.validUntil));
@@ -340,11 +349,11 @@ bool UpdateQuote(Database& database, int number, const QuoteDetails& details) {
   Transaction transaction(database);
   if (!RowOf(database, number).Found()) return false;
   database.ExecuteStatement(
-      FillStatement(statements::kUpdateKeptQuote, {{"<CUSTOMER>", EscapeQuotes(details.customer)},
-                                                   {"<EMAIL>", EscapeQuotes(details.customerEmail)},
-                                                   {"<TEL>", EscapeQuotes(details.customerTel)},
-                                                   {"<EQUIPMENT>", EscapeQuotes(details.equipment)},
-                                                   {"<REFERENCE>", EscapeQuotes(details.reference)},
+      FillStatement(statements::kUpdateKeptQuote, {{"<CUSTOMER>", OneLine(details.customer)},
+                                                   {"<EMAIL>", OneLine(details.customerEmail)},
+                                                   {"<TEL>", OneLine(details.customerTel)},
+                                                   {"<EQUIPMENT>", OneLine(details.equipment)},
+                                                   {"<REFERENCE>", OneLine(details.reference)},
                                                    {"<NOTE>", EscapeQuotes(details.note)},
                                                    {"<START>", DayLiteral(details.start)},
                                                    {"<VALIDUNTIL>", DayLiteral(details.validUntil)},

@@ -25,7 +25,8 @@ enum class QuoteState { Open, Accepted, Declined };
 std::string_view StateName(QuoteState state);
 std::string_view StateName(QuoteState state, const std::optional<CalendarDay>& validUntil, CalendarDay today);
 
-// What a person says about a quote and may change later. Texts hold no apostrophes: a grave accent is stored.
+// What a person says about a quote and may change later. Texts hold no apostrophes: a grave accent is stored;
+// only the note has line breaks: elsewhere a blank is.
 struct QuoteDetails {
   std::string customer, customerEmail, customerTel, equipment, reference, note;
   std::optional<CalendarDay> start;       // of the lease; none = not settled

@@ -149,6 +149,25 @@ TEST_F(CommandLineTest, ScheduleAndTermsAsTables) {
   }
 }
 
+TEST_F(CommandLineTest, QuotesAreKeptAllOrNone) {
+  const std::string header = "Mode,CapitalCost,NumberOfPayments,Payment\n";
+  EXPECT_EQ(Program("quotes list").status, 0);
+  const Run failed = Program("quotes keep --supplier 1", header + "0,12500,36,0\n0,12500,0,0\n");
+  EXPECT_EQ(failed.status, 1);
+  EXPECT_NE(failed.err.find("line 3"), std::string::npos) << failed.err;
+  EXPECT_EQ(Program("quotes keep --supplier 1 --valid-until 2026-02-29", header).status, 2);
+  const std::string words = "quotes keep --supplier 1 --customer \"O'Neill, Ltd\" --valid-until 2003-02-28";
+  EXPECT_EQ(Program(words, header + "0,12500,36,0\n2,0,36,415.44\n").out, "1\n2\n");
+  const std::string kept = Program("quotes list --supplier 1").out;
+  EXPECT_NE(kept.find("12500.00,36,415.44,498.53,2003-02-28,expired\n2,"), std::string::npos) << kept;
+  EXPECT_NE(kept.find(",\"O`Neill, Ltd\",,"), std::string::npos) << kept;
+  EXPECT_EQ(Program("quotes list --supplier 2").out, kept.substr(0, kept.find('\n') + 1));
+  const std::string shown = Program("quotes show 2").out;
+  EXPECT_NE(shown.find("\"AskedPayment\": \"415.4400\""), std::string::npos) << shown;
+  EXPECT_NE(shown.find("\"CapitalCost\": \"12499.9988\""), std::string::npos) << shown;
+  EXPECT_EQ(Program("quotes show 3").status, 1);
+}
+
 TEST_F(CommandLineTest, RecordsAreShownAndChanged) {
   const std::string path = folder.Path() + "/General.dat", supplier = folder.Path() + "/S.dat";
   EXPECT_EQ(Program("record write " + path, R"({"OrgCompanyName": "Zoë Leasing", "TaxRate": 17.5})").status, 0);

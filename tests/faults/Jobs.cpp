@@ -86,6 +86,8 @@ std::vector<Job> AllJobs(const Workplace& place) {
        .run = program("send --supplier 1 --contact 1 --as zip --subject Calculator --message Hello"),
        .varying = {"app/CalcInstall.zip"},
        .package = "app/CalcInstall.zip"},
+      {.name = "quotes keep",
+       .run = program("quotes keep --supplier 1", "CapitalCost,NumberOfPayments\n12500,36\n8000,24\n")},
       {.name = "quote --output",
        .run = program("quote --supplier 1 " + out + "/rows.csv --output " + out + "/quotes.csv"),
        .prepare = [out] { MakeRows(out + "/rows.csv"); }},

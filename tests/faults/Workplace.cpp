@@ -79,7 +79,8 @@ std::string Workplace::Business(const std::string& dataFolder, bool withAddresse
     if (ValueText(sound.Field(0)) != "ok") text += "damaged\n";
     // The time of a sending is another in every run.
     for (const char* rows :
-         {"SELECT * FROM suppliers ORDER BY ID", "SELECT * FROM DefaultSupplier", "SELECT * FROM Forms ORDER BY ID",
+         {connection.HasTable("KeptQuotes") ? "SELECT * FROM KeptQuotes ORDER BY ID" : "SELECT 1 WHERE 0",
+          "SELECT * FROM suppliers ORDER BY ID", "SELECT * FROM DefaultSupplier", "SELECT * FROM Forms ORDER BY ID",
           "SELECT FormId, SupplierId FROM SupplierFormLink ORDER BY SupplierId, FormId",
           withAddresses ? "SELECT ID, email FROM contacts ORDER BY ID" : "SELECT ID FROM contacts",
           "SELECT Supplierid, firstname, surname, jobtitle, tel, fax, length(DateLastSent) > 0 FROM contacts ORDER BY "

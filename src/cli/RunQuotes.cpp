@@ -1,0 +1,194 @@
+#include <iostream>
+#include <map>
+#include <mutex>
+#include <optional>
+
+#include "calc/Schedule.h"
+#include "cli/ChosenSupplier.h"
+#include "cli/CommandLine.h"
+#include "cli/Commands.h"
+#include "cli/Csv.h"
+#include "cli/RowPipeline.h"
+#include "cli/TableOutput.h"
+#include "core/RecordJson.h"
+#include "platform/RuntimeError.h"
+#include "platform/text/Text.h"
+#include "store/KeptQuotes.h"
+
+namespace tarvolinex {
+
+namespace {
+
+CalendarDay Today(const Run& run) {
+  return LocalDay(run.Now());
+}
+
+void OpenOrFail(Run& run, Database& database) {
+  if (!OpenDatabaseForCommand(run, database)) throw RuntimeError(kFileNotFound, "There is no database of quotes");
+}
+
+std::optional<CalendarDay> DayOf(const Arguments& arguments, const std::string& option) {
+  if (!arguments.Has(option)) return std::nullopt;
+  const auto day = DayFromText(arguments.Value(option));
+  if (!day) throw UsageError{option + " takes a day as YYYY-MM-DD, not \"" + arguments.Value(option) + "\""};
+  return day;
+}
+
+// For rows that are not printed.
+class NoOutput final : public TableOutput {
+ public:
+  void Write(std::string_view) override {}
+  void Commit() override {}
+};
+
+// Every row of the input, priced.
+std::vector<QuoteFigures> PricedRows(const RowInput& input) {
+  std::map<long, QuoteFigures> rows;
+  std::mutex taking;
+  NoOutput nowhere;
+  WorkOnRows(input, nowhere, [&] {
+    return [&](const RowJob& job, std::string&) {
+      const auto priced = Priced(job.row.mode, job.row.quote, job.terms);
+      if (!priced) FailToPrice(job);
+      const std::lock_guard lock(taking);
+      rows[job.number] = {job.row.mode, job.row.capitalCostLocked, job.row.quote, *priced};
+    };
+  });
+  std::vector<QuoteFigures> figures;
+  for (const auto& [number, row] : rows) figures.push_back(row);
+  return figures;
+}
+
+int KeepRows(Run& run, const std::vector<std::string>& arguments) {
+  const Arguments parsed(arguments, {"--supplier", "--customer", "--equipment", "--valid-until"}, {}, 1);
+  KeptQuote common;
+  common.details.customer = parsed.Value("--customer");
+  common.details.equipment = parsed.Value("--equipment");
+  common.details.validUntil = DayOf(parsed, "--valid-until");
+  common.date = Today(run);
+  Database database(run);
+  common.origin = OriginOf(ChooseSupplier(run, database, SupplierIdOf(parsed)), run.CalculatorPreferences);
+  const auto rows = PricedRows({parsed.Words().empty() ? "-" : parsed.Words().front(), common.origin.supplier,
+                                common.origin.preferences.TaxRate});
+  if (rows.empty()) return kDone;
+  for (const int number : KeepQuotes(database, common, rows)) std::cout << number << '\n';
+  return kDone;
+}
+
+std::string Cents(Currency amount) {
+  return FormatFixed(amount.ToDouble(), 2);
+}
+
+std::string LineOf(const QuoteListRow& row) {
+  return std::to_string(row.number) + ',' + CsvCell(row.date) + ',' + std::to_string(row.supplierId) + ',' +
+         CsvCell(row.companyName) + ',' + CsvCell(row.customer) + ',' + CsvCell(row.equipment) + ',' +
+         Cents(row.capitalCost) + ',' + std::to_string(row.numberOfPayments) + ',' + Cents(row.payment) + ',' +
+         Cents(row.paymentIncTax) + ',' + CsvCell(row.validUntil) + ',' + std::string(row.state) + '\n';
+}
+
+int ListKept(Run& run, const std::vector<std::string>& arguments) {
+  const Arguments parsed(arguments, {"--supplier", "--output"}, {}, 0);
+  const int supplier = parsed.Has("--supplier") ? std::stoi(SupplierIdOf(parsed)) : 0;
+  Database database(run);
+  OpenOrFail(run, database);
+  const auto output = TableOutput::To(parsed.Value("--output"), {{"Number", CellKind::Count},
+                                                                 {"Date", CellKind::Date},
+                                                                 {"SupplierID", CellKind::Count},
+                                                                 {"CompanyName"},
+                                                                 {"Customer"},
+                                                                 {"Equipment"},
+                                                                 {"CapitalCost", CellKind::Money, true},
+                                                                 {"NumberOfPayments", CellKind::Count},
+                                                                 {"Payment", CellKind::Money, true},
+                                                                 {"PaymentIncTax", CellKind::Money, true},
+                                                                 {"ValidUntil", CellKind::Date},
+                                                                 {"State"}});
+  ListQuotes(database, Today(run), [&](const QuoteListRow& row) {
+    if (!parsed.Has("--supplier") || row.supplierId == supplier) output->Write(LineOf(row));
+  });
+  output->Commit();
+  return kDone;
+}
+
+struct FigureToJson {
+  JsonValue operator()(const std::int16_t* number) const { return JsonNumber{std::to_string(*number)}; }
+  JsonValue operator()(const float* rate) const { return JsonNumber{FormatSingle(*rate)}; }
+  JsonValue operator()(const Currency* amount) const { return amount->ToText(); }
+  JsonValue operator()(const bool* truth) const { return *truth; }
+};
+
+void AppendFigures(QuoteFigures figures, JsonObject& object) {
+  object.emplace_back("Mode", JsonNumber{std::to_string(figures.mode)});
+  object.emplace_back("CapLock", figures.capitalCostLocked);
+  for (const QuoteField& field : QuoteFields()) {
+    if (!field.input) continue;
+    object.emplace_back(std::string("Asked") + field.name, std::visit(FigureToJson{}, field.member(figures.asked)));
+  }
+  for (const QuoteField& field : QuoteFields()) {
+    object.emplace_back(field.name, std::visit(FigureToJson{}, field.member(figures.priced)));
+  }
+}
+
+std::string DayOrNothing(const std::optional<CalendarDay>& day) {
+  return day ? DayText(*day) : std::string();
+}
+
+JsonObject MembersOf(const KeptQuote& quote, CalendarDay today) {
+  const QuoteDetails& details = quote.details;
+  JsonObject object = {
+      {"Number", JsonNumber{std::to_string(quote.number)}},
+      {"Date", DayText(quote.date)},
+      {"SupplierID", JsonNumber{std::to_string(quote.origin.supplierId)}},
+      {"CompanyName", quote.origin.companyName},
+      {"Customer", details.customer},
+      {"CustomerEmail", details.customerEmail},
+      {"CustomerTel", details.customerTel},
+      {"Equipment", details.equipment},
+      {"Reference", details.reference},
+      {"Note", details.note},
+      {"StartDate", DayOrNothing(details.start)},
+      {"ValidUntil", DayOrNothing(details.validUntil)},
+      {"State", std::string(StateName(details.state, details.validUntil, today))},
+  };
+  AppendFigures(quote.figures, object);
+  return object;
+}
+
+// The object as the value of a member of another one.
+std::string AsMember(const std::string& name, const JsonObject& object) {
+  const std::string text = FormatJsonObject(object);
+  return ",\n  \"" + name + "\": " + ReplaceAll(text.substr(0, text.size() - 1), "\n", "\n  ");
+}
+
+int ShowKept(Run& run, const std::vector<std::string>& arguments) {
+  const Arguments parsed(arguments, {}, {}, 1);
+  if (parsed.Words().empty() || !IsSupplierId(parsed.Words().front())) throw UsageError{"expected the quote's number"};
+  Database database(run);
+  OpenOrFail(run, database);
+  const std::string& number = parsed.Words().front();
+  const auto quote = ReadQuote(database, std::stoi(number));
+  if (!quote) throw RuntimeError(kItemNotFound, "There is no quote with the number " + number);
+  const std::string members = FormatJsonObject(MembersOf(*quote, Today(run)));
+  std::cout << members.substr(0, members.rfind("\n}")) << AsMember("Supplier", RecordToJson(quote->origin.supplier))
+            << AsMember("Preferences", RecordToJson(quote->origin.preferences)) << "\n}\n";
+  return kDone;
+}
+
+struct Job {
+  const char* name;
+  int (*run)(Run&, const std::vector<std::string>&);
+};
+constexpr Job kJobs[] = {{"keep", KeepRows}, {"list", ListKept}, {"show", ShowKept}};
+
+}  // namespace
+
+int RunQuotes(Run& run, const std::vector<std::string>& arguments) {
+  for (const Job& job : kJobs) {
+    if (!arguments.empty() && arguments.front() == job.name) {
+      return job.run(run, {arguments.begin() + 1, arguments.end()});
+    }
+  }
+  throw UsageError{R"(expected "keep", "list" or "show")"};
+}
+
+}  // namespace tarvolinex
