@@ -10,7 +10,7 @@
 #include <thread>
 
 #include "cli/ChosenSupplier.h"
-#include "cli/Csv.h"
+#include "exchange/Csv.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 

@@ -7,7 +7,7 @@
 #include "calc/Payment.h"
 #include "cli/Commands.h"
 #include "cli/QuoteRows.h"
-#include "cli/TableOutput.h"
+#include "exchange/TableOutput.h"
 #include "core/Records.h"
 
 namespace tarvolinex {

@@ -3,8 +3,8 @@
 
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "core/RecordJson.h"
 #include "core/Limits.h"
+#include "core/RecordJson.h"
 #include "publish/Preferences.h"
 
 namespace tarvolinex {

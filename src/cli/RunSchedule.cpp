@@ -6,54 +6,11 @@
 #include "cli/Commands.h"
 #include "cli/RowPipeline.h"
 #include "controls/Desktop.h"
-#include "platform/RuntimeError.h"
+#include "exchange/QuoteTables.h"
 
 namespace tarvolinex {
 
 namespace {
-
-// Appends cells to a line, each with the comma after it; fast, because a schedule has many.
-class LineWriter {
- public:
-  explicit LineWriter(std::string& out) : out_(out) {}
-  void Number(long number) {
-    char text[24];
-    Append(text, std::to_chars(text, text + sizeof text, number).ptr);
-  }
-  // Whole hundredths.
-  void Money(Currency amount) {
-    constexpr int kFinerDigits = 2;
-    char text[24];
-    Append(text, amount.WriteText(text) - kFinerDigits);
-  }
-  void Text(std::string_view text) {
-    out_ += text;
-    out_ += ',';
-  }
-  void End() { out_.back() = '\n'; }
-
- private:
-  void Append(const char* from, const char* to) {
-    out_.append(from, to);
-    out_ += ',';
-  }
-  std::string& out_;
-};
-
-void AppendSchedule(long row, const Schedule& schedule, bool internal, std::string& out) {
-  LineWriter line(out);
-  for (const ScheduleLine& each : schedule.lines) {
-    line.Number(row);
-    line.Number(each.number);
-    line.Text(DayText(each.date));
-    line.Text(KindName(each.kind));
-    for (const Currency amount : {each.amount, each.tax, each.amountIncTax}) line.Money(amount);
-    if (internal) {
-      for (const Currency amount : {each.interest, each.principal, each.balance}) line.Money(amount);
-    }
-    line.End();
-  }
-}
 
 CalendarDay StartOf(const Arguments& parsed) {
   const std::string text = parsed.Value("--start");
@@ -87,20 +44,8 @@ int RunSchedule(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--general", "--start", "--output"}, {"--internal"}, 1);
   const CalendarDay start = StartOf(parsed);
   const bool internal = parsed.Has("--internal");
-  std::vector<SheetColumn> columns = {{"Row", CellKind::Count},
-                                      {"Number", CellKind::Count},
-                                      {"Date", CellKind::Date},
-                                      {"Kind"},
-                                      {"Amount", CellKind::Money, true},
-                                      {"Tax", CellKind::Money, true},
-                                      {"AmountIncTax", CellKind::Money, true}};
-  if (internal) {
-    columns.push_back({"Interest", CellKind::Money, true});
-    columns.push_back({"Principal", CellKind::Money, true});
-    columns.push_back({"Balance", CellKind::Money});
-  }
   const RowInput input = ReadRowInput(run, parsed);
-  const auto output = TableOutput::To(parsed.Value("--output"), columns);
+  const auto output = TableOutput::To(parsed.Value("--output"), ScheduleColumns(internal));
   WorkOnRows(input, *output, [&] {
     return [start, internal, schedule = Schedule()](const RowJob& job, std::string& out) mutable {
       const auto quote = Priced(job.row.mode, job.row.quote, job.terms);
@@ -117,22 +62,12 @@ int RunCompare(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--general", "--terms", "--output"}, {}, 1);
   const std::vector<std::int16_t> terms = TermsOf(parsed);
   const RowInput input = ReadRowInput(run, parsed);
-  const auto output = TableOutput::To(parsed.Value("--output"), {{"Row", CellKind::Count},
-                                                                 {"NumberOfPayments", CellKind::Count},
-                                                                 {"Payment", CellKind::Money},
-                                                                 {"PaymentIncTax", CellKind::Money},
-                                                                 {"Total", CellKind::Money},
-                                                                 {"TotalIncTax", CellKind::Money}});
+  const auto output = TableOutput::To(parsed.Value("--output"), VariantColumns());
   WorkOnRows(input, *output, [&] {
     return [&](const RowJob& job, std::string& out) {
-      LineWriter line(out);
       for (const auto& variant : CompareTerms(job.row.mode, job.row.quote, job.terms, terms)) {
         if (!variant) FailToPrice(job);
-        line.Number(job.number);
-        line.Number(variant->quote.NumberOfPayments);
-        for (const Currency amount : {variant->quote.Payment, variant->quote.PaymentIncTax}) line.Money(Shown(amount));
-        for (const Currency amount : {variant->total, variant->totalIncTax}) line.Money(amount);
-        line.End();
+        AppendVariant(job.number, *variant, out);
       }
     };
   });

@@ -3,7 +3,7 @@
 #include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "cli/Csv.h"
+#include "exchange/Csv.h"
 #include "platform/text/Text.h"
 
 namespace tarvolinex {

@@ -58,6 +58,8 @@ class Desktop {
   // Lets the user choose a program for the file; the same results.
   virtual int OpenWith(const std::string& file) = 0;
   virtual void CopyText(const std::string& text) = 0;
+  // Both forms of one table; whoever takes it chooses.
+  virtual void CopyTable(const std::string& text, const std::string& /*html*/) { CopyText(text); }
 
   virtual void Show(Window& window) = 0;
   virtual void Hide(Window& window) = 0;

@@ -78,6 +78,7 @@ class ListView : public Control {
   };
 
   std::vector<Column>& Columns() { return columns_; }
+  const std::vector<Column>& Columns() const { return columns_; }
   bool CheckBoxes = false;
   std::string NoMatchText;  // stands in the list while the filter shows none of its rows
 

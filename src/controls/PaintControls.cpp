@@ -45,4 +45,9 @@ void ColourBox::Press() {
   Fire(Click);
 }
 
+void BarChart::SetBars(std::vector<Bar> bars) {
+  bars_ = std::move(bars);
+  Paint(Aspect::Items);
+}
+
 }  // namespace tarvolinex

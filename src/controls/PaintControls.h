@@ -1,8 +1,10 @@
-// The kinds of control that a small picture is drawn with: an enlarged grid of cells and boxes of colour.
+// The kinds of control that a small picture is drawn with: an enlarged grid of cells, boxes of colour, bars.
 #pragma once
 
 #include <cstddef>
 #include <span>
+#include <string>
+#include <vector>
 
 #include "controls/Window.h"
 
@@ -83,6 +85,25 @@ class ColourBox : public Control {
  private:
   std::string text_;
   bool marked_ = false;
+};
+
+// Amounts over time as bars. Its tool tip stands for the picture where the picture is not seen.
+class BarChart : public Control {
+ public:
+  using Control::Control;
+  std::string_view TypeName() const override { return "BARCHART"; }
+
+  struct Bar {
+    int at = 0;          // when, counted in periods; bars of the same moment stand on each other
+    double height = 0;   // below 0 it hangs
+    bool apart = false;  // drawn another way than the rest
+    std::string text;    // what it stands for, shown where the pointer is
+  };
+  const std::vector<Bar>& Bars() const { return bars_; }
+  void SetBars(std::vector<Bar> bars);
+
+ private:
+  std::vector<Bar> bars_;
 };
 
 }  // namespace tarvolinex

@@ -27,6 +27,7 @@ bool BindProgressBar(ProgressBar& bar, QWidget& widget);
 bool BindPictureBox(PictureBox& box, QWidget& widget);
 
 bool BindPixelGrid(PixelGrid& grid, QWidget& widget, QObject& owner);
+bool BindBarChart(BarChart& chart, QWidget& widget);
 // Drawn by a swatch that can be chosen, or by a label that only shows the colour.
 bool BindColourBox(ColourBox& box, QWidget& widget, QObject& owner);
 

@@ -1,10 +1,11 @@
-// The grid of cells and the boxes of colour.
+// The grid of cells, the boxes of colour and the bars.
 #include <QCursor>
 #include <QIcon>
 #include <QLabel>
 #include <QSignalBlocker>
 
 #include "platform/text/Translation.h"
+#include "qt/BarChartView.h"
 #include "qt/BindControls.h"
 #include "qt/ColourSwatch.h"
 #include "qt/EventBoundary.h"
@@ -95,6 +96,20 @@ bool BindColourBox(ColourBox& box, QWidget& widget, QObject& owner) {
     Deliver([&] { box.Press(); });
     box.Painter(Aspect::State, -1);
   });
+  return true;
+}
+
+bool BindBarChart(BarChart& chart, QWidget& widget) {
+  auto* view = qobject_cast<BarChartView*>(&widget);
+  if (!view) return false;
+  view->SetChart(chart);
+  chart.Painter = [&chart, view](Aspect, int) {
+    PaintShared(chart, *view);
+    view->setToolTip({});  // each bar has its own
+    view->setAccessibleDescription(Shown(chart.ToolTip()));
+    view->update();
+  };
+  chart.Painter(Aspect::State, -1);
   return true;
 }
 

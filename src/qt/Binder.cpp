@@ -135,6 +135,7 @@ bool Binder::BindWidget(Control& control, QWidget& widget) {
   if (auto* picture = dynamic_cast<PictureBox*>(&control)) return BindPictureBox(*picture, widget);
   if (auto* grid = dynamic_cast<PixelGrid*>(&control)) return BindPixelGrid(*grid, widget, *this);
   if (auto* colour = dynamic_cast<ColourBox*>(&control)) return BindColourBox(*colour, widget, *this);
+  if (auto* chart = dynamic_cast<BarChart*>(&control)) return BindBarChart(*chart, widget);
   if (auto* toolbar = dynamic_cast<Toolbar*>(&control)) return BindToolbar(*toolbar, widget, *this);
   if (auto* tabs = dynamic_cast<TabStrip*>(&control)) return BindTabStrip(*tabs, widget, *this);
   return false;

@@ -13,7 +13,9 @@
 #include "ui_FrmMailSettings.h"
 #include "ui_FrmMain.h"
 #include "ui_FrmOptions.h"
+#include "ui_FrmSchedule.h"
 #include "ui_FrmSearch.h"
+#include "ui_FrmTerms.h"
 #include "ui_frmFormEditWarning.h"
 #include "ui_frmSendCalc.h"
 
@@ -46,7 +48,9 @@ constexpr NamedDesign kDesigns[] = {
     {"FrmMailSettings", Make<Ui::FrmMailSettings, QDialog>},
     {"FrmMain", Make<Ui::FrmMain, QMainWindow>},
     {"FrmOptions", Make<Ui::FrmOptions, QDialog>},
+    {"FrmSchedule", Make<Ui::FrmSchedule, QDialog>},
     {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
+    {"FrmTerms", Make<Ui::FrmTerms, QDialog>},
     {"frmFormEditWarning", Make<Ui::frmFormEditWarning, QDialog>},
     {"frmSendCalc", Make<Ui::frmSendCalc, QDialog>},
 };

@@ -7,6 +7,7 @@
 #include <QIcon>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollArea>
 #include <QWidget>
@@ -113,6 +114,13 @@ int QtDesktop::ShellExecute(const std::string& verb, const std::string& file, co
 int QtDesktop::OpenWith(const std::string& file) {
   const PlainPointer pointer(*this);
   return OpenDocumentWith(TopWidget(), file);
+}
+
+void QtDesktop::CopyTable(const std::string& text, const std::string& html) {
+  auto both = std::make_unique<QMimeData>();
+  both->setText(Shown(text));
+  both->setHtml(Shown(html));
+  QApplication::clipboard()->setMimeData(both.release());
 }
 
 void QtDesktop::CopyText(const std::string& text) {

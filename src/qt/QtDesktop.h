@@ -41,6 +41,7 @@ class QtDesktop : public Desktop {
                    const std::string& folder, int showCommand) override;
   int OpenWith(const std::string& file) override;
   void CopyText(const std::string& text) override;
+  void CopyTable(const std::string& text, const std::string& html) override;
 
   // A window that was closed before is reopened. Throws RuntimeError when it has no design.
   void Show(Window& window) override;

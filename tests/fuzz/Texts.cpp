@@ -3,7 +3,7 @@
 #include <sstream>
 
 #include "calc/Payment.h"
-#include "cli/Csv.h"
+#include "exchange/Csv.h"
 #include "cli/QuoteRows.h"
 #include "core/RecordJson.h"
 #include "core/Records.h"

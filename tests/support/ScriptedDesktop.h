@@ -28,6 +28,7 @@ class ScriptedDesktop : public Desktop {
   std::function<void()> events;        // what happens meanwhile
   std::chrono::system_clock::time_point now{};
   bool busy = false;
+  std::string copied;
 
   Answer MessageBox(const std::string& text, const std::string& title, BoxButtons buttons, BoxIcon icon) override {
     boxes.push_back({text, title, buttons, icon});
@@ -56,7 +57,7 @@ class ScriptedDesktop : public Desktop {
     launched.push_back("openwith " + file);
     return Next(launchResults, 33);
   }
-  void CopyText(const std::string&) override {}
+  void CopyText(const std::string& text) override { copied = text; }
   void Show(Window& window) override { shown.push_back(window.Name()); }
   void Hide(Window&) override {}
   void BringToFront(Window&) override {}

@@ -11,6 +11,8 @@
 #include "ui/main/FrmMain.h"
 #include "ui/main/FrmSearch.h"
 #include "ui/options/FrmOptions.h"
+#include "ui/quotes/FrmSchedule.h"
+#include "ui/quotes/FrmTerms.h"
 
 namespace tarvolinex {
 
@@ -154,6 +156,19 @@ void FrmMain::ShowMailSettings() {
   SavePendingChanges();
   FrmMailSettings settings(run);
   TheDesktop().ShowModal(settings);
+}
+
+void FrmMain::ShowSchedule() {
+  FrmSchedule schedule(run, quote.Quote);
+  TheDesktop().ShowModal(schedule);
+}
+
+void FrmMain::ShowTerms() {
+  const QuoteRecord asked = quote.AskedQuote;
+  FrmTerms terms(
+      run, {quote.ShownQuoteMode, asked, quote.Terms()},
+      [this](const std::string& payments, const std::string& deposit) { quote.TakeVariant(payments, deposit); });
+  TheDesktop().ShowModal(terms);
 }
 
 }  // namespace tarvolinex

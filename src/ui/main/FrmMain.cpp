@@ -128,6 +128,8 @@ void FrmMain::WirePanels() {
       [this](RemovedRows removed) { OfferUndo(std::move(removed)); },
   };
   forms.View = [this](const std::string& page) { PreviewFormPage(page); };
+  quote.CmdSchedule.Click = [this] { ShowSchedule(); };
+  quote.CmdTerms.Click = [this] { ShowTerms(); };
   send.CmdCalcGo(kGoSend).Click = [this] { SendCalculator(); };
   send.CmdCalcGo(kGoCreate).Click = [this] { CreateInstallFile(); };
 }

@@ -172,6 +172,8 @@ class FrmMain : public Window {
   void ShowOrganisationDetails();
   void ShowContactSearch();
   void ShowMailSettings();
+  void ShowSchedule();
+  void ShowTerms();
 
   bool AgreesToLook();
   bool ChooseDatabase();

@@ -210,10 +210,11 @@ void QuotePanel::RecalculateQuote(int mode, int typedBox) {
     const double amount = Quote.CapitalCost.ToDouble() * static_cast<double>(Quote.CommissionPercent) / 100;
     Quote.CommissionValue = Currency::FromDouble(amount).value_or(Currency());
   }
-  const QuoteRecord asked = Quote;
+  AskedQuote = Quote;
   CalculateQuote(mode);
   ShowQuoteResults(typedBox);
-  ShowPricing(mode, asked);
+  ShowPricing(mode, AskedQuote);
+  ShowPlan();
   MarkQuote();
   ShownQuoteMode = mode;
   ShownQuoteBox = typedBox;

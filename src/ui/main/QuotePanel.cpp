@@ -88,6 +88,12 @@ QuotePanel::QuotePanel(Window& window, Run& run, const ShownSupplier& shown)
       LblResult(window, "LblResult", kQuoteResults),
       LblNearest(window, "LblNearest"),
       LblPriced(window, "LblPriced"),
+      FraPlan(window, "FraPlan", -1, Tr("What is paid")),
+      LblTotal(window, "LblTotal"),
+      ChtPayments(window, "ChtPayments"),
+      CmdSchedule(window, "CmdSchedule", -1, Tr("Sched&ule...")),
+      CmdTerms(window, "CmdTerms", -1, Tr("Compare Terms...")),
+      CmdSheet(window, "CmdSheet", -1, Tr("&Quote Sheet...")),
       FraBands(window, "FraBands", -1, Tr("Rate card in force")),
       LvwBands(window, "LvwBands"),
       run_(run),
@@ -134,17 +140,17 @@ void QuotePanel::TxtProCalc_Change(int box) {
     loading = false;
   }
   ckCapLock.SetEnabled(!nothing);
-  if (box == kBoxPayments) {
-    const int aYear = CboProCalc(kListInterval).ListIndex() == 1 ? 4 : 12;
-    const int payments = static_cast<int>(std::clamp(BoxNumber(kBoxPayments), 0.0, kMostPayments + 1));
-    const int years = payments / aYear;
-    if (payments % aYear == 0 && years >= 1 && years <= 5) {
-      loading = true;
-      CboProCalc(kListTerm).SetListIndex(years - 1);
-      loading = false;
-    }
-  }
+  if (box == kBoxPayments) ShowTermOf(static_cast<int>(std::clamp(BoxNumber(kBoxPayments), 0.0, kMostPayments + 1)));
   RecalculateQuote(ModeFor(box, ckCapLock.Value()), box);
+}
+
+void QuotePanel::ShowTermOf(int payments) {
+  const int aYear = CboProCalc(kListInterval).ListIndex() == 1 ? 4 : 12;
+  const int years = payments / aYear;
+  if (payments % aYear != 0 || years < 1 || years > 5) return;
+  const bool before = std::exchange(loading, true);
+  CboProCalc(kListTerm).SetListIndex(years - 1);
+  loading = before;
 }
 
 void QuotePanel::TxtProCalc_LostFocus(int box) {

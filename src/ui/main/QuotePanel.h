@@ -8,6 +8,7 @@
 #include "calc/InputRules.h"
 #include "calc/Payment.h"
 #include "controls/Controls.h"
+#include "controls/PaintControls.h"
 #include "core/Run.h"
 #include "ui/main/ShownSupplier.h"
 
@@ -70,10 +71,16 @@ class QuotePanel {
   ControlArray<Label> LblResult;  // by QuoteResult
   Label LblNearest;               // why no capital cost gives the payment, and what comes nearest
   Label LblPriced;                // what the results were priced by
+  // What is paid over the whole lease: in words, as bars, and where it leads.
+  Frame FraPlan;
+  Label LblTotal;
+  BarChart ChtPayments;
+  CommandButton CmdSchedule, CmdTerms, CmdSheet;
   Frame FraBands;
   ListView LvwBands;  // the rate card in force
 
-  QuoteRecord Quote;  // the calculation that the panel shows
+  QuoteRecord Quote;       // the calculation that the panel shows
+  QuoteRecord AskedQuote;  // what it began with
   // How it came about: the mode, and the box that the user changed (-1 for none).
   int ShownQuoteMode = kModeForward;
   int ShownQuoteBox = -1;
@@ -96,6 +103,13 @@ class QuotePanel {
   void ApplySupplierOptions();
   // What is locked says why in the organisation's present words.
   void NameWhatIsLocked();
+
+  // What rates and prices: the rate card and tax in force.
+  QuoteTerms Terms() const;
+  // Whether there is a quote to show, keep or send: payments to come, at rates that are known.
+  bool HasQuote() const;
+  // Takes another number of payments and deposit, in the unit of its list; what the user typed last stays in force.
+  void TakeVariant(const std::string& payments, const std::string& deposit);
 
   // Reads the boxes, runs the calculation, shows its results in the labels and in the boxes that it derives, with the
   // loading indication set meanwhile. The box that the user is typing in, and boxes that are inputs in every mode
@@ -130,8 +144,10 @@ class QuotePanel {
   void ReadQuotePanel(int typedBox);
   void ReadDeposit();
   void ReadResidual();
-  QuoteTerms Terms() const;
   void CalculateQuote(int mode);
+  void ShowPlan();
+  // Chooses the year of a number of payments that is a whole one of the list.
+  void ShowTermOf(int payments);
   void ShowQuoteResults(int typedBox = -1);
   void ShowPricing(int mode, const QuoteRecord& asked);
   void ShowBands(int used);

@@ -1,4 +1,4 @@
-#include "cli/Csv.h"
+#include "exchange/Csv.h"
 
 #include <gtest/gtest.h>
 

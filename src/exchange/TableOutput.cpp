@@ -1,8 +1,8 @@
-#include "cli/TableOutput.h"
+#include "exchange/TableOutput.h"
 
 #include <cstdio>
 
-#include "cli/Csv.h"
+#include "exchange/Csv.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
