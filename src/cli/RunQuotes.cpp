@@ -7,10 +7,10 @@
 #include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "cli/Csv.h"
 #include "cli/RowPipeline.h"
-#include "cli/TableOutput.h"
 #include "core/RecordJson.h"
+#include "exchange/KeptQuoteTable.h"
+#include "exchange/TableOutput.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "store/KeptQuotes.h"
@@ -75,36 +75,14 @@ int KeepRows(Run& run, const std::vector<std::string>& arguments) {
   return kDone;
 }
 
-std::string Cents(Currency amount) {
-  return FormatFixed(amount.ToDouble(), 2);
-}
-
-std::string LineOf(const QuoteListRow& row) {
-  return std::to_string(row.number) + ',' + CsvCell(row.date) + ',' + std::to_string(row.supplierId) + ',' +
-         CsvCell(row.companyName) + ',' + CsvCell(row.customer) + ',' + CsvCell(row.equipment) + ',' +
-         Cents(row.capitalCost) + ',' + std::to_string(row.numberOfPayments) + ',' + Cents(row.payment) + ',' +
-         Cents(row.paymentIncTax) + ',' + CsvCell(row.validUntil) + ',' + std::string(row.state) + '\n';
-}
-
 int ListKept(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--output"}, {}, 0);
   const int supplier = parsed.Has("--supplier") ? std::stoi(SupplierIdOf(parsed)) : 0;
   Database database(run);
   OpenOrFail(run, database);
-  const auto output = TableOutput::To(parsed.Value("--output"), {{"Number", CellKind::Count},
-                                                                 {"Date", CellKind::Date},
-                                                                 {"SupplierID", CellKind::Count},
-                                                                 {"CompanyName"},
-                                                                 {"Customer"},
-                                                                 {"Equipment"},
-                                                                 {"CapitalCost", CellKind::Money, true},
-                                                                 {"NumberOfPayments", CellKind::Count},
-                                                                 {"Payment", CellKind::Money, true},
-                                                                 {"PaymentIncTax", CellKind::Money, true},
-                                                                 {"ValidUntil", CellKind::Date},
-                                                                 {"State"}});
+  const auto output = TableOutput::To(parsed.Value("--output"), KeptQuoteColumns());
   ListQuotes(database, Today(run), [&](const QuoteListRow& row) {
-    if (!parsed.Has("--supplier") || row.supplierId == supplier) output->Write(LineOf(row));
+    if (!parsed.Has("--supplier") || row.supplierId == supplier) output->Write(KeptQuoteLine(row));
   });
   output->Commit();
   return kDone;
