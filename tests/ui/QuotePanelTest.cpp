@@ -1,6 +1,8 @@
 #include "ui/main/QuotePanel.h"
 
 #include "support/Fixture.h"
+#include "ui/quotes/FrmSchedule.h"
+#include "ui/quotes/FrmTerms.h"
 
 namespace tarvolinex {
 
@@ -11,6 +13,7 @@ class QuotePanelTest : public ProgramTest {
     CalculatorPreferences.CurrencySymbol = "£";
     CalculatorPreferences.AliasCapEquip = "Equipment";
     CalculatorPreferences.AliasDeposit = "Deposit";
+    CalculatorPreferences.AliasVat = "VAT";
     SupplierCalcSettings.Yield.fill(10);
     SupplierCalcSettings.Com.fill(2);
     SupplierCalcSettings.AdditionalPremiumYield = 1;
@@ -240,6 +243,69 @@ TEST_F(ChangedWordsTest, LeaveTheQuoteAndEverySymbolFollows) {
   EXPECT_EQ(quote.LblResultName(kResultCommission).Caption(), "Commission (EUR)");
   EXPECT_EQ(form->rateCard.LblRateName(1).Caption(), "To (EUR)");
   EXPECT_EQ(Box(kBoxMaintenance).ToolTip(), "Service disabled for this Vendor");
+}
+
+TEST_F(QuotePanelTest, WhatIsPaidStandsInWordsAndBarsAndLeadsOn) {
+  EXPECT_FALSE(quote.CmdSchedule.Enabled());
+  Type(kBoxCapitalCost, "10000");
+  Type(kBoxDeposit, "500");
+  EXPECT_EQ(quote.LblTotal.Caption(),
+            "Total payable £11,767.64, inc VAT £11,767.64\n"
+            "36 payments of £312.99 inc VAT, from 1970-02-01 to 1973-01-01");
+  ASSERT_EQ(quote.ChtPayments.Bars().size(), 37U);
+  EXPECT_TRUE(quote.ChtPayments.Bars()[0].apart);
+  EXPECT_EQ(quote.ChtPayments.Bars()[36].text, "Payment 36, 1973-01-01: 312.99");
+  EXPECT_TRUE(quote.CmdSchedule.Enabled() && quote.CmdTerms.Enabled() && quote.CmdSheet.Enabled());
+  Type(kBoxCapitalCost, "0");
+  EXPECT_FALSE(quote.CmdTerms.Enabled());
+  EXPECT_TRUE(quote.ChtPayments.Bars().empty());
+}
+
+TEST_F(QuotePanelTest, AnotherTermIsChosenFromTheTableAndWhatWasTypedStaysInForce) {
+  desktop.files = {folder.Path() + "/terms.csv"};
+  Type(kBoxDeposit, "500");
+  Type(kBoxPayment, "400");  // finds the capital cost
+  const QuoteRecord asked = quote.AskedQuote;
+  FrmTerms terms(
+      run, {quote.ShownQuoteMode, asked, quote.Terms()},
+      [&](const std::string& payments, const std::string& deposit) { quote.TakeVariant(payments, deposit); });
+  EXPECT_EQ(terms.TxtTerms.Text() + "; " + terms.TxtDeposits.Text(), "24, 36, 48, 60; 500.00");
+  EXPECT_EQ(terms.LvwTerms.RowLine(1), "500.00\t36\t400.00\t400.00\t14,900.00\t4,800.00\tthis quote");
+  terms.TxtTerms.SetText("12; 48 x");
+  EXPECT_FALSE(terms.TxtTerms.Fault().empty());
+  terms.TxtTerms.SetText("48 12");
+  terms.TxtDeposits.SetText("0, 500");
+  ASSERT_EQ(terms.LvwTerms.Count(), 4);
+  EXPECT_EQ(terms.LvwTerms.At(0).cells[4], "14,400.00") << "to the shortest of the same deposit";
+  terms.LvwTerms.ClickRow(2);
+  EXPECT_EQ(Boxes({kBoxPayments, kBoxDeposit, kBoxPayment}), "48 500.00 400");
+  EXPECT_EQ(quote.CboProCalc(kListTerm).ListIndex(), 3);
+  EXPECT_EQ(quote.Quote, CompareTerms(kModeCapitalCost, asked, quote.Terms(), {48})[0]->quote);
+  EXPECT_EQ(terms.LvwTerms.At(2).cells[5] + terms.LvwTerms.At(0).cells[5], "this quote");
+  terms.CmdCopy.Press();
+  EXPECT_NE(desktop.copied.find("0.00\t12\t400.00\t400.00\t4,800.00\t0.00\t\n"), std::string::npos) << desktop.copied;
+  terms.CmdSave.Press();
+  EXPECT_TRUE(ReadFile(folder.Path() + "/terms.csv").ends_with("\n4,12,400.00,400.00,5300.00,5300.00\n"));
+}
+
+TEST_F(QuotePanelTest, TheScheduleFollowsItsStartAndKeepsItsInnerFiguresApart) {
+  Type(kBoxCapitalCost, "10000");
+  FrmSchedule schedule(run, quote.Quote);
+  schedule.TxtStart.SetText("2026-12-3");
+  EXPECT_FALSE(schedule.TxtStart.Fault().empty());
+  schedule.TxtStart.SetText("2026-12-31");
+  EXPECT_EQ(schedule.LvwLines.RowLine(1), "Payment 2\t2027-02-28\t329.13\t0.00\t329.13");
+  schedule.ChkInternal.SetValue(true);
+  EXPECT_EQ(schedule.LvwLines.RowLine(35), "Payment 36\t2029-12-31\t329.13\t0.00\t329.13\t2.88\t326.25\t0.00");
+  desktop.files = {folder.Path() + "/s.csv", folder.Path() + "/s.csv"};
+  schedule.ChkInternal.SetValue(false);
+  schedule.CmdSave.Press();
+  const std::string saved = ReadFile(folder.Path() + "/s.csv");
+  EXPECT_EQ(saved.find("Balance"), std::string::npos);
+  schedule.ChkInternal.SetValue(true);
+  schedule.CmdSave.Press();  // the question is answered with no
+  EXPECT_EQ(ReadFile(folder.Path() + "/s.csv"), saved);
+  EXPECT_EQ(desktop.boxes.back().text, folder.Path() + "/s.csv exists. Replace it?");
 }
 
 }  // namespace tarvolinex
