@@ -120,14 +120,19 @@ std::string Encode(const Record& record) {
 }
 
 template <typename Record>
+bool Decode(std::string_view bytes, Record& record) {
+  if (bytes.size() < Encode(Record()).size()) return false;
+  for (const auto& field : FieldsOf(record)) std::visit(Reader{bytes.data() + field.offset}, field.member(record));
+  return true;
+}
+
+template <typename Record>
 void Read(std::string_view path, Record& record) {
   const std::string bytes = ReadFile(path);
-  const std::size_t size = Encode(Record()).size();
-  if (bytes.size() < size) {
+  if (!Decode(bytes, record)) {
     throw RuntimeError(kDeviceError, Tr("%1 holds %2 bytes; the record has %3",
-                                        {path, std::to_string(bytes.size()), std::to_string(size)}));
+                                        {path, std::to_string(bytes.size()), std::to_string(Encode(record).size())}));
   }
-  for (const auto& field : FieldsOf(record)) std::visit(Reader{bytes.data() + field.offset}, field.member(record));
 }
 
 template <typename Record>
@@ -237,6 +242,12 @@ std::string RecordBytes(const Preferences& record) {
 }
 std::string RecordBytes(const Settings& record) {
   return Encode(record);
+}
+bool ReadRecordBytes(std::string_view bytes, Preferences& record) {
+  return Decode(bytes, record);
+}
+bool ReadRecordBytes(std::string_view bytes, Settings& record) {
+  return Decode(bytes, record);
 }
 void ReadRecord(std::string_view path, Preferences& record) {
   Read(path, record);

@@ -106,6 +106,10 @@ std::string RecordBytes(const SupplierCalcSettingsRecord& record);
 void ReadRecord(std::string_view path, CalculatorPreferencesRecord& record);
 void ReadRecord(std::string_view path, SupplierCalcSettingsRecord& record);
 
+// The same of the bytes of such a file; false when they are too few.
+bool ReadRecordBytes(std::string_view bytes, CalculatorPreferencesRecord& record);
+bool ReadRecordBytes(std::string_view bytes, SupplierCalcSettingsRecord& record);
+
 // Writes record 1; a file that was longer keeps its extra bytes. Whole or not at all. Throws RuntimeError.
 void WriteRecord(std::string_view path, const CalculatorPreferencesRecord& record);
 void WriteRecord(std::string_view path, const SupplierCalcSettingsRecord& record);

@@ -1,60 +1,14 @@
 // What the Windows programs read on the dealer's machine: the install file, the set-up list, the list of what is
-// installed. Their readers are built for this machine with the system's part of them below.
-#include <cstring>
+// installed. Their readers are built for this machine.
 #include <filesystem>
 
 #include "fuzz/Targets.h"
-#include "platform/files/Files.h"
-#include "platform/text/Encoding.h"
-#include "platform/text/Text.h"
 #include "selfextract/Archive.h"
 #include "setup/SetupList.h"
 #include "system/Failure.h"
 #include "system/InstalledList.h"
 #include "system/Names.h"
 #include "system/Text.h"
-
-namespace tarvolinex::windows {
-
-// The handle is the file's bytes.
-InputFile::InputFile(const std::wstring& path) : path_(path), handle_(new std::string(ReadWhole(path))) {
-  size_ = static_cast<std::string*>(handle_)->size();
-}
-InputFile::~InputFile() {
-  delete static_cast<std::string*>(handle_);
-}
-void InputFile::ReadAt(std::uint64_t offset, void* into, std::size_t size) const {
-  std::memcpy(into, ReadAt(offset, size).data(), size);
-}
-std::string InputFile::ReadAt(std::uint64_t offset, std::size_t size) const {
-  if (offset > size_ || size > size_ - offset) throw Failure{L"Reading " + path_ + L": the file is cut short."};
-  return static_cast<std::string*>(handle_)->substr(offset, size);
-}
-std::string ReadWhole(const std::wstring& path) {
-  return ReadFile(ToUtf8(path));
-}
-bool Exists(const std::wstring& path) {
-  return FileExists(ToUtf8(path));
-}
-
-bool Decode(std::string_view bytes, unsigned code_page, std::wstring& text) {
-  text.clear();
-  try {
-    const std::string set = code_page == kDos ? "cp437" : "windows-1252";
-    text = std::filesystem::path(code_page == kUtf8 ? std::string(bytes) : DecodeText(bytes, set)).wstring();
-    return true;
-  } catch (const std::filesystem::filesystem_error&) {
-    return false;
-  }
-}
-std::string ToUtf8(const std::wstring& text) {
-  return std::filesystem::path(text).string();
-}
-bool SameName(const std::wstring& a, const std::wstring& b) {
-  return EqualNoCase(ToUtf8(a), ToUtf8(b));
-}
-
-}  // namespace tarvolinex::windows
 
 namespace tarvolinex::fuzz {
 

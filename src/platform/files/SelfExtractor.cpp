@@ -63,16 +63,25 @@ class Module {
     bytes_.SetNumber(headers_ + 88, 0);  // the check sum of the headers, which no longer holds; 0 stands for none
   }
   void SetIcon(std::string_view picture) {
-    // Three levels: kind, name, language; the first picture is the only one.
-    const std::uint64_t root = OffsetOf(bytes_.Number(headers_ + 152, 4));
-    const std::uint64_t names = Child(root, root, kIconResource), languages = Child(root, names, 0);
-    const std::uint64_t data = Child(root, languages, 0);
-    bytes_.Demand(bytes_.Number(data + 4, 4) == picture.size(), Marked("its icon is not the one that can be replaced"));
-    bytes_.Replace(OffsetOf(bytes_.Number(data, 4)), picture);
+    bytes_.Demand(IconSize() == picture.size(), Marked("its icon is not the one that can be replaced"));
+    bytes_.Replace(IconOffset(), picture);
+  }
+  bool StartOf(std::string_view file) {
+    if (file.size() < bytes_.Size()) return false;
+    SetIcon(file.substr(IconOffset(), kIconSize));
+    return file.starts_with(bytes_.All());
   }
   const std::string& All() const { return bytes_.All(); }
 
  private:
+  std::uint64_t IconData() const {
+    // Three levels: kind, name, language; the first picture is the only one.
+    const std::uint64_t root = OffsetOf(bytes_.Number(headers_ + 152, 4));
+    const std::uint64_t names = Child(root, root, kIconResource), languages = Child(root, names, 0);
+    return Child(root, languages, 0);
+  }
+  std::uint32_t IconSize() const { return bytes_.Number(IconData() + 4, 4); }
+  std::uint64_t IconOffset() const { return OffsetOf(bytes_.Number(IconData(), 4)); }
   std::uint32_t Sections() const { return bytes_.Number(headers_ + 6, 2); }
   std::uint64_t EndOfSections() const {
     std::uint64_t end = 0;
@@ -173,6 +182,10 @@ void WriteSelfExtractor(const SelfExtractorSettings& settings, std::string_view 
   file.Write(LittleEndian(lines.size()) + LittleEndian(packed.size()) + lines);
   file.Write(packed);
   file.Commit();
+}
+
+bool BeginsWithModule(std::string_view bytes, std::string_view module) {
+  return Module(module).StartOf(bytes);
 }
 
 bool IsInstallIcon(std::string_view path) {

@@ -20,6 +20,10 @@ struct SelfExtractorSettings {
 void WriteSelfExtractor(const SelfExtractorSettings& settings, std::string_view module, std::string_view icon,
                         std::string_view archive, std::string_view target);
 
+// Whether the bytes begin with the module as WriteSelfExtractor writes it, with whatever icon. Throws RuntimeError when
+// the module cannot be read or used.
+bool BeginsWithModule(std::string_view bytes, std::string_view module);
+
 // Whether the file can be read and is an icon that WriteSelfExtractor takes.
 bool IsInstallIcon(std::string_view path);
 

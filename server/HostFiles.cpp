@@ -1,0 +1,96 @@
+// The system's part of the install file's readers, for this machine: the same code that opens an install file on the
+// dealer's machine looks through it here.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "system/Failure.h"
+#include "system/Files.h"
+#include "system/Text.h"
+
+namespace tarvolinex::windows {
+
+namespace {
+
+// The handle is the file's number and one more, so that none is a null pointer.
+void* AsHandle(int file) {
+  return reinterpret_cast<void*>(static_cast<std::intptr_t>(file) + 1);
+}
+int FileOf(void* handle) {
+  return static_cast<int>(reinterpret_cast<std::intptr_t>(handle) - 1);
+}
+
+bool IsAscii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+}  // namespace
+
+InputFile::InputFile(const std::wstring& path) : path_(path), handle_(nullptr) {
+  const int file = ::open(ToUtf8(path).c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) throw Failure{path + L" cannot be read."};
+  handle_ = AsHandle(file);
+  struct stat status = {};
+  if (::fstat(file, &status) == 0) size_ = static_cast<std::uint64_t>(status.st_size);
+}
+
+InputFile::~InputFile() {
+  ::close(FileOf(handle_));
+}
+
+void InputFile::ReadAt(std::uint64_t offset, void* into, std::size_t size) const {
+  const Failure cut{path_ + L" is cut short."};
+  if (offset > size_ || size > size_ - offset) throw cut;
+  char* to = static_cast<char*>(into);
+  while (size > 0) {
+    const ssize_t count = ::pread(FileOf(handle_), to, size, static_cast<off_t>(offset));
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) throw cut;
+    to += count;
+    offset += static_cast<std::uint64_t>(count);
+    size -= static_cast<std::size_t>(count);
+  }
+}
+
+std::string InputFile::ReadAt(std::uint64_t offset, std::size_t size) const {
+  if (offset > size_ || size > size_ - offset) throw Failure{path_ + L" is cut short."};
+  std::string bytes(size, '\0');
+  ReadAt(offset, bytes.data(), size);
+  return bytes;
+}
+
+std::string ReadWhole(const std::wstring& path) {
+  return ReadFile(ToUtf8(path));
+}
+
+bool Exists(const std::wstring& path) {
+  return FileExists(ToUtf8(path));
+}
+
+// What is neither UTF-8 nor Windows-1252 is taken in ASCII alone: this program writes nothing else.
+bool Decode(std::string_view bytes, unsigned code_page, std::wstring& text) {
+  text.clear();
+  if (code_page != kUtf8 && code_page != kAnsi && !IsAscii(bytes)) return false;
+  try {
+    text = std::filesystem::path(code_page == kAnsi ? FromWindows1252(bytes) : std::string(bytes)).wstring();
+    return true;
+  } catch (const std::filesystem::filesystem_error&) {
+    return false;
+  }
+}
+
+std::string ToUtf8(const std::wstring& text) {
+  return std::filesystem::path(text).string();
+}
+
+bool SameName(const std::wstring& a, const std::wstring& b) {
+  return EqualNoCase(ToUtf8(a), ToUtf8(b));
+}
+
+}  // namespace tarvolinex::windows

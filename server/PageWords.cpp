@@ -1,0 +1,53 @@
+#include "server/PageWords.h"
+
+namespace tarvolinex::server {
+
+const std::array<PageWords, kLanguages> kPageWords = {{
+    {"for %1", "Open the calculator", "Opens at once in this browser, on a telephone too.", "Install on Windows",
+     "A program that leaves the calculator on your computer, for use without the Internet.",
+     "%1 KB, made available on %2. This link is valid until %3.", "There is no such link",
+     "Please look whether the address is complete, as it stands in your e-mail.", "This link has expired",
+     "Please answer the e-mail that brought you here and ask for a new one.", "This link has been withdrawn",
+     "Too many unknown links",
+     "From your network many links were asked for that do not exist. Please try again in an hour.", "Version",
+     "You have version %1, the newest one.", "You have version %1. Version %2 is newer.", "The newest version is %1.",
+     "Where to get it", "Nothing is known here of newer versions."},
+    {"für %1", "Rechner öffnen", "Öffnet sich sofort in diesem Browser, auch auf dem Telefon.",
+     "Unter Windows installieren", "Ein Programm, das den Rechner auf Ihren Computer bringt, auch ohne Internet.",
+     "%1 KB, bereitgestellt am %2. Dieser Link gilt bis %3.", "Diesen Link gibt es nicht",
+     "Bitte prüfen Sie, ob die Adresse vollständig ist, wie sie in Ihrer E-Mail steht.", "Dieser Link ist abgelaufen",
+     "Bitte antworten Sie auf die E-Mail und bitten Sie um einen neuen.", "Dieser Link wurde zurückgezogen",
+     "Zu viele unbekannte Links",
+     "Aus Ihrem Netz wurde nach vielen Links gefragt, die es nicht gibt. Bitte versuchen Sie es in einer Stunde "
+     "wieder.",
+     "Version", "Sie haben Version %1, die neueste.", "Sie haben Version %1. Version %2 ist neuer.",
+     "Die neueste Version ist %1.", "Hier erhältlich", "Über neuere Versionen ist hier nichts bekannt."},
+    {"pour %1", "Ouvrir le calculateur", "S’ouvre aussitôt dans ce navigateur, aussi sur un téléphone.",
+     "Installer sous Windows", "Un programme qui place le calculateur sur votre ordinateur, même sans Internet.",
+     "%1 Ko, mis à disposition le %2. Ce lien est valable jusqu’au %3.", "Ce lien n’existe pas",
+     "Vérifiez que l’adresse est complète, telle que dans votre e-mail.", "Ce lien a expiré",
+     "Répondez à l’e-mail qui vous a amené ici et demandez-en un nouveau.", "Ce lien a été retiré",
+     "Trop de liens inconnus",
+     "De nombreux liens inexistants ont été demandés depuis votre réseau. Réessayez dans une heure.", "Version",
+     "Vous avez la version %1, la plus récente.", "Vous avez la version %1. La version %2 est plus récente.",
+     "La version la plus récente est %1.", "Où l’obtenir", "Rien n’est connu ici de versions plus récentes."},
+    {"para %1", "Abrir la calculadora", "Se abre al instante en este navegador, también en un teléfono.",
+     "Instalar en Windows", "Un programa que deja la calculadora en su ordenador, también sin Internet.",
+     "%1 KB, disponible desde el %2. Este enlace es válido hasta el %3.", "Este enlace no existe",
+     "Compruebe que la dirección está completa, como en su correo.", "Este enlace ha caducado",
+     "Responda al correo que le trajo aquí y pida uno nuevo.", "Este enlace ha sido retirado",
+     "Demasiados enlaces desconocidos",
+     "Desde su red se han pedido muchos enlaces que no existen. Inténtelo de nuevo dentro de una hora.", "Versión",
+     "Tiene la versión %1, la más reciente.", "Tiene la versión %1. La versión %2 es más reciente.",
+     "La versión más reciente es la %1.", "Dónde obtenerla", "Aquí no se sabe nada de versiones más recientes."},
+    {"per %1", "Apri il calcolatore", "Si apre subito in questo browser, anche sul telefono.", "Installa su Windows",
+     "Un programma che mette il calcolatore sul suo computer, anche senza Internet.",
+     "%1 KB, disponibile dal %2. Questo link è valido fino al %3.", "Questo link non esiste",
+     "Controlli che l’indirizzo sia completo, come nella sua e-mail.", "Questo link è scaduto",
+     "Risponda all’e-mail che l’ha portata qui e ne chieda uno nuovo.", "Questo link è stato ritirato",
+     "Troppi link sconosciuti", "Dalla sua rete sono stati chiesti molti link che non esistono. Riprovi tra un’ora.",
+     "Versione", "Ha la versione %1, la più recente.", "Ha la versione %1. La versione %2 è più recente.",
+     "La versione più recente è la %1.", "Dove ottenerla", "Qui non si sa nulla di versioni più recenti."},
+}};
+
+}  // namespace tarvolinex::server

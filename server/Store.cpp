@@ -1,0 +1,247 @@
+#include "server/Store.h"
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "server/Parsing.h"
+#include "server/References.h"
+#include "server/WholeText.h"
+
+namespace tarvolinex::server {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kMostMisses = 20;
+constexpr std::chrono::hours kMissesForgotten{1}, kOrphaned{1}, kEndedForgotten{24 * 365};
+
+[[noreturn]] void Fail(const std::string& doing, int error) {
+  const int number = error == ENOSPC || error == EDQUOT ? kDiskFull : kDeviceError;
+  throw RuntimeError(number, doing + ": " + std::generic_category().message(error));
+}
+
+void MakeFolderOnce(const std::string& path, mode_t mode) {
+  if (::mkdir(path.c_str(), mode) != 0 && errno != EEXIST) Fail("Making " + path, errno);
+}
+
+std::vector<std::string> NamesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (const auto& entry : fs::directory_iterator(folder, error)) names.push_back(entry.path().filename().string());
+  return names;
+}
+
+std::optional<Record> ReadRecordFile(const std::string& path) {
+  struct stat status = {};
+  if (::lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  return ReadRecordText(ReadFile(path));
+}
+
+std::chrono::seconds Age(const std::string& path, Moment now) {
+  struct stat status = {};
+  if (::stat(path.c_str(), &status) != 0) return std::chrono::seconds(0);
+  return now - Moment(std::chrono::seconds(status.st_mtime));
+}
+
+// Held until the object goes.
+class Lock {
+ public:
+  explicit Lock(const std::string& path) : handle_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+    if (handle_ < 0 || ::flock(handle_, LOCK_EX) != 0) Fail("Locking " + path, errno);
+  }
+  ~Lock() { ::close(handle_); }
+  Lock(const Lock&) = delete;
+  Lock& operator=(const Lock&) = delete;
+
+ private:
+  int handle_;
+};
+
+}  // namespace
+
+Store::Incoming::Incoming(const Store& store) {
+  constexpr int kAttempts = 5;
+  const std::string folder = store.folder_ + "/incoming";
+  MakeFolderOnce(folder, 0700);
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    path_ = folder + "/" + RandomName();
+    MakeFolderOnce(path_, 0711);
+    lock_ = ::open(path_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    struct stat locked = {};
+    // Before it was locked somebody may have swept it away.
+    if (lock_ >= 0 && ::flock(lock_, LOCK_EX) == 0 && ::fstat(lock_, &locked) == 0 && locked.st_nlink > 0) return;
+    if (lock_ >= 0) ::close(lock_);
+  }
+  Fail("Making " + path_, errno);
+}
+
+Store::Incoming::~Incoming() {
+  std::error_code ignored;
+  fs::remove_all(path_, ignored);
+  ::close(lock_);
+}
+
+std::optional<Record> Store::Find(const std::string& id) const {
+  for (const std::string& reference : ReferencesIn(id)) {
+    if (auto record = ReadRecordFile(LinksOf(reference) + "/" + id)) return record;
+  }
+  return std::nullopt;
+}
+
+std::vector<Record> Store::Of(const std::string& reference) const {
+  std::vector<Record> records;
+  for (const std::string& name : NamesIn(LinksOf(reference))) {
+    if (!IsIdentifier(name)) continue;
+    if (auto record = ReadRecordFile(LinksOf(reference) + "/" + name)) records.push_back(*record);
+  }
+  std::sort(records.begin(), records.end(), [](const Record& a, const Record& b) { return a.id < b.id; });
+  return records;
+}
+
+std::vector<Record> Store::All() const {
+  std::vector<Record> records;
+  std::vector<std::string> references = NamesIn(folder_ + "/links");
+  std::sort(references.begin(), references.end());
+  for (const std::string& reference : references) {
+    const std::vector<Record> own = Of(reference);
+    records.insert(records.end(), own.begin(), own.end());
+  }
+  return records;
+}
+
+Usage Store::UsageOf(const std::string& reference, Moment now) const {
+  Usage usage;
+  for (const Record& record : Of(reference)) {
+    if (record.ended.empty()) usage.bytes += record.room;
+    if (now - record.received < std::chrono::hours(1)) ++usage.lastHour;
+  }
+  return usage;
+}
+
+std::int64_t Store::FreeBytes() const {
+  struct statvfs disk = {};
+  if (::statvfs(folder_.c_str(), &disk) != 0) Fail("Looking at " + folder_, errno);
+  return static_cast<std::int64_t>(disk.f_bavail) * static_cast<std::int64_t>(disk.f_frsize);
+}
+
+bool Store::Keep(const Incoming& finished, const Record& record,
+                 const std::function<void(const Usage&)>& allowed) const {
+  MakeFolderOnce(folder_ + "/links", 0700);
+  MakeFolderOnce(folder_ + "/calculators", 0711);
+  MakeFolderOnce(LinksOf(record.reference), 0700);
+  const Lock lock(LinksOf(record.reference) + "/.lock");
+  allowed(UsageOf(record.reference, record.received));
+  const std::string calculator = Calculator(record.token);
+  if (::rename(finished.Path().c_str(), calculator.c_str()) != 0) Fail("Storing an upload", errno);
+  FlushFolder(folder_ + "/calculators");
+  std::error_code ignored;
+  try {
+    if (MakeWholeText(LinksOf(record.reference) + "/" + record.id, RecordText(record))) return true;
+  } catch (...) {
+    fs::remove_all(calculator, ignored);
+    throw;
+  }
+  fs::remove_all(calculator, ignored);
+  return false;
+}
+
+void Store::End(Record record, const std::string& why) const {
+  // Out of the way in one step, before it is removed file by file.
+  const std::string away = folder_ + "/incoming/" + record.token;
+  MakeFolderOnce(folder_ + "/incoming", 0700);
+  static_cast<void>(::rename(Calculator(record.token).c_str(), away.c_str()) == 0);
+  record.ended = why;
+  WriteWholeText(LinksOf(record.reference) + "/" + record.id, RecordText(record));
+  std::error_code ignored;
+  fs::remove_all(away, ignored);
+}
+
+int Store::Sweep(Moment now) const {
+  int ended = 0;
+  for (const Record& record : All()) {
+    if (record.ended.empty() && record.expires <= now) {
+      End(record, "expired");
+      ++ended;
+    } else if (!record.ended.empty() && record.expires + kEndedForgotten < now) {
+      ::unlink((LinksOf(record.reference) + "/" + record.id).c_str());
+    }
+  }
+  SweepIncoming();
+  SweepOrphans(now);
+  for (const std::string& name : NamesIn(folder_ + "/misses")) {
+    const std::string path = folder_ + "/misses/" + name;
+    if (Age(path, now) > kMissesForgotten) ::unlink(path.c_str());
+  }
+  return ended;
+}
+
+// A folder that nobody holds is a killed program's.
+void Store::SweepIncoming() const {
+  for (const std::string& name : NamesIn(folder_ + "/incoming")) {
+    const std::string path = folder_ + "/incoming/" + name;
+    const int handle = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    std::error_code ignored;
+    if (handle >= 0 && ::flock(handle, LOCK_EX | LOCK_NB) == 0) fs::remove_all(path, ignored);
+    if (handle >= 0) ::close(handle);
+  }
+}
+
+// Calculators whose record was never written.
+void Store::SweepOrphans(Moment now) const {
+  std::vector<std::string> tokens;
+  for (const Record& record : All()) tokens.push_back(record.token);
+  std::sort(tokens.begin(), tokens.end());
+  for (const std::string& token : NamesIn(folder_ + "/calculators")) {
+    if (std::binary_search(tokens.begin(), tokens.end(), token) || Age(Calculator(token), now) < kOrphaned) continue;
+    std::error_code ignored;
+    fs::remove_all(Calculator(token), ignored);
+  }
+}
+
+std::string Store::MissesFile(const std::string& address) const {
+  in6_addr six = {};
+  in_addr four = {};
+  std::string network = "other";
+  constexpr std::size_t kNetworkBytes = 8;
+  if (::inet_pton(AF_INET6, address.c_str(), &six) == 1) {
+    network.assign(reinterpret_cast<const char*>(&six), kNetworkBytes);
+  } else if (::inet_pton(AF_INET, address.c_str(), &four) == 1) {
+    network.assign(reinterpret_cast<const char*>(&four), sizeof four);
+  }
+  std::string name;
+  for (const char byte : network) name += std::to_string(static_cast<unsigned char>(byte)) + "-";
+  return folder_ + "/misses/" + name;
+}
+
+// A byte a miss; the file's time is the last one's.
+void Store::CountMiss(const std::string& address) const {
+  MakeFolderOnce(folder_ + "/misses", 0700);
+  const std::string path = MissesFile(address);
+  const auto now = std::chrono::time_point_cast<std::chrono::seconds>(std::chrono::system_clock::now());
+  const int start = Age(path, now) > kMissesForgotten ? O_TRUNC : 0;
+  const int handle = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | start, 0600);
+  if (handle < 0) return;
+  static_cast<void>(::write(handle, ".", 1) == 1);
+  ::close(handle);
+}
+
+bool Store::TooManyMisses(const std::string& address, Moment now) const {
+  struct stat status = {};
+  const std::string path = MissesFile(address);
+  return ::stat(path.c_str(), &status) == 0 && status.st_size >= kMostMisses && Age(path, now) <= kMissesForgotten;
+}
+
+}  // namespace tarvolinex::server

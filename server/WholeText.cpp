@@ -1,0 +1,86 @@
+#include "server/WholeText.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
+
+namespace tarvolinex::server {
+
+namespace {
+
+constexpr mode_t kReadableFile = 0644, kOwnFile = 0640;
+
+[[noreturn]] void Fail(const std::string& path) {
+  const int number = errno == ENOSPC || errno == EDQUOT || errno == EFBIG ? kDiskFull : kDeviceError;
+  throw RuntimeError(number, "Writing " + path + ": " + std::generic_category().message(errno));
+}
+
+// An open file that is closed at the end.
+struct OpenFile {
+  int handle;
+  ~OpenFile() { ::close(handle); }
+};
+
+// A name that is gone in the end, unless it has been given to the finished file.
+struct Unfinished {
+  std::string path;
+  ~Unfinished() { ::unlink(path.c_str()); }
+};
+
+void WriteAll(const std::string& path, std::string_view bytes, mode_t mode) {
+  const OpenFile file{::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, mode)};
+  if (file.handle < 0) Fail(path);
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(file.handle, bytes.data(), bytes.size());
+    if (count < 0 && errno != EINTR) Fail(path);
+    if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  if (::fsync(file.handle) != 0) Fail(path);
+}
+
+std::string Beside(const std::string& path) {
+  return FolderOf(path) + "/.new-" + std::to_string(::getpid()) + "-" + FileNameOf(path);
+}
+
+}  // namespace
+
+void WriteFlushed(const std::string& path, std::string_view bytes) {
+  WriteAll(path, bytes, kReadableFile);
+}
+
+void FlushFolder(const std::string& folder) {
+  const OpenFile opened{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+  if (opened.handle < 0 || ::fsync(opened.handle) != 0) Fail(folder);
+}
+
+void WriteWholeText(const std::string& path, std::string_view text) {
+  const Unfinished unfinished{Beside(path)};
+  const std::string& beside = unfinished.path;
+  WriteAll(beside, text, kOwnFile);
+  struct stat old = {};
+  const bool replaces = ::stat(path.c_str(), &old) == 0;
+  if (!replaces && ::stat(FolderOf(path).c_str(), &old) != 0) Fail(path);
+  // Who is not root keeps what it may give.
+  static_cast<void>(::chown(beside.c_str(), replaces ? old.st_uid : static_cast<uid_t>(-1), old.st_gid) == 0);
+  if (replaces) ::chmod(beside.c_str(), old.st_mode & 07777);
+  if (::rename(beside.c_str(), path.c_str()) != 0) Fail(path);
+  FlushFolder(FolderOf(path));
+}
+
+bool MakeWholeText(const std::string& path, std::string_view text) {
+  const Unfinished unfinished{Beside(path)};
+  const std::string& beside = unfinished.path;
+  WriteAll(beside, text, kOwnFile);
+  const bool made = ::link(beside.c_str(), path.c_str()) == 0;
+  if (!made && errno != EEXIST) Fail(path);
+  if (made) FlushFolder(FolderOf(path));
+  return made;
+}
+
+}  // namespace tarvolinex::server
