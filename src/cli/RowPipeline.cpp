@@ -42,7 +42,7 @@ class Pipeline {
     const QuoteColumns columns = ReadHeader();
     columns_ = &columns;
     // A short input is done before a thread would have begun.
-    constexpr std::size_t kWorthAThread = 1 << 15;
+    constexpr std::size_t kWorthAThread = 1 << 14;
     const std::size_t threads =
         first_.text.size() < kWorthAThread ? 1 : std::clamp(std::thread::hardware_concurrency(), 1U, 16U);
     std::vector<std::jthread> others;
@@ -139,7 +139,7 @@ class Pipeline {
     passed_.notify_all();
   }
 
-  static constexpr std::size_t kMostKept = 1 << 20;
+  static constexpr std::size_t kMostKept = 1 << 22;
   CsvSource& source_;
   const RowInput& input_;
   TableOutput& output_;

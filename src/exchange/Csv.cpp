@@ -8,7 +8,7 @@ namespace tarvolinex {
 namespace {
 
 constexpr std::size_t kLongestLine = 1 << 20;
-constexpr std::size_t kPiece = 1 << 16;
+constexpr std::size_t kPiece = 1 << 15;
 
 std::string PlaceOf(const std::string& name, long line) {
   return name + ": line " + std::to_string(line);

@@ -20,7 +20,7 @@ class CsvSource {
  public:
   // name: what errors call the input. The stream is not owned.
   CsvSource(std::istream& input, std::string name);
-  // The next piece, of about 64 KB; false at the end. Throws RuntimeError for a line of over 1 MB, and when the input
+  // The next piece, of about 32 KB; false at the end. Throws RuntimeError for a line of over 1 MB, and when the input
   // cannot be read.
   bool Next(CsvPiece& piece);
   const std::string& Name() const { return name_; }
