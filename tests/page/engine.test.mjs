@@ -6,12 +6,12 @@ import { test } from 'node:test';
 import vm from 'node:vm';
 import {
   installed, newFolder, preferences, publish, record, runProgram, scriptOf, supplier } from './support/folder.mjs';
-import { generator, priceInProgram } from './support/quotes.mjs';
+import { generator, priceInProgram, runOnRows } from './support/quotes.mjs';
 
 const LeaseEngine = vm.runInThisContext(`${scriptOf('engine')}; LeaseEngine`);
 const LeaseForms = vm.runInThisContext(`${scriptOf('forms')}; LeaseForms`);
 const SEED = 20240517;
-const QUOTES = 24000;
+const QUOTES = 26400;
 const CARDS = 12;
 const MONEY = ['CapitalCost', 'DepositValue', 'ResidualValue', 'Maintenance', 'Payment'];
 const RESULTS = ['CapitalCost', 'DepositValue', 'ResidualValue', 'Payment', 'NetCapital', 'PaymentIncTax',
@@ -61,9 +61,23 @@ function quoteOf(row) {
   return quote;
 }
 
-test(`${QUOTES} random quotes on ${CARDS} rate cards agree with the program to the fourth decimal`, () => {
+// The quote that the row comes to, null where it cannot be priced.
+function priced(row, card, taxRate) {
+  const quote = quoteOf(row), backwards = row.Mode === 2;
+  if (quote.advancedPayments >= quote.numberOfPayments || (backwards && !(quote.payment > 0))) return null;
+  LeaseEngine[backwards ? 'findCapitalCost' : 'calculatePayment'](quote, card, taxRate);
+  return (backwards ? quote.capitalCost > 0 && quote.netCapital !== 0 : quote.payment !== 0 || quote.netCapital !== 0) ? quote : null;
+}
+const inPounds = (pence) => (pence / 100).toFixed(2);
+function sameLines(own, told, last) {
+  const others = told.map((row) => Object.values(row).join());
+  assert.deepEqual([others.length, last in told[0]], [own.length, true]);
+  own.forEach((line, i) => assert.equal(line, others[i]));
+}
+
+test(`${QUOTES} random quotes, their schedules and other terms on ${CARDS} rate cards agree with the program to the fourth decimal`, () => {
   const random = generator(SEED);
-  let compared = 0, found = 0;
+  let compared = 0, found = 0, scheduled = 0, varied = 0;
   for (let i = 0; i < CARDS; ++i) {
     const general = record({ ...preferences, TaxRate: random.oneOf([0, 17.5, 20, 7.25]) });
     const settings = record(randomCard(random));
@@ -76,39 +90,36 @@ test(`${QUOTES} random quotes on ${CARDS} rate cards agree with the program to t
       for (const name of RESULTS) {
         assert.equal(page[ownName(name)], LeaseEngine.moneyFromText(program[name]), `${name} of ${told}`);
       }
-      const residual = LeaseForms.shortest(page.residualPercent); // the shortest decimal of the same float
-      assert.equal(String(residual), program.ResidualPercent, `ResidualPercent of ${told}`);
-      const lines = LeaseEngine.scheduleOf(page, new Date('2024-01-31'));
-      const sum = (name) => lines.reduce((total, line) => total + line[name], 0);
-      const { amount, withTax } = LeaseEngine.totalsOf(page);
-      assert.deepEqual([sum('amount'), sum('withTax'), sum('tax')], [amount, withTax, withTax - amount], told);
+      assert.equal(page.residualPercent, Math.fround(program.ResidualPercent), `ResidualPercent of ${told}`);
       compared += 1;
       if (page.mode === 2 && page.capitalCost > 0) found += 1;
     });
+    const at = (row, term) => priced({ ...row, NumberOfPayments: term }, card, TaxRate);
+    const due = rows.filter((row) => at(row, row.NumberOfPayments)), start = random.oneOf(['2024-01-31', '2023-11-30', '2026-02-28']);
+    const lines = due.flatMap((row, n) => LeaseEngine.scheduleOf(at(row, row.NumberOfPayments), new Date(start)).map((line) =>
+      [n + 1, line.number, line.date.toISOString().slice(0, 10), line.kind, ...[line.amount, line.tax, line.withTax].map(inPounds)].join()));
+    sameLines(lines, runOnRows('schedule', due, general, settings, '--start', start), 'AmountIncTax');
+    const terms = [16, 25, 48, 120], variable = rows.filter((row) => terms.every((term) => at(row, term)));
+    sameLines(variable.flatMap((row, n) => terms.map((term) => {
+      const quote = at(row, term), totals = LeaseEngine.totalsOf(quote);
+      const pence = [LeaseEngine.hundredths(quote.payment), LeaseEngine.hundredths(quote.paymentIncTax), totals.amount, totals.withTax];
+      return [n + 1, term, ...pence.map(inPounds)].join();
+    })), runOnRows('compare', variable, general, settings, '--terms', terms.join()), 'TotalIncTax');
+    scheduled += due.length;
+    varied += variable.length;
   }
   assert.equal(compared, QUOTES);
   assert.ok(found > QUOTES / 4, `only ${found} reverse quotes found a capital cost`);
+  assert.ok(scheduled >= 20000 && varied >= 20000, `only ${scheduled} schedules and ${varied} comparisons`);
 });
 
 // The amount, and what it comes to in ten-thousandths: halves to even, nothing lost on the way.
-test('typed amounts become money exactly', () => {
+test('typed amounts become money exactly, and what is not exact is known', () => {
   const cases = [['0', 0], ['12345.67', 123456700], ['.5', 5000], ['0.00005', 0], ['0.00015', 2], ['0.000050001', 1],
     ['99999999.9999', 999999999999], ['-3.1', -31000], ['', null], ['.', null], ['1e5', null], ['1,000', null]];
   for (const [text, units] of cases) assert.equal(LeaseEngine.moneyFromText(text), units, text);
-});
-
-test('a schedule names each day to the month\'s last, and amounts as they are shown', () => {
-  const quote = (changes) => Object.assign(LeaseEngine.newQuote(), { numberOfPayments: 3, payment: 3291253, paymentIncTax: 3949504 }, changes);
-  const told = (q, start) => LeaseEngine.scheduleOf(q, new Date(start)).map((line) =>
-    [line.number, line.date.toISOString().slice(0, 10), line.kind, line.amount, line.tax, line.withTax].join(' '));
-  assert.deepEqual(told(quote({ depositValue: 10000050, depositIncTax: 12000060, residualValue: 5000000, residualIncTax: 6000000 }), '2024-01-31'), [
-    '0 2024-01-31 deposit 100001 20000 120001', '1 2024-02-29 payment 32913 6582 39495', '2 2024-03-31 payment 32913 6582 39495',
-    '3 2024-04-30 payment 32913 6582 39495', '3 2024-04-30 residual 50000 10000 60000']);
-  const advanced = quote({ advancedPayments: 1, depositValue: 3291253, depositIncTax: 3949504, quarterly: true });
-  assert.deepEqual(told(advanced, '2022-11-30'), ['0 2022-11-30 advance 32913 6582 39495', '1 2023-02-28 payment 32913 6582 39495',
-    '2 2023-05-30 payment 32913 6582 39495']);
-  assert.deepEqual([1e15 - 1000, 1e15].map((pence) => LeaseEngine.isExact(quote({ numberOfPayments: 1000, payment: 0, paymentIncTax: pence / 10 }))), [true, false]);
-  assert.equal(LeaseEngine.isExact(quote({ numberOfPayments: 1, paymentIncTax: 2 ** 53 })), false);
+  const isExact = (numberOfPayments, paymentIncTax) => LeaseEngine.isExact({ ...LeaseEngine.newQuote(), numberOfPayments, paymentIncTax });
+  assert.deepEqual([isExact(1000, 1e14 - 100), isExact(1000, 1e14), isExact(1, 2 ** 53)], [true, false, false]);
 });
 
 // The table is the program's as well (tests/publish/LivePageTest.cpp), so that both fill markers alike.

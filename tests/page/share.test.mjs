@@ -4,14 +4,12 @@ import { execFileSync } from 'node:child_process';
 import { writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, test } from 'node:test';
-import { addressOf, assertAccessible, closeBrowsers, enter, textOf, withPage } from './support/browser.mjs';
+import {
+  addressOf, assertAccessible, assertNothingSpilt, cells, closeBrowsers, enter, openAll, textOf, withPage,
+} from './support/browser.mjs';
 import { newFolder, publish } from './support/folder.mjs';
 
 after(closeBrowsers);
-const clipboard = { permissions: ['clipboard-read', 'clipboard-write'] };
-const openAll = (page) => page.evaluate(() => document.querySelectorAll('details').forEach((part) => { part.open = true; }));
-const cells = (page, body) =>
-  page.locator(`#${body}`).evaluate((rows) => [...rows.rows].map((row) => [...row.cells].map((cell) => cell.textContent).join('|')));
 const folder = publish({ options: { validDays: 30 } });
 // What the page copies, by hand, so that every browser can.
 async function copied(page, button) {
@@ -113,15 +111,15 @@ test('quotes are kept on the device as they were, compared, opened and removed; 
 
 test('text and paper say for whom, what and until when; the schedule is a second page', () => withPage(addressOf(folder), async (page) => {
   await openAll(page);
-  const figure = await enter(page, { cost: '20000', deposit: '500', ...states[2], residual: '' });
+  const figure = await enter(page, { cost: '20000', deposit: '500', ...states[2], term: '60' });
   const text = await copied(page, 'copy-text');
   for (const line of [/^Lease Calculator \u2013 Ferrisdale/, /\nCustomer: Smith & Sons/, /\nWhat is leased: <b>Press<\/b>/, /\nValid until: \d+ \w+ \d{4}\n/,
-    new RegExp(`\n36 monthly payments of ${figure}, `), /\nTotal payable /, /lease@harrowgate\.example/]) assert.match(text, line);
+    new RegExp(`\n60 monthly payments of ${figure}, `), /\nTotal payable /, /lease@harrowgate\.example/]) assert.match(text, line);
   assert.doesNotMatch(text, /file:/);
   await page.evaluate(() => { document.querySelector('#schedule-part').open = false; });
   const pages = async () => {
     const file = join(newFolder(), 'page.pdf');
-    writeFileSync(file, await page.pdf({ format: 'A4' }));
+    writeFileSync(file, await page.pdf({ format: 'Letter' }));
     return execFileSync('pdftotext', ['-layout', file, '-'], { encoding: 'utf8' }).trimEnd().split('\f');
   };
   const one = await pages();
@@ -143,7 +141,7 @@ test('words, numbers and dates follow the language that the data or the browser 
     ['en-US', 'it', '20000,', '\u00a3650,30', 'Canone mensile', 'it'],
   ];
   for (const [locale, language, typed, figure, label, lang] of cases) {
-    await withPage(addressOf(publish({ options: { language } })), async (page) => {
+    await withPage(addressOf(publish({ options: language && { language } })), async (page) => {
       assert.equal(await enter(page, { cost: typed }), figure, locale);
       assert.equal(await textOf(page, 'answer-title'), label);
       assert.equal(await page.getAttribute('html', 'lang'), lang);
@@ -155,7 +153,12 @@ test('words, numbers and dates follow the language that the data or the browser 
       assert.equal(await page.inputValue('#cost'), left);
       await page.setViewportSize({ width: 320, height: 640 });
       await openAll(page);
+      await enter(page, { deposit: '1000', residual: '5', maintenance: '25' });
       await assertAccessible(page, `${lang}, everything open`);
+      for (const width of [320, 360]) {
+        await page.setViewportSize({ width, height: 640 });
+        await assertNothingSpilt(page, `${lang}, ${width}`);
+      }
       await enter(page, { cost: wrong });
       assert.match(await textOf(page, 'cost-error'), lang === 'en-GB' ? /12,345\.67/ : /12[.\u202f]345,67/);
     }, { locale });
@@ -165,7 +168,7 @@ test('words, numbers and dates follow the language that the data or the browser 
 test('words are explained where they stand, in the words of the organisation; old rates are told', async () => {
   const explained = (page) => page.evaluate(() => [...document.querySelectorAll('.why')].filter((part) => part.checkVisibility())
     .map((part) => `${part.firstChild.textContent} ${part.lastChild.textContent}`));
-  const options = { words: { deposit: 'Ours <b>', residual: 7, tax: ' ' }, ratesDays: 30 };
+  const options = { words: { deposit: 'Ours <b>' }, ratesDays: 30 };
   await withPage(addressOf(publish({ options, made: '2024-05-15' })), async (page) => {
     const words = await explained(page);
     assert.deepEqual(words.slice(0, 2), ['What is VAT? 20% is added to each amount.', 'What is Deposit? Ours <b>']);

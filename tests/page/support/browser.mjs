@@ -50,6 +50,11 @@ export const addressOf = (folder, name = 'calc.html') => pathToFileURL(join(fold
 // What stands there, as a reader sees it.
 export const textOf = (page, id) => page.locator(`#${id}`).innerText();
 
+// The rows of a table's part, with | between the cells; all that is folded away, opened.
+export const cells = (page, body) => page.locator(`#${body}`).evaluate((rows) =>
+  [...rows.rows].map((row) => [...row.cells].map((cell) => cell.textContent).join('|')));
+export const openAll = (page) => page.evaluate(() => document.querySelectorAll('details').forEach((part) => { part.open = true; }));
+
 // Fills boxes and ticks what is `true`, by id, and chooses radio buttons, by name, in that order; returns the figure.
 export async function enter(page, entries) {
   for (const [name, value] of Object.entries(entries)) {
@@ -69,6 +74,27 @@ export async function mailOpenedBy(button) {
   const [, to, query] = /^mailto:([^?]*)\?(\S*)$/.exec(address);
   const fields = query.split('&').map((field) => field.split('=').map(decodeURIComponent));
   return { address, to: decodeURIComponent(to), ...Object.fromEntries(fields) };
+}
+
+// No word is parted but an address, and nothing stands beyond its cell or button.
+export async function assertNothingSpilt(page, place) {
+  const spilt = await page.evaluate(() => {
+    const found = [], range = document.createRange(), walker = document.createTreeWalker(document.getElementById('sheet'), NodeFilter.SHOW_TEXT);
+    while (walker.nextNode()) {
+      const node = walker.currentNode, box = node.parentElement.closest('td, th, dt, dd, button, p, label, legend, summary');
+      if (!box?.checkVisibility() || box.closest('.unseen, .scroll') || node.parentElement.href?.startsWith('mailto')) continue;
+      range.selectNodeContents(node);
+      const text = range.getBoundingClientRect(), around = box.getBoundingClientRect();
+      if (text.left < around.left - 1 || text.right > around.right + 1) found.push(node.data);
+      for (const { index, 0: word } of node.data.matchAll(/[^\s-]+/g)) {
+        range.setStart(node, index);
+        range.setEnd(node, index + word.length);
+        if (new Set(Array.from(range.getClientRects(), (rect) => Math.round(rect.top))).size > 1) found.push(word);
+      }
+    }
+    return found;
+  });
+  assert.deepEqual(spilt, [], place);
 }
 
 // The form pages are the organisation's own: they are not looked into.

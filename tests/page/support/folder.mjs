@@ -1,6 +1,6 @@
 // Calculator folders for the tests, as the program publishes them.
 import { execFileSync } from 'node:child_process';
-import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { appendFileSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
@@ -40,8 +40,12 @@ export function record(fields) {
 
 const literal = (value) => (typeof value === 'string' ? `'${value.replaceAll("'", "''")}'` : Number(value));
 
-// A folder as the program publishes it, in its app folder. What is given replaces the fields and pages of the sample.
-// `options` are added to its data, as `made` is replaced there.
+// What the options window writes of its choices for the page.
+const choices = ({ words = {}, totals = true, ...others }) => [['TOTALS', Number(totals)], ...Object.entries(others),
+  ...Object.entries(words).map(([word, text]) => [`WORD${word}`, text])].map((entry) => entry.join('=')).join('\n');
+
+// A folder as the program publishes it, in its app folder. What is given replaces the fields and pages of the sample,
+// and what is chosen for the page; `made` is replaced in its data.
 export function publish({ prefs = {}, card = {}, pages, id = supplier.id, options, made } = {}) {
   const appFolder = newFolder();
   runProgram(['suppliers'], { appFolder }); // The first start makes the sample database.
@@ -55,10 +59,8 @@ export function publish({ prefs = {}, card = {}, pages, id = supplier.id, option
     writeFileSync(join(appFolder, 'Forms', `${form}.HTML`), text, 'latin1');
   });
   execFileSync('sqlite3', [join(appFolder, 'Tarvolinex.mdb')], { input: statements.join('\n') });
+  if (options) appendFileSync(join(appFolder, 'General.INI'), `[CALCULATOR]\n${choices(options)}\n`);
   const folder = runProgram(['publish', '--supplier', id], { appFolder }).trim(), data = join(folder, 'calcdata.txt');
-  let text = readFileSync(data, 'latin1');
-  if (options) text = text.replace('{', `{"options":${JSON.stringify(options)},`);
-  if (made) text = text.replace(/"made":"[^"]*"/, `"made":"${made}"`);
-  writeFileSync(data, text, 'latin1');
+  if (made) writeFileSync(data, readFileSync(data, 'latin1').replace(/"made":"[^"]*"/, `"made":"${made}"`), 'latin1');
   return folder;
 }

@@ -13,10 +13,12 @@ export function generator(seed) {
   };
 }
 
-export function priceInProgram(rows, general, card) {
+// The rows that a command writes of the quotes, as objects.
+export function runOnRows(command, rows, general, card, ...options) {
   const names = Object.keys(rows[0]);
   const input = [names.join(','), ...rows.map((row) => names.map((name) => row[name]).join(','))].join('\n') + '\n';
-  const lines = runProgram(['quote', '--supplier', card, '--general', general, '-'], { input }).trim().split('\n');
+  const lines = runProgram([command, '--supplier', card, '--general', general, ...options, '-'], { input }).trim().split('\n');
   const header = lines.shift().split(',');
   return lines.map((line) => Object.fromEntries(line.split(',').map((cell, i) => [header[i], cell])));
 }
+export const priceInProgram = (rows, general, card) => runOnRows('quote', rows, general, card);
