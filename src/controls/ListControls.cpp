@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "controls/Controls.h"
@@ -186,6 +187,17 @@ void ListView::ClickColumn(int column) {
   if (ColumnClick) ColumnClick(column);
 }
 
+namespace {
+
+// A text that sorts as its number does.
+std::string SortableNumber(std::string_view text) {
+  constexpr double kAboveAll = 1e15;
+  const double hundredths = std::clamp(LeadingNumber(text) * 100, -kAboveAll, kAboveAll);
+  return std::to_string(std::llround(4 * kAboveAll + hundredths));
+}
+
+}  // namespace
+
 void ListView::Sort(const std::function<void()>& pause) {
   if (SortColumn < 0) return;
   const auto text = [&](std::size_t row) -> const std::string& {
@@ -195,7 +207,9 @@ void ListView::Sort(const std::function<void()>& pause) {
     return cell < rows_[row].cells.size() ? rows_[row].cells[cell] : empty;
   };
   std::vector<std::string> folded(rows_.size());
-  for (std::size_t i = 0; i < rows_.size(); ++i) folded[i] = FoldCase(text(i));
+  const auto column = static_cast<std::size_t>(SortColumn);
+  const bool numbers = column < columns_.size() && columns_[column].rightAligned;
+  for (std::size_t i = 0; i < rows_.size(); ++i) folded[i] = numbers ? SortableNumber(text(i)) : FoldCase(text(i));
   if (pause) pause();
   const std::vector<std::size_t> order = OrderOf(folded, SortAscending);
   if (pause) pause();

@@ -65,8 +65,8 @@ class ListView : public Control {
   struct Column {
     std::string header;
     std::string tag;
-    int width = 1440;  // twips
-    bool rightAligned = false;
+    int width = 1440;           // twips
+    bool rightAligned = false;  // holds numbers, and is sorted by them
   };
   struct Row {
     std::string key;
@@ -118,7 +118,7 @@ class ListView : public Control {
 
   int SortColumn = -1;  // -1 = in the order of filling
   bool SortAscending = true;
-  // Sorts by SortColumn without regard to case; the selected row stays selected. `pause` is called now and then.
+  // Sorts by SortColumn, texts without regard to case; the selected row stays selected. `pause` is called now and then.
   void Sort(const std::function<void()>& pause = {});
 
   Event ItemClick;

@@ -9,10 +9,12 @@
 #include "ui_FRmCreateDB.h"
 #include "ui_FrmAbout.h"
 #include "ui_FrmIconEdit.h"
+#include "ui_FrmKeepQuote.h"
 #include "ui_FrmLeaseOrgDetails.h"
 #include "ui_FrmMailSettings.h"
 #include "ui_FrmMain.h"
 #include "ui_FrmOptions.h"
+#include "ui_FrmQuotes.h"
 #include "ui_FrmSchedule.h"
 #include "ui_FrmSearch.h"
 #include "ui_FrmTerms.h"
@@ -44,10 +46,12 @@ constexpr NamedDesign kDesigns[] = {
     {"FRmCreateDB", Make<Ui::FRmCreateDB, QDialog>},  //
     {"FrmAbout", Make<Ui::FrmAbout, QDialog>},
     {"FrmIconEdit", Make<Ui::FrmIconEdit, QDialog>},
+    {"FrmKeepQuote", Make<Ui::FrmKeepQuote, QDialog>},
     {"FrmLeaseOrgDetails", Make<Ui::FrmLeaseOrgDetails, QDialog>},
     {"FrmMailSettings", Make<Ui::FrmMailSettings, QDialog>},
     {"FrmMain", Make<Ui::FrmMain, QMainWindow>},
     {"FrmOptions", Make<Ui::FrmOptions, QDialog>},
+    {"FrmQuotes", Make<Ui::FrmQuotes, QDialog>},
     {"FrmSchedule", Make<Ui::FrmSchedule, QDialog>},
     {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
     {"FrmTerms", Make<Ui::FrmTerms, QDialog>},

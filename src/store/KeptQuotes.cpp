@@ -368,6 +368,7 @@ RemovedRows RemoveQuote(Database& database, int number) {
   Transaction transaction(database);
   const Row row = RowOf(database, number);
   if (!row.Found()) return removed;
+  removed.quote = number;
   removed.statements.push_back(FillStatement(statements::kInsertKeptQuote, RowLists(row)));
   database.ExecuteStatement(FillStatement(statements::kDeleteKeptQuote, "<ID>", number));
   transaction.Commit();

@@ -56,11 +56,13 @@ void UpdateSupplier(Database& database, int id, const SupplierFieldLists& fields
 void InsertSupplier(Database& database, const SupplierFieldLists& fields);
 void ReplaceDefaultSupplier(Database& database, const SupplierFieldLists& fields);
 
-// What was removed, a supplier or one of its contacts, as the statements that put it back; empty = nothing.
+// What was removed, a supplier, one of its contacts or a kept quote, as the statements that put it back; empty =
+// nothing.
 struct RemovedRows {
   int supplier = 0;
   int contact = 0;  // 0 = the supplier itself
   std::vector<std::string> statements;
+  int quote = 0;  // its number; the others are then 0
 };
 // Deletes the supplier with its form links and contacts, together or not at all.
 RemovedRows DeleteSupplier(Database& database, int id);

@@ -23,6 +23,7 @@ void FrmMain::WireMenus() {
     bool askUser = true;
     OpenDatabase(askUser);
   };
+  menus.MnuQuotes.Click = [this] { ShowQuotes(); };
   menus.MnuExit.Click = [this] {
     SavePendingChanges();
     contacts.SaveContact();

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "core/Run.h"
 #include "distribute/SentMail.h"
@@ -55,9 +56,10 @@ class FrmMain : public Window {
   ProgressBar ProgressBar1;
   Timer Timer1;
 
-  bool DatabaseUnpacked = false;  // the last opening has put a fresh database in place
-  bool Working = false;           // a calculator is packed and sent
-  RemovedRows Removed;            // what was removed last
+  bool DatabaseUnpacked = false;           // the last opening has put a fresh database in place
+  bool Working = false;                    // a calculator is packed and sent
+  RemovedRows Removed;                     // what was removed last
+  std::vector<RemovedRows> RemovedQuotes;  // in this database, the last one at the end
 
   // Runs once, before the window is first shown: INI values, captions, database, defaults. A step that fails is passed
   // over. Throws ProgramEnded when there is no database to open.
@@ -174,6 +176,13 @@ class FrmMain : public Window {
   void ShowMailSettings();
   void ShowSchedule();
   void ShowTerms();
+  void ShowQuotes();
+  void KeepShownQuote();
+  void ChangeKeptQuote(const KeptQuote& kept);
+  void ShowKeptQuote(int number);
+  void RefreshKeptQuote();
+  void ShowSupplierOf(const KeptQuote& kept);
+  int DaysOfValidity() const;
 
   bool AgreesToLook();
   bool ChooseDatabase();

@@ -8,6 +8,7 @@ MainMenus::MainMenus(Window& window)
     : MnuFile(window, "MnuFile", "", Tr("&File")),
       MnuOpen(window, "MnuOpen", "MnuFile", Tr("Open <SUPPLIER> Database..."), "Ctrl+O"),
       MnuCreate(window, "MnuCreate", "MnuFile", Tr("Create New <SUPPLIER> Database...")),
+      MnuQuotes(window, "MnuQuotes", "MnuFile", Tr("&Quotes..."), "Ctrl+Shift+Q"),
       MnuExit(window, "MnuExit", "MnuFile", Tr("Exit"), "Ctrl+Q"),
       MnuEdit(window, "MnuEdit", "", Tr("Edi&t")),
       MnuAdd(window, "MnuAdd", "MnuEdit", Tr("&Add New <SUPPLIER>"), "Ctrl+N"),

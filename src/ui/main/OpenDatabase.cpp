@@ -49,6 +49,7 @@ void FrmMain::Connect() {
   // These belong to the database that is left.
   shown.SupplierChanged = forms.FormLinksChanged = contacts.ContactChanged = false;
   OfferUndo({});
+  RemovedQuotes.clear();
   database.Open(run.DataFolder);
   const std::string text = Tr("Database: %1", {run.DataFolder});
   LblDatabase.SetCaption(CaptionOf(text));

@@ -202,6 +202,7 @@ void QuotePanel::ShowQuoteResults(int typedBox) {
 
 void QuotePanel::RecalculateQuote(int mode, int typedBox) {
   const bool before = std::exchange(loading, true);
+  LeaveKept();
   ReadQuotePanel(typedBox);
   if (typedBox == kBoxCommission && Quote.CapitalCost != Currency()) {
     Quote.CommissionPercent = static_cast<float>(Quote.CommissionValue.ToDouble() / Quote.CapitalCost.ToDouble() * 100);
@@ -213,7 +214,7 @@ void QuotePanel::RecalculateQuote(int mode, int typedBox) {
   AskedQuote = Quote;
   CalculateQuote(mode);
   ShowQuoteResults(typedBox);
-  ShowPricing(mode, AskedQuote);
+  ShowPricing(mode, AskedQuote, Terms());
   ShowPlan();
   MarkQuote();
   ShownQuoteMode = mode;
@@ -222,11 +223,11 @@ void QuotePanel::RecalculateQuote(int mode, int typedBox) {
 }
 
 void QuotePanel::RecalculateShownQuote() {
+  if (kept_) return ShowKept(KeptQuote(*kept_));
   RecalculateQuote(ShownQuoteMode, ShownQuoteBox);
 }
 
-void QuotePanel::ShowBands(int used) {
-  const RateCard& card = run_.SupplierCalcSettings;
+void QuotePanel::ShowBands(const RateCard& card, int used) {
   ListView& list = LvwBands;
   const std::string symbol = run_.CalculatorPreferences.CurrencySymbol.Trimmed();
   const std::vector<ListView::Row> rows = BandRows(card, used);
@@ -246,14 +247,13 @@ void QuotePanel::ShowBands(int used) {
   list.EndFill();
 }
 
-void QuotePanel::ShowPricing(int mode, const QuoteRecord& asked) {
-  const QuoteTerms terms = Terms();
+void QuotePanel::ShowPricing(int mode, const QuoteRecord& asked, const QuoteTerms& terms) {
   LblPriced.SetCaption(CaptionOf(PricedBy(Quote, mode, terms.card)));
   const bool search = mode == kModeCapitalCost;
   const auto nearest = search ? NearestTo(asked, Quote.CapitalCost, terms) : std::nullopt;
   LblNearest.SetCaption(nearest ? NearestText(asked.Payment, *nearest) : std::string());
   const bool byBand = search || mode == kModeForward || mode == kModeCommissionLocked;
-  ShowBands(byBand ? BandOf(terms.card, Quote.CapitalCost) : -1);
+  ShowBands(terms.card, byBand ? BandOf(terms.card, Quote.CapitalCost) : -1);
 }
 
 UnchangedQuote::UnchangedQuote(QuotePanel& panel) : panel_(panel), wasLoading_(std::exchange(panel.loading, true)) {

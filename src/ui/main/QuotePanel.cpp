@@ -94,11 +94,15 @@ QuotePanel::QuotePanel(Window& window, Run& run, const ShownSupplier& shown)
       CmdSchedule(window, "CmdSchedule", -1, Tr("Sched&ule...")),
       CmdTerms(window, "CmdTerms", -1, Tr("Compare Terms...")),
       CmdSheet(window, "CmdSheet", -1, Tr("&Quote Sheet...")),
+      CmdKeepQuote(window, "CmdKeepQuote", -1, Tr("Keep...")),
+      LblKept(window, "LblKept"),
       FraBands(window, "FraBands", -1, Tr("Rate card in force")),
       LvwBands(window, "LvwBands"),
       run_(run),
       shown_(shown) {
   for (int i = 0; i < kQuoteBoxes; ++i) TxtProCalc(i).SetForNumber("");
+  LblKept.SetVisible(false);
+  CmdKeepQuote.SetToolTip(Tr("Keep the quote under a number of its own; File, Quotes shows all of them"));
   // What stands in these lists says itself what it is; the captions name them to a screen reader.
   for (const int list : {kListDepositMode, kListResidualMode}) LblProList(list).SetVisible(false);
   SetWords(LblProCalc, kBoxWords);

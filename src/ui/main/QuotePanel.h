@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "controls/Controls.h"
 #include "controls/PaintControls.h"
 #include "core/Run.h"
+#include "store/KeptQuotes.h"
 #include "ui/main/ShownSupplier.h"
 
 namespace tarvolinex {
@@ -75,7 +77,8 @@ class QuotePanel {
   Frame FraPlan;
   Label LblTotal;
   BarChart ChtPayments;
-  CommandButton CmdSchedule, CmdTerms, CmdSheet;
+  CommandButton CmdSchedule, CmdTerms, CmdSheet, CmdKeepQuote;
+  Label LblKept;  // which kept quote is shown, and what today's rate card makes of it; else it is not seen
   Frame FraBands;
   ListView LvwBands;  // the rate card in force
 
@@ -108,6 +111,14 @@ class QuotePanel {
   QuoteTerms Terms() const;
   // Whether there is a quote to show, keep or send: payments to come, at rates that are known.
   bool HasQuote() const;
+  // What is shown, with what was asked.
+  QuoteFigures Figures() const;
+  // Shows a kept quote with the figures that it had. It stays so until the user changes something or another supplier
+  // is shown; then the quote goes on at today's rates.
+  void ShowKept(const KeptQuote& quote);
+  const std::optional<KeptQuote>& Kept() const { return kept_; }
+  // Asks the same once more, at today's rates.
+  void TakeRequest(const QuoteFigures& figures);
   // Takes another number of payments and deposit, in the unit of its list; what the user typed last stays in force.
   void TakeVariant(const std::string& payments, const std::string& deposit);
 
@@ -118,7 +129,7 @@ class QuotePanel {
   void RecalculateQuote(int mode = kModeForward, int typedBox = -1);
 
   // The same calculation once more, after its surroundings have changed: what the user typed last still decides what is
-  // given and what is derived.
+  // given and what is derived. A kept quote stays as it is.
   void RecalculateShownQuote();
 
  private:
@@ -149,13 +160,17 @@ class QuotePanel {
   // Chooses the year of a number of payments that is a whole one of the list.
   void ShowTermOf(int payments);
   void ShowQuoteResults(int typedBox = -1);
-  void ShowPricing(int mode, const QuoteRecord& asked);
-  void ShowBands(int used);
+  void ShowPricing(int mode, const QuoteRecord& asked, const QuoteTerms& terms);
+  void ShowBands(const RateCard& card, int used);
+  void FillInputs(const QuoteFigures& figures);
+  void ShowKeptWords();
+  void LeaveKept();
   void ApplyUnit(int box, int position);
   void OfferInput(int box, bool offered, ComboBox* list, const char* reason);
 
   Run& run_;
   const ShownSupplier& shown_;
+  std::optional<KeptQuote> kept_;                  // that is shown as it was quoted
   std::map<const TextBox*, std::string> numbers_;  // what each box was last left with or given
 };
 

@@ -24,6 +24,7 @@ std::vector<BarChart::Bar> BarsOf(const Schedule& schedule, const Words& words) 
 }  // namespace
 
 bool QuotePanel::HasQuote() const {
+  if (kept_) return true;
   return shown_.RateCardFault.empty() && Priced(ShownQuoteMode, AskedQuote, Terms()).has_value();
 }
 
@@ -35,7 +36,7 @@ void QuotePanel::ShowPlan() {
   } catch (const RuntimeError&) {
     has = false;  // sums too large to be true
   }
-  for (CommandButton* button : {&CmdSchedule, &CmdTerms, &CmdSheet}) button->SetEnabled(has);
+  for (CommandButton* button : {&CmdSchedule, &CmdTerms, &CmdSheet, &CmdKeepQuote}) button->SetEnabled(has);
   const std::string words = has ? PlanWords(Quote, schedule.totals, run_.OwnWords()) : Tr("Nothing is priced yet");
   LblTotal.SetCaption(CaptionOf(words));
   ChtPayments.SetToolTip(words);
@@ -48,7 +49,7 @@ void QuotePanel::TakeVariant(const std::string& payments, const std::string& dep
   TxtProCalc(kBoxPayments).SetText(payments);
   ShowTermOf(BoxCount(kBoxPayments));
   loading = before;
-  RecalculateShownQuote();
+  RecalculateQuote(ShownQuoteMode, ShownQuoteBox);
 }
 
 }  // namespace tarvolinex

@@ -35,7 +35,7 @@ void FrmMain::UseStoredRateCard() {
   fields_.RememberLoadedFields(row.row);
   quote.ApplySupplierOptions();
   const bool same = static_cast<const RateCard&>(run.SupplierCalcSettings) == before;
-  if (!same || faultBefore || !shown.RateCardFault.empty()) quote.RecalculateShownQuote();
+  if (!same || faultBefore || !shown.RateCardFault.empty() || quote.Kept()) quote.RecalculateShownQuote();
 }
 
 // The new supplier's row is selected by its new ID, and its ticks survive the refilling of the forms list.

@@ -1,0 +1,119 @@
+// Keeping the shown quote, and the quotes that were kept.
+#include "controls/Desktop.h"
+#include "platform/RuntimeError.h"
+#include "platform/text/Translation.h"
+#include "publish/PageOptions.h"
+#include "ui/main/FrmMain.h"
+#include "ui/quotes/FrmKeepQuote.h"
+#include "ui/quotes/FrmQuotes.h"
+#include "ui/quotes/PlanWords.h"
+#include "ui/quotes/TodaysPrice.h"
+
+namespace tarvolinex {
+
+namespace {
+
+CalendarDay DaysAfter(CalendarDay day, int days) {
+  return CalendarDay(std::chrono::sys_days(day) + std::chrono::days(days));
+}
+
+}  // namespace
+
+// As the calculator's page says, else a month.
+int FrmMain::DaysOfValidity() const {
+  constexpr int kUsual = 30;
+  try {
+    const int days = ReadPageOptions(run.AppFolder).validDays;
+    return days > 0 ? days : kUsual;
+  } catch (const RuntimeError&) {
+    return kUsual;
+  }
+}
+
+void FrmMain::KeepShownQuote() {
+  if (quote.Kept()) return ChangeKeptQuote(*quote.Kept());
+  SavePendingChanges();  // what prices the quote is what is stored
+  if (shown.CurrentSupplierId == 0 || !quote.HasQuote()) return;
+  KeptQuote kept;
+  kept.date = LocalDay(TheDesktop().Now());
+  kept.figures = quote.Figures();
+  kept.origin = {shown.CurrentSupplierId, supplier.Name().Text(), run.SupplierCalcSettings, run.CalculatorPreferences};
+  kept.details.validUntil = DaysAfter(kept.date, DaysOfValidity());
+  const QuoteRecord& priced = kept.figures.priced;
+  const std::string words = run.ReplaceAliases(
+      Tr("%1 payments of £%2, inc <VAT> £%3", {std::to_string(priced.NumberOfPayments - priced.AdvancedPayments),
+                                               MoneyWords(priced.Payment), MoneyWords(priced.PaymentIncTax)}));
+  FrmKeepQuote dialog(run, kept.origin.companyName + "\n" + words, kept.details);
+  TheDesktop().ShowModal(dialog);
+  if (!dialog.Confirmed) return;
+  try {
+    kept.number = KeepQuote(database, kept);
+    ShowKeptQuote(kept.number);
+    run.SetNote(Tr("Quote %1 is kept", {std::to_string(kept.number)}));
+  } catch (const RuntimeError& failure) {
+    run.ShowError(failure.Description());
+  }
+}
+
+void FrmMain::ChangeKeptQuote(const KeptQuote& kept) {
+  QuoteDetails details = kept.details;
+  FrmKeepQuote dialog(run, QuoteWords(kept, LocalDay(TheDesktop().Now())), details);
+  TheDesktop().ShowModal(dialog);
+  if (!dialog.Confirmed) return;
+  const int number = kept.number;
+  try {
+    if (!UpdateQuote(database, number, details)) {
+      return run.ShowError(Tr("Quote %1 has been removed", {std::to_string(number)}));
+    }
+    ShowKeptQuote(number);
+    run.SetNote(Tr("Quote %1 is kept", {std::to_string(number)}));
+  } catch (const RuntimeError& failure) {
+    run.ShowError(failure.Description());
+  }
+}
+
+void FrmMain::ShowKeptQuote(int number) {
+  if (const auto kept = ReadQuote(database, number)) quote.ShowKept(*kept);
+}
+
+// The quote's supplier, when there still is one.
+void FrmMain::ShowSupplierOf(const KeptQuote& kept) {
+  TabMain.SelectTab(kTabQuote);
+  if (kept.origin.supplierId == shown.CurrentSupplierId) return;
+  const int row = LvwSuppliers.Find("ID" + std::to_string(kept.origin.supplierId));
+  if (row < 0) return;
+  if (LvwSuppliers.At(row).hidden) TxtFilter.SetText("");
+  LvwSuppliers.Select(row);
+  LvwSuppliers_ItemClick();
+}
+
+void FrmMain::ShowQuotes() {
+  SaveShown();
+  FrmQuotes quotes(run, database,
+                   {[this](const KeptQuote& kept) {
+                      ShowSupplierOf(kept);
+                      quote.ShowKept(kept);
+                    },
+                    [this](const KeptQuote& kept) {
+                      ShowSupplierOf(kept);
+                      quote.TakeRequest(kept.figures);
+                    }},
+                   RemovedQuotes);
+  quotes.Load();
+  TheDesktop().ShowModal(quotes);
+  RefreshKeptQuote();
+}
+
+// What is shown of a kept quote follows what was done in its window.
+void FrmMain::RefreshKeptQuote() {
+  if (!quote.Kept()) return;
+  try {
+    const auto now = ReadQuote(database, quote.Kept()->number);
+    if (!now) return quote.RecalculateQuote(quote.ShownQuoteMode, quote.ShownQuoteBox);
+    if (*now != *quote.Kept()) quote.ShowKept(*now);
+  } catch (const RuntimeError& failure) {
+    run.ShowError(failure.Description());
+  }
+}
+
+}  // namespace tarvolinex

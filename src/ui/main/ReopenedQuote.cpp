@@ -1,0 +1,121 @@
+// A kept quote in the quote panel: as it was quoted, until the user changes something.
+#include <utility>
+
+#include "controls/Desktop.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
+#include "ui/main/QuotePanel.h"
+#include "ui/quotes/TodaysPrice.h"
+
+namespace tarvolinex {
+
+namespace {
+
+// The box that a mode comes from; -1: none. A yield keeps more decimals than its box when it is not typed there.
+int BoxOf(int mode) {
+  switch (mode) {
+    case kModeCapitalCost:
+    case kModePayment:
+      return kBoxPayment;
+    case kModeCommission:
+    case kModeCommissionLocked:
+      return kBoxCommission;
+    case kModeCommissionPercent:
+      return kBoxCommissionPercent;
+    default:
+      return -1;
+  }
+}
+
+std::string Two(double number) {
+  return FormatFixed(number, 2);
+}
+
+std::string DepositOf(const QuoteRecord& asked) {
+  if (asked.DepositMode == kDepositPercent) return Two(static_cast<double>(asked.DepositPercent));
+  if (asked.DepositMode == kDepositAdvanced) return std::to_string(asked.AdvancedPayments);
+  return Two(asked.DepositValue.ToDouble());
+}
+
+}  // namespace
+
+QuoteFigures QuotePanel::Figures() const {
+  if (kept_) return kept_->figures;
+  return {ShownQuoteMode, ckCapLock.Value(), AskedQuote, Quote};
+}
+
+// What the boxes and lists hold for a request, with the loading indication set.
+void QuotePanel::FillInputs(const QuoteFigures& figures) {
+  const QuoteRecord& asked = figures.asked;
+  const bool percent = asked.ResidualValue == Currency() && asked.ResidualPercent != 0;
+  CboProCalc(kListInterval).SetListIndex(asked.Quarterly ? 1 : 0);
+  CboProCalc(kListDepositMode).SetListIndex(asked.DepositMode);
+  CboProCalc(kListResidualMode).SetListIndex(percent ? 1 : 0);
+  for (const int list : {kListInterval, kListDepositMode, kListResidualMode}) ApplyQuoteList(list);
+  const std::pair<int, std::string> boxes[] = {
+      {kBoxCapitalCost, Two(figures.priced.CapitalCost.ToDouble())},
+      {kBoxPayments, std::to_string(asked.NumberOfPayments)},
+      {kBoxDeposit, DepositOf(asked)},
+      {kBoxResidual, Two(percent ? static_cast<double>(asked.ResidualPercent) : asked.ResidualValue.ToDouble())},
+      {kBoxMaintenance, Two(asked.Maintenance.ToDouble())},
+      {kBoxPayment, Two(asked.Payment.ToDouble())},
+      {kBoxYield, Two(static_cast<double>(asked.Yield))},
+      {kBoxCommission, Two(asked.CommissionValue.ToDouble())},
+      {kBoxCommissionPercent, Two(static_cast<double>(asked.CommissionPercent))},
+  };
+  for (const auto& [box, text] : boxes) TxtProCalc(box).SetText(text);
+  ShowTermOf(asked.NumberOfPayments);
+  ChkPremium.SetValue(asked.ApplyPremium);
+  ckCapLock.SetEnabled(figures.priced.CapitalCost != Currency());
+  ckCapLock.SetValue(figures.capitalCostLocked);
+}
+
+void QuotePanel::ShowKept(const KeptQuote& quote) {
+  const bool before = std::exchange(loading, true);
+  kept_ = quote;
+  const QuoteFigures& figures = kept_->figures;
+  FillInputs(figures);
+  AskedQuote = figures.asked;
+  Quote = figures.priced;
+  ShownQuoteMode = figures.mode;
+  ShownQuoteBox = BoxOf(figures.mode);
+  ShowQuoteResults();
+  ShowPricing(figures.mode, figures.asked,
+              {kept_->origin.supplier, kept_->origin.preferences.TaxRate, figures.capitalCostLocked});
+  ShowPlan();
+  MarkQuote();
+  ShowKeptWords();
+  loading = before;
+}
+
+void QuotePanel::ShowKeptWords() {
+  LblKept.SetVisible(kept_.has_value());
+  if (!kept_) return LblKept.SetCaption("");
+  TodaysPrice today;
+  today.supplierFound = kept_->origin.supplierId == shown_.CurrentSupplierId;
+  if (today.supplierFound && shown_.RateCardFault.empty()) {
+    today.quote = PriceToday(kept_->figures, run_.SupplierCalcSettings, run_.CalculatorPreferences.TaxRate);
+  }
+  LblKept.SetCaption(CaptionOf(QuoteWords(*kept_, LocalDay(TheDesktop().Now())) + "\n" +
+                               TodayWords(kept_->figures, today, run_.OwnWords())));
+}
+
+void QuotePanel::LeaveKept() {
+  if (!kept_) return;
+  kept_.reset();
+  ShowKeptWords();
+  ApplySupplierOptions();  // what the supplier no longer offers goes
+}
+
+void QuotePanel::TakeRequest(const QuoteFigures& figures) {
+  const bool before = std::exchange(loading, true);
+  kept_.reset();
+  ShowKeptWords();
+  FillInputs(figures);
+  Quote = figures.asked;
+  ApplySupplierOptions();
+  loading = before;
+  RecalculateQuote(figures.mode, BoxOf(figures.mode));
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,107 @@
+// Quotes that are kept from the quote tab, and the window that shows them.
+#include "ui/quotes/FrmQuotes.h"
+
+#include "platform/text/Text.h"
+#include "support/Fixture.h"
+#include "ui/quotes/FrmKeepQuote.h"
+
+namespace tarvolinex {
+
+class QuotesWindowTest : public SampleTest {
+ protected:
+  QuotesWindowTest() { desktop.now = std::chrono::system_clock::from_time_t(1800000000); }  // 2027-01-15
+  void Keep(const std::string& customer, const std::string& cost, const std::string& validUntil = "2027-02-28") {
+    Type(Box(kBoxCapitalCost), cost);
+    desktop.modal = [=](Window& window) {
+      auto& dialog = dynamic_cast<FrmKeepQuote&>(window);
+      dialog.TxtKeep(kKeepCustomer).SetFocus();
+      dialog.TxtKeep(kKeepCustomer).Type(customer);
+      dialog.TxtKeep(kKeepValidUntil).Type("2027-02-30");
+      dialog.CmdKeep.Press();
+      EXPECT_FALSE(dialog.Confirmed);
+      dialog.TxtKeep(kKeepValidUntil).Type(validUntil);
+      dialog.CmdKeep.Press();
+    };
+    form->quote.CmdKeepQuote.Press();
+  }
+  void InQuotes(const std::function<void(FrmQuotes&)>& play) {
+    desktop.modal = [&](Window& window) { play(dynamic_cast<FrmQuotes&>(window)); };
+    form->menus.MnuQuotes.Choose();
+  }
+  static std::string Seen(const FrmQuotes& quotes) {
+    std::string numbers;
+    for (const ListView::Row& row : quotes.LvwQuotes.Rows()) numbers += row.hidden ? "" : row.text + " ";
+    return numbers;
+  }
+  std::string Payment() { return form->quote.LblResult(kResultPayment).Caption(); }
+  std::string Kept() { return form->quote.LblKept.Visible() ? form->quote.LblKept.Caption() : ""; }
+};
+
+TEST_F(QuotesWindowTest, AKeptQuoteStaysAsItWasWhileRatesChangeUntilSomethingIsTyped) {
+  Keep("O'Neill", "12500");
+  const std::string quoted = Payment();
+  EXPECT_NE(quoted, "0.00");
+  EXPECT_EQ(Ask("SELECT Customer FROM KeptQuotes"), "O`Neill");
+  EXPECT_EQ(Kept(),
+            "Quote 1 of 2027-01-15 for O`Neill, valid until 2027-02-28: open\nToday's rate card gives the same.");
+  for (int band = 0; band < 5; ++band) Type(form->rateCard.TxtRangeYield(band), "25");
+  form->Toolbar1.Press("SAVE");
+  form->TabMain.SelectTab(kTabSettings);
+  EXPECT_EQ(Payment(), quoted);
+  const std::string today = Kept();
+  EXPECT_NE(today.find("Today's rate card gives £"), std::string::npos) << today;
+  Type(Box(kBoxCapitalCost), "12500.");
+  EXPECT_EQ(Kept(), "");
+  EXPECT_NE(Payment(), quoted);
+  EXPECT_NE(today.find("£" + WithThousands(Payment()) + ","), std::string::npos) << today;
+  Choose("Saxonholt Dental Systems Ltd");
+  InQuotes([](FrmQuotes& quotes) { quotes.LvwQuotes.DoubleClickRow(0); });
+  EXPECT_EQ(form->shown.CurrentSupplierId, 1);
+  EXPECT_EQ(Payment(), quoted);
+  EXPECT_EQ(Kept(), today);
+  InQuotes([](FrmQuotes& quotes) { quotes.Toolbar1.Press("COPY"); });
+  EXPECT_EQ(Kept(), "");
+  EXPECT_NE(Payment(), quoted);
+}
+
+TEST_F(QuotesWindowTest, QuotesAreFoundSortedMarkedRemovedAndSaved) {
+  Keep("Ash", "9000");
+  Keep("Birch", "12500", "2027-01-14");
+  Choose("Saxonholt Dental Systems Ltd");
+  Keep("Ash and Birch", "800");
+  InQuotes([this](FrmQuotes& quotes) {
+    EXPECT_EQ(Seen(quotes), "3 2 1 ");
+    quotes.LvwQuotes.ClickColumn(6);
+    EXPECT_EQ(Seen(quotes), "3 1 2 ");
+    quotes.TxtSearch.Type("ASH saxon");
+    EXPECT_EQ(Seen(quotes), "3 ");
+    quotes.TxtSearch.Type("");
+    quotes.CboState.Choose(4);
+    EXPECT_EQ(Seen(quotes), "2 ");
+    quotes.Toolbar1.Press("ACCEPT");
+    EXPECT_EQ(Seen(quotes), "");
+    quotes.CboState.Choose(2);
+    EXPECT_EQ(Seen(quotes), "2 ");
+    quotes.CboState.Choose(0);
+    quotes.CboSupplier.Choose(2);
+    EXPECT_EQ(Seen(quotes), "3 ");
+    quotes.CboSupplier.Choose(0);
+    quotes.LvwQuotes.ClickRow(1);
+    for (int i = 0; i < 2; ++i) quotes.LvwQuotes.KeyUp(Key::Delete);
+    EXPECT_EQ(Seen(quotes), "3 ");
+  });
+  // What was removed can be put back as long as the database is open.
+  InQuotes([this](FrmQuotes& quotes) {
+    for (int i = 0; i < 2; ++i) quotes.Toolbar1.Press("UNDO");
+    EXPECT_FALSE(quotes.Toolbar1.Buttons()[6].enabled);
+    EXPECT_EQ(quotes.SelectedNumber(), 1);
+    quotes.TxtSearch.Type("birch");
+    desktop.files = {folder.Path() + "/quotes.csv"};
+    quotes.Toolbar1.Press("EXPORT");
+  });
+  const std::string saved = ReadFile(folder.Path() + "/quotes.csv");
+  EXPECT_NE(saved.find("\n2,2027-01-15,1,Aldermoor Print Finishing Ltd,Birch,,12500.00,"), std::string::npos) << saved;
+  EXPECT_NE(saved.find("accepted\n3,"), std::string::npos) << saved;
+}
+
+}  // namespace tarvolinex
