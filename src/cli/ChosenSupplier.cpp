@@ -51,10 +51,14 @@ SupplierRow ChooseSupplier(Run& run, Database& database, const std::string& id) 
   return supplier;
 }
 
+Branding OwnBranding(const Run& run) {
+  return {run.Places(), run.CalculatorPreferences, run.CustomerReference};
+}
+
 Publication ChooseCalculator(Run& run, Database& database, const std::string& id) {
   CheckLimits(run.CalculatorPreferences);
   const SupplierRow supplier = ChooseSupplier(run, database, id);
-  const Branding branding = {run.Places(), run.CalculatorPreferences, run.CustomerReference};
+  const Branding branding = OwnBranding(run);
   BringInstallIcon(branding);
   Publication calculator = {branding, supplier.settings, {}};
   try {

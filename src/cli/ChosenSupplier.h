@@ -27,4 +27,7 @@ SupplierRow ChooseSupplier(Run& run, Database& database, const std::string& id);
 // The same for a command that publishes: its calculator, which gets the icon that the preferences choose.
 Publication ChooseCalculator(Run& run, Database& database, const std::string& id);
 
+// Whose calculators this run publishes.
+Branding OwnBranding(const Run& run);
+
 }  // namespace tarvolinex

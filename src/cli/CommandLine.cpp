@@ -132,6 +132,21 @@ contact. Who has got a message that could not be noted is left out of the next o
   --instructions   adds the text that explains to the reader what to do
 )",
      RunSend, true, true},
+    {"status", "which published calculators are out of date",
+     R"(usage: tarvolinex status [--output FILE.csv|FILE.xlsx]
+
+Writes ID, CompanyName, State, LastSent, As, Changes for every supplier, in the order of the names. State is never
+(nothing has been sent by mail), current or stale; Changes says what has changed since, in words.
+)",
+     RunStatus},
+    {"sent", "list what has gone out",
+     R"(usage: tarvolinex sent [--supplier ID] [--output FILE.csv|FILE.xlsx]
+
+Writes Date, SupplierID, CompanyName, Contact, Email, As, Result: one row a calculator and reader. As is exe, zip or
+link, Result is sent, doubtful (it may have been taken), refused with the server's words, or made for a file that
+somebody hands on.
+)",
+     RunSent},
     {"live", "fill an enquiry page for a supplier",
      R"(usage: tarvolinex live --supplier ID PAGE.html
 

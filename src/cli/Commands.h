@@ -39,6 +39,8 @@ int RunQuote(Run& run, const std::vector<std::string>& arguments);
 int RunQuotes(Run& run, const std::vector<std::string>& arguments);
 int RunRecord(Run& run, const std::vector<std::string>& arguments);
 int RunSchedule(Run& run, const std::vector<std::string>& arguments);
+int RunSent(Run& run, const std::vector<std::string>& arguments);
+int RunStatus(Run& run, const std::vector<std::string>& arguments);
 int RunSend(Run& run, const std::vector<std::string>& arguments);
 int RunSuppliers(Run& run, const std::vector<std::string>& arguments);
 

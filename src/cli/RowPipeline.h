@@ -7,8 +7,8 @@
 #include "calc/Payment.h"
 #include "cli/Commands.h"
 #include "cli/QuoteRows.h"
-#include "exchange/TableOutput.h"
 #include "core/Records.h"
+#include "exchange/TableOutput.h"
 
 namespace tarvolinex {
 

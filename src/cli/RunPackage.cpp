@@ -4,7 +4,9 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "distribute/InstallPackage.h"
+#include "distribute/Standing.h"
 #include "platform/files/Files.h"
+#include "platform/text/Text.h"
 #include "publish/CalculatorFolder.h"
 
 namespace tarvolinex {
@@ -19,6 +21,7 @@ int RunPackage(Run& run, const std::vector<std::string>& arguments) {
   const Publication calculator = ChooseCalculator(run, database, id);
   BuildCalculatorFolder(calculator, run);
   if (!BuildDistFiles(calculator.branding, kSendProgram, output, run)) return kFailed;
+  NoteMade(database, std::stoi(id), calculator, EndsWithNoCase(output, ".zip") ? "zip" : "exe", run);
   std::cout << NativePath(output) << '\n';
   return kDone;
 }

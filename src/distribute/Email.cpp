@@ -7,6 +7,7 @@
 #include "core/Settings.h"
 #include "distribute/Progress.h"
 #include "distribute/SentMail.h"
+#include "distribute/Standing.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Clock.h"
@@ -62,6 +63,7 @@ class Dispatch {
   const Folders& Places() const { return sending_.publication.branding.folders; }
   SentList List() const { return {Places().app, database_.Folder()}; }
   std::vector<SentMail> AsSent() const;
+  std::vector<Delivery> AsDeliveries() const;
   void RememberTexts() const;
   bool MailStep(const std::function<void()>& step);
   std::optional<std::string> Mail(const std::string& uploadIdentifier);
@@ -201,7 +203,18 @@ void Dispatch::RecordSending() {
     reporter_.ShowError(text, true);
   }
   ForgetRememberedMail(List(), sending_.supplierId);
+  NoteDelivery(database_, sending_.publication, AsDeliveries(), reporter_);
   steps_.datesNoted();
+}
+
+std::vector<Delivery> Dispatch::AsDeliveries() const {
+  std::vector<Delivery> deliveries;
+  for (const Recipient& to : sending_.recipients) {
+    deliveries.push_back({DeliveryDate(reporter_.Now()), sending_.supplierId,
+                          sending_.publication.supplier.CompanyName.Trimmed(), to.id, to.name, to.email,
+                          SendTypeName(sending_.sendType), "sent", sending_.subject, sending_.message});
+  }
+  return deliveries;
 }
 
 std::optional<std::string> Dispatch::BuildAndSend() {

@@ -126,6 +126,10 @@ std::string Target(const std::string& chosenName, Reporter& reporter) {
 
 }  // namespace
 
+const char* SendTypeName(int sendType) {
+  return sendType == kSendZip ? "zip" : sendType == kSendLink ? "link" : "exe";
+}
+
 std::string InstallFilePath(const std::string& appFolder, int sendType) {
   return appFolder + "\\CalcInstall" + (sendType == kSendZip ? ".zip" : ".exe");
 }

@@ -85,6 +85,16 @@ std::vector<int> FormLinksOf(Database& database, int supplierId) {
   return ids;
 }
 
+std::map<int, std::vector<int>> FormLinksOfAll(Database& database) {
+  std::map<int, std::vector<int>> all;
+  Recordset links;
+  for (links.Open(statements::kAllFormLinks, database.Plain()); !links.EndOfFile(); links.MoveNext()) {
+    all[static_cast<int>(ValueNumber(links.Field("Supplierid")))].push_back(
+        static_cast<int>(ValueNumber(links.Field("Formid"))));
+  }
+  return all;
+}
+
 void ReplaceFormLinks(Database& database, int supplierId, const std::vector<int>& formIds) {
   Transaction transaction(database);
   database.ExecuteStatement(FillStatement(statements::kDeleteFormLinks, "<ID>", supplierId));

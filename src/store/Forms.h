@@ -1,6 +1,7 @@
 // The forms that calculators can carry, and each supplier's choice of them.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,7 @@ FormRow ReadForm(Database& database, int formId);
 // The IDs of the forms linked to the supplier (0 for the default supplier), and the replacing of them, together or not
 // at all.
 std::vector<int> FormLinksOf(Database& database, int supplierId);
+std::map<int, std::vector<int>> FormLinksOfAll(Database& database);  // by supplier; throws RuntimeError
 void ReplaceFormLinks(Database& database, int supplierId, const std::vector<int>& formIds);
 
 // The longest description that an import takes over, in characters.

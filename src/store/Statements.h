@@ -21,6 +21,7 @@ inline constexpr std::string_view kUpdateSupplier = "UPDATE Suppliers SET <VALUE
 inline constexpr std::string_view kInsertSupplier = "INSERT INTO Suppliers (<FIELDS>) VALUES(<VALUES>)";
 inline constexpr std::string_view kInsertDefaultSupplier = "INSERT INTO defaultSupplier (<FIELDS>) VALUES(<VALUES>)";
 inline constexpr std::string_view kFormLinks = "SELECT * FROM SupplierFormLink WHERE supplierid = <ID>";
+inline constexpr std::string_view kAllFormLinks = "SELECT * FROM SupplierFormLink";
 inline constexpr std::string_view kDeleteFormLinks = "DELETE FROM SupplierFormLink WHERE Supplierid = <ID>";
 inline constexpr std::string_view kInsertFormLink = "INSERT INTO SupplierFormLink  VALUES(<formid>, <supplierid>)";
 inline constexpr std::string_view kDeleteUnavailableLinks =
@@ -71,6 +72,25 @@ inline constexpr std::string_view kUpdateKeptQuote =
     "Equipment='<EQUIPMENT>', Reference='<REFERENCE>', Note='<NOTE>', StartDate=<START>, ValidUntil=<VALIDUNTIL>, "
     "State='<STATE>' WHERE ID=<ID>";
 inline constexpr std::string_view kDeleteKeptQuote = "DELETE FROM KeptQuotes WHERE ID=<ID>";
+// What has gone out: tables that a database gets when it is first needed.
+inline constexpr std::string_view kMakeDeliveries =
+    "CREATE TABLE IF NOT EXISTS Deliveries (ID INTEGER PRIMARY KEY AUTOINCREMENT, SentAt TEXT(19), SupplierId LONG, "
+    "CompanyName TEXT(50), ContactId LONG, Contact TEXT(120), Email TEXT(100), SentAs TEXT(10), Result TEXT(250), "
+    "Message LONG, OrganisationContent LONG, SupplierContent LONG)";
+inline constexpr std::string_view kMakeDeliveredContents =
+    "CREATE TABLE IF NOT EXISTS DeliveredContents (ID INTEGER PRIMARY KEY AUTOINCREMENT, Content TEXT UNIQUE)";
+inline constexpr std::string_view kInsertDeliveredContent =
+    "INSERT OR IGNORE INTO DeliveredContents (Content) VALUES('<CONTENT>')";
+inline constexpr std::string_view kFindDeliveredContent = "SELECT ID FROM DeliveredContents WHERE Content='<CONTENT>'";
+inline constexpr std::string_view kDeliveredContents = "SELECT * FROM DeliveredContents";
+inline constexpr std::string_view kInsertDelivery =
+    "INSERT INTO Deliveries (SentAt, SupplierId, CompanyName, ContactId, Contact, Email, SentAs, Result, Message, "
+    "OrganisationContent, SupplierContent) VALUES('<DATE>', <SUPPLIERID>, '<COMPANYNAME>', <CONTACTID>, '<CONTACT>', "
+    "'<EMAIL>', '<SENTAS>', '<RESULT>', <MESSAGE>, <ORGANISATION>, <SUPPLIER>)";
+inline constexpr std::string_view kDeliveries = "SELECT * FROM Deliveries";
+inline constexpr std::string_view kDeliveryMessage =
+    "SELECT DeliveredContents.* FROM DeliveredContents INNER JOIN Deliveries ON DeliveredContents.ID = "
+    "Deliveries.Message WHERE Deliveries.ID = <ID>";
 }  // namespace statements
 
 // A placeholder and the value whose text takes its place (Null: nothing).

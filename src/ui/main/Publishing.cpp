@@ -5,7 +5,9 @@
 #include "core/Settings.h"
 #include "distribute/Email.h"
 #include "distribute/InstallPackage.h"
+#include "distribute/Standing.h"
 #include "platform/RuntimeError.h"
+#include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "publish/FolderFiles.h"
 #include "store/Forms.h"
@@ -78,8 +80,10 @@ void FrmMain::CreateInstallFile() {
   WriteIni(run.AppFolder, "General", "OPTIONS", "LASTINSTALLFILE", path);
   {
     const LongWork work(*this);
-    BuildCalculatorFolder(Calculator(), run);
+    const Publication calculator = Calculator();
+    BuildCalculatorFolder(calculator, run);
     if (!BuildDistFiles(OwnBranding(), kSendProgram, path, run)) return;
+    NoteMade(database, shown.CurrentSupplierId, calculator, EndsWithNoCase(path, ".zip") ? "zip" : "exe", run);
   }
   run.SetStatus(false, "", -1);
   run.MessageBox(Tr("Calculator install file created succesfully"), Tr("Calculator Install File"), BoxButtons::Ok,

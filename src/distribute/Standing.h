@@ -1,0 +1,39 @@
+// How what the suppliers' people have compares with what would go out today.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "publish/CalculatorFolder.h"
+#include "store/Database.h"
+#include "store/Deliveries.h"
+
+namespace tarvolinex {
+
+// "never", "current", "stale".
+enum class Currentness { Never, Current, Stale };
+const char* NameOf(Currentness state);
+
+struct Standing {
+  int supplierId = 0;
+  std::string companyName;
+  Currentness state = Currentness::Never;
+  std::string lastSent, sentAs;  // of the last message that was taken
+  std::string changes;           // since then, in words
+};
+
+// Gives every supplier's, in the order of the names. Throws RuntimeError.
+void ForEachStanding(Database& database, const Branding& branding, const std::function<void(const Standing&)>& read);
+
+// Notes one calculator's way to its readers. Who has sent does not fail because it could not be noted: that is
+// reported.
+void NoteDelivery(Database& database, const Publication& publication, const std::vector<Delivery>& deliveries,
+                  Reporter& reporter);
+// A file that somebody hands on: "exe", "zip" or "folder".
+void NoteMade(Database& database, int supplierId, const Publication& publication, const std::string& sentAs,
+              Reporter& reporter);
+
+// "2026-11-25 14:07:09", local.
+std::string DeliveryDate(std::chrono::system_clock::time_point when);
+
+}  // namespace tarvolinex

@@ -1,0 +1,130 @@
+#include "store/Deliveries.h"
+
+#include <charconv>
+#include <utility>
+
+#include "platform/RuntimeError.h"
+#include "platform/text/Text.h"
+#include "store/Statements.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr const char* kTable = "Deliveries";
+constexpr const char* kSent = "sent";
+
+void MakeTables(Database& database) {
+  if (database.Plain().HasTable(kTable)) return;
+  database.Plain().Execute(statements::kMakeDeliveredContents);
+  database.Plain().Execute(statements::kMakeDeliveries);
+}
+
+// The ID of the content, which is stored once however often it went out.
+std::string KeepContent(Database& database, std::string_view content) {
+  const std::string text = EscapeQuotes(content);
+  database.Plain().Execute(FillStatement(statements::kInsertDeliveredContent, "<CONTENT>", text));
+  Recordset found;
+  found.Open(FillStatement(statements::kFindDeliveredContent, "<CONTENT>", text), database.Plain());
+  return ValueText(found.Field("ID"));
+}
+
+int NumberOf(std::string_view text) {
+  int number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
+}  // namespace
+
+void AddDeliveries(Database& database, const std::vector<Delivery>& deliveries,
+                   const std::string& organisationIngredients, const std::string& supplierIngredients) {
+  MakeTables(database);
+  const std::string organisation = KeepContent(database, organisationIngredients);
+  const std::string supplier = KeepContent(database, supplierIngredients);
+  for (const Delivery& each : deliveries) {
+    constexpr int kMostInResult = 250;
+    database.Plain().Execute(FillStatement(statements::kInsertDelivery,
+                                           {{"<DATE>", each.date},
+                                            {"<SUPPLIERID>", std::int64_t{each.supplierId}},
+                                            {"<COMPANYNAME>", EscapeQuotes(each.companyName)},
+                                            {"<CONTACTID>", std::int64_t{each.contactId}},
+                                            {"<CONTACT>", EscapeQuotes(each.contact)},
+                                            {"<EMAIL>", EscapeQuotes(each.email)},
+                                            {"<SENTAS>", each.sentAs},
+                                            {"<RESULT>", EscapeQuotes(FirstCharacters(each.result, kMostInResult))},
+                                            {"<MESSAGE>", KeepContent(database, each.subject + "\n\n" + each.message)},
+                                            {"<ORGANISATION>", organisation},
+                                            {"<SUPPLIER>", supplier}}));
+  }
+}
+
+void NoteDeliveries(Database& database, const std::vector<Delivery>& deliveries,
+                    const std::string& organisationIngredients, const std::string& supplierIngredients) {
+  Connection& connection = database.Plain();
+  connection.Begin();
+  try {
+    AddDeliveries(database, deliveries, organisationIngredients, supplierIngredients);
+    connection.Commit();
+  } catch (const RuntimeError&) {
+    try {
+      connection.Rollback();
+    } catch (const RuntimeError&) {
+      // A statement that failed has rolled back by itself.
+    }
+    throw;
+  }
+}
+
+void ListDeliveries(Database& database, const std::function<void(int number, const Delivery&)>& read) {
+  if (!database.Plain().HasTable(kTable)) return;
+  Recordset rows;
+  rows.Open(statements::kDeliveries, database.Plain());
+  rows.ReadRows({"ID", "SentAt", "SupplierId", "CompanyName", "ContactId", "Contact", "Email", "SentAs", "Result"},
+                [&](const std::vector<std::string_view>& texts) {
+                  Delivery each;
+                  each.date = texts[1];
+                  each.supplierId = NumberOf(texts[2]);
+                  each.companyName = texts[3];
+                  each.contactId = NumberOf(texts[4]);
+                  each.contact = texts[5];
+                  each.email = texts[6];
+                  each.sentAs = texts[7];
+                  each.result = texts[8];
+                  read(NumberOf(texts[0]), each);
+                });
+}
+
+std::string MessageOfDelivery(Database& database, int number) {
+  if (!database.Plain().HasTable(kTable)) return {};
+  Recordset found;
+  found.Open(FillStatement(statements::kDeliveryMessage, "<ID>", number), database.Plain());
+  return found.EndOfFile() ? std::string() : ValueText(found.Field("Content"));
+}
+
+std::map<int, LastSent> LastSentOf(Database& database) {
+  std::map<int, LastSent> last;
+  if (!database.Plain().HasTable(kTable)) return last;
+  std::map<int, std::pair<int, int>> contents;
+  Recordset rows, texts;
+  rows.Open(statements::kDeliveries, database.Plain());
+  rows.ReadRows({"SentAt", "SupplierId", "SentAs", "Result", "OrganisationContent", "SupplierContent"},
+                [&](const std::vector<std::string_view>& row) {
+                  if (row[3] != kSent) return;
+                  const int supplier = NumberOf(row[1]);
+                  last[supplier].date = row[0];
+                  last[supplier].sentAs = row[2];
+                  contents[supplier] = {NumberOf(row[4]), NumberOf(row[5])};
+                });
+  std::map<int, std::string> byId;
+  texts.Open(statements::kDeliveredContents, database.Plain());
+  texts.ReadRows({"ID", "Content"},
+                 [&](const std::vector<std::string_view>& row) { byId.emplace(NumberOf(row[0]), row[1]); });
+  for (auto& [supplier, sent] : last) {
+    sent.organisationIngredients = byId[contents[supplier].first];
+    sent.supplierIngredients = byId[contents[supplier].second];
+  }
+  return last;
+}
+
+}  // namespace tarvolinex
