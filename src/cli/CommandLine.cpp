@@ -18,6 +18,7 @@ struct Command {
   int (*run)(Run&, const std::vector<std::string>&);
   bool usesFolders = true;  // app folder and data folder
   bool writesFolders = false;
+  const char* onlyFile = "";
 };
 
 constexpr Command kCommands[] = {
@@ -67,6 +68,7 @@ that cannot be priced at one of the terms is an error that names its line; nothi
                               [INPUT.csv|-]
        tarvolinex quotes list [--supplier ID] [--output FILE.csv|FILE.xlsx]
        tarvolinex quotes show NUMBER
+       tarvolinex quotes sheet NUMBER --output FILE.pdf
 
 keep prices the rows of INPUT (see "quote --help") on the supplier's rate card, keeps each as a quote and prints their
 numbers, one a line. A row that cannot be priced is an error that names its line; nothing is then kept.
@@ -74,6 +76,7 @@ list writes CSV: Number, Date, SupplierID, CompanyName, Customer, Equipment, Cap
   PaymentIncTax, ValidUntil, State (open, accepted, declined, expired). Money has two decimals, days are YYYY-MM-DD.
 show prints a quote as one JSON object: its details, what was asked (AskedCapitalCost, ...), what it came to, and the
   supplier's record and the preferences that priced it, as "record show" prints them.
+sheet writes the quote sheet (see "sheet --help") of what was quoted then.
 
   --supplier ID     the supplier that is quoted; of list: that supplier's quotes alone
   --output FILE     write there; a name that ends in ".xlsx" gives a spreadsheet
@@ -147,6 +150,21 @@ link, Result is sent, doubtful (it may have been taken), refused with the server
 somebody hands on.
 )",
      RunSent},
+    {"sheet", "write a quote sheet for a customer",
+     R"(usage: tarvolinex sheet --supplier ID [--customer TEXT] [--equipment TEXT] [--reference TEXT]
+                        [--start YYYY-MM-DD] [--valid-until YYYY-MM-DD] [--schedule] [INPUT.csv|-] --output FILE.pdf
+
+Prices the rows of INPUT as "quote" does and writes a PDF on A4: one quote, or several variants side by side. What it
+says stands in QuoteSheet.html of the app folder.
+
+  --customer TEXT     for whom it is
+  --equipment TEXT    what is leased
+  --start DAY         of the lease (default: today); payments fall due a month, or three, after it and so on
+  --valid-until DAY   until when the offer stands
+  --schedule          with every payment
+A row that cannot be priced is an error that names its line; nothing is then written.
+)",
+     RunSheet, true, false, "QuoteSheet.html"},
     {"live", "fill an enquiry page for a supplier",
      R"(usage: tarvolinex live --supplier ID PAGE.html
 
@@ -229,6 +247,11 @@ bool CommandWritesFolders(const std::string& command) {
   return found && found->writesFolders;
 }
 
+std::string_view OnlyFileOfCommand(const std::string& command) {
+  const Command* found = FindCommand(command);
+  return found ? found->onlyFile : "";
+}
+
 bool FlushOutput() {
   std::cout.flush();
   if (std::cout) return true;
@@ -282,6 +305,13 @@ std::vector<std::string> Arguments::Values(const std::string& name) const {
     if (option == name) values.push_back(value);
   }
   return values;
+}
+
+std::optional<CalendarDay> Arguments::Day(const std::string& name) const {
+  if (!Has(name)) return std::nullopt;
+  const auto day = DayFromText(Value(name));
+  if (!day) throw UsageError{name + " takes a day as YYYY-MM-DD, not \"" + Value(name) + "\""};
+  return day;
 }
 
 bool Arguments::Has(const std::string& name) const {

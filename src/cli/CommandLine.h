@@ -29,6 +29,9 @@ bool CommandUsesFolders(const std::string& command);
 // True for a command that writes into the app folder; one of them at a time may work there.
 bool CommandWritesFolders(const std::string& command);
 
+// The only one of the app folder's delivered files that the command reads; empty = it may read all of them.
+std::string_view OnlyFileOfCommand(const std::string& command);
+
 // Exit status of a run.
 inline constexpr int kDone = 0, kFailed = 1, kUsageError = 2;
 

@@ -1,10 +1,12 @@
 // One function a command; each returns the exit status.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/Run.h"
+#include "platform/text/Clock.h"
 
 namespace tarvolinex {
 
@@ -22,6 +24,8 @@ class Arguments {
   const std::vector<std::string>& Words() const { return words_; }
   // The last value of an option, or the default.
   std::string Value(const std::string& name, const std::string& otherwise = {}) const;
+  // nullopt when it is not given. Throws UsageError when it is no day as YYYY-MM-DD.
+  std::optional<CalendarDay> Day(const std::string& name) const;
   std::vector<std::string> Values(const std::string& name) const;
   bool Has(const std::string& name) const;
 
@@ -42,6 +46,8 @@ int RunSchedule(Run& run, const std::vector<std::string>& arguments);
 int RunSent(Run& run, const std::vector<std::string>& arguments);
 int RunStatus(Run& run, const std::vector<std::string>& arguments);
 int RunSend(Run& run, const std::vector<std::string>& arguments);
+int RunSheet(Run& run, const std::vector<std::string>& arguments);
+int RunKeptSheet(Run& run, const std::vector<std::string>& arguments);  // "quotes sheet"
 int RunSuppliers(Run& run, const std::vector<std::string>& arguments);
 
 }  // namespace tarvolinex

@@ -1,13 +1,10 @@
 #include <iostream>
-#include <map>
-#include <mutex>
 #include <optional>
 
-#include "calc/Schedule.h"
 #include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
-#include "cli/RowPipeline.h"
+#include "cli/PricedRows.h"
 #include "core/RecordJson.h"
 #include "exchange/KeptQuoteTable.h"
 #include "exchange/TableOutput.h"
@@ -27,44 +24,12 @@ void OpenOrFail(Run& run, Database& database) {
   if (!OpenDatabaseForCommand(run, database)) throw RuntimeError(kFileNotFound, "There is no database of quotes");
 }
 
-std::optional<CalendarDay> DayOf(const Arguments& arguments, const std::string& option) {
-  if (!arguments.Has(option)) return std::nullopt;
-  const auto day = DayFromText(arguments.Value(option));
-  if (!day) throw UsageError{option + " takes a day as YYYY-MM-DD, not \"" + arguments.Value(option) + "\""};
-  return day;
-}
-
-// For rows that are not printed.
-class NoOutput final : public TableOutput {
- public:
-  void Write(std::string_view) override {}
-  void Commit() override {}
-};
-
-// Every row of the input, priced.
-std::vector<QuoteFigures> PricedRows(const RowInput& input) {
-  std::map<long, QuoteFigures> rows;
-  std::mutex taking;
-  NoOutput nowhere;
-  WorkOnRows(input, nowhere, [&] {
-    return [&](const RowJob& job, std::string&) {
-      const auto priced = Priced(job.row.mode, job.row.quote, job.terms);
-      if (!priced) FailToPrice(job);
-      const std::lock_guard lock(taking);
-      rows[job.number] = {job.row.mode, job.row.capitalCostLocked, job.row.quote, *priced};
-    };
-  });
-  std::vector<QuoteFigures> figures;
-  for (const auto& [number, row] : rows) figures.push_back(row);
-  return figures;
-}
-
 int KeepRows(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--customer", "--equipment", "--valid-until"}, {}, 1);
   KeptQuote common;
   common.details.customer = parsed.Value("--customer");
   common.details.equipment = parsed.Value("--equipment");
-  common.details.validUntil = DayOf(parsed, "--valid-until");
+  common.details.validUntil = parsed.Day("--valid-until");
   common.date = Today(run);
   Database database(run);
   common.origin = OriginOf(ChooseSupplier(run, database, SupplierIdOf(parsed)), run.CalculatorPreferences);
@@ -156,7 +121,7 @@ struct Job {
   const char* name;
   int (*run)(Run&, const std::vector<std::string>&);
 };
-constexpr Job kJobs[] = {{"keep", KeepRows}, {"list", ListKept}, {"show", ShowKept}};
+constexpr Job kJobs[] = {{"keep", KeepRows}, {"list", ListKept}, {"show", ShowKept}, {"sheet", RunKeptSheet}};
 
 }  // namespace
 
@@ -166,7 +131,7 @@ int RunQuotes(Run& run, const std::vector<std::string>& arguments) {
       return job.run(run, {arguments.begin() + 1, arguments.end()});
     }
   }
-  throw UsageError{R"(expected "keep", "list" or "show")"};
+  throw UsageError{R"(expected "keep", "list", "show" or "sheet")"};
 }
 
 }  // namespace tarvolinex

@@ -13,11 +13,7 @@ namespace tarvolinex {
 namespace {
 
 CalendarDay StartOf(const Arguments& parsed) {
-  const std::string text = parsed.Value("--start");
-  if (text.empty()) return LocalDay(TheDesktop().Now());
-  const auto day = DayFromText(text);
-  if (!day) throw UsageError{"--start " + text + " is no day; write it as YYYY-MM-DD"};
-  return *day;
+  return parsed.Day("--start").value_or(LocalDay(TheDesktop().Now()));
 }
 
 std::vector<std::int16_t> TermsOf(const Arguments& parsed) {

@@ -13,8 +13,9 @@ namespace tarvolinex {
 namespace {
 
 constexpr const char* kNeededFiles[] = {
-    "Setup.lst", "Xcdsfx32.bin", "calculator\\setup.exe", "inst0.txt", "inst1.txt", "inst2.txt",
+    "Setup.lst", "Xcdsfx32.bin", "calculator\\setup.exe", "inst0.txt", "inst1.txt", "inst2.txt", "QuoteSheet.html",
 };
+constexpr const char* kList = "Delivered.lst";
 constexpr const char* kHelpFiles = "\\Help\\*.*";
 
 void CopyIfMissing(const std::string& from, const std::string& to) {
@@ -39,7 +40,7 @@ class DeliveredFiles {
     if (!FileExists(from)) return false;
     std::string content = ReadFile(from);
     const std::string print = Fingerprint(content);
-    const std::string present = FileExists(to) ? Fingerprint(ReadFile(to)) : std::string();
+    const std::string present = FileExists(to) ? PrintOf(ReadFile(to), content, print) : std::string();
     if (present == print) Settle(name, print);
     if (present == print || (!present.empty() && !known_.contains({name, present}))) return false;
     known_.emplace(name, print);
@@ -59,7 +60,11 @@ class DeliveredFiles {
   struct Wanted {
     std::string name, print, content;
   };
-  std::string Path() const { return appFolder_ + "\\Delivered.lst"; }
+  std::string Path() const { return appFolder_ + "\\" + kList; }
+  // Mostly they are the same, and comparing is quicker.
+  static std::string PrintOf(const std::string& there, const std::string& content, const std::string& print) {
+    return there == content ? print : Fingerprint(there);
+  }
   void Settle(const std::string& name, const std::string& print) {
     std::erase_if(known_, [&](const auto& entry) { return entry.first == name; });
     known_.emplace(name, print);
@@ -100,8 +105,13 @@ std::string DeliveredFolder() {
   return FolderExists(beside) ? beside : program + "/../share/tarvolinex";
 }
 
-bool FillAppFolder(const Folders& folders) {
+bool FillAppFolder(const Folders& folders, std::string_view only) {
   const std::string delivered = DeliveredFolder();
+  if (!only.empty() && FileExists(folders.app + "\\" + kList)) {
+    DeliveredFiles files(folders.app);
+    if (files.Want(std::string(only))) files.Bring();
+    return false;
+  }
   if (!FolderExists(folders.calculator)) MakeFolder(folders.calculator);
   DeliveredFiles files(folders.app);
   const bool newTemplate = files.Want("CalcTemplate.html");

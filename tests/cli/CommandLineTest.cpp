@@ -286,4 +286,34 @@ TEST_F(CommandLineTest, ANewVersionReplacesWhatNobodyHasChanged) {
   EXPECT_EQ(ReadFile(app + "/inst0.txt"), "old");
 }
 
+TEST_F(CommandLineTest, ASheetIsWrittenWholeOrNotAtAll) {
+  const std::string pdf = folder.Path() + "/sheet.pdf", rows = "Mode,CapitalCost,NumberOfPayments\n0,12500,36\n";
+  const auto text = [&] {
+    EXPECT_EQ(std::system(("pdftotext -layout " + pdf + " " + folder.Path() + "/text").c_str()), 0);
+    return ReadFile(folder.Path() + "/text");
+  };
+  const auto holds = [](const std::string& page, const std::vector<std::string>& words) {
+    for (const std::string& word : words) EXPECT_NE(page.find(word), std::string::npos) << word << "\n" << page;
+  };
+  const std::string sheet = "sheet --supplier 1 --customer Harbour --start 2027-01-31 --output " + pdf;
+  EXPECT_EQ(Program(sheet + " --start 2027-02-30", rows).status, 2);
+  const Run failed = Program(sheet, rows + "0,0,36\n");
+  EXPECT_EQ(failed.status, 1);
+  holds(failed.err, {"line 3", "priced"});
+  EXPECT_FALSE(FileExists(pdf));
+  EXPECT_EQ(Program(sheet + " --schedule", rows).err, "");
+  holds(text(), {"Harbour", "Aldermoor Print Finishing Ltd", "£415.44", "£498.53", "28 February 2027", "Payment 36"});
+  EXPECT_EQ(Program(sheet, rows + "0,12500,24\n0,12500,48\n").err, "");
+  holds(text(), {"Option 1", "Option 3", "£415.44"});
+
+  WriteFile(folder.Path() + "/app/QuoteSheet.html", "<p>\n<NOBODY>");
+  EXPECT_NE(Program(sheet, rows).err.find("QuoteSheet.html, line 2: the marker <NOBODY> is not known"),
+            std::string::npos);
+  WriteFile(folder.Path() + "/app/QuoteSheet.html", "<p><REFERENCE> <CUSTOMER> <PAYMENT>");
+  EXPECT_EQ(Program("quotes keep --supplier 1 --customer Quay", rows).out, "1\n");
+  EXPECT_EQ(Program("quotes sheet 1 --output " + pdf).err, "");
+  holds(text(), {"1 Quay £415.44"});
+  EXPECT_EQ(Program("quotes sheet 2 --output " + pdf).status, 1);
+}
+
 }  // namespace tarvolinex

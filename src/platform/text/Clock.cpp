@@ -22,11 +22,20 @@ std::string Formatted(std::chrono::system_clock::time_point when, const char* fo
   return {text, std::strftime(text, sizeof text, format, &local)};
 }
 
+// In English on every machine, like all texts of the program.
+constexpr std::array<const char*, 12> kMonths = {"January", "February", "March",     "April",   "May",      "June",
+                                                 "July",    "August",   "September", "October", "November", "December"};
+
 }  // namespace
 
 CalendarDay LocalDay(std::chrono::system_clock::time_point when) {
   const std::tm local = LocalTime(when);
   return std::chrono::year(local.tm_year + 1900) / (local.tm_mon + 1) / local.tm_mday;
+}
+
+std::string LongDay(CalendarDay day) {
+  return std::to_string(static_cast<unsigned>(day.day())) + " " + kMonths.at(static_cast<unsigned>(day.month()) - 1) +
+         " " + std::to_string(static_cast<int>(day.year()));
 }
 
 std::string DayText(CalendarDay day) {
@@ -67,10 +76,6 @@ std::string IsoDate(std::chrono::system_clock::time_point when) {
 }
 
 std::string LongDateTime(std::chrono::system_clock::time_point when) {
-  // In English on every machine, like all texts of the program.
-  constexpr std::array<const char*, 12> kMonths = {"January",   "February", "March",    "April",
-                                                   "May",       "June",     "July",     "August",
-                                                   "September", "October",  "November", "December"};
   const std::string month = kMonths.at(static_cast<std::size_t>(LocalTime(when).tm_mon));
   return Formatted(when, "%d ") + month + Formatted(when, " %Y %H:%M:%S");
 }

@@ -12,6 +12,8 @@ namespace tarvolinex {
 // A day of the Gregorian calendar.
 using CalendarDay = std::chrono::year_month_day;
 CalendarDay LocalDay(std::chrono::system_clock::time_point when);
+// "5 March 2003".
+std::string LongDay(CalendarDay day);
 // YYYY-MM-DD.
 std::string DayText(CalendarDay day);
 // The day of such a text; nullopt when it is none.
