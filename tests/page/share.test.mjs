@@ -47,6 +47,7 @@ for (const [maker, reader] of [['chromium', 'firefox'], ['firefox', 'chromium']]
     for (const [link, figure, boxes] of made) {
       await withPage(link, async (page) => {
         assert.equal(await textOf(page, 'figure'), figure);
+        await openAll(page);
         assert.deepEqual(await inputs(page), boxes);
         assert.equal(await page.isVisible('#told'), false);
         assert.doesNotMatch(page.url(), /#./);
