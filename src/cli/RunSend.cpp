@@ -5,6 +5,7 @@
 #include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
+#include "core/Settings.h"
 #include "distribute/Email.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
@@ -54,7 +55,7 @@ int RunSend(Run& run, const std::vector<std::string>& arguments) {
   sending.sendType = way;
   sending.includeInstructions = parsed.Has("--instructions");
   if (sending.includeInstructions) sending.instructions = GetInstructions(run.AppFolder, way, run);
-  sending.web = {run.WebServer, run.CustomerReference};
+  sending.web = OwnWebAccount(run);
   const SendSteps steps = {[](Sending&) { return true; }, [] {}, [](Sending&) {}, [] { return nullptr; }};
   return SendCalculator(sending, steps, database, run) ? kDone : kFailed;
 }

@@ -26,6 +26,8 @@ class Run final : public Reporter {
 
   std::string WebServer;          // host of the maker's web server
   std::string CustomerReference;  // a whole number, as text
+  // For uploads: a secret that stood in the server's name, the command that prints it, certificates to trust.
+  std::string WebSecret, WebSecretCommand, WebCaFile;
 
   CalculatorPreferencesRecord CalculatorPreferences;
   SupplierCalcSettingsRecord SupplierCalcSettings;  // of the supplier in hand

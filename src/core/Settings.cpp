@@ -42,11 +42,14 @@ std::string ReadOption(const std::string& appFolder, std::string_view key, std::
 }
 
 void LoadWebSettings(Run& run) {
+  const auto setting = [&](const char* key) { return ReadIni(run.AppFolder, "Tarvolinex", "WEB", key, ""); };
   std::string& reference = run.CustomerReference;
-  run.WebServer = FileExists(run.AppFolder + "\\Tarvolinex.ini")
-                      ? ReadIni(run.AppFolder, "Tarvolinex", "WEB", "www", "")
-                      : TARVOLINEX_WEB_SERVER;
-  reference = ReadIni(run.AppFolder, "Tarvolinex", "WEB", "ref", "");
+  run.WebSecret.clear();
+  run.WebServer = FileExists(run.AppFolder + "\\Tarvolinex.ini") ? WithoutSecret(setting("www"), run.WebSecret)
+                                                                 : TARVOLINEX_WEB_SERVER;
+  run.WebSecretCommand = setting("SecretCommand");
+  run.WebCaFile = setting("CaFile");
+  reference = setting("ref");
   if (IsWholeNumber(reference)) return;
   try {
     reference = ReadIni(run.AppFolder, "General", "WEB", "ref", "");
@@ -57,6 +60,10 @@ void LoadWebSettings(Run& run) {
   std::random_device random;
   reference = std::to_string(std::uniform_int_distribution<int>(100000, 999999999)(random));
   WriteIni(run.AppFolder, "General", "WEB", "ref", reference);
+}
+
+WebAccount OwnWebAccount(const Run& run) {
+  return {run.WebServer, run.CustomerReference, run.WebSecret, run.WebSecretCommand, run.WebCaFile};
 }
 
 std::string RememberedDataFolder(const Run& run) {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/Run.h"
+#include "core/WebAccount.h"
 
 namespace tarvolinex {
 
@@ -21,8 +22,10 @@ void WriteIni(const std::string& appFolder, std::string_view baseName, std::stri
 std::string ReadOption(const std::string& appFolder, std::string_view key, std::string_view defaultValue);
 
 // Reads `WebServer` and `CustomerReference`. Without "Tarvolinex.ini" the web server is the built-in one; with it, it
-// is what the file says, even nothing. A customer reference that no file gives is made once and kept in General.INI.
+// is what the file says, even nothing, but for a secret in it, which is kept apart. A customer reference that no file
+// gives is made once and kept in General.INI.
 void LoadWebSettings(Run& run);
+WebAccount OwnWebAccount(const Run& run);
 
 // The folder that this run was started with, else as General.INI gives it, else the app folder.
 std::string RememberedDataFolder(const Run& run);

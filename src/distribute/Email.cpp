@@ -266,8 +266,8 @@ std::string addEmailInstructions(const Sending& sending, std::string_view upload
         ReplaceAliases(sending.instructions, {sending.publication.branding.prefs, sending.publication.supplier});
   }
   if (sending.sendType == kSendLink) {
-    text += kTwoLines + std::string("http://") + sending.web.server +
-            "/download/Get.asp?ID=" + std::string(uploadIdentifier) + kTwoLines;
+    text += kTwoLines + WebAddress(sending.web.server) + "/download/Get.asp?ID=" + std::string(uploadIdentifier) +
+            kTwoLines;
   }
   return text + instructions;
 }

@@ -6,6 +6,8 @@
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/network/HttpRequest.h"
+#include "platform/network/KeyStore.h"
+#include "platform/network/OtherProgram.h"
 #include "platform/text/Clock.h"
 #include "platform/text/Encoding.h"
 #include "platform/text/Text.h"
@@ -21,6 +23,17 @@ constexpr const char* kTransferring = Marked("Transfering to Tarvolinex Server")
 std::string RequestBody(const std::string& path) {
   return "--AaB03x\r\nContent-Disposition: attachment; name=\"FILE1\"; filename=\"" + ToWindows1252(NativePath(path)) +
          "\"\r\nContent-Type: text/plain\r\n\r\n" + ReadFile(path) + "\r\n--AaB03x--";
+}
+
+Login LoginOf(const WebAccount& account) {
+  return {HostOf(account.server), account.customerReference};
+}
+
+void OpenUploadPage(HttpRequest& request, const char* method, const WebAccount& account) {
+  request.Open(method, WebAddress(account.server) + "/download/upload.asp");
+  request.TrustOnly(account.caFile);
+  const std::string secret = UploadSecret(account, request.Progress);
+  if (!secret.empty()) request.SetLogin(account.customerReference, secret);
 }
 
 void ReportUploadFailure(Reporter& reporter, const RuntimeError& failure) {
@@ -58,28 +71,64 @@ UploadAnswer ReadUploadAnswer(std::string_view bytes) {
   return answer;
 }
 
-bool UploadFile(const std::string& path, const std::string& host, Reporter& reporter) {
+std::string UploadSecret(const WebAccount& account, const TransferProgress& progress) {
+  if (!account.secret.empty()) return account.secret;
+  if (!account.secretCommand.empty()) return PasswordPrintedBy(account.secretCommand, progress, {});
+  try {
+    return StoredPassword(LoginOf(account), progress).value_or("");
+  } catch (const RuntimeError&) {
+    return {};  // a server that wants none is served all the same; another one says what is missing
+  }
+}
+
+void KeepUploadSecret(const WebAccount& account, const std::string& secret, const TransferProgress& progress) {
+  StorePassword(LoginOf(account), secret, progress);
+}
+
+std::string WhatLinksLack(const WebAccount& account) {
+  if (NamesServer(account)) return {};
+  return Tr(
+      "No web server is set up. Please name it in Tarvolinex.ini, in the folder of the program's data: a line [WEB] "
+      "and below it www=https:// and its name.");
+}
+
+UploadAnswer AskUploadPage(const WebAccount& account, const TransferProgress& progress,
+                           const TransferPatience& patience) {
+  HttpRequest request;
+  request.Progress = progress;
+  request.Patience = patience;
+  OpenUploadPage(request, "GET", account);
+  request.Send("");
+  return ReadUploadAnswer(request.ResponseText());
+}
+
+bool UploadFile(const std::string& path, const WebAccount& account, Reporter& reporter) {
+  HttpRequest request;
+  std::string failed;
   try {
     const std::string body = RequestBody(path);
-    HttpRequest request;
     request.Progress = ShowProgress(reporter, kTransferring);
-    request.Open("POST", "http://" + host + "/download/upload.asp");
+    OpenUploadPage(request, "POST", account);
     request.SetRequestHeader("Content-Type", "multipart/form-data, boundary=AaB03x");
     reporter.DoEvents();
     request.Send(body);
     reporter.DoEvents();
-    const UploadAnswer answer = ReadUploadAnswer(request.ResponseText());
-    if (!answer.status.empty()) {
-      reporter.MessageBox(answer.status, Tr("File Upload"), BoxButtons::Ok, BoxIcon::Information);
-    }
-    if (answer.accepted) return true;
-    reporter.SetStatus(false, "", -1);
-    reporter.ShowDetail(Tr("The server did not accept the file."));
-    return false;
   } catch (const RuntimeError& failure) {
-    ReportUploadFailure(reporter, failure);
-    return false;
+    // A server that refuses with an error status may say why.
+    if (ReadUploadAnswer(request.ResponseText()).status.empty()) {
+      ReportUploadFailure(reporter, failure);
+      return false;
+    }
+    failed = failure.Description();
   }
+  const UploadAnswer answer = ReadUploadAnswer(request.ResponseText());
+  if (!answer.status.empty()) {
+    reporter.MessageBox(answer.status, Tr("File Upload"), BoxButtons::Ok, BoxIcon::Information);
+  }
+  if (answer.accepted && failed.empty()) return true;
+  reporter.SetStatus(false, "", -1);
+  reporter.ShowDetail(failed.empty() ? Tr("The server did not accept the file.") : failed);
+  return false;
 }
 
 std::optional<std::string> TransferInstallFile(const std::string& appFolder, const WebAccount& account,
@@ -93,7 +142,7 @@ std::optional<std::string> TransferInstallFile(const std::string& appFolder, con
     ReportUploadFailure(reporter, failure);
     return std::nullopt;
   }
-  if (!UploadFile(copy, account.server, reporter)) {
+  if (!UploadFile(copy, account, reporter)) {
     DeleteFileIfPresent(reporter, copy);
     return std::nullopt;
   }
@@ -103,7 +152,7 @@ std::optional<std::string> TransferInstallFile(const std::string& appFolder, con
 }
 
 std::string VersionCheckAddress(const WebAccount& account, const CalculatorPreferencesRecord& prefs) {
-  return "http://" + account.server + "\\checkversion.asp?ref=" + account.customerReference +
+  return WebAddress(account.server) + "\\checkversion.asp?ref=" + account.customerReference +
          "&org=" + prefs.OrgCompanyName.Trimmed() + "&ver=" TARVOLINEX_VERSION;
 }
 

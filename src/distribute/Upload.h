@@ -8,6 +8,8 @@
 
 #include "core/Records.h"
 #include "core/Reports.h"
+#include "core/WebAccount.h"
+#include "platform/network/Transfer.h"
 
 namespace tarvolinex {
 
@@ -22,14 +24,22 @@ struct UploadAnswer {
 // An answer of the upload page, which is in Windows-1252.
 UploadAnswer ReadUploadAnswer(std::string_view bytes);
 
-// Posts the file to the host's upload page, shows the status of its answer and returns whether it was accepted. A
-// failure is reported ("File Upload failed", not fatal).
-bool UploadFile(const std::string& path, const std::string& host, Reporter& reporter);
+// What the server is told with an upload that nobody else is to know: the account's own secret, else what its command
+// prints, else what the desktop's key store has for the reference at the host; "" where there is none. Throws
+// RuntimeError when the command fails.
+std::string UploadSecret(const WebAccount& account, const TransferProgress& progress);
+void KeepUploadSecret(const WebAccount& account, const std::string& secret, const TransferProgress& progress = {});
 
-// The maker's web server, and as whom the organisation comes there.
-struct WebAccount {
-  std::string server, customerReference;
-};
+// What has to be set up before anything can be sent as a link; "" when nothing is missing.
+std::string WhatLinksLack(const WebAccount& account);
+
+// Asks the upload page whether the reference is known there, and what it has left. Throws RuntimeError as HttpRequest.
+UploadAnswer AskUploadPage(const WebAccount& account, const TransferProgress& progress,
+                           const TransferPatience& patience = {});
+
+// Posts the file to the server's upload page, shows the status of its answer and returns whether it was accepted. A
+// failure is reported ("File Upload failed", not fatal).
+bool UploadFile(const std::string& path, const WebAccount& account, Reporter& reporter);
 
 // Uploads the app folder's install file under a name of its own, of which nothing stays there. Returns the identifier
 // for the download link; nullopt when the server did not take it.

@@ -221,6 +221,29 @@ TEST_F(EmailTest, ALinkIsSentOnlyAfterTheUpload) {
   EXPECT_EQ(mail.find("attachment"), std::string::npos);
 }
 
+TEST_F(EmailTest, TheDialogOffersTheLinkWhereTheServerTakesItAndSaysWhatIsMissing) {
+  const auto hint = [&](const WebAccount& account, bool link) {
+    Sending sending;
+    sending.publication.branding = {run.Places(), CalculatorPreferences, CustomerReference};
+    sending.web = account;
+    frmSendCalc dialog(run, sending, form->send);
+    EXPECT_EQ(dialog.OpFileType(kSendLink).Value(), link);
+    dialog.OpFileType(kSendLink).SetValue(true);
+    dialog.cmdaction(0).Press();
+    EXPECT_EQ(dialog.SendConfirmed, NamesServer(account));
+    form->send.SendType = kSendProgram;
+    return dialog.LblFileType(kSendLink).Caption();
+  };
+  const LoopbackServer server("http", folder.Path(), {"asked:<STATUS>3 MB left</STATUS> SUCCESS"});
+  const LoopbackServer refuses("http", folder.Path(), {"asked:<STATUS>Not known here</STATUS> ERROR"});
+  EXPECT_TRUE(hint({"www.tarvolinex.example", "7"}, false).starts_with("No web server is set up."));
+  EXPECT_EQ(LastBox().substr(0, 24), "No web server is set up.");
+  EXPECT_NE(hint({server.Host(), "7"}, true).find("with one tap"), std::string::npos);
+  // What the user has chosen since stays chosen.
+  EXPECT_NE(hint({server.Host(), "7"}, false).find("with one tap"), std::string::npos);
+  EXPECT_NE(hint({refuses.Host(), "7"}, false).find("Not known here"), std::string::npos);
+}
+
 TEST_F(EmailTest, MissingInstructionsAreReportedAndEmpty) {
   std::filesystem::remove(folder.Path() + "/inst1.txt");
   EXPECT_EQ(GetInstructions(AppFolder, 1, run), "");
@@ -329,6 +352,25 @@ TEST_F(MailSettingsTest, AKnownAddressBringsItsProviderAndThePasswordGoesIntoThe
   desktop.answers = {Answer::Yes};
   again.CmdRemove.Press();
   EXPECT_EQ(StoredPassword({"smtp.gmail.com", "ann@GMAIL.com"}), std::nullopt);
+}
+
+TEST_F(MailSettingsTest, TheWebServerIsTestedAndItsSecretKept) {
+  WebServer = "www.tarvolinex.example";
+  EXPECT_FALSE(FrmMailSettings(run).CmdWebTest.Visible());
+  const LoopbackServer server("http", folder.Path(), {"asked:<STATUS>3 MB left</STATUS> SUCCESS"});
+  WebServer = server.Host();
+  CustomerReference = "7";
+  FrmMailSettings settings(run);
+  settings.TxtWebSecret.Type("word");
+  settings.CmdWebTest.Press();
+  EXPECT_EQ(LastBox(), "The web server takes calculators.\r\n\r\n3 MB left");
+  EXPECT_NE(ReadFile(folder.Path() + "/asked").find("Basic Nzp3b3Jk\n"), std::string::npos);  // 7:word
+  settings.cmdaction(0).Press();
+  EXPECT_TRUE(LastBox().starts_with("The web server's secret cannot be kept."));
+  const KeyRing keyRing(folder.Path());
+  settings.cmdaction(0).Press();
+  EXPECT_TRUE(settings.Closed());
+  EXPECT_EQ(UploadSecret({server.Host(), "7"}, {}), "word");
 }
 
 TEST_F(MailSettingsTest, ATestMessageCanBeStoppedAndABrokenFileIsShownAsFarAsItIs) {

@@ -98,6 +98,17 @@ def smtp():
 
 
 class Upload(http.server.BaseHTTPRequestHandler):
+    def head(self):
+        return (f"{self.command} {self.path}\n" + "".join(f"{k}: {v}\n" for k, v in self.headers.items())).encode()
+
+    # The program asks what the server takes; behind "asked:" stands the answer.
+    def do_GET(self):
+        store("asked", self.head())
+        answers = [word[6:] for word in behaviour if word.startswith("asked:")]
+        self.send_response(200 if answers else 501)
+        self.end_headers()
+        self.wfile.write("".join(answers).encode())
+
     def do_POST(self):
         if "drop" in behaviour:
             return self.connection.close()
@@ -116,11 +127,10 @@ class Upload(http.server.BaseHTTPRequestHandler):
                 self.wfile.write(first + piece)
                 first = b""
                 time.sleep(pause)
-        head = f"{self.command} {self.path}\n" + "".join(f"{k}: {v}\n" for k, v in self.headers.items())
         store("body", body)
-        store("head", head.encode())
+        store("head", self.head())
         status = next((int(word) for word in behaviour if word.isdigit()), 200)
-        answer = " ".join(word for word in behaviour if not word.isdigit() and word not in ("slow", "silent")).encode()
+        answer = " ".join(word for word in behaviour if not word.isdigit() and word not in ("slow", "silent") and not word.startswith("asked:")).encode()
         self.send_response(status)
         self.send_header("Content-Length", str(len(answer)))
         self.end_headers()

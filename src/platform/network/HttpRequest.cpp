@@ -1,6 +1,7 @@
 #include "platform/network/HttpRequest.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
 #include "platform/network/CurlTransfer.h"
 #include "platform/text/Translation.h"
 
@@ -10,11 +11,16 @@ void HttpRequest::Open(std::string method, std::string address) {
   method_ = std::move(method);
   address_ = std::move(address);
   headers_.clear();
+  login_.clear();
   response_.clear();
 }
 
 void HttpRequest::SetRequestHeader(const std::string& name, const std::string& value) {
   headers_.push_back(name + ": " + value);
+}
+
+void HttpRequest::SetLogin(const std::string& user, const std::string& password) {
+  login_ = user + ":" + password;
 }
 
 void HttpRequest::Send(std::string_view body) {
@@ -26,9 +32,16 @@ void HttpRequest::Send(std::string_view body) {
   for (const std::string& header : headers_) Append(headers, header);
   curl_easy_setopt(curl, CURLOPT_URL, address_.c_str());
   curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
-  curl_easy_setopt(curl, CURLOPT_POST, 1L);
-  curl_easy_setopt(curl, CURLOPT_CUSTOMREQUEST, method_.c_str());
-  curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+  if (method_ == "GET") {
+    curl_easy_setopt(curl, CURLOPT_HTTPGET, 1L);
+  } else {
+    curl_easy_setopt(curl, CURLOPT_POST, 1L);
+    curl_easy_setopt(curl, CURLOPT_CUSTOMREQUEST, method_.c_str());
+    curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+  }
+  curl_easy_setopt(curl, CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BASIC));
+  if (!login_.empty()) curl_easy_setopt(curl, CURLOPT_USERPWD, login_.c_str());
+  if (!caFile_.empty()) curl_easy_setopt(curl, CURLOPT_CAINFO, NativePath(caFile_).c_str());
   curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers.get());
   CurlExchange exchange(body);
   SetExchange(curl, exchange);

@@ -1,6 +1,5 @@
 #include "platform/network/Mail.h"
 
-#include <QProcess>
 #include <chrono>
 #include <random>
 
@@ -8,8 +7,8 @@
 #include "platform/files/Files.h"
 #include "platform/network/CurlTransfer.h"
 #include "platform/network/KeyStore.h"
+#include "platform/network/OtherProgram.h"
 #include "platform/text/Clock.h"
-#include "platform/text/Encoding.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 
@@ -18,61 +17,6 @@ namespace tarvolinex {
 namespace {
 
 constexpr std::string_view kSmtpPrefix = "SMTP:";
-
-QString Q(const std::string& text) {
-  return QString::fromStdString(text);
-}
-
-// What a server or a program says of itself, without its line ends.
-std::string SaidBy(std::string_view bytes) {
-  constexpr std::size_t kLongest = 500;
-  return QString::fromStdString(Readable(bytes, kLongest)).trimmed().toStdString();
-}
-
-struct Program {
-  std::string name, path;  // name: for people
-  QStringList arguments;
-  int error;                         // the number of its failure
-  std::chrono::milliseconds ending;  // how long it may work when it has taken its input
-};
-
-// Runs a program to its end while the windows live. Returns what it printed; throws when it cannot be started, fails,
-// takes nothing for too long or prints without end.
-std::string RunProgram(const Program& program, const std::string& input, const TransferProgress& progress,
-                       const TransferPatience& patience) {
-  constexpr int kPause = 30;
-  constexpr qsizetype kLongestOutput = 1 << 16;  // bytes
-  QProcess process;
-  process.start(Q(program.path), program.arguments);
-  if (!process.waitForStarted()) throw RuntimeError(program.error, Tr("%1 cannot be started", {program.name}));
-  const auto fail = [&](const std::string& why) {
-    process.kill();
-    process.waitForFinished();
-    throw RuntimeError(program.error, why);
-  };
-  QByteArray printed, complaints;
-  process.write(input.data(), static_cast<qint64>(input.size()));
-  process.closeWriteChannel();
-  const auto total = static_cast<std::int64_t>(input.size());
-  auto taken = std::chrono::steady_clock::now();
-  qint64 left = process.bytesToWrite();
-  for (bool runs = true; runs;) {
-    runs = !process.waitForFinished(kPause) && process.state() != QProcess::NotRunning;
-    printed += process.readAllStandardOutput();
-    complaints += process.readAllStandardError();
-    if (printed.size() + complaints.size() > kLongestOutput) fail(Tr("%1 prints without end", {program.name}));
-    const auto now = std::chrono::steady_clock::now();
-    if (process.bytesToWrite() != left) taken = now;
-    left = process.bytesToWrite();
-    if (!runs) break;
-    if (now - taken > (left > 0 ? patience.silent : program.ending)) fail(Tr("%1 took too long", {program.name}));
-    if (progress && !progress(total - left, total)) fail(Tr("%1 was stopped", {program.name}));
-  }
-  if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-    throw RuntimeError(program.error, Tr("%1 failed: %2", {program.name, SaidBy(complaints.toStdString())}));
-  }
-  return printed.toStdString();
-}
 
 std::string KeptPassword(const MailProfile& profile, const TransferProgress& progress) {
   std::string why = Tr("The desktop's key store has none; it is entered in the e-mail settings");
@@ -89,10 +33,7 @@ std::string KeptPassword(const MailProfile& profile, const TransferProgress& pro
 std::string PasswordOf(const MailProfile& profile, const TransferProgress& progress, const TransferPatience& patience) {
   if (AsksKeyStore(profile)) return KeptPassword(profile, progress);
   if (profile.passwordCommand.empty()) return {};
-  const std::string output = RunProgram(
-      {Tr("The password command"), "/bin/sh", {"-c", Q(profile.passwordCommand)}, kMailLoginRefused, patience.silent},
-      "", progress, patience);
-  return output.substr(0, output.find_first_of("\r\n"));
+  return PasswordPrintedBy(profile.passwordCommand, progress, patience);
 }
 
 std::string SmtpAddress(const MailProfile& profile) {
@@ -227,8 +168,8 @@ void MailSession::SendBySmtp(const std::string& bytes) const {
 }
 
 void MailSession::SendBySendmail(const std::string& bytes) const {
-  QStringList arguments = {"-i", "-f", Q(message_->from.address), "--"};
-  for (const MailAddress& recipient : message_->to) arguments << Q(recipient.address);
+  std::vector<std::string> arguments = {"-i", "-f", message_->from.address, "--"};
+  for (const MailAddress& recipient : message_->to) arguments.push_back(recipient.address);
   // It expects the line ends of this machine.
   RunProgram({kLocalSendmail, kLocalSendmail, arguments, kMailFailed, Patience.answering},
              ReplaceAll(bytes, "\r\n", "\n"), Progress, Patience);

@@ -1,6 +1,7 @@
 // Menus and toolbar of the main window.
 #include "controls/Desktop.h"
 #include "core/Launcher.h"
+#include "core/Settings.h"
 #include "distribute/Upload.h"
 #include "platform/text/Translation.h"
 #include "ui/iconedit/FrmIconEdit.h"
@@ -50,7 +51,7 @@ void FrmMain::WireMenus() {
   menus.MnuPreview.Click = [this] { Preview(); };
   menus.MnuPreferences.Click = [this] { ShowOptions(false); };
   menus.MnuUpgrades.Click = [this] {
-    LaunchDocument(run, VersionCheckAddress({run.WebServer, run.CustomerReference}, run.CalculatorPreferences));
+    LaunchDocument(run, VersionCheckAddress(OwnWebAccount(run), run.CalculatorPreferences));
   };
   menus.MnuMail.Click = [this] { ShowMailSettings(); };
 }

@@ -25,21 +25,20 @@ enum BoxRow {
   kPassword,
   kCommand,
   kFolder,
+  kWebServer,
+  kWebSecret,
   kRows
 };
-constexpr std::array<const char*, kRows> kCaptions = {Marked("&Profile"),
-                                                      Marked("&Name of the profile"),
-                                                      Marked("Mail &goes out by"),
-                                                      Marked("Your &e-mail address"),
-                                                      Marked("Pro&vider"),
-                                                      Marked("Mail &server"),
-                                                      Marked("Encr&yption"),
-                                                      Marked("&User name"),
-                                                      Marked("Pass&word"),
-                                                      Marked("Comman&d"),
-                                                      Marked("Fo&lder")};
+constexpr std::array<const char*, kRows> kCaptions = {Marked("&Profile"),          Marked("&Name of the profile"),
+                                                      Marked("Mail &goes out by"), Marked("Your &e-mail address"),
+                                                      Marked("Pro&vider"),         Marked("Mail &server"),
+                                                      Marked("Encr&yption"),       Marked("&User name"),
+                                                      Marked("Pass&word"),         Marked("Comman&d"),
+                                                      Marked("Fo&lder"),           Marked("Web server for links"),
+                                                      Marked("Its secre&t")};
 constexpr const char* kTitle = Marked("E-mail Settings");
-enum Note { kAboutWay, kAboutPassword, kNotes };
+enum Note { kAboutWay, kAboutPassword, kAboutWebServer, kNotes };
+static_assert(kAboutWebServer == FrmMailSettings::kWebServerNote && kWebSecret == FrmMailSettings::kWebSecretCaption);
 
 }  // namespace
 
@@ -70,6 +69,9 @@ FrmMailSettings::FrmMailSettings(Run& run)
       TxtPasswordCommand(*this, "TxtPasswordCommand"),
       TxtFolder(*this, "TxtFolder"),
       LblNote(*this, "LblNote", kNotes),
+      LblWebServer(*this, "LblWebServer"),
+      TxtWebSecret(*this, "TxtWebSecret"),
+      CmdWebTest(*this, "CmdWebTest", -1, Tr("Test the we&b server")),
       CmdTest(*this, "CmdTest"),
       cmdaction(*this, "cmdaction", 2),
       run_(run) {
@@ -84,6 +86,7 @@ FrmMailSettings::FrmMailSettings(Run& run)
   WireBoxes();
   CmdTest.SetCaption(Tr("Send a test &message to myself"));
   CmdTest.Click = [this] { CmdTest_Click(); };
+  CmdWebTest.Click = [this] { CmdWebTest_Click(); };
   CmdRemove.SetToolTip(Tr("Remove this profile"));
   CmdRemove.Click = [this] { CmdRemove_Click(); };
   cmdaction(0).SetCaption(Tr("&OK"));
@@ -95,6 +98,7 @@ FrmMailSettings::FrmMailSettings(Run& run)
     return !sending_;
   };
   FillProfiles();
+  ShowWebServer();
 }
 
 void FrmMailSettings::WireBoxes() {
@@ -277,8 +281,8 @@ bool FrmMailSettings::Checked() {
 void FrmMailSettings::SetSending(bool sending) {
   sending_ = sending;
   run_.StopRequested = false;
-  for (Control* control :
-       {static_cast<Control*>(&CboProfile), static_cast<Control*>(&CmdTest), static_cast<Control*>(&cmdaction(0))}) {
+  for (Control* control : {static_cast<Control*>(&CboProfile), static_cast<Control*>(&CmdTest),
+                           static_cast<Control*>(&CmdWebTest), static_cast<Control*>(&cmdaction(0))}) {
     control->SetEnabled(!sending);
   }
   CmdRemove.SetEnabled(!sending && !shown_.name.empty());
@@ -347,7 +351,7 @@ void FrmMailSettings::cmdaction_Click(int button) {
     return;
   }
   if (button == 0) {
-    if (!Checked() || !KeepPassword(Entered())) return;
+    if (!Checked() || !KeepPassword(Entered()) || !KeepWebSecret()) return;
     try {
       Store();
     } catch (const RuntimeError& failure) {

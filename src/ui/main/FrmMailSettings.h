@@ -15,8 +15,9 @@ class FrmMailSettings : public Window {
  public:
   explicit FrmMailSettings(Run& run);
 
-  ControlArray<Label> LblMail;  // captions of the boxes below, in their order
-  ComboBox CboProfile;          // "no profile", the profiles, "new profile"
+  static constexpr int kWebServerNote = 2, kWebSecretCaption = 12;  // of LblNote and LblMail
+  ControlArray<Label> LblMail;                                      // captions of the boxes below, in their order
+  ComboBox CboProfile;                                              // "no profile", the profiles, "new profile"
   CommandButton CmdRemove;
   TextBox TxtName;
   ComboBox CboTransport;
@@ -27,7 +28,10 @@ class FrmMailSettings : public Window {
   TextBox TxtUser, TxtPassword;  // the password as it is typed now; empty when the one that is kept stays
   CheckBox ChkCommand;           // a command prints the password
   TextBox TxtPasswordCommand, TxtFolder;
-  ControlArray<Label> LblNote;  // about the way or the provider, about the password
+  ControlArray<Label> LblNote;  // about the way or the provider, about the password, about the web server
+  Label LblWebServer;           // which one takes what is sent as a link, and as whom
+  TextBox TxtWebSecret;         // as it is typed now; empty when the one that is kept stays
+  CommandButton CmdWebTest;
   CommandButton CmdTest;
   ControlArray<CommandButton> cmdaction;  // OK, Cancel
 
@@ -69,6 +73,12 @@ class FrmMailSettings : public Window {
   void ForgetUnusedPassword(const MailProfile& profile);
   // False, after a report, when the key store does not take what was typed.
   bool KeepPassword(const MailProfile& profile);
+
+  // The web server's part of the window, which the profiles have nothing to do with.
+  void ShowWebServer();
+  void CmdWebTest_Click();
+  // False, after a report, when the key store does not take the secret that was typed.
+  bool KeepWebSecret();
 
   std::string ProfilesPath() const;
 

@@ -56,7 +56,7 @@ void FrmMain::SendCalculator() {
   sending.recipients = send.TickedContacts();
   sending.subject = send.TxtEmail(0).Text();
   sending.message = send.TxtEmail(1).Text();
-  sending.web = {run.WebServer, run.CustomerReference};
+  sending.web = OwnWebAccount(run);
   SendSteps steps;
   steps.askHow = [this](Sending& asked) {
     frmSendCalc choice(run, asked, send);

@@ -31,6 +31,7 @@ class SendPanel {
 
   // Of the last send; each one's dialog sets them anew.
   int SendType = kSendProgram;
+  bool WayChosen = false;  // by the user, in this run
   bool IncludeInstructions = false;
   std::array<std::string, 3> Instructions;  // what each way explains to its readers, with aliases
 

@@ -1,7 +1,13 @@
 #include "ui/main/frmSendCalc.h"
 
+#include <chrono>
+
 #include "core/Launcher.h"
+#include "core/Reports.h"
 #include "distribute/InstallPackage.h"
+#include "distribute/Upload.h"
+#include "platform/RuntimeError.h"
+#include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 
 namespace tarvolinex {
@@ -47,6 +53,7 @@ frmSendCalc::frmSendCalc(Run& run, Sending& sending, SendPanel& panel)
     LblFileType(i).SetCaption(Tr(kWayTexts[i].hint) + " " + SizeText(i));
   }
   OpFileType(panel.SendType).SetValue(true);
+  OfferLink();
   ChkInstructions.SetCaption(Tr("In&clude instructions for the reader"));
   ChkInstructions.SetValue(panel.IncludeInstructions);
   const char* captions[] = {Marked("&Send"), Marked("Cancel"), Marked("&Help")};
@@ -64,13 +71,41 @@ std::string frmSendCalc::SizeText(int sendType) const {
             {std::to_string(LargestMessage(sendType, sending_.publication, text) / kKilobyte + 1)});
 }
 
+void frmSendCalc::OfferLink() {
+  const std::string lacks = WhatLinksLack(sending_.web);
+  if (!lacks.empty()) return LblFileType(kSendLink).SetCaption(CaptionOf(lacks));
+  constexpr std::chrono::seconds kPatience{3};
+  std::string hint = Tr(kWayTexts[kSendLink].hint);
+  try {
+    const BusyWhile busy;
+    const UploadAnswer answer = AskUploadPage(sending_.web, {}, {kPatience, kPatience, kPatience});
+    if (answer.accepted && !answer.status.empty()) {
+      hint =
+          Tr("The reader sees a page of yours and opens the calculator there with one tap, on a telephone too, or "
+             "installs it on Windows.");
+      if (!panel_.WayChosen) OpFileType(kSendLink).SetValue(true);
+    } else if (!answer.status.empty()) {
+      hint = Tr("The web server takes nothing from here.\r\n\r\n%1", {answer.status});
+    }
+  } catch (const RuntimeError&) {
+    // An older server knows no such question; whether it takes the file shows when it is sent.
+  }
+  LblFileType(kSendLink).SetCaption(CaptionOf(ReplaceAll(hint, "\r\n\r\n", " ")) + " " + SizeText(kSendLink));
+}
+
 void frmSendCalc::cmdaction_Click(int button) {
   if (button == 2) return ShowHelpPage(run_, kHelpTopic);
+  const std::string lacks = WhatLinksLack(sending_.web);
+  if (button == 0 && OpFileType(kSendLink).Value() && !lacks.empty()) {
+    run_.MessageBox(lacks, Caption(), BoxButtons::Ok, BoxIcon::Exclamation);
+    return;
+  }
   panel_.IncludeInstructions = ChkInstructions.Value();
   SendConfirmed = button == 0;
   for (int i = 0; SendConfirmed && i < kWays; ++i) {
     if (OpFileType(i).Value()) panel_.SendType = i;
   }
+  panel_.WayChosen = panel_.WayChosen || SendConfirmed;
   sending_.sendType = panel_.SendType;
   sending_.includeInstructions = panel_.IncludeInstructions;
   sending_.instructions = panel_.Instructions.at(static_cast<std::size_t>(panel_.SendType));

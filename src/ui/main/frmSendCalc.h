@@ -8,7 +8,9 @@
 
 namespace tarvolinex {
 
-// Starts with the way and the instructions of the panel's last send; what is confirmed goes into the sending, and the
+// Starts with the way and the instructions of the panel's last send, before the first one with the link where the web
+// server takes it; asks that server, which is given a few seconds. The link says what its readers will see, or what is
+// missing; what is confirmed goes into the sending, and the
 // panel remembers it.
 class frmSendCalc : public Window {
  public:
@@ -25,6 +27,7 @@ class frmSendCalc : public Window {
 
  private:
   std::string SizeText(int sendType) const;
+  void OfferLink();
   void cmdaction_Click(int button);
   Run& run_;
   Sending& sending_;

@@ -2,6 +2,7 @@
 
 #include "controls/Desktop.h"
 #include "core/Launcher.h"
+#include "core/WebAccount.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
@@ -77,7 +78,7 @@ void frmFormEditWarning::OpenEditor() {
 }
 
 void frmFormEditWarning::OpenDesignService() {
-  LaunchDocument(run_, "http://" + run_.WebServer + "\\formInfo.asp?ref=" + run_.CustomerReference +
+  LaunchDocument(run_, WebAddress(run_.WebServer) + "\\formInfo.asp?ref=" + run_.CustomerReference +
                            "&emai=" + run_.CalculatorPreferences.OrgEmail.Trimmed());
 }
 

@@ -1,0 +1,32 @@
+// Other programs of this machine that send mail or print passwords.
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/network/Transfer.h"
+
+namespace tarvolinex {
+
+struct OtherProgram {
+  std::string name, path;  // name: for people
+  std::vector<std::string> arguments;
+  int error;                         // the number of its failure
+  std::chrono::milliseconds ending;  // how long it may work when it has taken its input
+};
+
+// Runs a program to its end while the windows live. Returns what it printed; throws RuntimeError when it cannot be
+// started, fails, takes nothing for too long or prints without end.
+std::string RunProgram(const OtherProgram& program, const std::string& input, const TransferProgress& progress,
+                       const TransferPatience& patience);
+
+// The first line that the shell command prints.
+std::string PasswordPrintedBy(const std::string& command, const TransferProgress& progress,
+                              const TransferPatience& patience);
+
+// What a server or a program says of itself, without its line ends.
+std::string SaidBy(std::string_view bytes);
+
+}  // namespace tarvolinex
