@@ -5,7 +5,9 @@
 #include <filesystem>
 #include <string>
 
+#include "calc/Schedule.h"
 #include "platform/files/Files.h"
+#include "store/KeptQuotes.h"
 
 namespace tarvolinex {
 
@@ -39,6 +41,27 @@ LargeDatabase::LargeDatabase(int suppliers) {
 LargeDatabase::~LargeDatabase() {
   std::error_code ignored;
   std::filesystem::remove_all(run.AppFolder, ignored);
+}
+
+void KeepManyQuotes(Run& run, Database& database) {
+  KeptQuote quote;
+  quote.date = CalendarDay(std::chrono::year(2026) / 11 / 25);
+  quote.origin = OriginOf(ReadSupplier(database, 1), run.CalculatorPreferences);
+  quote.details.equipment = "Two-colour offset press with dryer";
+  quote.details.validUntil = quote.date;
+  constexpr int kEach = 10;
+  for (int customer = 0; customer < kQuotes / kEach; ++customer) {
+    quote.details.customer = "Customer " + std::to_string(customer * 7919 % 100003);
+    quote.origin.supplierId = customer % 100 + 1;
+    std::vector<QuoteFigures> figures;
+    for (int i = 0; i < kEach; ++i) {
+      QuoteFigures& one = figures.emplace_back();
+      one.asked.CapitalCost = Currency::FromUnits((5000 + customer * kEach + i) * 10000LL);
+      one.asked.NumberOfPayments = 36;
+      one.priced = Priced(kModeForward, one.asked, {quote.origin.supplier, 20}).value();
+    }
+    KeepQuotes(database, quote, figures);
+  }
 }
 
 }  // namespace tarvolinex

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/Run.h"
+#include "store/Database.h"
 
 namespace tarvolinex {
 
@@ -19,5 +20,9 @@ class LargeDatabase {
 
   Run run;
 };
+
+inline constexpr int kQuotes = 10000;
+// Keeps so many quotes of a hundred suppliers and a thousand customers in the database, which is open.
+void KeepManyQuotes(Run& run, Database& database);
 
 }  // namespace tarvolinex

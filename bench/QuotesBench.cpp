@@ -2,38 +2,18 @@
 #include <benchmark/benchmark.h>
 
 #include "LargeDatabase.h"
-#include "calc/Schedule.h"
-#include "platform/text/Text.h"
 #include "support/ScriptedDesktop.h"
 #include "ui/quotes/FrmQuotes.h"
 
 namespace tarvolinex {
 namespace {
 
-constexpr int kQuotes = 10000;
-
 class KeptQuotes {
  public:
   KeptQuotes() {
     UseDesktop(&desktop_);
     database.Open(large_.run.DataFolder);
-    KeptQuote quote;
-    quote.date = CalendarDay(std::chrono::year(2026) / 11 / 25);
-    quote.origin = OriginOf(ReadSupplier(database, 1), large_.run.CalculatorPreferences);
-    quote.details.equipment = "Two-colour offset press with dryer";
-    quote.details.validUntil = quote.date;
-    for (int customer = 0; customer < kQuotes / 10; ++customer) {
-      quote.details.customer = "Customer " + std::to_string(customer * 7919 % 100003);
-      quote.origin.supplierId = customer % 100 + 1;
-      std::vector<QuoteFigures> figures;
-      for (int i = 0; i < 10; ++i) {
-        QuoteFigures& one = figures.emplace_back();
-        one.asked.CapitalCost = Currency::FromUnits((5000 + customer * 10 + i) * 10000LL);
-        one.asked.NumberOfPayments = 36;
-        one.priced = Priced(kModeForward, one.asked, {quote.origin.supplier, 20}).value();
-      }
-      KeepQuotes(database, quote, figures);
-    }
+    KeepManyQuotes(large_.run, database);
   }
   ~KeptQuotes() { UseDesktop(nullptr); }
 

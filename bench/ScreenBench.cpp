@@ -11,6 +11,7 @@
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FrmMain.h"
 #include "ui/options/FrmOptions.h"
+#include "ui/quotes/FrmQuotes.h"
 
 namespace tarvolinex {
 namespace {
@@ -111,6 +112,26 @@ void OpenOptionsUntilPainted(benchmark::State& state) {
   }
 }
 BENCHMARK(OpenOptionsUntilPainted)->ArgName("forms")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+// One letter more or other ones in the search of 10,000 kept quotes: all, many, few, none of them match.
+void SearchQuotesUntilPainted(benchmark::State& state) {
+  static const bool added = (KeepManyQuotes(drawn->database.run, drawn->form.database), true);
+  benchmark::DoNotOptimize(added);
+  std::vector<RemovedRows> removed;
+  FrmQuotes quotes(drawn->form.run, drawn->form.database, {}, removed);
+  quotes.Load();
+  drawn->desktop.Show(quotes);
+  QApplication::processEvents();
+  const char* texts[] = {"c", "cu", "customer 79", "customer 79 press", "nobody", ""};
+  std::size_t next = 0;
+  for (auto _ : state) {
+    quotes.TxtSearch.Type(texts[next++ % std::size(texts)]);
+    QApplication::processEvents();
+  }
+  quotes.Close();
+  QApplication::processEvents();
+}
+BENCHMARK(SearchQuotesUntilPainted)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvolinex

@@ -32,8 +32,16 @@ int FrmMain::DaysOfValidity() const {
 
 void FrmMain::KeepShownQuote() {
   if (quote.Kept()) return ChangeKeptQuote(*quote.Kept());
+  const int supplierId = shown.CurrentSupplierId;
   SavePendingChanges();  // what prices the quote is what is stored
-  if (shown.CurrentSupplierId == 0 || !quote.HasQuote()) return;
+  if (shown.CurrentSupplierId == 0) {
+    run.MessageBox(run.ReplaceAliases(Tr("A quote is kept for a stored <SUPPLIER>: give it a name first")),
+                   Tr("Keep Quote"), BoxButtons::Ok, BoxIcon::Information);
+    return;
+  }
+  quote.RecalculateShownQuote();  // a lock may have been set since
+  const bool left = supplierId != 0 && supplierId != shown.CurrentSupplierId;
+  if (left || !quote.HasQuote()) return;
   KeptQuote kept;
   kept.date = LocalDay(TheDesktop().Now());
   kept.figures = quote.Figures();

@@ -90,6 +90,7 @@ void QuotePanel::ShowKept(const KeptQuote& quote) {
 
 void QuotePanel::ShowKeptWords() {
   LblKept.SetVisible(kept_.has_value());
+  FraBands.SetCaption(kept_ ? Tr("Rate card of the quote") : Tr("Rate card in force"));
   if (!kept_) return LblKept.SetCaption("");
   TodaysPrice today;
   today.supplierFound = kept_->origin.supplierId == shown_.CurrentSupplierId;

@@ -85,18 +85,18 @@ FrmQuotes::FrmQuotes(Run& run, Database& database, Surroundings around, std::vec
   CboState.Add(Tr("all"));
   for (const std::string_view state : kStateNames) CboState.Add(StateWords(state));
   CboState.SetListIndex(0);
-  LvwQuotes.Columns() = {{Tr("Number"), "", 1050, true},
-                         {Tr("Date"), "", 1300},
-                         {run.ReplaceAliases(Tr("<SUPPLIER>")), "", 2300},
-                         {Tr("Customer"), "", 2000},
-                         {run.ReplaceAliases(Tr("<CAPEQUIP>")), "", 2000},
-                         {Tr("Reference"), "", 1300},
-                         {run.ReplaceAliases(Tr("Cost (£)")), "", 1500, true},
-                         {Tr("Payments"), "", 1100, true},
-                         {run.ReplaceAliases(Tr("Payment (£)")), "", 1400, true},
-                         {run.ReplaceAliases(Tr("Inc <VAT> (£)")), "", 1400, true},
-                         {Tr("Valid until"), "", 1300},
-                         {Tr("State"), "", 1200}};
+  LvwQuotes.Columns() = {{Tr("Number"), "", 1000, true},
+                         {Tr("Date"), "", 1250},
+                         {run.ReplaceAliases(Tr("<SUPPLIER>")), "", 2000},
+                         {Tr("Customer"), "", 1800},
+                         {run.ReplaceAliases(Tr("<CAPEQUIP>")), "", 1700},
+                         {Tr("Reference"), "", 1050},
+                         {run.ReplaceAliases(Tr("Cost (£)")), "", 1350, true},
+                         {Tr("Payments"), "", 1050, true},
+                         {run.ReplaceAliases(Tr("Payment (£)")), "", 1300, true},
+                         {run.ReplaceAliases(Tr("Inc <VAT> (£)")), "", 1300, true},
+                         {Tr("Valid until"), "", 1250},
+                         {Tr("State"), "", 1050}};
   LvwQuotes.NoMatchText = Tr("No quote matches");
   LvwQuotes.SortColumn = 0;
   LvwQuotes.SortAscending = false;
