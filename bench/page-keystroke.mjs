@@ -37,6 +37,12 @@ function measure([find, year]) {
       box.value = (least + i * 37.13 + more / 100).toFixed(2);
       box.dispatchEvent(new Event('input', { bubbles: true }));
     }),
-    most((i, more) => { heading.textContent = `Word ${i}${more}`; }),
+    // So short that the browser's clock does not show one alone.
+    most((i, more) => {
+      for (let turn = 0; turn < 20; ++turn) {
+        heading.textContent = `Word ${i}${more}${turn}`;
+        document.body.getBoundingClientRect();
+      }
+    }) / 20,
   ];
 }
