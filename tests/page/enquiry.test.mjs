@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { dirname, join } from 'node:path';
 import { after, test } from 'node:test';
-import { addressOf, closeBrowsers, enter, mailOpenedBy, textOf, withPage } from './support/browser.mjs';
+import { addressOf, closeBrowsers, enter, mailOpenedBy, textOf, withPage, withoutClipboard } from './support/browser.mjs';
 import { publish, runProgram, supplier } from './support/folder.mjs';
 
 after(closeBrowsers);
@@ -17,12 +17,7 @@ async function openForm(page, name) {
 }
 // The text that can be copied by hand where the page may not do it.
 async function copied(page, byHand = false) {
-  if (byHand) {
-    await page.evaluate(() => {
-      Object.defineProperty(navigator, 'clipboard', { value: undefined });
-      document.execCommand = () => false;
-    });
-  }
+  if (byHand) await withoutClipboard(page);
   await page.click('#copy');
   await page.locator('#keep-done', { hasText: byHand ? 'selected' : 'copied' }).waitFor();
   return byHand ? page.inputValue('#keep-text') : page.evaluate(() => navigator.clipboard.readText());

@@ -5,18 +5,14 @@ import { writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, test } from 'node:test';
 import {
-  addressOf, assertAccessible, assertNothingSpilt, cells, closeBrowsers, enter, openAll, textOf, withPage,
+  addressOf, assertAccessible, assertNothingSpilt, cells, closeBrowsers, enter, openAll, textOf, withPage, withoutClipboard,
 } from './support/browser.mjs';
 import { newFolder, publish } from './support/folder.mjs';
 
 after(closeBrowsers);
 const folder = publish({ options: { validDays: 30 } });
-// What the page copies, by hand, so that every browser can.
 async function copied(page, button) {
-  await page.evaluate(() => {
-    Object.defineProperty(navigator, 'clipboard', { value: undefined, configurable: true });
-    document.execCommand = () => false;
-  });
+  await withoutClipboard(page);
   await page.click(`#${button}`);
   return page.inputValue('#share-text');
 }
@@ -92,6 +88,8 @@ test('quotes are kept on the device as they were, compared, opened and removed; 
   const shown = await cells(page, 'kept');
   assert.deepEqual([shown[0], shown[2], shown[4]], ['|<b>One</b>|Ann', 'Term|36 months|60 months', `Payments|${first}|${second}`]);
   await assertAccessible(page, 'kept quotes');
+  await page.setViewportSize({ width: 320, height: 640 });
+  await assertNothingSpilt(page, 'kept quotes');
   await page.click('#kept >> text=One');
   assert.equal(await textOf(page, 'figure'), first);
   await page.click('#kept [aria-label="Remove: <b>One</b>"]');
@@ -111,12 +109,17 @@ test('quotes are kept on the device as they were, compared, opened and removed; 
 }));
 
 test('text and paper say for whom, what and until when; the schedule is a second page', () => withPage(addressOf(folder), async (page) => {
+  // A telephone's own sheet.
+  await page.context().addInitScript(() => { navigator.share = async (what) => { window.handedOver = what; }; });
+  await page.reload();
   await openAll(page);
   const figure = await enter(page, { cost: '20000', deposit: '500', ...states[2], term: '60' });
   const text = await copied(page, 'copy-text');
   for (const line of [/^Lease Calculator \u2013 Ferrisdale/, /\nCustomer: Smith & Sons/, /\nWhat is leased: <b>Press<\/b>/, /\nValid until: \d+ \w+ \d{4}\n/,
     new RegExp(`\n60 monthly payments of ${figure}, `), /\nTotal payable /, /lease@harrowgate\.example/]) assert.match(text, line);
   assert.doesNotMatch(text, /file:/);
+  await page.click('#share');
+  assert.equal(await page.evaluate(() => window.handedOver.text), text);
   await page.evaluate(() => { document.querySelector('#schedule-part').open = false; });
   const pages = async () => {
     const file = join(newFolder(), 'page.pdf');

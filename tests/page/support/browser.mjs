@@ -55,6 +55,12 @@ export const cells = (page, body) => page.locator(`#${body}`).evaluate((rows) =>
   [...rows.rows].map((row) => [...row.cells].map((cell) => cell.textContent).join('|')));
 export const openAll = (page) => page.evaluate(() => document.querySelectorAll('details').forEach((part) => { part.open = true; }));
 
+// What the page copies is then left to be copied by hand, so that every browser can.
+export const withoutClipboard = (page) => page.evaluate(() => {
+  Object.defineProperty(navigator, 'clipboard', { value: undefined, configurable: true });
+  document.execCommand = () => false;
+});
+
 // Fills boxes and ticks what is `true`, by id, and chooses radio buttons, by name, in that order; returns the figure.
 export async function enter(page, entries) {
   for (const [name, value] of Object.entries(entries)) {
@@ -82,7 +88,7 @@ export async function assertNothingSpilt(page, place) {
     const found = [], range = document.createRange(), walker = document.createTreeWalker(document.getElementById('sheet'), NodeFilter.SHOW_TEXT);
     while (walker.nextNode()) {
       const node = walker.currentNode, box = node.parentElement.closest('td, th, dt, dd, button, p, label, legend, summary');
-      if (!box?.checkVisibility() || box.closest('.unseen, .scroll') || node.parentElement.href?.startsWith('mailto')) continue;
+      if (!box?.checkVisibility() || box.closest('.unseen') || node.parentElement.href?.startsWith('mailto')) continue;
       range.selectNodeContents(node);
       const text = range.getBoundingClientRect(), around = box.getBoundingClientRect();
       if (text.left < around.left - 1 || text.right > around.right + 1) found.push(node.data);
