@@ -124,7 +124,9 @@ server {{ listen 127.0.0.1:{self.port + 1}; location / {{ root {self.folder}/tmp
                 if one.connect_ex(('127.0.0.1', self.port)) == 0 and (self.folder / 'receive.sock').exists():
                     return self
             time.sleep(0.05)
-        raise AssertionError((self.folder / 'output.log').read_text())
+        said = (self.folder / 'output.log').read_text()
+        self.stop()
+        raise AssertionError(said)
 
     def stop(self):
         for process in self.processes:
