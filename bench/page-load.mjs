@@ -1,11 +1,16 @@
 // page-load.mjs FOLDER: how long the calculator in the folder takes from the start of its opening from disk until it is
 // painted with its boxes ready, and until it is loaded whole: the fastest and the middle of 30 openings, each in a profile
-// of its own, after one that warms the browser; beside them an empty page. Needs the page's test tools (tests/page/run installs them).
+// of its own, after one that warms the browser; beside them a page of one letter. Needs the page's test
+// tools (tests/page/run installs them).
+import { writeFileSync } from 'node:fs';
+import { join } from 'node:path';
 import { addressOf, closeBrowsers, withPage } from '../tests/page/support/browser.mjs';
+import { newFolder } from '../tests/page/support/folder.mjs';
 
-const empty = 'data:text/html,<!DOCTYPE html><p>x</p>';
+const folder = newFolder(), empty = addressOf(folder);
+writeFileSync(join(folder, 'calc.html'), '<!DOCTYPE html><p>x</p>');
 for (const browser of ['chromium', 'firefox']) {
-  for (const [name, address] of [['calculator', addressOf(process.argv[2])], ['empty page', empty]]) {
+  for (const [name, address] of [['calculator', addressOf(process.argv[2])], ['one letter', empty]]) {
     const painted = [], loaded = [];
     for (let i = 0; i < 31; ++i) await withPage('about:blank', (page) => open(page, address, painted, loaded), { browser });
     const told = (times) => times.slice(1).sort((a, b) => a - b).filter((time, i) => i === 0 || i === 15).map(Math.round).join(', ');
