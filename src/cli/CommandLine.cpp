@@ -99,6 +99,28 @@ holds. A file that does not exist is made; the names of the fields tell which re
 Prints CSV with the columns ID, CompanyName, Tel, Town, PostCode, in the order of the names.
 )",
      RunSuppliers},
+    {"export", "write the suppliers or contacts into a table",
+     R"(usage: tarvolinex export suppliers|contacts [--output FILE.csv|FILE.xlsx]
+
+Writes every column of the table, in its order and that of the IDs; of contacts ID, SupplierID, CompanyName and then
+the others. CSV is UTF-8 with its mark, lines end in CR LF, money and rates are the shortest decimals, switches are Yes
+or No, and a text that a spreadsheet would run as a formula has an apostrophe before it. "import" takes it back.
+
+  --output FILE    write there instead of to standard output; a name that ends in ".xlsx" gives a spreadsheet
+)",
+     RunExport},
+    {"import", "take suppliers or contacts from a table",
+     R"(usage: tarvolinex import suppliers|contacts FILE.csv [--dry-run]
+
+Reads CSV with commas, semicolons or tabs, in UTF-8, UTF-16 with its mark or Windows-1252, and prints Line, Result (new,
+changed, unchanged, refused) and Detail for each row. The first line names the columns as "export" does, in any order;
+those that are missing stay as they are, or in a new supplier are the default supplier's. A supplier is found by its
+ID, then by name and post code; a contact by its ID, then by its name at its supplier. All rows are stored, or, when
+one is refused, none. Numbers have a decimal point, or a comma where that can be nothing else.
+
+  --dry-run        only print what would be done
+)",
+     RunImport},
     {"preferences", "change the organisation's preferences",
      R"(usage: tarvolinex preferences write
 

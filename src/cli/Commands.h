@@ -35,6 +35,8 @@ class Arguments {
 };
 
 int RunCompare(Run& run, const std::vector<std::string>& arguments);
+int RunExport(Run& run, const std::vector<std::string>& arguments);
+int RunImport(Run& run, const std::vector<std::string>& arguments);
 int RunLive(Run& run, const std::vector<std::string>& arguments);
 int RunPackage(Run& run, const std::vector<std::string>& arguments);
 int RunPreferences(Run& run, const std::vector<std::string>& arguments);

@@ -61,6 +61,17 @@ class SheetOutput final : public TableOutput {
   Spreadsheet sheet_;
 };
 
+std::string HeadingOf(const std::vector<SheetColumn>& columns) {
+  std::string heading;
+  for (const SheetColumn& column : columns) heading += (heading.empty() ? "" : ",") + column.name;
+  return heading;
+}
+
+std::unique_ptr<TableOutput> TextOutput(const std::string& path) {
+  if (path.empty()) return std::make_unique<StandardOutput>();
+  return std::make_unique<FileOutput>(path);
+}
+
 }  // namespace
 
 std::unique_ptr<TableOutput> TableOutput::To(const std::string& path, const std::vector<SheetColumn>& columns) {
@@ -68,15 +79,15 @@ std::unique_ptr<TableOutput> TableOutput::To(const std::string& path, const std:
   if (path.size() > kSheet.size() && EqualNoCase(path.substr(path.size() - kSheet.size()), kSheet)) {
     return std::make_unique<SheetOutput>(path, columns);
   }
-  std::string heading;
-  for (const SheetColumn& column : columns) heading += (heading.empty() ? "" : ",") + column.name;
-  std::unique_ptr<TableOutput> output;
-  if (path.empty()) {
-    output = std::make_unique<StandardOutput>();
-  } else {
-    output = std::make_unique<FileOutput>(path);
-  }
-  output->Write(heading + "\n");
+  auto output = TextOutput(path);
+  output->Write(HeadingOf(columns) + "\n");
+  return output;
+}
+
+std::unique_ptr<TableOutput> TableOutput::ForSpreadsheets(const std::string& path,
+                                                          const std::vector<SheetColumn>& columns) {
+  auto output = TextOutput(path);
+  output->Write("\xEF\xBB\xBF" + HeadingOf(columns) + "\r\n");
   return output;
 }
 

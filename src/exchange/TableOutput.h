@@ -17,7 +17,9 @@ class TableOutput {
   // path: empty = standard output; a name that ends in ".xlsx" gives a spreadsheet, any other CSV. The heading is
   // written from the columns. This, and the members, throw RuntimeError when something cannot be written.
   static std::unique_ptr<TableOutput> To(const std::string& path, const std::vector<SheetColumn>& columns);
-  // Whole rows of CSV, each with its line feed.
+  // CSV as spreadsheets know it, whatever the name: UTF-8 with its mark, lines that end in CR LF.
+  static std::unique_ptr<TableOutput> ForSpreadsheets(const std::string& path, const std::vector<SheetColumn>& columns);
+  // Whole rows of CSV, each with its line end.
   virtual void Write(std::string_view rows) = 0;
   virtual void Commit() = 0;
 };

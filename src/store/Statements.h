@@ -53,6 +53,20 @@ inline constexpr std::string_view kDateSent = "UPDATE contacts SET DateLastSent=
 inline constexpr std::string_view kAllEmails = "UPDATE contacts SET email='<EMAIL>'";
 inline constexpr std::string_view kFindContacts =
     "SELECT Supplierid,id FROM contacts WHERE Surname LIKE '<SURNAME>%' AND firstname LIKE '<FIRSTNAME>%'";
+// Rows of any table, as exchange and changes to many suppliers read and write them.
+inline constexpr std::string_view kSuppliersById = "SELECT * FROM suppliers ORDER BY ID";
+inline constexpr std::string_view kContactsById =
+    "SELECT contacts.*, suppliers.CompanyName FROM contacts LEFT JOIN suppliers ON suppliers.ID=contacts.Supplierid "
+    "ORDER BY contacts.ID";
+inline constexpr std::string_view kFormsById = "SELECT * FROM Forms ORDER BY ID";
+inline constexpr std::string_view kLargestId = "SELECT MAX(ID) AS largest FROM <TABLE>";
+inline constexpr std::string_view kLargestIdEver =
+    "SELECT seq AS largest FROM sqlite_sequence WHERE name LIKE '<TABLE>'";
+inline constexpr std::string_view kInsertRow = "INSERT INTO <TABLE> (<FIELDS>) VALUES(<VALUES>)";
+inline constexpr std::string_view kUpdateRow = "UPDATE <TABLE> SET <VALUES> WHERE ID=<ID>";
+inline constexpr std::string_view kDeleteRow = "DELETE FROM <TABLE> WHERE ID=<ID>";
+inline constexpr std::string_view kDeleteFormLink =
+    "DELETE FROM SupplierFormLink WHERE FormId=<formid> AND SupplierId=<supplierid>";
 // Quotes that were kept: tables that a database gets when it is first needed. <FIGURES> are the columns of QuoteFields.
 inline constexpr std::string_view kMakeKeptQuotes =
     "CREATE TABLE IF NOT EXISTS KeptQuotes (ID INTEGER PRIMARY KEY AUTOINCREMENT, QuoteDate DATE, SupplierId LONG, "

@@ -15,7 +15,7 @@ namespace tarvolinex {
 
 namespace {
 
-constexpr double kColumnWidths[] = {28, 10, 14, 12};
+constexpr double kColumnWidths[] = {28, 10, 14, 12, 14};
 
 std::optional<double> NumberOf(std::string_view text) {
   double number = 0;
@@ -35,7 +35,7 @@ struct Spreadsheet::Body {
     sheet = workbook_add_worksheet(book, nullptr);
     bold = workbook_add_format(book);
     format_set_bold(bold);
-    for (const char* picture : {"", "0", "#,##0.00", "yyyy-mm-dd"}) {
+    for (const char* picture : {"", "0", "#,##0.00", "yyyy-mm-dd", "General"}) {
       for (const bool strong : {false, true}) {
         lxw_format* format = workbook_add_format(book);
         if (*picture) format_set_num_format(format, picture);

@@ -8,7 +8,7 @@
 
 namespace tarvolinex {
 
-enum class CellKind { Text, Count, Money, Date };
+enum class CellKind { Text, Count, Money, Date, Number };  // Number: with the decimals that it has
 
 struct SheetColumn {
   std::string name;
