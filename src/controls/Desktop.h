@@ -10,6 +10,8 @@
 
 namespace tarvolinex {
 
+struct RichDocument;
+
 enum class BoxIcon { None, Critical, Question, Exclamation, Information };
 enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class Answer { Ok, Cancel, Yes, No };
@@ -60,6 +62,10 @@ class Desktop {
   virtual void CopyText(const std::string& text) = 0;
   // Both forms of one table; whoever takes it chooses.
   virtual void CopyTable(const std::string& text, const std::string& /*html*/) { CopyText(text); }
+
+  // Asks for a printer and prints the document. False when the user cancels, or there is nothing to print on. Throws
+  // RuntimeError when the printer does not take it.
+  virtual bool Print(const RichDocument&) { return false; }
 
   virtual void Show(Window& window) = 0;
   virtual void Hide(Window& window) = 0;

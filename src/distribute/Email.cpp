@@ -29,23 +29,6 @@ std::string NamesOf(const std::vector<SentMail>& mail) {
   return names;
 }
 
-std::string RemedyFor(int number) {
-  switch (number) {
-    case kMailLoginRefused:
-      return Tr("Please check the user name, the password and the server under Options > E-mail Settings.");
-    case kMailRecipientRefused:
-      return Tr("Nobody has got the message. Please check the e-mail addresses of the contacts.");
-    case kDatabase:
-      return Tr(
-          "Please close other programs that use the database, look whether there is room on its disk, and try "
-          "again.");
-    case kDiskFull:
-      return Tr("Please make room on the disk and try again.");
-    default:
-      return Tr("Please try again later, or check how mail is sent under Options > E-mail Settings.");
-  }
-}
-
 // One sending on its way.
 class Dispatch {
  public:
@@ -246,6 +229,23 @@ std::optional<std::string> Dispatch::BuildAndSend() {
 }
 
 }  // namespace
+
+std::string RemedyFor(int number) {
+  switch (number) {
+    case kMailLoginRefused:
+      return Tr("Please check the user name, the password and the server under Options > E-mail Settings.");
+    case kMailRecipientRefused:
+      return Tr("Nobody has got the message. Please check the e-mail addresses of the contacts.");
+    case kDatabase:
+      return Tr(
+          "Please close other programs that use the database, look whether there is room on its disk, and try "
+          "again.");
+    case kDiskFull:
+      return Tr("Please make room on the disk and try again.");
+    default:
+      return Tr("Please try again later, or check how mail is sent under Options > E-mail Settings.");
+  }
+}
 
 std::string GetInstructions(const std::string& appFolder, int sendType, Reporter& reporter) {
   try {

@@ -48,6 +48,9 @@ std::string MailProfilesPath(const std::string& appFolder);
 MailSession NewMailSession(const CalculatorPreferencesRecord& prefs, const std::string& progressText,
                            Reporter& reporter);
 
+// What the user can do about a failure of that number.
+std::string RemedyFor(int number);
+
 // What whoever sends does in between.
 struct SendSteps {
   // Asks how the calculator is to travel and says so in the sending; false: it is not sent.

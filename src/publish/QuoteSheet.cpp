@@ -159,6 +159,17 @@ Drawing ChartOf(const SheetContents& contents, const std::vector<SheetVariant>& 
   });
 }
 
+std::string SheetText(const Folders& folders) {
+  // A line end stands before the first line.
+  const std::string text = ReadPageText(folders.app + "\\" + kSheetFile);
+  return text.substr(std::min(text.size(), std::string_view("\r\n").size()));
+}
+
+std::string FilledPage(std::string_view text, std::string_view fileName, const std::vector<SheetVariant>& all,
+                       const SheetContents& contents) {
+  return Filler(contents, all).Fill(ParseSheet(text, KnownSheetMarkers(), fileName));
+}
+
 // Of the light that white gives off; the weights are those of the usual measure of contrast.
 double Luminance(std::uint32_t colour) {
   constexpr double kWeights[] = {0.2126, 0.7152, 0.0722};
@@ -184,7 +195,7 @@ std::uint32_t BrandColour(const CalculatorPreferencesRecord& prefs) {
 
 RichDocument FillSheet(std::string_view text, std::string_view fileName, const SheetContents& contents) {
   const std::vector<SheetVariant> all = VariantsOf(contents);
-  const std::string html = Filler(contents, all).Fill(ParseSheet(text, KnownSheetMarkers(), fileName));
+  const std::string html = FilledPage(text, fileName, all, contents);
   RichDocument document;
   document.title = PlainText(Between(html, "<title", "</title>"));
   document.author = PlainText(Attribute(html, "<meta name=\"author\"", "content"));
@@ -202,10 +213,12 @@ RichDocument FillSheet(std::string_view text, std::string_view fileName, const S
 }
 
 RichDocument FillSheet(const Folders& folders, const SheetContents& contents) {
-  // A line end stands before the first line.
-  const std::string text = ReadPageText(folders.app + "\\" + kSheetFile);
-  return FillSheet(std::string_view(text).substr(std::min(text.size(), std::string_view("\r\n").size())), kSheetFile,
-                   contents);
+  return FillSheet(SheetText(folders), kSheetFile, contents);
+}
+
+std::string SheetMessage(const Folders& folders, const SheetContents& contents) {
+  return PlainText(Attribute(FilledPage(SheetText(folders), kSheetFile, VariantsOf(contents), contents),
+                             "<meta name=\"description\"", "content"));
 }
 
 SheetContents SheetOf(const Folders& folders, const CalculatorPreferencesRecord& prefs,

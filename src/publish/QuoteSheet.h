@@ -43,6 +43,9 @@ RichDocument FillSheet(std::string_view text, std::string_view fileName, const S
 // The same with the app folder's file. Throws RuntimeError also when that cannot be read.
 RichDocument FillSheet(const Folders& folders, const SheetContents& contents);
 
+// What the message says that brings the sheet: the file's <meta name="description">. Throws as FillSheet.
+std::string SheetMessage(const Folders& folders, const SheetContents& contents);
+
 // What the sheet says of all that an organisation sets: its records, and the logo of the data folder.
 SheetContents SheetOf(const Folders& folders, const CalculatorPreferencesRecord& prefs,
                       const SupplierCalcSettingsRecord& supplier);

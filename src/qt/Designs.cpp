@@ -17,6 +17,7 @@
 #include "ui_FrmQuotes.h"
 #include "ui_FrmSchedule.h"
 #include "ui_FrmSearch.h"
+#include "ui_FrmSheet.h"
 #include "ui_FrmTerms.h"
 #include "ui_frmFormEditWarning.h"
 #include "ui_frmSendCalc.h"
@@ -54,6 +55,7 @@ constexpr NamedDesign kDesigns[] = {
     {"FrmQuotes", Make<Ui::FrmQuotes, QDialog>},
     {"FrmSchedule", Make<Ui::FrmSchedule, QDialog>},
     {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
+    {"FrmSheet", Make<Ui::FrmSheet, QDialog>},
     {"FrmTerms", Make<Ui::FrmTerms, QDialog>},
     {"frmFormEditWarning", Make<Ui::frmFormEditWarning, QDialog>},
     {"frmSendCalc", Make<Ui::frmSendCalc, QDialog>},

@@ -20,6 +20,7 @@
 #include "qt/Documents.h"
 #include "qt/EventBoundary.h"
 #include "qt/Look.h"
+#include "qt/Printing.h"
 
 namespace tarvolinex {
 
@@ -125,6 +126,11 @@ void QtDesktop::CopyTable(const std::string& text, const std::string& html) {
 
 void QtDesktop::CopyText(const std::string& text) {
   QApplication::clipboard()->setText(Shown(text));
+}
+
+bool QtDesktop::Print(const RichDocument& document) {
+  const PlainPointer pointer(*this);
+  return AskAndPrint(TopWidget(), document);
 }
 
 void QtDesktop::Show(Window& window) {

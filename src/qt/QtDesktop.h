@@ -44,6 +44,7 @@ class QtDesktop : public Desktop {
   void CopyTable(const std::string& text, const std::string& html) override;
 
   // A window that was closed before is reopened. Throws RuntimeError when it has no design.
+  bool Print(const RichDocument& document) override;
   void Show(Window& window) override;
   void Hide(Window& window) override;
   void BringToFront(Window& window) override;

@@ -130,6 +130,7 @@ void FrmMain::WirePanels() {
   forms.View = [this](const std::string& page) { PreviewFormPage(page); };
   quote.CmdSchedule.Click = [this] { ShowSchedule(); };
   quote.CmdTerms.Click = [this] { ShowTerms(); };
+  quote.CmdSheet.Click = [this] { ShowSheet(); };
   quote.CmdKeepQuote.Click = [this] { KeepShownQuote(); };
   send.CmdCalcGo(kGoSend).Click = [this] { SendCalculator(); };
   send.CmdCalcGo(kGoCreate).Click = [this] { CreateInstallFile(); };

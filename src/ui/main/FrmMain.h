@@ -176,6 +176,7 @@ class FrmMain : public Window {
   void ShowMailSettings();
   void ShowSchedule();
   void ShowTerms();
+  void ShowSheet();
   void ShowQuotes();
   void KeepShownQuote();
   void ChangeKeptQuote(const KeptQuote& kept);
@@ -215,6 +216,8 @@ class FrmMain : public Window {
   void CreateInstallFile();
 
   SupplierFields fields_{*this};
+  QuoteDetails sheetDetails_;  // what was typed for the supplier's last sheet
+  int sheetSupplier_ = 0;
   std::string note_;  // what the status line reads while nothing goes on
 };
 

@@ -6,6 +6,7 @@
 #include "ui/main/FrmMain.h"
 #include "ui/quotes/FrmKeepQuote.h"
 #include "ui/quotes/FrmQuotes.h"
+#include "ui/quotes/FrmSheet.h"
 #include "ui/quotes/PlanWords.h"
 #include "ui/quotes/TodaysPrice.h"
 
@@ -122,6 +123,27 @@ void FrmMain::RefreshKeptQuote() {
   } catch (const RuntimeError& failure) {
     run.ShowError(failure.Description());
   }
+}
+
+// Of a kept quote as it was quoted, else of what is stored now.
+void FrmMain::ShowSheet() {
+  if (!quote.Kept()) SavePendingChanges();
+  if (shown.CurrentSupplierId == 0 || !quote.HasQuote()) return;
+  if (shown.CurrentSupplierId != sheetSupplier_) sheetDetails_ = {};
+  sheetSupplier_ = shown.CurrentSupplierId;
+  const CalendarDay today = LocalDay(TheDesktop().Now());
+  SheetContents contents = SheetOf(run.Places(), run.CalculatorPreferences, run.SupplierCalcSettings);
+  contents.date = contents.start = today;
+  QuoteDetails kept;
+  if (quote.Kept()) {
+    contents = SheetOf(run.Places(), *quote.Kept());
+    kept = quote.Kept()->details;
+    kept.reference = contents.reference;
+  }
+  QuoteDetails& details = quote.Kept() ? kept : sheetDetails_;
+  if (!quote.Kept() && !details.validUntil) details.validUntil = DaysAfter(today, DaysOfValidity());
+  FrmSheet sheet(run, contents, quote.Figures(), details);
+  TheDesktop().ShowModal(sheet);
 }
 
 }  // namespace tarvolinex
