@@ -35,7 +35,8 @@ Run& TheRun() {
 
 std::vector<Target> AllTargets() {
   std::vector<Target> all;
-  for (const auto& targets : {DatabaseTargets(), PageTargets(), PackageTargets(), TextTargets(), WindowsTargets()}) {
+  for (const auto& targets :
+       {DatabaseTargets(), PageTargets(), PackageTargets(), ServerTargets(), TextTargets(), WindowsTargets()}) {
     all.insert(all.end(), targets.begin(), targets.end());
   }
   return all;

@@ -18,6 +18,7 @@ struct Target {
 std::vector<Target> DatabaseTargets();
 std::vector<Target> PageTargets();
 std::vector<Target> PackageTargets();
+std::vector<Target> ServerTargets();
 std::vector<Target> TextTargets();
 std::vector<Target> WindowsTargets();
 std::vector<Target> AllTargets();

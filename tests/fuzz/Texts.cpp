@@ -3,11 +3,11 @@
 #include <sstream>
 
 #include "calc/Payment.h"
-#include "exchange/Csv.h"
 #include "cli/QuoteRows.h"
 #include "core/RecordJson.h"
 #include "core/Records.h"
 #include "distribute/Upload.h"
+#include "exchange/Csv.h"
 #include "fuzz/Targets.h"
 #include "platform/files/ProfileFile.h"
 #include "platform/network/MailMessage.h"

@@ -1,6 +1,7 @@
 """A web server of the tests' own on loopback: nginx and fcgiwrap with the package's configuration, as an ordinary user,
 and the install files that are sent to it."""
 import base64
+import csv
 import datetime
 import io
 import json
@@ -45,17 +46,30 @@ def install_file(files, settings='Title=Lease Calculator Self-Extractor\nFolder=
     return bytes(whole)
 
 
+class Program:
+    """The program with a folder of its own, and what it prices and publishes for supplier 1."""
+
+    def __init__(self, folder):
+        self.command = [BUILD / 'app/tarvolinex', '--app-folder', folder]
+        details = {'OrgCompanyName': 'Größe & Söhne <Leasing>', 'OrgEmail': 'leases@example.com'}
+        self.run('preferences', 'write', given=json.dumps(details))
+
+    def run(self, *words, given=''):
+        done = subprocess.run([*self.command, *words], input=given, capture_output=True, text=True)
+        assert done.returncode == 0, done.stderr
+        return done.stdout
+
+    def payment(self, cost, term):
+        rows = self.run('quote', '--supplier', '1', '-', given=f'Mode,CapitalCost,NumberOfPayments\n0,{cost},{term}\n')
+        return f"{float(next(csv.DictReader(rows.splitlines()))['Payment']):.2f}"
+
+
 def calculator():
     """The files of a calculator as the program publishes it."""
     with tempfile.TemporaryDirectory() as folder:
-        program = [BUILD / 'app/tarvolinex', '--app-folder', folder]
-        details = {'OrgCompanyName': 'Größe & Söhne <Leasing>', 'OrgEmail': 'leases@example.com'}
-        subprocess.run([*program, 'preferences', 'write'], input=json.dumps(details), text=True, check=True)
-        page = subprocess.run([*program, 'publish', '--supplier', '1'], check=True, capture_output=True, text=True).stdout.strip()
+        page = Program(folder).run('publish', '--supplier', '1').strip()
         files = {file.name: file.read_bytes() for file in pathlib.Path(page).iterdir()}
-        quote = subprocess.run([*program, 'quote', '--supplier', '1', '-'], check=True, capture_output=True, text=True,
-                               input='Mode,CapitalCost,NumberOfPayments\n0,12500.00,36\n').stdout
-    return {name: data for name, data in files.items() if name not in ('setup.exe', 'calc_test.html')}, quote
+    return {name: data for name, data in files.items() if name not in ('setup.exe', 'calc_test.html')}
 
 
 class Host:
@@ -81,9 +95,13 @@ error_log {self.folder}/error.log; events {{ worker_connections 2048; }}
 http {{ access_log {self.folder}/access.log; {''.join(f"{kind}_temp_path {self.folder}/tmp/{kind}; " for kind in
         ('client_body', 'fastcgi', 'proxy', 'uwsgi', 'scgi'))}
 include {self.folder}/share/limits.conf;
-server {{ listen 127.0.0.1:{self.port} backlog=1024; include {self.folder}/share/site.conf; }}
+server {{ listen 127.0.0.1:{self.port} backlog=1024; listen 127.0.0.1:{self.port + 2} ssl;
+ssl_certificate {self.folder}/cert.pem; ssl_certificate_key {self.folder}/key.pem; include {self.folder}/share/site.conf; }}
 server {{ listen 127.0.0.1:{self.port + 1}; location / {{ root {self.folder}/tmp; dav_methods PUT; client_max_body_size 21m; client_body_buffer_size 512k; }} }} }}
 ''')
+        subprocess.run(['openssl', 'req', '-x509', '-newkey', 'ec', '-pkeyopt', 'ec_paramgen_curve:prime256v1', '-nodes', '-days',
+                        '2', '-subj', '/CN=localhost', '-addext', 'subjectAltName=DNS:localhost', '-keyout',
+                        self.folder / 'key.pem', '-out', self.folder / 'cert.pem'], check=True, stderr=subprocess.DEVNULL)
         self.environment = dict(os.environ, TARVOLINEX_SERVER_CONF=str(self.folder / 'etc/server.conf'))
         self.user = {}
         if os.geteuid() == 0:
