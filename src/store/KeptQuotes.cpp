@@ -42,7 +42,7 @@ constexpr QuoteField kQuoteFields[] = {
     {"PremiumYield", Of<&QuoteRecord::PremiumYield>, false},
 };
 
-constexpr const char* kTable = "KeptQuotes";
+constexpr const char* kQuoteTable = "KeptQuotes";
 constexpr const char* kAsked = "Asked";
 
 // In the order of QuoteState.
@@ -69,8 +69,8 @@ void ForEachFigure(QuoteFigures& figures, const std::function<void(const std::st
   for (const QuoteField& field : kQuoteFields) visit(field.name, field.member(figures.priced));
 }
 
-void MakeTables(Database& database) {
-  if (database.Plain().HasTable(kTable)) return;
+void MakeQuoteTables(Database& database) {
+  if (database.Plain().HasTable(kQuoteTable)) return;
   std::string columns;
   QuoteFigures any;
   ForEachFigure(any, [&](const std::string& name, QuoteMember member) {
@@ -160,7 +160,7 @@ std::string ContentOf(const Record& record) {
 }
 
 // The ID of the record's content, which is stored once however many quotes it priced.
-std::string KeepContent(Database& database, const std::string& content) {
+std::string KeepRecord(Database& database, const std::string& content) {
   database.ExecuteStatement(FillStatement(statements::kInsertKeptRecord, "<CONTENT>", content));
   Recordset found;
   database.OpenRecordset(FillStatement(statements::kFindKeptRecord, "<CONTENT>", content), found);
@@ -225,7 +225,7 @@ QuoteDetails DetailsOf(const Row& row) {
 }
 
 Row RowOf(Database& database, int number) {
-  if (!database.Plain().HasTable(kTable)) return {};
+  if (!database.Plain().HasTable(kQuoteTable)) return {};
   Recordset found;
   found.Open(FillStatement(statements::kKeptQuote, "<ID>", number), database.Plain());
   return Row(found);
@@ -274,9 +274,9 @@ std::vector<int> KeepQuotes(Database& database, const KeptQuote& common, const s
   }
   std::vector<int> numbers;
   Transaction transaction(database);
-  MakeTables(database);
-  const std::string supplier = KeepContent(database, ContentOf(common.origin.supplier));
-  const std::string preferences = KeepContent(database, ContentOf(common.origin.preferences));
+  MakeQuoteTables(database);
+  const std::string supplier = KeepRecord(database, ContentOf(common.origin.supplier));
+  const std::string preferences = KeepRecord(database, ContentOf(common.origin.preferences));
   for (Lists& lists : rows) {
     lists.Add("SupplierRecord", supplier);
     lists.Add("PreferencesRecord", preferences);
@@ -312,7 +312,7 @@ std::optional<KeptQuote> ReadQuote(Database& database, int number) {
 }
 
 void ListQuotes(Database& database, CalendarDay today, const std::function<void(const QuoteListRow&)>& read) {
-  if (!database.Plain().HasTable(kTable)) return;
+  if (!database.Plain().HasTable(kQuoteTable)) return;
   const std::string day = DayText(today);
   const auto amount = [](std::string_view text) { return Currency::FromText(text).value_or(Currency()); };
   Recordset quotes;

@@ -69,7 +69,7 @@ TEST_F(QuotesWindowTest, QuotesAreFoundSortedMarkedRemovedAndSaved) {
   Keep("Birch", "12500", "2027-01-14");
   Choose("Saxonholt Dental Systems Ltd");
   Keep("Ash and Birch", "800");
-  InQuotes([this](FrmQuotes& quotes) {
+  InQuotes([](FrmQuotes& quotes) {
     EXPECT_EQ(Seen(quotes), "3 2 1 ");
     quotes.LvwQuotes.ClickColumn(6);
     EXPECT_EQ(Seen(quotes), "3 1 2 ");

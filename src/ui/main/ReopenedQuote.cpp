@@ -27,14 +27,14 @@ int BoxOf(int mode) {
   }
 }
 
-std::string Two(double number) {
+std::string TwoDecimals(double number) {
   return FormatFixed(number, 2);
 }
 
-std::string DepositOf(const QuoteRecord& asked) {
-  if (asked.DepositMode == kDepositPercent) return Two(static_cast<double>(asked.DepositPercent));
+std::string DepositInput(const QuoteRecord& asked) {
+  if (asked.DepositMode == kDepositPercent) return TwoDecimals(static_cast<double>(asked.DepositPercent));
   if (asked.DepositMode == kDepositAdvanced) return std::to_string(asked.AdvancedPayments);
-  return Two(asked.DepositValue.ToDouble());
+  return TwoDecimals(asked.DepositValue.ToDouble());
 }
 
 }  // namespace
@@ -53,15 +53,16 @@ void QuotePanel::FillInputs(const QuoteFigures& figures) {
   CboProCalc(kListResidualMode).SetListIndex(percent ? 1 : 0);
   for (const int list : {kListInterval, kListDepositMode, kListResidualMode}) ApplyQuoteList(list);
   const std::pair<int, std::string> boxes[] = {
-      {kBoxCapitalCost, Two(figures.priced.CapitalCost.ToDouble())},
+      {kBoxCapitalCost, TwoDecimals(figures.priced.CapitalCost.ToDouble())},
       {kBoxPayments, std::to_string(asked.NumberOfPayments)},
-      {kBoxDeposit, DepositOf(asked)},
-      {kBoxResidual, Two(percent ? static_cast<double>(asked.ResidualPercent) : asked.ResidualValue.ToDouble())},
-      {kBoxMaintenance, Two(asked.Maintenance.ToDouble())},
-      {kBoxPayment, Two(asked.Payment.ToDouble())},
-      {kBoxYield, Two(static_cast<double>(asked.Yield))},
-      {kBoxCommission, Two(asked.CommissionValue.ToDouble())},
-      {kBoxCommissionPercent, Two(static_cast<double>(asked.CommissionPercent))},
+      {kBoxDeposit, DepositInput(asked)},
+      {kBoxResidual,
+       TwoDecimals(percent ? static_cast<double>(asked.ResidualPercent) : asked.ResidualValue.ToDouble())},
+      {kBoxMaintenance, TwoDecimals(asked.Maintenance.ToDouble())},
+      {kBoxPayment, TwoDecimals(asked.Payment.ToDouble())},
+      {kBoxYield, TwoDecimals(static_cast<double>(asked.Yield))},
+      {kBoxCommission, TwoDecimals(asked.CommissionValue.ToDouble())},
+      {kBoxCommissionPercent, TwoDecimals(static_cast<double>(asked.CommissionPercent))},
   };
   for (const auto& [box, text] : boxes) TxtProCalc(box).SetText(text);
   ShowTermOf(asked.NumberOfPayments);

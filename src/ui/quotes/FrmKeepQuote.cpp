@@ -27,7 +27,7 @@ constexpr KeepText kKeepTexts[kKeepBoxes] = {
     {Marked("&Note"), kMostInNote, &QuoteDetails::note},
 };
 
-std::string TextOf(const std::optional<CalendarDay>& day) {
+std::string DayInput(const std::optional<CalendarDay>& day) {
   return day ? DayText(*day) : std::string();
 }
 
@@ -53,8 +53,8 @@ FrmKeepQuote::FrmKeepQuote(Run& run, const std::string& quote, QuoteDetails& det
   }
   const std::string equipment = run.CalculatorPreferences.AliasCapEquip.Trimmed();
   if (!equipment.empty()) LblKeep(kKeepEquipment).SetCaption(CaptionOf(equipment));
-  TxtKeep(kKeepStart).SetText(TextOf(details.start));
-  TxtKeep(kKeepValidUntil).SetText(TextOf(details.validUntil));
+  TxtKeep(kKeepStart).SetText(DayInput(details.start));
+  TxtKeep(kKeepValidUntil).SetText(DayInput(details.validUntil));
   for (const QuoteState state : {QuoteState::Open, QuoteState::Accepted, QuoteState::Declined}) {
     CboState.Add(StateWords(StateName(state)));
   }
