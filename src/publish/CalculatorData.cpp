@@ -13,7 +13,7 @@ std::string Member(const char* name, std::string_view text) {
   return "\"" + std::string(name) + "\":" + JsonAsciiText(text);
 }
 
-void Add(std::string& members, const std::string& member) {
+void AddMember(std::string& members, const std::string& member) {
   members += (members.empty() ? "" : ",") + member;
 }
 
@@ -21,13 +21,13 @@ void Add(std::string& members, const std::string& member) {
 std::string OptionsMember(const PageOptions& options) {
   std::string words, all;
   for (const PageWord& word : PageWords()) {
-    if (!(options.*word.meaning).empty()) Add(words, Member(word.name, options.*word.meaning));
+    if (!(options.*word.meaning).empty()) AddMember(words, Member(word.name, options.*word.meaning));
   }
-  if (!options.language.empty()) Add(all, Member("language", options.language));
-  if (!options.totals) Add(all, "\"totals\":false");
-  if (options.validDays > 0) Add(all, "\"validDays\":" + std::to_string(options.validDays));
-  if (options.ratesDays > 0) Add(all, "\"ratesDays\":" + std::to_string(options.ratesDays));
-  if (!words.empty()) Add(all, "\"words\":{" + words + "}");
+  if (!options.language.empty()) AddMember(all, Member("language", options.language));
+  if (!options.totals) AddMember(all, "\"totals\":false");
+  if (options.validDays > 0) AddMember(all, "\"validDays\":" + std::to_string(options.validDays));
+  if (options.ratesDays > 0) AddMember(all, "\"ratesDays\":" + std::to_string(options.ratesDays));
+  if (!words.empty()) AddMember(all, "\"words\":{" + words + "}");
   return all.empty() ? all : "\"options\":{" + all + "},";
 }
 
@@ -38,8 +38,8 @@ std::string CalculatorData(std::chrono::system_clock::time_point made, const Pag
                            const std::vector<PublishedForm>& forms) {
   std::string list;
   for (const PublishedForm& form : forms) {
-    Add(list,
-        "{" + Member("name", form.name) + "," + Member("file", form.file) + "," + Member("text", form.text) + "}");
+    AddMember(list, "{" + Member("name", form.name) + "," + Member("file", form.file) + "," +
+                        Member("text", form.text) + "}");
   }
   const std::string data = "window.calcData={" + Member("made", IsoDate(made)) + "," + OptionsMember(options) +
                            Member("general", Base64(general)) + "," + Member("supplier", Base64(supplier)) +

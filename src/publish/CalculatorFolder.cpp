@@ -49,13 +49,13 @@ struct Warnings {
 };
 
 // The supplier's texts that the record cannot hold, each with what is read in its place.
-void WarnOfForeignTexts(SupplierCalcSettingsRecord supplier, Warnings& warnings) {
+void WarnOfForeignTexts(const SupplierCalcSettingsRecord& supplier, Warnings& warnings) {
   std::string texts;
-  for (const auto& field : FieldsOf(supplier)) {
-    const auto member = field.member(supplier);
-    const auto* text = std::get_if<FixedText*>(&member);
-    if (!text || FitsWindows1252((*text)->Trimmed())) continue;
-    texts += "\r\n" + (*text)->Trimmed() + " - " + FromWindows1252(ToWindows1252((*text)->Trimmed()));
+  for (const FixedText* text : {&supplier.CompanyName, &supplier.Address1, &supplier.Address2, &supplier.Town,
+                                &supplier.County, &supplier.PostCode, &supplier.Tel, &supplier.Fax, &supplier.www,
+                                &supplier.email, &supplier.AdditionalPremiumMsg}) {
+    const std::string written = text->Trimmed();
+    if (!FitsWindows1252(written)) texts += "\r\n" + written + " - " + FromWindows1252(ToWindows1252(written));
   }
   if (texts.empty()) return;
   warnings.Add(
