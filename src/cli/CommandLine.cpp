@@ -130,16 +130,24 @@ folder's General.dat, and makes the calculator's pages anew. Fields that are not
      RunPreferences, true, true},
     {"publish", "build a supplier's calculator folder",
      R"(usage: tarvolinex publish --supplier ID
+       tarvolinex publish --all|--stale --output DIR
 
 Builds the folder "calculator" of the app folder for the supplier and prints its path. calc.html in it is the
 calculator. A linked form whose page is missing is a warning; the rest is published.
+
+With --all, or --stale for those whose last sent calculator is out of date, each supplier's is built in a folder of its
+own in DIR, named by the ID and the name, and "report.csv" there says what became of each: ID, CompanyName, Result
+(done or failed), Detail, Path. A supplier that fails does not stop the others; the exit status is then 1.
 )",
      RunPublish, true, true},
     {"package", "pack a supplier's calculator into one file",
      R"(usage: tarvolinex package --supplier ID --output FILE.exe|FILE.zip
+       tarvolinex package --all|--stale --as exe|zip --output DIR
 
 Builds the supplier's calculator folder and packs it: a name that ends in ".zip" gives a plain archive, any other a
 Windows program that installs the calculator. Prints the file's path. A file that exists is replaced only with --yes.
+With --all or --stale a file for each supplier goes into DIR, with "report.csv" as publish writes it; files of an
+earlier time are replaced.
 )",
      RunPackage, true, true},
     {"send", "e-mail a supplier's calculator to its contacts",

@@ -214,6 +214,11 @@ void CopyFile(std::string_view from, std::string_view to) {
   target.Commit();
 }
 
+void DeleteFolder(std::string_view path) {
+  std::error_code ignored;
+  std::filesystem::remove_all(NativePath(path), ignored);
+}
+
 void MakeFolder(std::string_view path) {
   std::error_code error;
   fs::create_directories(NativePath(path), error);

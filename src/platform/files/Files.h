@@ -45,6 +45,8 @@ void DeleteFile(std::string_view path);  // 53 when it does not exist, 75 when i
 // Copies the bytes as they are, whole or not at all.
 void CopyFile(std::string_view from, std::string_view to);
 void MakeFolder(std::string_view path);  // with its parents
+void DeleteFolder(
+    std::string_view path);  // with all that is in it; what is not there or cannot be deleted is passed over
 
 std::string ReadFile(std::string_view path);
 // Written beside the target, flushed to the disk and renamed over it: the target is the old file or the new one.

@@ -104,6 +104,7 @@ void MailSession::Attach(const std::string& path, const std::string& name) {
 
 void MailSession::Send() {
   const std::string bytes = Message().Bytes();
+  fate_ = MailFate::NotTaken;
   switch (profile_.transport) {
     case MailTransport::Smtp:
       SendBySmtp(bytes);
@@ -135,7 +136,7 @@ std::string MailSession::OutboxFolder() const {
   return profile_.folder.empty() ? FolderOf(iniPath_) + "\\Outbox" : profile_.folder;
 }
 
-void MailSession::SendBySmtp(const std::string& bytes) const {
+void MailSession::SendBySmtp(const std::string& bytes) {
   const std::string password = Password ? *Password : PasswordOf(profile_, Progress, Patience);
   const CurlHandle handle = NewCurlHandle();
   CURL* curl = handle.get();
@@ -158,9 +159,11 @@ void MailSession::SendBySmtp(const std::string& bytes) const {
   std::string error;
   const CURLcode result = RunTransfer(curl, exchange, Progress, Patience, error);
   if (result == CURLE_OK) return;
-  const bool refused = exchange.reply.starts_with('4') || exchange.reply.starts_with('5');
+  const bool forNow = exchange.reply.starts_with('4'), refused = forNow || exchange.reply.starts_with('5');
+  if (refused) fate_ = forNow ? MailFate::RefusedForNow : MailFate::Refused;
   if (refused) error += ": " + SaidBy(exchange.reply);
   if (exchange.Sent() && !refused) {
+    fate_ = MailFate::Unknown;
     error += ". " + Tr("The server had the whole message by then: it may have gone out all the same. Please ask one of "
                        "its readers before you send it again");
   }

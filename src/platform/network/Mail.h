@@ -12,6 +12,10 @@
 
 namespace tarvolinex {
 
+// What became of a message whose Send failed: nobody got it and it may be tried again, the server refused it for good,
+// or nobody knows.
+enum class MailFate { NotTaken, RefusedForNow, Refused, Unknown };
+
 // Every failure throws RuntimeError: 32050 signed on already, 32003 profile or login refused, 32014 recipient refused,
 // 32011 attachment missing, 35754 server not reached, 32002 anything else. The description says what was being done.
 // After a failed Send, SignOff fails too. Nobody has then accepted the message, unless the connection was lost after
@@ -37,6 +41,8 @@ class MailSession {
   void Attach(const std::string& path, const std::string& name);
   // Returns once the server, the local sendmail or the outbox has taken the message for every recipient.
   void Send();
+  // After a Send that threw.
+  MailFate Fate() const { return fate_; }
   void SignOff();
 
   // Who takes or took the message: "the mail server mail.example.com:587", "the local sendmail", "the outbox folder X".
@@ -45,11 +51,12 @@ class MailSession {
  private:
   MailMessage& Message();
   std::string OutboxFolder() const;
-  void SendBySmtp(const std::string& bytes) const;
+  void SendBySmtp(const std::string& bytes);
   void SendBySendmail(const std::string& bytes) const;
   void PutIntoOutbox(const std::string& bytes) const;
 
   bool signedOn_ = false, sent_ = false;
+  MailFate fate_ = MailFate::NotTaken;
   std::string iniPath_;
   MailProfile profile_;
   std::unique_ptr<MailMessage> message_;
