@@ -153,6 +153,8 @@ earlier time are replaced.
     {"send", "e-mail a supplier's calculator to its contacts",
      R"(usage: tarvolinex send --supplier ID --contact ID ... --as exe|zip|link --subject TEXT --message TEXT
                        [--instructions]
+       tarvolinex send --all|--stale --to all|last --as exe|zip|link --subject TEXT --message TEXT [--instructions]
+                       [--per-minute N] [--dry-run] [--resume]
 
 Builds and packs the supplier's calculator and sends one message to the contacts, in the way that Mail.INI of the app
 folder says; without it through the local sendmail, or into the folder "Outbox". The day of sending is noted with each
@@ -163,6 +165,16 @@ contact. Who has got a message that could not be noted is left out of the next o
   --as zip         with a zip file attached
   --as link        with a link to the install program, which is uploaded to the web server first
   --instructions   adds the text that explains to the reader what to do
+
+With --all, or --stale for suppliers whose last sent calculator is out of date, each reader gets a message of his own;
+<FIRSTNAME>, <SUPPLIERNAME> and <CALCNAME> in subject and message stand for his. Prints SupplierID, CompanyName,
+Contact, Email, Result, Detail: sent, refused with the server's words, doubtful (it may have been taken and is not sent
+again by itself) or left.
+
+  --to all|last    every contact with an address, or those who were sent one before
+  --per-minute N   at most so many messages a minute
+  --dry-run        prints each message as it will be; nothing is written anywhere
+  --resume         goes on with a run that was stopped, with what it was begun with; nobody gets two
 )",
      RunSend, true, true},
     {"status", "which published calculators are out of date",

@@ -1,14 +1,19 @@
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <iostream>
 #include <set>
 
 #include "cli/ChosenSupplier.h"
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
+#include "cli/ManySuppliers.h"
 #include "core/Settings.h"
 #include "distribute/Email.h"
+#include "distribute/SendLetters.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "store/Contacts.h"
 
 namespace tarvolinex {
@@ -36,11 +41,78 @@ std::vector<Recipient> RecipientsOf(Database& database, int supplier, const std:
   throw RuntimeError(kItemNotFound, "The supplier has no contact with the ID " + *missing + " and an e-mail address");
 }
 
+std::string WithLineEnds(const std::string& message) {
+  return ReplaceAll(ReplaceAll(message, "\r\n", "\n"), "\n", "\r\n");
+}
+
+int PerMinute(const Arguments& parsed) {
+  const std::string text = parsed.Value("--per-minute", "0");
+  int number = 0;
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (read.ec != std::errc() || read.ptr != text.data() + text.size() || number < 0) {
+    throw UsageError{"--per-minute " + text + " is no number of messages"};
+  }
+  return number;
+}
+
+LetterOrder OrderOf(const Arguments& parsed) {
+  const std::string to = parsed.Value("--to");
+  if (to != "all" && to != "last") throw UsageError{"--to is one of all, last"};
+  if (parsed.Value("--subject").empty()) throw UsageError{"--subject TEXT is needed"};
+  return {to == "last", WayOf(parsed.Value("--as")), parsed.Value("--subject"), WithLineEnds(parsed.Value("--message")),
+          parsed.Has("--instructions")};
+}
+
+void ShowLetters(Run& run, const std::vector<Letter>& letters, const std::vector<BatchJob>& jobs) {
+  for (const Letter& letter : letters) {
+    const auto job = std::find_if(jobs.begin(), jobs.end(),
+                                  [&](const BatchJob& each) { return each.supplierId == letter.supplierId; });
+    const std::string instructions = letter.instructions ? GetInstructions(run.AppFolder, letter.sendType, run) : "";
+    const WrittenLetter written =
+        Written(letter, OwnBranding(run), job->publication.supplier, instructions, "", OwnWebAccount(run));
+    std::cout << "To: " << written.to << "\nSubject: " << written.subject << '\n';
+    if (!written.attachment.empty()) std::cout << "Attached: " << written.attachment << '\n';
+    std::cout << '\n' << ReplaceAll(written.text, "\r", "") << "\n\n";
+  }
+}
+
+int SendToMany(Run& run, const Arguments& parsed) {
+  const LetterOrder order = OrderOf(parsed);
+  const int perMinute = PerMinute(parsed);
+  Database database(run);
+  if (!OpenDatabaseForCommand(run, database)) return kFailed;
+  if (parsed.Has("--dry-run")) {
+    const auto jobs = BatchJobs(database, OwnBranding(run), WantedBy(parsed));
+    ShowLetters(run, LettersFor(database, jobs, order), jobs);
+    return kDone;
+  }
+  const int left = LettersLeft(database);
+  if (!parsed.Has("--resume")) {
+    if (left > 0 && run.MessageBox(Tr("A run is unfinished: %1 messages are left. Begin another one and forget them?",
+                                      {std::to_string(left)}),
+                                   Tr("Email"), BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes) {
+      throw RuntimeError(kItemNotFound, "--resume goes on with the unfinished run, --yes begins another one");
+    }
+    BeginLetters(database, LettersFor(database, BatchJobs(database, OwnBranding(run), WantedBy(parsed)), order));
+  }
+  SendLetters(database, {OwnBranding(run), OwnWebAccount(run), perMinute}, run);
+  const std::vector<Letter> letters = Letters(database);
+  std::cout << LetterReport(letters);
+  const bool whole =
+      std::all_of(letters.begin(), letters.end(), [](const Letter& each) { return each.state == LetterState::Sent; });
+  return whole ? kDone : kFailed;
+}
+
 }  // namespace
 
 int RunSend(Run& run, const std::vector<std::string>& arguments) {
-  const Arguments parsed(arguments, {"--supplier", "--contact", "--as", "--subject", "--message"}, {"--instructions"},
-                         0);
+  const Arguments parsed(arguments,
+                         {"--supplier", "--contact", "--as", "--subject", "--message", "--to", "--per-minute"},
+                         {"--instructions", "--all", "--stale", "--dry-run", "--resume"}, 0);
+  if (IsForMany(parsed)) return SendToMany(run, parsed);
+  for (const char* option : {"--to", "--per-minute", "--dry-run", "--resume"}) {
+    if (parsed.Has(option)) throw UsageError{std::string(option) + " goes with --all or --stale"};
+  }
   const std::string id = SupplierIdOf(parsed);
   const auto contacts = parsed.Values("--contact");
   if (contacts.empty()) throw UsageError{"--contact ID is needed, once for each contact"};
@@ -51,7 +123,7 @@ int RunSend(Run& run, const std::vector<std::string>& arguments) {
   sending.supplierId = std::stoi(id);
   sending.recipients = RecipientsOf(database, sending.supplierId, contacts);
   sending.subject = parsed.Value("--subject");
-  sending.message = ReplaceAll(ReplaceAll(parsed.Value("--message"), "\r\n", "\n"), "\n", "\r\n");
+  sending.message = WithLineEnds(parsed.Value("--message"));
   sending.sendType = way;
   sending.includeInstructions = parsed.Has("--instructions");
   if (sending.includeInstructions) sending.instructions = GetInstructions(run.AppFolder, way, run);

@@ -102,7 +102,7 @@ void NoteAllMade(Database& database, const std::vector<BatchJob>& jobs,
       made.date = DeliveryDate(reporter.Now());
       made.supplierId = jobs[i].supplierId;
       made.companyName = jobs[i].companyName;
-      made.sentAs = sendType == kBatchFolder ? "folder" : SendTypeName(sendType);
+      made.sentAs = sendType == kBatchFolder ? "folder" : WayName(sendType);
       made.result = "made";
       AddDeliveries(database, {made}, organisation,
                     SupplierIngredients(publication.supplier, publication.forms, prints));
@@ -183,7 +183,7 @@ std::vector<BatchResult> MakeBatch(Database& database, const std::vector<BatchJo
     Workers workers(jobs, [&](const BatchJob& job, int worker) {
       BatchResult result = {job.supplierId, job.companyName, false, "", outputFolder + "\\" + BatchFileName(job)};
       const bool folder = sendType == kBatchFolder;
-      if (!folder) result.path += std::string(".") + SendTypeName(sendType);
+      if (!folder) result.path += std::string(".") + WayName(sendType);
       std::string warnings;
       result.detail =
           MakeOne(job, sendType, folder ? result.path + "\\" : folders.Of(worker), result.path, now, warnings);

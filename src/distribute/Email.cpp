@@ -195,7 +195,7 @@ std::vector<Delivery> Dispatch::AsDeliveries() const {
   for (const Recipient& to : sending_.recipients) {
     deliveries.push_back({DeliveryDate(reporter_.Now()), sending_.supplierId,
                           sending_.publication.supplier.CompanyName.Trimmed(), to.id, to.name, to.email,
-                          SendTypeName(sending_.sendType), "sent", sending_.subject, sending_.message});
+                          WayName(sending_.sendType), "sent", sending_.subject, sending_.message});
   }
   return deliveries;
 }

@@ -126,7 +126,7 @@ std::string Target(const std::string& chosenName, Reporter& reporter) {
 
 }  // namespace
 
-const char* SendTypeName(int sendType) {
+const char* WayName(int sendType) {
   return sendType == kSendZip ? "zip" : sendType == kSendLink ? "link" : "exe";
 }
 

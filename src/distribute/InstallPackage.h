@@ -13,7 +13,7 @@ namespace tarvolinex {
 // How a calculator travels.
 enum SendTypes { kSendProgram = 0, kSendZip = 1, kSendLink = 2 };
 // "exe", "zip", "link".
-const char* SendTypeName(int sendType);
+const char* WayName(int sendType);
 
 // Where the install file of a send lies: "CalcInstall.zip" or "CalcInstall.exe" in the app folder.
 std::string InstallFilePath(const std::string& appFolder, int sendType);

@@ -15,6 +15,7 @@ import time
 
 folder = sys.argv[2]
 behaviour = sys.argv[3:]
+met = set()
 
 
 def store(name, data):
@@ -39,6 +40,12 @@ class Mailbox:
     async def handle_RCPT(self, server, session, envelope, address, options):
         if "refuse-second" in behaviour and envelope.rcpt_tos:
             return "550 no such user"
+        # What a reader called so meets, of those of a "people".
+        if "people" in behaviour and address.startswith("no."):
+            return "550 no such user"
+        if "people" in behaviour and address.startswith("later.") and address not in met:
+            met.add(address)
+            return "451 try again later"
         envelope.rcpt_tos.append(address)
         return "250 OK"
 
@@ -48,6 +55,12 @@ class Mailbox:
             return "451 gone"
         if "later" in behaviour:
             return "451 try again later"
+        if "people" in behaviour:
+            with open(pathlib.Path(folder, "taken"), "a") as taken:
+                taken.write(",".join(envelope.rcpt_tos) + "\n")
+            if envelope.rcpt_tos[0].startswith("gone."):
+                server.transport.abort()
+            return "250 OK"
         message = email.message_from_bytes(envelope.original_content, policy=email.policy.default)
         parts = list(message.walk())
         attached = [part for part in parts if part.get_filename()]

@@ -1,0 +1,59 @@
+// Calculators by mail to the people of many suppliers, in one run that can be taken up again.
+//
+// A letter is marked before its message leaves and once more when the server has taken it. One that is still marked as
+// leaving when a run is taken up is doubtful: nobody knows its fate, and it is not sent again by itself. So nobody gets
+// two, whatever stops the run.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "distribute/Batch.h"
+#include "distribute/Upload.h"
+#include "store/Letters.h"
+
+namespace tarvolinex {
+
+// What is said to whom.
+struct LetterOrder {
+  bool toLast = false;  // only who was sent one before; else every contact with an address
+  int sendType = 0;
+  // "<FIRSTNAME>" stands for the reader's, "<SUPPLIERNAME>", "<CALCNAME>" and the other words as everywhere.
+  std::string subject, message;
+  bool instructions = false;
+};
+
+// One letter for each reader of these suppliers; of several contacts with one address the first. Throws RuntimeError.
+std::vector<Letter> LettersFor(Database& database, const std::vector<BatchJob>& jobs, const LetterOrder& order);
+
+// The message as it will be; the address of a link stands in it as "...".
+struct WrittenLetter {
+  std::string to, subject, text, attachment;
+};
+WrittenLetter Written(const Letter& letter, const Branding& branding, const SupplierCalcSettingsRecord& supplier,
+                      const std::string& instructions, const std::string& uploadIdentifier, const WebAccount& web);
+
+// How many letters of the last run are still to go; its doubtful and refused ones are not.
+int LettersLeft(Database& database);
+
+struct LetterRun {
+  Branding branding;
+  WebAccount web;
+  int perMinute = 0;  // at most so many messages; 0 = as fast as they go
+  // How long to wait before each new try when a server refuses for now or is not reached.
+  std::vector<std::chrono::milliseconds> pauses = {std::chrono::seconds(5), std::chrono::seconds(30),
+                                                   std::chrono::minutes(2)};
+};
+
+// Goes on with the letters that are left: builds each supplier's calculator once, mails, notes date and delivery. A
+// refusal for good ends that letter alone. Returns when all are done, when the reporter's user stops it, or when no
+// server takes mail any more; the letters tell how far it came. A failure of the database after a message has left is a
+// fatal report.
+void SendLetters(Database& database, const LetterRun& run, Reporter& reporter);
+
+// SupplierID, CompanyName, Contact, Email, Result, Detail as CSV with its heading; one that is left is "left".
+std::string LetterReport(const std::vector<Letter>& letters);
+
+}  // namespace tarvolinex

@@ -1,0 +1,82 @@
+#include "store/Letters.h"
+
+#include <iterator>
+
+#include "platform/text/Text.h"
+#include "store/Row.h"
+#include "store/Statements.h"
+
+namespace tarvolinex {
+
+namespace {
+
+constexpr const char* kTable = "Letters";
+constexpr const char* kStates[] = {"waiting", "sending", "sent", "refused", "doubtful"};
+
+// A state that nobody knows is a fate that nobody knows.
+LetterState StateOf(std::string_view name) {
+  for (std::size_t i = 0; i < std::size(kStates); ++i) {
+    if (name == kStates[i]) return static_cast<LetterState>(i);
+  }
+  return LetterState::Doubtful;
+}
+
+}  // namespace
+
+const char* NameOf(LetterState state) {
+  return kStates[static_cast<std::size_t>(state)];
+}
+
+std::vector<Letter> Letters(Database& database) {
+  std::vector<Letter> letters;
+  if (!database.Plain().HasTable(kTable)) return letters;
+  Recordset rows;
+  for (rows.Open(statements::kLetters, database.Plain()); !rows.EndOfFile(); rows.MoveNext()) {
+    const Row row(rows);
+    Letter& letter = letters.emplace_back();
+    letter.id = row.Number("ID");
+    letter.supplierId = row.Number("SupplierId");
+    letter.companyName = row.Text("CompanyName");
+    letter.contactId = row.Number("ContactId");
+    letter.contact = row.Text("Contact");
+    letter.firstName = row.Text("FirstName");
+    letter.email = row.Text("Email");
+    letter.subject = row.Text("Subject");
+    letter.message = ValueText(row.At("Message"));
+    letter.sendType = row.Number("SendType");
+    letter.instructions = ValueTruth(row.At("Instructions"));
+    letter.state = StateOf(row.Text("State"));
+    letter.detail = row.Text("Detail");
+  }
+  return letters;
+}
+
+void BeginLetters(Database& database, const std::vector<Letter>& letters) {
+  Transaction transaction(database);
+  database.ExecuteStatement(statements::kMakeLetters);
+  database.ExecuteStatement(statements::kDeleteLetters);
+  for (const Letter& letter : letters) {
+    database.ExecuteStatement(
+        FillStatement(statements::kInsertLetter, {{"<SUPPLIERID>", std::int64_t{letter.supplierId}},
+                                                  {"<COMPANYNAME>", EscapeQuotes(letter.companyName)},
+                                                  {"<CONTACTID>", std::int64_t{letter.contactId}},
+                                                  {"<CONTACT>", EscapeQuotes(letter.contact)},
+                                                  {"<FIRSTNAME>", EscapeQuotes(letter.firstName)},
+                                                  {"<EMAIL>", EscapeQuotes(letter.email)},
+                                                  {"<SUBJECT>", EscapeQuotes(letter.subject)},
+                                                  {"<MESSAGE>", EscapeQuotes(letter.message)},
+                                                  {"<SENDTYPE>", std::int64_t{letter.sendType}},
+                                                  {"<INSTRUCTIONS>", letter.instructions ? "YES" : "NO"}}));
+  }
+  transaction.Commit();
+}
+
+void SetLetterState(Database& database, int id, LetterState state, std::string_view detail) {
+  constexpr int kMostInDetail = 250;
+  database.Plain().Execute(
+      FillStatement(statements::kLetterState, {{"<STATE>", std::string(NameOf(state))},
+                                               {"<DETAIL>", EscapeQuotes(FirstCharacters(detail, kMostInDetail))},
+                                               {"<ID>", std::int64_t{id}}}));
+}
+
+}  // namespace tarvolinex

@@ -1,0 +1,105 @@
+#include "distribute/SendLetters.h"
+
+#include <algorithm>
+#include <map>
+
+#include "platform/text/Text.h"
+#include "publish/Preferences.h"
+#include "support/Fixture.h"
+#include "support/LoopbackServer.h"
+
+namespace tarvolinex {
+
+class SendLettersTest : public SampleTest {
+ protected:
+  SendLettersTest() {
+    SaveCalculatorPreferences(OwnBranding(), run);
+    CalculatorPreferences.AliasCalcName = "Lease Tool";
+    Address(1, "a@x.example");
+    Address(2, "no.body@x.example");
+    Address(3, "later.on@x.example");
+    Address(4, "gone.by@x.example");
+  }
+  void Address(int supplier, const std::string& email) {
+    form->database.ExecuteStatement("UPDATE contacts SET email='" + email +
+                                    "' WHERE supplierid=" + std::to_string(supplier));
+  }
+  void UseServer(const std::string& host) {
+    folder.File("Mail.INI", "[PROFILES]\nDefaultProfile=s\n[s]\nTransport=smtp\nSecurity=none\nServer=" + host + "\n");
+  }
+  void Begin(int suppliers, bool toLast = false) {
+    const auto jobs =
+        BatchJobs(form->database, OwnBranding(), [&](const Standing& each) { return each.supplierId <= suppliers; });
+    BeginLetters(form->database,
+                 LettersFor(form->database, jobs,
+                            {toLast, kSendZip, "For <FIRSTNAME>", "Your <CALCNAME>, <SUPPLIERNAME>", false}));
+  }
+  void Send() {
+    using std::chrono::milliseconds;
+    SendLetters(form->database, {OwnBranding(), {}, 0, {milliseconds(1), milliseconds(1)}}, run);
+  }
+  // "1 sent, 2 refused: ..." by supplier.
+  std::string Fates() {
+    std::map<int, std::string> fates;
+    for (const Letter& each : Letters(form->database)) fates[each.supplierId] = NameOf(each.state);
+    std::string all;
+    for (const auto& [supplier, fate] : fates) all += std::to_string(supplier) + " " + fate + ", ";
+    return all;
+  }
+};
+
+TEST_F(SendLettersTest, EachReaderHasAFateAndNobodyGetsTwo) {
+  const LoopbackServer server("smtp", folder.Path(), {"people"});
+  UseServer(server.Host());
+  form->database.ExecuteStatement("UPDATE suppliers SET Yield0='x' WHERE ID=5");
+  Begin(5);
+  Send();
+  EXPECT_EQ(Fates(), "1 sent, 2 refused, 3 sent, 4 doubtful, 5 refused, ");
+  const std::string taken = ReadFile(folder.Path() + "/taken");
+  EXPECT_EQ(taken.find("no.body"), std::string::npos);
+  const std::string report = LetterReport(Letters(form->database));
+  EXPECT_NE(report.find("550 no such user"), std::string::npos) << report;
+  EXPECT_NE(report.find("the column Yield0 holds"), std::string::npos) << report;
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE DateLastSent<>'' AND supplierid IN (1,3)"), "2");
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE DateLastSent<>'' AND supplierid IN (2,4,5)"), "0");
+  EXPECT_EQ(Ask("SELECT group_concat(DISTINCT substr(Result,1,7)) FROM Deliveries WHERE SupplierId<4"), "sent,refused");
+  Send();  // everything has its fate
+  EXPECT_EQ(ReadFile(folder.Path() + "/taken"), taken);
+  Begin(5, true);
+  EXPECT_EQ(Fates(), "1 waiting, 3 waiting, ") << "who was sent one before";
+}
+
+TEST_F(SendLettersTest, ARunThatIsCutOffIsTakenUpWhereItWas) {
+  UseServer("127.0.0.1:1");
+  Begin(4);
+  Send();
+  EXPECT_EQ(Fates(), "1 waiting, 2 waiting, 3 waiting, 4 waiting, ");
+  EXPECT_EQ(LettersLeft(form->database), 4);
+  const LoopbackServer server("smtp", folder.Path(), {"people"});
+  UseServer(server.Host());
+  const int first = Letters(form->database).front().id;
+  SetLetterState(form->database, first, LetterState::Sending, "");
+  run.StopRequested = true;
+  Send();
+  EXPECT_EQ(LettersLeft(form->database), 3);
+  run.StopRequested = false;
+  Send();
+  EXPECT_EQ(LettersLeft(form->database), 0);
+  EXPECT_EQ(Letters(form->database).front().state, LetterState::Doubtful);
+  EXPECT_EQ(ReadFile(folder.Path() + "/taken").find(Letters(form->database).front().email), std::string::npos);
+}
+
+TEST_F(SendLettersTest, WhatIsSaidIsMadeForItsReader) {
+  Begin(1);
+  const Letter letter = Letters(form->database).front();
+  const WrittenLetter written =
+      Written(letter, OwnBranding(), ReadSupplier(form->database, 1).settings, "", "", {"www.x.example", "1"});
+  EXPECT_EQ(written.subject + "|" + written.text + "|" + written.attachment,
+            "For " + letter.firstName + "|Your Lease Tool, Aldermoor Print Finishing Ltd|CalcInstall.zip");
+  form->database.ExecuteStatement(
+      "INSERT INTO contacts (Supplierid, FirstName, Email) VALUES (1, 'Twin', 'A@X.example')");
+  Begin(1);
+  EXPECT_EQ(Letters(form->database).size(), 1U) << "one address, one letter";
+}
+
+}  // namespace tarvolinex
