@@ -43,7 +43,7 @@ std::vector<Letter> Letters(Database& database) {
     letter.email = row.Text("Email");
     letter.subject = row.Text("Subject");
     letter.message = ValueText(row.At("Message"));
-    letter.sendType = row.Number("SendType");
+    letter.sendType = row.Number("Way");
     letter.instructions = ValueTruth(row.At("Instructions"));
     letter.state = StateOf(row.Text("State"));
     letter.detail = row.Text("Detail");
@@ -65,7 +65,7 @@ void BeginLetters(Database& database, const std::vector<Letter>& letters) {
                                                   {"<EMAIL>", EscapeQuotes(letter.email)},
                                                   {"<SUBJECT>", EscapeQuotes(letter.subject)},
                                                   {"<MESSAGE>", EscapeQuotes(letter.message)},
-                                                  {"<SENDTYPE>", std::int64_t{letter.sendType}},
+                                                  {"<WAY>", std::int64_t{letter.sendType}},
                                                   {"<INSTRUCTIONS>", letter.instructions ? "YES" : "NO"}}));
   }
   transaction.Commit();

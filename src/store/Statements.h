@@ -109,13 +109,13 @@ inline constexpr std::string_view kDeliveryMessage =
 inline constexpr std::string_view kMakeLetters =
     "CREATE TABLE IF NOT EXISTS Letters (ID INTEGER PRIMARY KEY AUTOINCREMENT, SupplierId LONG, CompanyName TEXT(50), "
     "ContactId LONG, Contact TEXT(120), FirstName TEXT(50), Email TEXT(100), Subject TEXT(250), Message TEXT, "
-    "SendType SHORT, Instructions YESNO, State TEXT(10), Detail TEXT(250))";
+    "Way SHORT, Instructions YESNO, State TEXT(10), Detail TEXT(250))";
 inline constexpr std::string_view kDeleteLetters = "DELETE FROM Letters";
 inline constexpr std::string_view kLetters = "SELECT * FROM Letters ORDER BY ID";
 inline constexpr std::string_view kInsertLetter =
-    "INSERT INTO Letters (SupplierId, CompanyName, ContactId, Contact, FirstName, Email, Subject, Message, SendType, "
+    "INSERT INTO Letters (SupplierId, CompanyName, ContactId, Contact, FirstName, Email, Subject, Message, Way, "
     "Instructions, State, Detail) VALUES(<SUPPLIERID>, '<COMPANYNAME>', <CONTACTID>, '<CONTACT>', '<FIRSTNAME>', "
-    "'<EMAIL>', '<SUBJECT>', '<MESSAGE>', <SENDTYPE>, <INSTRUCTIONS>, 'waiting', '')";
+    "'<EMAIL>', '<SUBJECT>', '<MESSAGE>', <WAY>, <INSTRUCTIONS>, 'waiting', '')";
 inline constexpr std::string_view kLetterState = "UPDATE Letters SET State='<STATE>', Detail='<DETAIL>' WHERE ID=<ID>";
 }  // namespace statements
 
