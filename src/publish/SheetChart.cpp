@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 
 #include "publish/SheetValues.h"
 
@@ -10,7 +11,7 @@ namespace tarvolinex {
 
 namespace {
 
-constexpr double kWidth = 640, kHeight = 190;
+constexpr double kWidth = 640, kHeight = 160;
 constexpr double kLeft = 78, kTop = 10, kBottom = 26, kNames = 30, kRight = 12;
 constexpr double kLetters = 10.5;
 constexpr std::uint32_t kGrid = 0xDADDE2, kInk = 0x5B6470;
@@ -77,7 +78,7 @@ class Chart {
 
   void AddLines() {
     for (std::size_t i = 0; i < steps_.size(); ++i) {
-      const std::uint32_t colour = i == 0 ? colour_ : kOthers[(i - 1) % kOthers.size()];
+      const std::uint32_t colour = ColourOf(i);
       const std::vector<Point>& steps = steps_[i];
       for (std::size_t k = 0; k + 1 < steps.size(); ++k) AddStep(steps[k], steps[k + 1], colour);
       drawing_.lines.push_back({X(0), Y(0), X(0), Y(steps.front().paid), kThick, colour});
@@ -93,46 +94,39 @@ class Chart {
   double Y(double paid) const { return kHeight - kBottom - (kHeight - kBottom - kTop) * paid / std::max(top_, 1.0); }
 
   void AddLabel(double x, double baseline, Drawing::Anchor anchor, std::uint32_t colour, std::string text) {
-    drawing_.labels.push_back({x, baseline, kLetters, anchor, colour, std::move(text)});
+    drawing_.labels.push_back({x, baseline, kLetters, anchor, colour, std::move(text), false});
   }
 
+  // Several lie over each other: steps would hide what is below.
   void AddStep(const Point& from, const Point& to, std::uint32_t colour) {
-    const double half = kThick / 2;
-    if (lines_.size() == 1) {
-      drawing_.boxes.push_back(
-          {X(from.months), Y(from.paid), X(to.months) - X(from.months), Y(0) - Y(from.paid), TintOf(colour)});
+    if (lines_.size() > 1) {
+      return drawing_.lines.push_back({X(from.months), Y(from.paid), X(to.months), Y(to.paid), kThick, colour});
     }
+    const double half = kThick / 2;
+    drawing_.boxes.push_back(
+        {X(from.months), Y(from.paid), X(to.months) - X(from.months), Y(0) - Y(from.paid), TintOf(colour)});
     drawing_.lines.push_back({X(from.months) - half, Y(from.paid), X(to.months) + half, Y(from.paid), kThick, colour});
     drawing_.lines.push_back({X(to.months), Y(from.paid), X(to.months), Y(to.paid), kThick, colour});
   }
 
-  // One below the other, each as near to its line's end as the others let it.
+  // Each behind its line's end; those that end together stand one below the other.
   void AddNames() {
-    struct Named {
-      double y;
-      std::size_t line;
-    };
-    std::vector<Named> named;
-    for (std::size_t i = 0; i < steps_.size(); ++i) named.push_back({Y(steps_[i].back().paid), i});
-    std::stable_sort(named.begin(), named.end(), [](const Named& a, const Named& b) { return a.y < b.y; });
-    const double apart = kLetters + 2.5;
-    double next = kTop;
-    for (Named& each : named) {
-      each.y = std::max(each.y, next);
-      next = each.y + apart;
-    }
-    double lowest = kHeight - kBottom;
-    for (auto each = named.rbegin(); each != named.rend(); ++each) {
-      each->y = std::min(each->y, lowest);
-      lowest = each->y - apart;
-    }
-    for (const Named& each : named) {
-      const Point& end = steps_[each.line].back();
-      const std::uint32_t colour = each.line == 0 ? colour_ : kOthers[(each.line - 1) % kOthers.size()];
-      drawing_.lines.push_back({X(end.months), Y(end.paid), right_ + 4, each.y, 0.5, colour});
-      AddLabel(right_ + 7, each.y + kLetters * 0.35, Drawing::Anchor::Start, colour, lines_[each.line].name);
+    std::map<double, std::vector<std::size_t>> ending;  // by month
+    for (std::size_t i = 0; i < steps_.size(); ++i) ending[steps_[i].back().months].push_back(i);
+    for (auto& [months, lines] : ending) {
+      std::stable_sort(lines.begin(), lines.end(),
+                       [&](std::size_t a, std::size_t b) { return steps_[a].back().paid > steps_[b].back().paid; });
+      double next = 0;
+      for (const std::size_t line : lines) {
+        const double y = std::max(next, Y(steps_[line].back().paid));
+        next = y + kLetters + 1;
+        drawing_.labels.push_back({X(months) + 4, y + kLetters * 0.35, kLetters, Drawing::Anchor::Start, ColourOf(line),
+                                   lines_[line].name, true});
+      }
     }
   }
+
+  std::uint32_t ColourOf(std::size_t line) const { return line == 0 ? colour_ : kOthers[(line - 1) % kOthers.size()]; }
 
   const std::vector<ChartLine>& lines_;
   const std::uint32_t colour_;

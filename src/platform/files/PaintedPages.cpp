@@ -54,11 +54,12 @@ void PaintLabel(QPainter& painter, const Drawing::Label& label, const QFont& fon
   painter.setFont(sized);
   painter.setPen(QColor::fromRgb(label.colour));
   const QString text = TextOf(label.text);
-  double x = label.x * scale;
-  if (label.anchor != Drawing::Anchor::Start) {
-    const double width = QFontMetricsF(sized, painter.device()).horizontalAdvance(text);
-    x -= label.anchor == Drawing::Anchor::End ? width : width / 2;
-  }
+  const double width = QFontMetricsF(sized, painter.device()).horizontalAdvance(text);
+  const double before = label.anchor == Drawing::Anchor::Start ? 0
+                        : label.anchor == Drawing::Anchor::End ? width
+                                                               : width / 2;
+  const double x = label.x * scale - before, height = label.size * scale;
+  if (label.onWhite) painter.fillRect(QRectF(x, label.baseline * scale - height * 0.8, width, height), Qt::white);
   painter.drawText(QPointF(x, label.baseline * scale), text);
 }
 

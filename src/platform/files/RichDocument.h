@@ -29,6 +29,7 @@ struct Drawing {
     Anchor anchor;
     std::uint32_t colour;
     std::string text;
+    bool onWhite = false;  // nothing shows through between its letters
   };
   double width = 0, height = 0;
   std::vector<Box> boxes;  // in the order in which they are drawn; lines and labels come over them

@@ -58,7 +58,7 @@ TEST_F(PdfDocumentTest, TellsWhatItIsAndCanBeSearched) {
                                 90,
                                 {{0, 0, 20, 20, 0xFF8800}},
                                 {{0, 0, 9, 9, 1, 0x112233}},
-                                {{150, 20, 10, Drawing::Anchor::Middle, 0, "£20,000"}}};
+                                {{150, 20, 10, Drawing::Anchor::Middle, 0, "£20,000", true}}};
   const std::string text = Text();
   for (const char* part : {"Official quotation: first payment £1,234.50 €", "£20,000", "Page 1 of 1"}) {
     EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
