@@ -159,9 +159,9 @@ bool IsOf(std::string_view identifier, std::string_view reference, std::chrono::
   identifier.remove_prefix(begin.size());
   std::int64_t seconds = 0;
   const auto [end, error] = std::from_chars(identifier.data(), identifier.data() + identifier.size(), seconds);
-  if (error != std::errc() || identifier.front() == '0') return false;
+  if (error != std::errc() || identifier.front() == '0' || identifier.size() > kSecondsDigitsFrom2030) return false;
   const auto moment = sys_days(year(1999) / 1 / 1) + std::chrono::seconds(seconds);
-  return std::chrono::abs(now - moment) <= std::chrono::days(2);
+  return std::chrono::abs(std::chrono::floor<std::chrono::seconds>(now) - moment) <= std::chrono::days(2);
 }
 
 std::vector<std::string> ReferencesIn(std::string_view identifier) {

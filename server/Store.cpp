@@ -145,11 +145,16 @@ bool Store::Keep(const Incoming& finished, const Record& record,
   const Lock lock(LinksOf(record.reference) + "/.lock");
   allowed(UsageOf(record.reference, record.received));
   const std::string calculator = Calculator(record.token);
+  NewText text(LinksOf(record.reference) + "/" + record.id, RecordText(record));
+  // Nothing gets its name before all of it is on the disk for good.
+  FlushDisk(folder_);
   if (::rename(finished.Path().c_str(), calculator.c_str()) != 0) Fail("Storing an upload", errno);
-  FlushFolder(folder_ + "/calculators");
   std::error_code ignored;
   try {
-    if (MakeWholeText(LinksOf(record.reference) + "/" + record.id, RecordText(record))) return true;
+    if (text.GiveName()) {
+      FlushDisk(folder_);
+      return true;
+    }
   } catch (...) {
     fs::remove_all(calculator, ignored);
     throw;

@@ -96,7 +96,7 @@ Record Stored(const UploadedFile& file, const std::string& id, const Reference& 
   CheckRoom(store.UsageOf(reference.reference, request.now), reference, size);
   const Store::Incoming incoming(store);
   const std::string given = incoming.Path() + "/given";
-  WriteFlushed(given, file.bytes);
+  BeginFile(given, file.bytes);
   const CheckedCalculator calculator = CheckInstallFile(given, {settings.known, settings.unpacked});
   Record record = RecordOf(calculator, id, reference);
   record.received = request.now;
@@ -104,13 +104,11 @@ Record Stored(const UploadedFile& file, const std::string& id, const Reference& 
   record.bytes = record.room = size;
   for (const char* place : {"/page", "/program"}) MakePlace(incoming.Path() + place);
   for (const PageFile& part : calculator.page) {
-    WriteFlushed(incoming.Path() + "/page/" + part.name, part.bytes);
+    BeginFile(incoming.Path() + "/page/" + part.name, part.bytes);
     record.room += static_cast<std::int64_t>(part.bytes.size());
   }
-  if (::rename(given.c_str(), (incoming.Path() + "/program/" + record.program).c_str()) != 0) {
-    throw RuntimeError(kDeviceError, "Naming an install file");
-  }
-  for (const char* place : {"/page", "/program", ""}) FlushFolder(incoming.Path() + place);
+  const std::string program = incoming.Path() + "/program/" + record.program;
+  if (::rename(given.c_str(), program.c_str()) != 0) throw RuntimeError(kDeviceError, "Naming an install file");
   const auto allowed = [&](const Usage& usage) { CheckRoom(usage, reference, record.room); };
   if (!store.Keep(incoming, record, allowed)) throw Refusal{"A file of this name has been stored already."};
   return record;

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
@@ -33,7 +34,9 @@ struct Unfinished {
   ~Unfinished() { ::unlink(path.c_str()); }
 };
 
-void WriteAll(const std::string& path, std::string_view bytes, mode_t mode) {
+enum class Flushed { Now, Later };
+
+void WriteAll(const std::string& path, std::string_view bytes, mode_t mode, Flushed flushed) {
   const OpenFile file{::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, mode)};
   if (file.handle < 0) Fail(path);
   while (!bytes.empty()) {
@@ -41,7 +44,7 @@ void WriteAll(const std::string& path, std::string_view bytes, mode_t mode) {
     if (count < 0 && errno != EINTR) Fail(path);
     if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
   }
-  if (::fsync(file.handle) != 0) Fail(path);
+  if (flushed == Flushed::Now && ::fsync(file.handle) != 0) Fail(path);
 }
 
 std::string Beside(const std::string& path) {
@@ -50,19 +53,19 @@ std::string Beside(const std::string& path) {
 
 }  // namespace
 
-void WriteFlushed(const std::string& path, std::string_view bytes) {
-  WriteAll(path, bytes, kReadableFile);
+void BeginFile(const std::string& path, std::string_view bytes) {
+  WriteAll(path, bytes, kReadableFile, Flushed::Later);
 }
 
-void FlushFolder(const std::string& folder) {
+void FlushDisk(const std::string& folder) {
   const OpenFile opened{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
-  if (opened.handle < 0 || ::fsync(opened.handle) != 0) Fail(folder);
+  if (opened.handle < 0 || ::syncfs(opened.handle) != 0) Fail(folder);
 }
 
 void WriteWholeText(const std::string& path, std::string_view text) {
   const Unfinished unfinished{Beside(path)};
   const std::string& beside = unfinished.path;
-  WriteAll(beside, text, kOwnFile);
+  WriteAll(beside, text, kOwnFile, Flushed::Now);
   struct stat old = {};
   const bool replaces = ::stat(path.c_str(), &old) == 0;
   if (!replaces && ::stat(FolderOf(path).c_str(), &old) != 0) Fail(path);
@@ -70,17 +73,26 @@ void WriteWholeText(const std::string& path, std::string_view text) {
   static_cast<void>(::chown(beside.c_str(), replaces ? old.st_uid : static_cast<uid_t>(-1), old.st_gid) == 0);
   if (replaces) ::chmod(beside.c_str(), old.st_mode & 07777);
   if (::rename(beside.c_str(), path.c_str()) != 0) Fail(path);
-  FlushFolder(FolderOf(path));
+  FlushDisk(FolderOf(path));
 }
 
-bool MakeWholeText(const std::string& path, std::string_view text) {
-  const Unfinished unfinished{Beside(path)};
-  const std::string& beside = unfinished.path;
-  WriteAll(beside, text, kOwnFile);
-  const bool made = ::link(beside.c_str(), path.c_str()) == 0;
-  if (!made && errno != EEXIST) Fail(path);
-  if (made) FlushFolder(FolderOf(path));
-  return made;
+NewText::NewText(std::string path, std::string_view text) : path_(std::move(path)), beside_(Beside(path_)) {
+  try {
+    WriteAll(beside_, text, kOwnFile, Flushed::Later);
+  } catch (...) {
+    ::unlink(beside_.c_str());
+    throw;
+  }
+}
+
+NewText::~NewText() {
+  ::unlink(beside_.c_str());
+}
+
+bool NewText::GiveName() {
+  const bool named = ::link(beside_.c_str(), path_.c_str()) == 0;
+  if (!named && errno != EEXIST) Fail(path_);
+  return named;
 }
 
 }  // namespace tarvolinex::server

@@ -10,11 +10,25 @@ namespace tarvolinex::server {
 // Throws RuntimeError.
 void WriteWholeText(const std::string& path, std::string_view text);
 
-// A new one. False when there is one of that name already, which stays as it is. Throws RuntimeError.
-bool MakeWholeText(const std::string& path, std::string_view text);
+// A new one, which has no name until it is given it.
+class NewText {
+ public:
+  // Throws RuntimeError.
+  NewText(std::string path, std::string_view text);
+  ~NewText();
+  NewText(const NewText&) = delete;
+  NewText& operator=(const NewText&) = delete;
+  // False when there is one of that name already, which stays as it is. Throws RuntimeError.
+  bool GiveName();
 
-// The file with these bytes, on the disk when it returns. Throws RuntimeError.
-void WriteFlushed(const std::string& path, std::string_view bytes);
-void FlushFolder(const std::string& folder);
+ private:
+  std::string path_, beside_;
+};
+
+// The file with these bytes, which a later FlushDisk brings to the disk. Throws RuntimeError.
+void BeginFile(const std::string& path, std::string_view bytes);
+
+// Returns when everything that was written on the disk of this folder is there for good: one wait for many files.
+void FlushDisk(const std::string& folder);
 
 }  // namespace tarvolinex::server

@@ -65,7 +65,8 @@ void ReadCalculator(std::string_view bytes) {
   std::map<std::string, PageFile> files;
   while (!bytes.empty()) {
     const std::string name(Cut(bytes, '\n'));
-    const auto length = static_cast<std::size_t>(LeadingNumber(Cut(bytes, '\n')));
+    const double number = LeadingNumber(Cut(bytes, '\n'));
+    const std::size_t length = number > 0 && number < 1e6 ? static_cast<std::size_t>(number) : 0;
     const std::string data(bytes.substr(0, length));
     bytes.remove_prefix(data.size());
     if (IsCalculatorFile(name)) files[FoldCase(name)] = {name, data};
