@@ -125,8 +125,8 @@ std::string Page(const Reader& reader, const std::string& title, const std::stri
 
 // Of pages that are nobody's in particular.
 std::string PlainPage(const Reader& reader, const std::string& title, const std::string& body) {
-  constexpr Colour kPage = 0xF5F1ED, kPanel = 0xFFFFFF, kCaption = 0x573A1F, kBorder = 0xA56E3B;
-  return Page(reader, title, Colours(kPage, kPanel, kCaption, kBorder), "<h1>" + title + "</h1>\n" + body);
+  constexpr Colour kBack = 0xF5F1ED, kPanel = 0xFFFFFF, kCaption = 0x573A1F, kBorder = 0xA56E3B;
+  return Page(reader, title, Colours(kBack, kPanel, kCaption, kBorder), "<h1>" + title + "</h1>\n" + body);
 }
 
 std::string Day(Moment moment) {
