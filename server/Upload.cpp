@@ -93,7 +93,6 @@ Record Stored(const UploadedFile& file, const std::string& id, const Reference& 
   const Store store(settings.data);
   const auto size = static_cast<std::int64_t>(file.bytes.size());
   CheckDisk(store, settings, size);
-  CheckRoom(store.UsageOf(reference.reference, request.now), reference, size);
   const Store::Incoming incoming(store);
   const std::string given = incoming.Path() + "/given";
   BeginFile(given, file.bytes);
