@@ -1,4 +1,5 @@
 // tarvolinex-server: what the administrator of a server does.
+#include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -56,7 +57,7 @@ std::int64_t NumberFrom(const std::string& word) {
 void BecomeOwnerOf(const std::string& folder) {
   struct stat status = {};
   if (::geteuid() != 0 || ::stat((folder + "/links").c_str(), &status) != 0 || status.st_uid == 0) return;
-  if (::setgid(status.st_gid) != 0 || ::setuid(status.st_uid) != 0) {
+  if (::setgroups(0, nullptr) != 0 || ::setgid(status.st_gid) != 0 || ::setuid(status.st_uid) != 0) {
     throw RuntimeError(kDeviceError, "Becoming the owner of " + folder);
   }
 }
