@@ -109,14 +109,18 @@ or No, and a text that a spreadsheet would run as a formula has an apostrophe be
   --output FILE    write there instead of to standard output; a name that ends in ".xlsx" gives a spreadsheet
 )",
      RunExport},
-    {"import", "take suppliers or contacts from a table",
+    {"import", "take suppliers or contacts from a table or an old database",
      R"(usage: tarvolinex import suppliers|contacts FILE.csv [--dry-run]
+       tarvolinex import database FILE.mdb [--dry-run]
 
 Reads CSV with commas, semicolons or tabs, in UTF-8, UTF-16 with its mark or Windows-1252, and prints Line, Result (new,
 changed, unchanged, refused) and Detail for each row. The first line names the columns as "export" does, in any order;
 those that are missing stay as they are, or in a new supplier are the default supplier's. A supplier is found by its
 ID, then by name and post code; a contact by its ID, then by its name at its supplier. All rows are stored, or, when
 one is refused, none. Numbers have a decimal point, or a comma where that can be nothing else.
+
+database reads the tables suppliers, DefaultSupplier, contacts, forms and SupplierFormLink of an old database file,
+through mdb-tables and mdb-export of the package mdbtools. The Detail begins with the table.
 
   --dry-run        only print what would be done
 )",

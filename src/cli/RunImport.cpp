@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "exchange/Csv.h"
 #include "exchange/ImportPlan.h"
+#include "exchange/OldDatabase.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Encoding.h"
@@ -33,13 +34,15 @@ void PrintRows(const ImportPlan& plan) {
 
 int RunImport(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {}, {"--dry-run"}, 2);
-  if (parsed.Words().size() < 2) throw UsageError{R"(expected "suppliers" or "contacts", and a file)"};
-  const std::string& what = parsed.Words()[0];
-  if (what != "suppliers" && what != "contacts") throw UsageError{"\"" + what + "\" cannot be imported"};
+  const std::string what = parsed.Words().size() < 2 ? "" : parsed.Words()[0];
+  if (what != "suppliers" && what != "contacts" && what != "database") {
+    throw UsageError{R"(expected "suppliers", "contacts" or "database", and a file)"};
+  }
   Database database(run);
   if (!OpenDatabaseForCommand(run, database)) return kFailed;
-  const ImportPlan plan =
-      PlanOfFile(database, what == "suppliers" ? ImportKind::Suppliers : ImportKind::Contacts, parsed.Words()[1]);
+  const std::string& path = parsed.Words()[1];
+  const ImportKind kind = what == "suppliers" ? ImportKind::Suppliers : ImportKind::Contacts;
+  const ImportPlan plan = what == "database" ? PlanOldDatabase(database, path) : PlanOfFile(database, kind, path);
   const long refused = plan.Count(Fate::Refused);
   if (refused == 0 && !parsed.Has("--dry-run")) StoreImport(database, plan);
   PrintRows(plan);

@@ -15,15 +15,16 @@ constexpr int kId = 0, kSupplier = 1, kCompany = 2, kFirstOwn = 3;  // columns o
 // The suppliers of a database by ID and name.
 class KnownSuppliers {
  public:
-  explicit KnownSuppliers(Database& database) {
+  KnownSuppliers(Database& database, std::span<const PlannedRow> planned) {
     const Table table = ReadSupplierTable(database);
     const auto id = static_cast<std::size_t>(std::max(table.Find("ID"), 0));
     const int name = table.Find("CompanyName");
     for (const auto& row : table.rows) {
       const int number = static_cast<int>(ValueNumber(row[id]));
-      const std::string text = name < 0 ? "" : ValueText(row[static_cast<std::size_t>(name)]);
-      names_.emplace(number, text);
-      ids_.emplace(KeyOf(text), number);
+      Add(number, name < 0 ? "" : ValueText(row[static_cast<std::size_t>(name)]));
+    }
+    for (const PlannedRow& row : planned) {
+      if (row.fate == Fate::New) Add(row.id, row.detail);
     }
   }
 
@@ -42,6 +43,10 @@ class KnownSuppliers {
   }
 
  private:
+  void Add(int id, const std::string& name) {
+    names_.emplace(id, name);
+    ids_.emplace(KeyOf(name), id);
+  }
   int FindByName(std::string_view name, Faults& faults) const {
     const auto [first, last] = ids_.equal_range(KeyOf(name));
     if (name.empty()) {
@@ -62,10 +67,11 @@ class KnownSuppliers {
 
 class ContactPlanner {
  public:
-  ContactPlanner(Database& database, const Table& table, std::span<const TextRow> rows, const ColumnChoice& choice)
+  ContactPlanner(Database& database, const Table& table, std::span<const TextRow> rows, const ColumnChoice& choice,
+                 std::span<const PlannedRow> planned)
       : table_(table),
         planner_(table, choice, rows),
-        suppliers_(database),
+        suppliers_(database, planned),
         firstName_(table.Find("firstname")),
         surname_(table.Find("surname")),
         byId_(RowsById(table)),
@@ -102,10 +108,10 @@ class ContactPlanner {
     if (stored && supplier != SupplierOf(*stored)) {
       written.fields.push_back({kSupplier, std::int64_t{SupplierOf(*stored)}, std::int64_t{supplier}});
     }
-    if (!faults.None()) return {row.line, Fate::Refused, faults.Text()};
-    if (stored && written.fields.empty()) return {row.line, Fate::Unchanged, ""};
+    if (!faults.None()) return {row.line, Fate::Refused, 0, faults.Text()};
+    if (stored && written.fields.empty()) return {row.line, Fate::Unchanged, IdOf(*stored), ""};
     written.id = stored ? IdOf(*stored) : id != 0 ? id : ++largestId_;
-    PlannedRow planned = {row.line, stored ? Fate::Changed : Fate::New,
+    PlannedRow planned = {row.line, stored ? Fate::Changed : Fate::New, written.id,
                           stored ? planner_.Told(written.fields) : NameIn(row)};
     if (!stored) Complete(written, supplier);
     change.rows.push_back(std::move(written));
@@ -181,10 +187,11 @@ class ContactPlanner {
 
 }  // namespace
 
-void PlanContacts(Database& database, std::span<const TextRow> rows, const ColumnChoice& choice, ImportPlan& plan) {
+void PlanContacts(Database& database, std::span<const TextRow> rows, const ColumnChoice& choice,
+                  std::span<const PlannedRow> planned, ImportPlan& plan) {
   const auto table = std::make_shared<Table>(ReadContactTable(database));
   plan.tables.push_back(table);
-  ContactPlanner planner(database, *table, rows, choice);
+  ContactPlanner planner(database, *table, rows, choice, planned);
   TableChange change = {table.get(), {}};
   for (const TextRow& row : rows) plan.rows.push_back(planner.Plan(row, change));
   plan.change.tables.push_back(std::move(change));

@@ -28,13 +28,16 @@ long ImportPlan::Count(Fate fate) const {
 }
 
 std::vector<std::string> KnownColumns(Database& database, ImportKind kind) {
-  const Table table = kind == ImportKind::Suppliers ? ReadSupplierTable(database) : ReadContactTable(database);
+  return NamesOf(kind == ImportKind::Suppliers ? ReadSupplierTable(database) : ReadContactTable(database));
+}
+
+std::vector<std::string> NamesOf(const Table& table) {
   std::vector<std::string> names;
   for (const TableColumn& column : table.columns) names.push_back(column.name);
   return names;
 }
 
-ColumnChoice ChoiceOf(const TextRow& heading, const std::vector<std::string>& known) {
+ColumnChoice ChoiceOf(const TextRow& heading, const std::vector<std::string>& known, UnknownColumns unknown) {
   std::string all;
   for (const std::string& name : known) all += (all.empty() ? "" : ", ") + name;
   ColumnChoice choice;
@@ -42,7 +45,7 @@ ColumnChoice ChoiceOf(const TextRow& heading, const std::vector<std::string>& kn
     const auto found = std::find_if(known.begin(), known.end(),
                                     [&](const std::string& name) { return HeadingKey(name) == HeadingKey(cell); });
     const int place = found == known.end() ? -1 : static_cast<int>(found - known.begin());
-    if (place < 0 && !Trim(cell).empty()) {
+    if (place < 0 && unknown == UnknownColumns::Refuse && !Trim(cell).empty()) {
       throw RuntimeError(kItemNotFound, Tr("\"%1\" in line %2 is no column. The first line has to name the columns, "
                                            "which may be: %3",
                                            {cell, std::to_string(heading.line), all}));
@@ -62,7 +65,7 @@ ImportPlan PlanImport(Database& database, ImportKind kind, const std::vector<Tex
   if (kind == ImportKind::Suppliers) {
     PlanSuppliers(database, rows, choice, plan);
   } else {
-    PlanContacts(database, rows, choice, plan);
+    PlanContacts(database, rows, choice, {}, plan);
   }
   return plan;
 }

@@ -18,6 +18,7 @@ std::string_view FateName(Fate fate);
 struct PlannedRow {
   long line = 0;  // of the file
   Fate fate = Fate::Unchanged;
+  int id = 0;          // in the database; 0 = none
   std::string detail;  // new: the name; changed: which field from what to what; refused: which column and why
 };
 
@@ -27,6 +28,9 @@ struct ImportPlan {
   DatabaseChange change;
   long Count(Fate fate) const;
 };
+
+// What is done with a column whose name is none.
+enum class UnknownColumns { Refuse, LeaveOut };
 
 enum class ImportKind { Suppliers, Contacts };
 
@@ -38,7 +42,8 @@ std::vector<std::string> KnownColumns(Database& database, ImportKind kind);
 
 // The choice that a heading makes: names are compared without regard to case, blanks and underscores. Throws
 // RuntimeError, which tells the known columns, when a name is none of them or is there twice.
-ColumnChoice ChoiceOf(const TextRow& heading, const std::vector<std::string>& known);
+ColumnChoice ChoiceOf(const TextRow& heading, const std::vector<std::string>& known,
+                      UnknownColumns unknown = UnknownColumns::Refuse);
 
 // Plans the rows, which are those below the heading. A supplier is found by its ID, then by name and post code; a
 // contact by its ID, then by its name at its supplier, which is found by its ID or its name. Throws RuntimeError when

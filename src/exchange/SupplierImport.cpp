@@ -43,10 +43,10 @@ class SupplierPlanner {
     std::erase_if(written.fields, [&](const FieldChange& field) { return field.column == id_; });
     CheckName(written, faults);
     if (faults.None()) CheckThresholds(written, stored, faults);
-    if (!faults.None()) return {row.line, Fate::Refused, faults.Text()};
-    if (stored && written.fields.empty()) return {row.line, Fate::Unchanged, ""};
+    if (!faults.None()) return {row.line, Fate::Refused, 0, faults.Text()};
+    if (stored && written.fields.empty()) return {row.line, Fate::Unchanged, IdOf(*stored), ""};
     written.id = stored ? IdOf(*stored) : id != 0 ? id : ++largestId_;
-    PlannedRow planned = {row.line, stored ? Fate::Changed : Fate::New,
+    PlannedRow planned = {row.line, stored ? Fate::Changed : Fate::New, written.id,
                           stored ? planner_.Told(written.fields) : std::string(planner_.Cell(row, name_))};
     if (!stored) Complete(written);
     change.rows.push_back(std::move(written));

@@ -9,6 +9,7 @@
 #include "ui_FRmCreateDB.h"
 #include "ui_FrmAbout.h"
 #include "ui_FrmIconEdit.h"
+#include "ui_FrmImport.h"
 #include "ui_FrmKeepQuote.h"
 #include "ui_FrmLeaseOrgDetails.h"
 #include "ui_FrmMailSettings.h"
@@ -47,6 +48,7 @@ constexpr NamedDesign kDesigns[] = {
     {"FRmCreateDB", Make<Ui::FRmCreateDB, QDialog>},  //
     {"FrmAbout", Make<Ui::FrmAbout, QDialog>},
     {"FrmIconEdit", Make<Ui::FrmIconEdit, QDialog>},
+    {"FrmImport", Make<Ui::FrmImport, QDialog>},
     {"FrmKeepQuote", Make<Ui::FrmKeepQuote, QDialog>},
     {"FrmLeaseOrgDetails", Make<Ui::FrmLeaseOrgDetails, QDialog>},
     {"FrmMailSettings", Make<Ui::FrmMailSettings, QDialog>},

@@ -54,11 +54,10 @@ inline constexpr std::string_view kAllEmails = "UPDATE contacts SET email='<EMAI
 inline constexpr std::string_view kFindContacts =
     "SELECT Supplierid,id FROM contacts WHERE Surname LIKE '<SURNAME>%' AND firstname LIKE '<FIRSTNAME>%'";
 // Rows of any table, as exchange and changes to many suppliers read and write them.
-inline constexpr std::string_view kSuppliersById = "SELECT * FROM suppliers ORDER BY ID";
+inline constexpr std::string_view kTableById = "SELECT * FROM <TABLE> ORDER BY ID";
 inline constexpr std::string_view kContactsById =
     "SELECT contacts.*, suppliers.CompanyName FROM contacts LEFT JOIN suppliers ON suppliers.ID=contacts.Supplierid "
     "ORDER BY contacts.ID";
-inline constexpr std::string_view kFormsById = "SELECT * FROM Forms ORDER BY ID";
 inline constexpr std::string_view kLargestId = "SELECT MAX(ID) AS largest FROM <TABLE>";
 inline constexpr std::string_view kLargestIdEver =
     "SELECT seq AS largest FROM sqlite_sequence WHERE name LIKE '<TABLE>'";

@@ -10,7 +10,7 @@ namespace tarvolinex {
 
 namespace {
 
-Table ReadTable(Database& database, std::string_view name, std::string_view statement) {
+Table ReadRows(Database& database, std::string_view name, std::string_view statement) {
   Recordset records;
   records.Open(statement, database.Plain());
   Table table;
@@ -122,16 +122,16 @@ int Table::Find(std::string_view column) const {
   return -1;
 }
 
-Table ReadSupplierTable(Database& database) {
-  return ReadTable(database, "suppliers", statements::kSuppliersById);
+Table ReadTable(Database& database, const std::string& name) {
+  return ReadRows(database, name, FillStatement(statements::kTableById, "<TABLE>", name));
 }
 
-Table ReadFormTable(Database& database) {
-  return ReadTable(database, "Forms", statements::kFormsById);
+Table ReadSupplierTable(Database& database) {
+  return ReadTable(database, "suppliers");
 }
 
 Table ReadContactTable(Database& database) {
-  Table table = ReadTable(database, "contacts", statements::kContactsById);
+  Table table = ReadRows(database, "contacts", statements::kContactsById);
   // ID, SupplierID, CompanyName, the others.
   std::vector<int> order = {table.Find("ID"), table.Find("SupplierID"), static_cast<int>(table.columns.size()) - 1};
   for (int i = 0; i + 1 < static_cast<int>(table.columns.size()); ++i) {

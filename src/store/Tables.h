@@ -26,11 +26,11 @@ struct Table {
   int Find(std::string_view column) const;
 };
 
-// Each throws RuntimeError when it cannot be read. Suppliers and forms have the columns of their tables in their order;
-// contacts have ID, SupplierID, CompanyName (of the supplier; no column of the table), and then the other columns.
+// A table with IDs, its columns in their order. Throws RuntimeError when it cannot be read.
+Table ReadTable(Database& database, const std::string& name);
 Table ReadSupplierTable(Database& database);
+// ID, SupplierID, CompanyName (of the supplier; no column of the table), and then the other columns.
 Table ReadContactTable(Database& database);
-Table ReadFormTable(Database& database);
 
 // A form of a supplier.
 struct FormLink {

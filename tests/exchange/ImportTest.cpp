@@ -2,9 +2,11 @@
 #include <random>
 
 #include "exchange/ImportPlan.h"
+#include "exchange/OldDatabase.h"
 #include "exchange/TableExport.h"
 #include "platform/RuntimeError.h"
 #include "store/DatabaseFile.h"
+#include "store/Forms.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -198,6 +200,53 @@ TEST_F(ImportTest, APlanOfAnotherStateIsNotStored) {
   EXPECT_EQ(Exported(kSuppliers), before);
   StoreImport(database, Planned(kSuppliers, "ID,Town\n3,York\n"));
   EXPECT_NE(Exported(kSuppliers).find(",York,Berkshire,"), std::string::npos);
+}
+
+// Programs that stand in for those of mdbtools, which write no such file.
+TEST_F(ImportTest, AnOldDatabaseComesWithItsOwnIds) {
+  const std::string path = getenv("PATH");
+  const std::string old = folder.File("old.mdb", "");
+  setenv("PATH", "/nowhere", 1);
+  try {
+    PlanOldDatabase(database, old);
+    ADD_FAILURE();
+  } catch (const RuntimeError& failure) {
+    EXPECT_NE(failure.Description().find("mdbtools"), std::string::npos) << failure.Description();
+  }
+  folder.File("tables/suppliers",
+              "ID,CompanyName,PostCode,Yield0,RangeEquipFROM0,AdditionalPremium,Other\n"
+              "3,\"Old Dealer\",\"X1\",8.1000004,50000.0000,1,5\n"
+              "9,\"Quillbeck Catering Equipment Ltd\",\"M17 6VK\",8.25,50000,1,\n");
+  folder.File("tables/DefaultSupplier", "ID,Yield0\n88,9.5\n");
+  folder.File("tables/contacts",
+              "ID,Supplierid,firstname,surname,DateLastSent\n1,3,Ann,Old,1999-03-05 14:07:09\n"
+              "3,9,\"New\",\"Man\",\n");
+  folder.File("tables/Forms", "ID,Description,LinkName,Available\n1,\"Old form\",\"Old\",1\n");
+  folder.File("tables/SupplierFormLink", "FormId,SupplierId\n1,3\n1,0\n7,3\n");
+  const auto program = [&](const std::string& name, const std::string& script) {
+    std::filesystem::permissions(folder.File(name, "#!/bin/sh\n" + script), std::filesystem::perms::owner_all);
+  };
+  program("bin/mdb-tables", "printf 'suppliers\\nDefaultSupplier\\ncontacts\\nForms\\nSupplierFormLink\\n'\n");
+  program("bin/mdb-export", "for table; do :; done\ncat \"" + folder.Path() + "/tables/$table\"\n");
+  setenv("PATH", (folder.Path() + "/bin:" + path).c_str(), 1);
+  const std::string before = Exported(kSuppliers) + Exported(kContacts);
+  const ImportPlan plan = PlanOldDatabase(database, old);
+  EXPECT_EQ(Told(plan).find("refused"), std::string::npos) << Told(plan);
+  EXPECT_NE(Told(plan).find("2 new suppliers: Old Dealer|3 unchanged suppliers|"), std::string::npos) << Told(plan);
+  const RemovedRows undo = StoreImport(database, plan);
+  const std::string suppliers = Exported(kSuppliers), contacts = Exported(kContacts);
+  EXPECT_NE(suppliers.find("\r\n13,Old Dealer,"), std::string::npos);
+  EXPECT_NE(suppliers.find(",50000,20000,10000,5000,,8.1,"), std::string::npos)
+      << suppliers.substr(suppliers.find("Old Dealer"));
+  EXPECT_NE(contacts.find(",13,Old Dealer,Ann,Old,,,,,1999-03-05 14:07:09"), std::string::npos) << contacts;
+  EXPECT_NE(contacts.find(",2,Quillbeck Catering Equipment Ltd,New,Man,"), std::string::npos);
+  EXPECT_EQ(FormLinksOf(database, 13).size(), 1U);
+  const ImportPlan again = PlanOldDatabase(database, old);
+  EXPECT_EQ(again.Count(Fate::Unchanged), static_cast<long>(plan.rows.size())) << Told(again);
+  RestoreRows(database, undo);
+  EXPECT_EQ(Exported(kSuppliers) + Exported(kContacts), before);
+  EXPECT_TRUE(FormLinksOf(database, 13).empty());
+  setenv("PATH", path.c_str(), 1);
 }
 
 }  // namespace tarvolinex

@@ -16,7 +16,6 @@ std::string SaidBy(std::string_view bytes) {
 std::string RunProgram(const OtherProgram& program, const std::string& input, const TransferProgress& progress,
                        const TransferPatience& patience) {
   constexpr int kPause = 30;
-  constexpr qsizetype kLongestOutput = 1 << 16;  // bytes
   QProcess process;
   QStringList arguments;
   for (const std::string& argument : program.arguments) arguments << QString::fromStdString(argument);
@@ -37,7 +36,7 @@ std::string RunProgram(const OtherProgram& program, const std::string& input, co
     runs = !process.waitForFinished(kPause) && process.state() != QProcess::NotRunning;
     printed += process.readAllStandardOutput();
     complaints += process.readAllStandardError();
-    if (printed.size() + complaints.size() > kLongestOutput) fail(Tr("%1 prints without end", {program.name}));
+    if (printed.size() + complaints.size() > program.longestOutput) fail(Tr("%1 prints without end", {program.name}));
     const auto now = std::chrono::steady_clock::now();
     if (process.bytesToWrite() != left) taken = now;
     left = process.bytesToWrite();

@@ -1,7 +1,8 @@
-// Other programs of this machine that send mail or print passwords.
+// Other programs of this machine: those that send mail, print passwords or read old databases.
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +14,9 @@ namespace tarvolinex {
 struct OtherProgram {
   std::string name, path;  // name: for people
   std::vector<std::string> arguments;
-  int error;                         // the number of its failure
-  std::chrono::milliseconds ending;  // how long it may work when it has taken its input
+  int error;                             // the number of its failure
+  std::chrono::milliseconds ending;      // how long it may work when it has taken its input
+  std::int64_t longestOutput = 1 << 16;  // bytes
 };
 
 // Runs a program to its end while the windows live. Returns what it printed; throws RuntimeError when it cannot be

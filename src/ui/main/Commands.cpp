@@ -25,6 +25,9 @@ void FrmMain::WireMenus() {
     OpenDatabase(askUser);
   };
   menus.MnuQuotes.Click = [this] { ShowQuotes(); };
+  menus.MnuImport.Click = [this] { ShowImport(); };
+  menus.MnuExportSuppliers.Click = [this] { Export(ImportKind::Suppliers); };
+  menus.MnuExportContacts.Click = [this] { Export(ImportKind::Contacts); };
   menus.MnuExit.Click = [this] {
     SavePendingChanges();
     contacts.SaveContact();

@@ -29,6 +29,7 @@ struct MenuTag {
 constexpr MenuTag kMenuTags[] = {
     {&MainMenus::MnuOpen, Marked("&Open <SUPPLIER> Database...")},
     {&MainMenus::MnuCreate, Marked("&Create New <SUPPLIER> Database")},
+    {&MainMenus::MnuExportSuppliers, Marked("&Export <SUPPLIERS>...")},
     {&MainMenus::MnuAdd, Marked("&Add <SUPPLIER>")},
     {&MainMenus::MnuRemove, Marked("R&emove <SUPPLIER>")},
     {&MainMenus::MnuSaveDefault, Marked("Save <SUPPLIER> as Default")},

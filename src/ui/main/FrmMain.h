@@ -8,6 +8,7 @@
 
 #include "core/Run.h"
 #include "distribute/SentMail.h"
+#include "exchange/ImportPlan.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/LivePage.h"
 #include "store/Database.h"
@@ -128,6 +129,11 @@ class FrmMain : public Window {
   // supplier. Returns the contact to show, 0 for none. Nothing when nothing was removed from this database.
   int UndoRemove();
   // Remembers what has just been removed and offers to put it back; without statements nothing is offered.
+  void ShowImport();
+  // Shows the database after an import or a change of many rows, and offers to take it back.
+  void TakeChanges(RemovedRows undo);
+  // Asks for a file and writes the table there.
+  void Export(ImportKind kind);
   void OfferUndo(RemovedRows removed);
 
   // The shown supplier's calculator, as it is published; its linked forms are read now.

@@ -191,7 +191,10 @@ void FrmMain::RemoveSupplier() {
 void FrmMain::OfferUndo(RemovedRows removed) {
   Menu& menu = menus.MnuUndoRemove;
   Removed = std::move(removed);
-  menu.SetTag(std::string("ALAIS=") + (Removed.contact == 0 ? "&Undo Remove <SUPPLIER>" : "&Undo Remove Contact"));
+  const bool changes = Removed.supplier == 0 && !Removed.statements.empty();
+  menu.SetTag(std::string("ALAIS=") + (changes                ? Marked("&Undo Import or Changes")
+                                       : Removed.contact == 0 ? "&Undo Remove <SUPPLIER>"
+                                                              : "&Undo Remove Contact"));
   menu.SetCaption(run.ReplaceAliases(GetTagValue(menu.Tag(), "ALAIS")));
   menu.SetEnabled(!Removed.statements.empty());
 }

@@ -1,0 +1,43 @@
+// Tables out of the database and into it.
+#include "controls/Desktop.h"
+#include "exchange/TableExport.h"
+#include "platform/RuntimeError.h"
+#include "platform/files/Files.h"
+#include "platform/text/Translation.h"
+#include "ui/batch/FrmImport.h"
+#include "ui/main/FrmMain.h"
+
+namespace tarvolinex {
+
+void FrmMain::ShowImport() {
+  SaveShown();
+  FrmImport import(run, database, [this](RemovedRows undo) { TakeChanges(std::move(undo)); });
+  TheDesktop().ShowModal(import);
+}
+
+void FrmMain::TakeChanges(RemovedRows undo) {
+  LoadStartLists();
+  OfferUndo(std::move(undo));
+}
+
+void FrmMain::Export(ImportKind kind) {
+  SaveShown();
+  const bool suppliers = kind == ImportKind::Suppliers;
+  const std::string title = suppliers ? run.ReplaceAliases(Tr("Export <SUPPLIERS>")) : Tr("Export Contacts");
+  const std::string path = TheDesktop().SaveFile(
+      {title, "", suppliers ? "Suppliers.xlsx" : "Contacts.xlsx",
+       Tr("Spreadsheet (*.xlsx)|*.xlsx|Comma-separated values (*.csv)|*.csv|All files (*.*)|*.*")});
+  if (path.empty()) return;
+  if (FileExists(path) && run.MessageBox(Tr("%1 exists. Replace it?", {path}), title, BoxButtons::YesNo,
+                                         BoxIcon::Question) != Answer::Yes) {
+    return;
+  }
+  try {
+    ExportTable(database, kind, path);
+    run.SetNote(Tr("Saved %1", {path}));
+  } catch (const RuntimeError& failure) {
+    run.ShowError(failure.Description());
+  }
+}
+
+}  // namespace tarvolinex

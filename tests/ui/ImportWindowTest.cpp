@@ -1,0 +1,67 @@
+// The window that shows what an import would do.
+#include "ui/batch/FrmImport.h"
+
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+class ImportWindowTest : public SampleTest {
+ protected:
+  void InImport(const std::string& file, const std::function<void(FrmImport&)>& play) {
+    desktop.files = {folder.File("in.csv", file)};
+    desktop.modal = [&](Window& window) {
+      auto& import = dynamic_cast<FrmImport&>(window);
+      import.CmdFile.Press();
+      play(import);
+    };
+    form->menus.MnuImport.Choose();
+  }
+  static std::string Seen(const FrmImport& import) {
+    std::string rows;
+    for (int row = 0; row < import.LvwRows.Count(); ++row) rows += import.LvwRows.RowLine(row) + "|";
+    return rows + import.LblSummary.Caption();
+  }
+};
+
+TEST_F(ImportWindowTest, RowsAreShownImportedAndTakenBack) {
+  InImport("ID,Town\n3,York\n4,Boston\n", [](FrmImport& import) {
+    EXPECT_EQ(Seen(import),
+              "2\tchanged\tTown from \"Reading\" to \"York\"|3\tunchanged\t|0 new, 1 changed, 1 unchanged, 0 refused");
+    import.CmdImport.Press();
+  });
+  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "York");
+  EXPECT_EQ(form->menus.MnuUndoRemove.Caption(), "&Undo Import or Changes");
+  form->menus.MnuUndoRemove.Choose();
+  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Reading");
+  InImport("ID,Yield0\n3,101\n4,7\n", [](FrmImport& import) { EXPECT_FALSE(import.CmdImport.Enabled()); });
+}
+
+TEST_F(ImportWindowTest, TheChoiceOfAColumnIsRemembered) {
+  const auto choose = [](FrmImport& import, int column, const char* field) {
+    import.CboColumn.Choose(column);
+    for (int i = 0; i < static_cast<int>(import.CboField.Items().size()); ++i) {
+      if (import.CboField.Items()[static_cast<std::size_t>(i)].text == field) import.CboField.Choose(i);
+    }
+  };
+  InImport("Nr;Ort\n3;York\n", [&](FrmImport& import) {
+    EXPECT_FALSE(import.ChkHeading.Value());
+    import.ChkHeading.SetValue(true);
+    choose(import, 0, "ID");
+    choose(import, 1, "Town");
+    EXPECT_NE(Seen(import).find("Town from"), std::string::npos) << Seen(import);
+  });
+  InImport("Nr;Ort;ID\n3;York;4\n", [&](FrmImport& import) {
+    // The file's own name goes before what was chosen.
+    EXPECT_EQ(Seen(import).rfind("2\tchanged\tTown from \"Boston\" to \"York\"", 0), 0U) << Seen(import);
+  });
+  InImport("3,York\n", [&](FrmImport& import) {
+    choose(import, 0, "ID");
+    choose(import, 1, "Town");
+    EXPECT_EQ(Seen(import).rfind("1\tchanged\tTown from \"Reading\" to \"York\"", 0), 0U) << Seen(import);
+  });
+  desktop.files = {folder.Path() + "/out.csv"};
+  form->menus.MnuExportContacts.Choose();
+  EXPECT_NE(ReadFile(folder.Path() + "/out.csv").find("SupplierID,CompanyName,firstname"), std::string::npos);
+}
+
+}  // namespace tarvolinex
