@@ -16,6 +16,7 @@
 #include "ui_FrmMain.h"
 #include "ui_FrmOptions.h"
 #include "ui_FrmQuotes.h"
+#include "ui_FrmRates.h"
 #include "ui_FrmSchedule.h"
 #include "ui_FrmSearch.h"
 #include "ui_FrmSheet.h"
@@ -55,6 +56,7 @@ constexpr NamedDesign kDesigns[] = {
     {"FrmMain", Make<Ui::FrmMain, QMainWindow>},
     {"FrmOptions", Make<Ui::FrmOptions, QDialog>},
     {"FrmQuotes", Make<Ui::FrmQuotes, QDialog>},
+    {"FrmRates", Make<Ui::FrmRates, QDialog>},
     {"FrmSchedule", Make<Ui::FrmSchedule, QDialog>},
     {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
     {"FrmSheet", Make<Ui::FrmSheet, QDialog>},

@@ -2,6 +2,7 @@
 #include "ui/batch/FrmImport.h"
 
 #include "support/Fixture.h"
+#include "ui/batch/FrmRates.h"
 
 namespace tarvolinex {
 
@@ -62,6 +63,43 @@ TEST_F(ImportWindowTest, TheChoiceOfAColumnIsRemembered) {
   desktop.files = {folder.Path() + "/out.csv"};
   form->menus.MnuExportContacts.Choose();
   EXPECT_NE(ReadFile(folder.Path() + "/out.csv").find("SupplierID,CompanyName,firstname"), std::string::npos);
+}
+
+TEST_F(ImportWindowTest, RatesOfSeveralSuppliersChangeTogether) {
+  const auto card = [this](int id) {
+    return Ask(
+        "SELECT Yield0||' '||Yield1||' '||Com0||' '||RangeEquipFROM0||' '||AdditionalPremiumMsg FROM suppliers "
+        "WHERE ID=" +
+        std::to_string(id));
+  };
+  const std::string first = card(1), second = card(2), third = card(3);
+  const auto rates = [&](Menu& menu, const std::function<void(FrmRates&)>& play) {
+    desktop.modal = [&](Window& window) { play(dynamic_cast<FrmRates&>(window)); };
+    menu.Choose();
+  };
+  rates(form->menus.MnuChangeRates, [](FrmRates& window) {
+    window.TxtAmount.Type("0.1");
+    window.LvwSuppliers.ToggleCheck(window.LvwSuppliers.Find("1"));
+    window.LvwSuppliers.ToggleCheck(window.LvwSuppliers.Find("3"));
+    EXPECT_EQ(window.LvwSuppliers.At(window.LvwSuppliers.Find("3")).cells[1].rfind("Yield0 from 6.5 to 6.6; ", 0), 0U);
+    EXPECT_EQ(window.LblSummary.Caption(), "2 changed, 0 refused");
+    window.TxtAmount.Type("99");
+    EXPECT_FALSE(window.CmdApply.Enabled());
+    window.TxtAmount.Type("0.1");
+    window.CmdApply.Press();
+  });
+  EXPECT_EQ(card(1).rfind("6.85 7.6 1.5 ", 0), 0U) << card(1);
+  EXPECT_EQ(card(2), second);
+  EXPECT_EQ(card(3).rfind("6.6 7.35 1.25 ", 0), 0U) << card(3);
+  form->menus.MnuUndoRemove.Choose();
+  EXPECT_EQ(card(1) + card(3), first + third);
+  Choose("Saxonholt Dental Systems Ltd");
+  rates(form->menus.MnuCopyRates, [](FrmRates& window) {
+    window.CmdAll.Press();
+    window.CmdApply.Press();
+  });
+  EXPECT_EQ(card(1), third);
+  EXPECT_EQ(card(2), third);
 }
 
 }  // namespace tarvolinex

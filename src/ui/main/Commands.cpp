@@ -41,6 +41,8 @@ void FrmMain::WireMenus() {
   menus.MnuSaveDefault.Click = [this] { SaveAsDefault(); };
   menus.MnuRefresh.Click = [this] { RefreshSupplierList(); };
   menus.MnuSearch.Click = [this] { ShowContactSearch(); };
+  menus.MnuCopyRates.Click = [this] { ShowRates(true); };
+  menus.MnuChangeRates.Click = [this] { ShowRates(false); };
   menus.MnuUndoRemove.Click = [this] {
     SaveShown();
     const int contact = UndoRemove();

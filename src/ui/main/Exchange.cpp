@@ -5,6 +5,7 @@
 #include "platform/files/Files.h"
 #include "platform/text/Translation.h"
 #include "ui/batch/FrmImport.h"
+#include "ui/batch/FrmRates.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -13,6 +14,13 @@ void FrmMain::ShowImport() {
   SaveShown();
   FrmImport import(run, database, [this](RemovedRows undo) { TakeChanges(std::move(undo)); });
   TheDesktop().ShowModal(import);
+}
+
+void FrmMain::ShowRates(bool copies) {
+  SaveShown();
+  FrmRates rates(run, database, {shown.CurrentSupplierId, supplier.Name().Text(), copies},
+                 [this](RemovedRows undo) { TakeChanges(std::move(undo)); });
+  TheDesktop().ShowModal(rates);
 }
 
 void FrmMain::TakeChanges(RemovedRows undo) {

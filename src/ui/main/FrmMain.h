@@ -130,6 +130,8 @@ class FrmMain : public Window {
   int UndoRemove();
   // Remembers what has just been removed and offers to put it back; without statements nothing is offered.
   void ShowImport();
+  // Copies the shown supplier's rate card to others, or changes the rates of several.
+  void ShowRates(bool copies);
   // Shows the database after an import or a change of many rows, and offers to take it back.
   void TakeChanges(RemovedRows undo);
   // Asks for a file and writes the table there.

@@ -19,6 +19,8 @@ MainMenus::MainMenus(Window& window)
       MnuSaveDefault(window, "MnuSaveDefault", "MnuEdit", Tr("Save <SUPPLIER> as default")),
       MnuRefresh(window, "MnuRefresh", "MnuEdit", Tr("&Refresh <SUPPLIER> List"), "F5"),
       MnuSearch(window, "MnuSearch", "MnuEdit", Tr("&Search For Contact..."), "Ctrl+F"),
+      MnuCopyRates(window, "MnuCopyRates", "MnuEdit", Tr("&Copy Rate Card...")),
+      MnuChangeRates(window, "MnuChangeRates", "MnuEdit", Tr("Change Ra&tes...")),
       MnuUndoRemove(window, "MnuUndoRemove", "MnuEdit", Tr("&Undo Remove <SUPPLIER>")),
       MnuOptions(window, "MnuOptions", "", Tr("&Options")),
       MnuPreferences(window, "MnuPreferences", "MnuOptions", Tr("Options and Preferences...")),

@@ -8,7 +8,7 @@ namespace tarvolinex {
 struct MainMenus {
   explicit MainMenus(Window& window);
   Menu MnuFile, MnuOpen, MnuCreate, MnuQuotes, MnuImport, MnuExportSuppliers, MnuExportContacts, MnuExit;
-  Menu MnuEdit, MnuAdd, MnuRemove, MnuSaveDefault, MnuRefresh, MnuSearch, MnuUndoRemove;
+  Menu MnuEdit, MnuAdd, MnuRemove, MnuSaveDefault, MnuRefresh, MnuSearch, MnuCopyRates, MnuChangeRates, MnuUndoRemove;
   Menu MnuOptions, MnuPreferences, MnuDetails, MnuPreview, MnuMail;
   Menu MnuHelp, MnuHelpPage, MnuUpgrades, MnuAbout;
 };
