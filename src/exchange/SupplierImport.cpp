@@ -74,6 +74,7 @@ class SupplierPlanner {
     }
     const bool stored = found < table_.rows.size();
     const int other = stored ? IdOf(table_.rows[found]) : id;
+    if (other == 0 && planner_.Cell(row, name_).empty()) return nullptr;  // it is refused for that
     const auto [line, isFirst] = lines_.try_emplace(other != 0 ? '#' + std::to_string(other) : key, row.line);
     if (isFirst && !stored && id != 0) lines_.try_emplace(key, row.line);
     if (!isFirst) {

@@ -42,7 +42,7 @@ FrmImport::FrmImport(Run& run, Database& database, std::function<void(RemovedRow
       run_(run),
       database_(database),
       stored_(std::move(stored)) {
-  CboKind.Add(run.ReplaceAliases(Tr("<SUPPLIERS>")), kKindSuppliers);
+  CboKind.Add(run.ReplaceAliases(Tr("<SUPPLIER>s")), kKindSuppliers);
   CboKind.Add(Tr("Contacts"), kKindContacts);
   CboKind.Add(Tr("An old database (.mdb)"), kKindDatabase);
   CboKind.SetListIndex(0);

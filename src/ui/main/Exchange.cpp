@@ -31,7 +31,7 @@ void FrmMain::TakeChanges(RemovedRows undo) {
 void FrmMain::Export(ImportKind kind) {
   SaveShown();
   const bool suppliers = kind == ImportKind::Suppliers;
-  const std::string title = suppliers ? run.ReplaceAliases(Tr("Export <SUPPLIERS>")) : Tr("Export Contacts");
+  const std::string title = suppliers ? run.ReplaceAliases(Tr("Export <SUPPLIER>s")) : Tr("Export Contacts");
   const std::string path = TheDesktop().SaveFile(
       {title, "", suppliers ? "Suppliers.xlsx" : "Contacts.xlsx",
        Tr("Spreadsheet (*.xlsx)|*.xlsx|Comma-separated values (*.csv)|*.csv|All files (*.*)|*.*")});

@@ -29,7 +29,7 @@ struct MenuTag {
 constexpr MenuTag kMenuTags[] = {
     {&MainMenus::MnuOpen, Marked("&Open <SUPPLIER> Database...")},
     {&MainMenus::MnuCreate, Marked("&Create New <SUPPLIER> Database")},
-    {&MainMenus::MnuExportSuppliers, Marked("&Export <SUPPLIERS>...")},
+    {&MainMenus::MnuExportSuppliers, Marked("&Export <SUPPLIER>s...")},
     {&MainMenus::MnuAdd, Marked("&Add <SUPPLIER>")},
     {&MainMenus::MnuRemove, Marked("R&emove <SUPPLIER>")},
     {&MainMenus::MnuSaveDefault, Marked("Save <SUPPLIER> as Default")},

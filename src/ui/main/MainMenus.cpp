@@ -10,7 +10,7 @@ MainMenus::MainMenus(Window& window)
       MnuCreate(window, "MnuCreate", "MnuFile", Tr("Create New <SUPPLIER> Database...")),
       MnuQuotes(window, "MnuQuotes", "MnuFile", Tr("&Quotes..."), "Ctrl+Shift+Q"),
       MnuImport(window, "MnuImport", "MnuFile", Tr("&Import...")),
-      MnuExportSuppliers(window, "MnuExportSuppliers", "MnuFile", Tr("&Export <SUPPLIERS>...")),
+      MnuExportSuppliers(window, "MnuExportSuppliers", "MnuFile", Tr("&Export <SUPPLIER>s...")),
       MnuExportContacts(window, "MnuExportContacts", "MnuFile", Tr("E&xport Contacts...")),
       MnuExit(window, "MnuExit", "MnuFile", Tr("Exit"), "Ctrl+Q"),
       MnuEdit(window, "MnuEdit", "", Tr("Edi&t")),
