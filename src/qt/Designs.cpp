@@ -8,6 +8,7 @@
 #include "platform/RuntimeError.h"
 #include "ui_FRmCreateDB.h"
 #include "ui_FrmAbout.h"
+#include "ui_FrmBatch.h"
 #include "ui_FrmIconEdit.h"
 #include "ui_FrmImport.h"
 #include "ui_FrmKeepQuote.h"
@@ -19,6 +20,7 @@
 #include "ui_FrmRates.h"
 #include "ui_FrmSchedule.h"
 #include "ui_FrmSearch.h"
+#include "ui_FrmSent.h"
 #include "ui_FrmSheet.h"
 #include "ui_FrmTerms.h"
 #include "ui_frmFormEditWarning.h"
@@ -48,6 +50,8 @@ struct NamedDesign {
 constexpr NamedDesign kDesigns[] = {
     {"FRmCreateDB", Make<Ui::FRmCreateDB, QDialog>},  //
     {"FrmAbout", Make<Ui::FrmAbout, QDialog>},
+    {"FrmBatch", Make<Ui::FrmBatch, QDialog>},
+    {"FrmSent", Make<Ui::FrmSent, QDialog>},
     {"FrmIconEdit", Make<Ui::FrmIconEdit, QDialog>},
     {"FrmImport", Make<Ui::FrmImport, QDialog>},
     {"FrmKeepQuote", Make<Ui::FrmKeepQuote, QDialog>},

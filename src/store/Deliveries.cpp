@@ -11,17 +11,17 @@ namespace tarvolinex {
 
 namespace {
 
-constexpr const char* kTable = "Deliveries";
-constexpr const char* kSent = "sent";
+constexpr const char* kDeliveriesTable = "Deliveries";
+constexpr const char* kTaken = "sent";
 
-void MakeTables(Database& database) {
-  if (database.Plain().HasTable(kTable)) return;
+void MakeDeliveryTables(Database& database) {
+  if (database.Plain().HasTable(kDeliveriesTable)) return;
   database.Plain().Execute(statements::kMakeDeliveredContents);
   database.Plain().Execute(statements::kMakeDeliveries);
 }
 
 // The ID of the content, which is stored once however often it went out.
-std::string KeepContent(Database& database, std::string_view content) {
+std::string KeepDelivered(Database& database, std::string_view content) {
   const std::string text = EscapeQuotes(content);
   database.Plain().Execute(FillStatement(statements::kInsertDeliveredContent, "<CONTENT>", text));
   Recordset found;
@@ -39,23 +39,23 @@ int NumberOf(std::string_view text) {
 
 void AddDeliveries(Database& database, const std::vector<Delivery>& deliveries,
                    const std::string& organisationIngredients, const std::string& supplierIngredients) {
-  MakeTables(database);
-  const std::string organisation = KeepContent(database, organisationIngredients);
-  const std::string supplier = KeepContent(database, supplierIngredients);
+  MakeDeliveryTables(database);
+  const std::string organisation = KeepDelivered(database, organisationIngredients);
+  const std::string supplier = KeepDelivered(database, supplierIngredients);
   for (const Delivery& each : deliveries) {
     constexpr int kMostInResult = 250;
-    database.Plain().Execute(FillStatement(statements::kInsertDelivery,
-                                           {{"<DATE>", each.date},
-                                            {"<SUPPLIERID>", std::int64_t{each.supplierId}},
-                                            {"<COMPANYNAME>", EscapeQuotes(each.companyName)},
-                                            {"<CONTACTID>", std::int64_t{each.contactId}},
-                                            {"<CONTACT>", EscapeQuotes(each.contact)},
-                                            {"<EMAIL>", EscapeQuotes(each.email)},
-                                            {"<SENTAS>", each.sentAs},
-                                            {"<RESULT>", EscapeQuotes(FirstCharacters(each.result, kMostInResult))},
-                                            {"<MESSAGE>", KeepContent(database, each.subject + "\n\n" + each.message)},
-                                            {"<ORGANISATION>", organisation},
-                                            {"<SUPPLIER>", supplier}}));
+    database.Plain().Execute(FillStatement(
+        statements::kInsertDelivery, {{"<DATE>", each.date},
+                                      {"<SUPPLIERID>", std::int64_t{each.supplierId}},
+                                      {"<COMPANYNAME>", EscapeQuotes(each.companyName)},
+                                      {"<CONTACTID>", std::int64_t{each.contactId}},
+                                      {"<CONTACT>", EscapeQuotes(each.contact)},
+                                      {"<EMAIL>", EscapeQuotes(each.email)},
+                                      {"<SENTAS>", each.sentAs},
+                                      {"<RESULT>", EscapeQuotes(FirstCharacters(each.result, kMostInResult))},
+                                      {"<MESSAGE>", KeepDelivered(database, each.subject + "\n\n" + each.message)},
+                                      {"<ORGANISATION>", organisation},
+                                      {"<SUPPLIER>", supplier}}));
   }
 }
 
@@ -77,7 +77,7 @@ void NoteDeliveries(Database& database, const std::vector<Delivery>& deliveries,
 }
 
 void ListDeliveries(Database& database, const std::function<void(int number, const Delivery&)>& read) {
-  if (!database.Plain().HasTable(kTable)) return;
+  if (!database.Plain().HasTable(kDeliveriesTable)) return;
   Recordset rows;
   rows.Open(statements::kDeliveries, database.Plain());
   rows.ReadRows({"ID", "SentAt", "SupplierId", "CompanyName", "ContactId", "Contact", "Email", "SentAs", "Result"},
@@ -96,7 +96,7 @@ void ListDeliveries(Database& database, const std::function<void(int number, con
 }
 
 std::string MessageOfDelivery(Database& database, int number) {
-  if (!database.Plain().HasTable(kTable)) return {};
+  if (!database.Plain().HasTable(kDeliveriesTable)) return {};
   Recordset found;
   found.Open(FillStatement(statements::kDeliveryMessage, "<ID>", number), database.Plain());
   return found.EndOfFile() ? std::string() : ValueText(found.Field("Content"));
@@ -104,13 +104,13 @@ std::string MessageOfDelivery(Database& database, int number) {
 
 std::map<int, LastSent> LastSentOf(Database& database) {
   std::map<int, LastSent> last;
-  if (!database.Plain().HasTable(kTable)) return last;
+  if (!database.Plain().HasTable(kDeliveriesTable)) return last;
   std::map<int, std::pair<int, int>> contents;
   Recordset rows, texts;
   rows.Open(statements::kDeliveries, database.Plain());
   rows.ReadRows({"SentAt", "SupplierId", "SentAs", "Result", "OrganisationContent", "SupplierContent"},
                 [&](const std::vector<std::string_view>& row) {
-                  if (row[3] != kSent) return;
+                  if (row[3] != kTaken) return;
                   const int supplier = NumberOf(row[1]);
                   last[supplier].date = row[0];
                   last[supplier].sentAs = row[2];

@@ -10,13 +10,13 @@ namespace tarvolinex {
 
 namespace {
 
-constexpr const char* kTable = "Letters";
-constexpr const char* kStates[] = {"waiting", "sending", "sent", "refused", "doubtful"};
+constexpr const char* kLettersTable = "Letters";
+constexpr const char* kLetterStates[] = {"waiting", "sending", "sent", "refused", "doubtful"};
 
 // A state that nobody knows is a fate that nobody knows.
-LetterState StateOf(std::string_view name) {
-  for (std::size_t i = 0; i < std::size(kStates); ++i) {
-    if (name == kStates[i]) return static_cast<LetterState>(i);
+LetterState LetterStateOf(std::string_view name) {
+  for (std::size_t i = 0; i < std::size(kLetterStates); ++i) {
+    if (name == kLetterStates[i]) return static_cast<LetterState>(i);
   }
   return LetterState::Doubtful;
 }
@@ -24,12 +24,12 @@ LetterState StateOf(std::string_view name) {
 }  // namespace
 
 const char* NameOf(LetterState state) {
-  return kStates[static_cast<std::size_t>(state)];
+  return kLetterStates[static_cast<std::size_t>(state)];
 }
 
 std::vector<Letter> Letters(Database& database) {
   std::vector<Letter> letters;
-  if (!database.Plain().HasTable(kTable)) return letters;
+  if (!database.Plain().HasTable(kLettersTable)) return letters;
   Recordset rows;
   for (rows.Open(statements::kLetters, database.Plain()); !rows.EndOfFile(); rows.MoveNext()) {
     const Row row(rows);
@@ -45,7 +45,7 @@ std::vector<Letter> Letters(Database& database) {
     letter.message = ValueText(row.At("Message"));
     letter.sendType = row.Number("Way");
     letter.instructions = ValueTruth(row.At("Instructions"));
-    letter.state = StateOf(row.Text("State"));
+    letter.state = LetterStateOf(row.Text("State"));
     letter.detail = row.Text("Detail");
   }
   return letters;

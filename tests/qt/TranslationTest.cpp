@@ -7,6 +7,8 @@
 #include "qt/Designs.h"
 #include "qt/Look.h"
 #include "qt/Translator.h"
+#include "ui/batch/FrmBatch.h"
+#include "ui/batch/FrmSent.h"
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FRmCreateDB.h"
 #include "ui/main/FrmAbout.h"
@@ -16,6 +18,9 @@
 #include "ui/main/frmSendCalc.h"
 #include "ui/options/FrmOptions.h"
 #include "ui/options/frmFormEditWarning.h"
+#include "ui/quotes/FrmQuotes.h"
+#include "ui/quotes/FrmSchedule.h"
+#include "ui/quotes/FrmTerms.h"
 
 namespace tarvolinex {
 
@@ -100,6 +105,16 @@ TEST_F(Translated, EveryControlHasItsWidgetEveryWidgetItsControlAndANameAndEvery
   FrmMailSettings mail(run);
   Sending sending;
   frmSendCalc send(run, sending, form.send);
+  form.quote.TxtProCalc(kBoxCapitalCost).Type("12500");
+  FrmSchedule schedule(run, form.quote.Quote);
+  FrmTerms terms(run, {kModeForward, form.quote.AskedQuote, form.quote.Terms()}, {});
+  std::vector<RemovedRows> removed;
+  FrmQuotes quotes(run, form.database, {}, removed);
+  FrmBatch batch(run, form.database, OwnBranding(), {}, {});
+  FrmSent sent(run, form.database, {});
+  quotes.Load();
+  batch.Load();
+  sent.Load();
   options.Load();
   editor.SetLoadPic("");
   const Texts data = Data(form, options);
@@ -117,8 +132,8 @@ TEST_F(Translated, EveryControlHasItsWidgetEveryWidgetItsControlAndANameAndEvery
     EXPECT_EQ(Nameless(window, binder), std::vector<std::string>()) << window.Name();
   };
   check(form, Root(), *desktop.BinderOf(form));
-  for (Window* window :
-       std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning, &create, &mail, &send}) {
+  for (Window* window : std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning, &create,
+                                                       &mail, &send, &schedule, &terms, &quotes, &batch, &sent}) {
     const auto root = MakeDesign(window->Name());
     const Binder binder(*window, *root);
     check(*window, *root, binder);

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kTickMilliseconds = 30;  // between two looks at the windows
 
-std::size_t Read(char* buffer, std::size_t size, std::size_t count, void* data) {
+std::size_t GiveBytes(char* buffer, std::size_t size, std::size_t count, void* data) {
   CurlExchange& upload = *static_cast<CurlExchange*>(data);
   const std::size_t n = std::min(size * count, upload.bytes.size() - upload.sent);
   std::memcpy(buffer, upload.bytes.data() + upload.sent, n);
@@ -127,7 +127,7 @@ void Append(CurlList& list, const std::string& text) {
 }
 
 void SetExchange(CURL* handle, CurlExchange& exchange) {
-  curl_easy_setopt(handle, CURLOPT_READFUNCTION, &Read);
+  curl_easy_setopt(handle, CURLOPT_READFUNCTION, &GiveBytes);
   curl_easy_setopt(handle, CURLOPT_READDATA, &exchange);
   curl_easy_setopt(handle, CURLOPT_SEEKFUNCTION, &Seek);
   curl_easy_setopt(handle, CURLOPT_SEEKDATA, &exchange);

@@ -1,9 +1,13 @@
 // Menus and toolbar of the main window.
+#include <set>
+
 #include "controls/Desktop.h"
 #include "core/Launcher.h"
 #include "core/Settings.h"
 #include "distribute/Upload.h"
 #include "platform/text/Translation.h"
+#include "ui/batch/FrmBatch.h"
+#include "ui/batch/FrmSent.h"
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FRmCreateDB.h"
 #include "ui/main/FrmAbout.h"
@@ -28,6 +32,8 @@ void FrmMain::WireMenus() {
   menus.MnuImport.Click = [this] { ShowImport(); };
   menus.MnuExportSuppliers.Click = [this] { Export(ImportKind::Suppliers); };
   menus.MnuExportContacts.Click = [this] { Export(ImportKind::Contacts); };
+  menus.MnuBatch.Click = [this] { ShowBatch(); };
+  menus.MnuSent.Click = [this] { ShowSent(); };
   menus.MnuExit.Click = [this] {
     SavePendingChanges();
     contacts.SaveContact();
@@ -163,6 +169,37 @@ void FrmMain::ShowMailSettings() {
   SavePendingChanges();
   FrmMailSettings settings(run);
   TheDesktop().ShowModal(settings);
+}
+
+void FrmMain::ShowBatch() {
+  SaveShown();
+  std::set<int> found;
+  if (!TxtFilter.Text().empty()) {
+    for (const ListView::Row& row : LvwSuppliers.Rows()) {
+      if (!row.hidden) found.insert(IdOfKey(row.key));
+    }
+  }
+  FrmBatch batch(run, database, OwnBranding(), OwnWebAccount(run), std::move(found));
+  batch.Load();
+  TheDesktop().ShowModal(batch);
+  contacts.ListContacts();
+}
+
+void FrmMain::ShowSent() {
+  SaveShown();
+  FrmSent sent(run, database, [this](int supplierId, int contactId) {
+    if (LvwSuppliers.Find("ID" + std::to_string(supplierId)) < 0) {
+      run.MessageBox(run.ReplaceAliases(Tr("The <SUPPLIER> has been removed since")), Tr("Sent"), BoxButtons::Ok,
+                     BoxIcon::Information);
+      return;
+    }
+    ShowContact(supplierId, contactId);
+    if (contactId == 0) return;
+    TabMain.SelectTab(kTabSend);
+    send.TickContacts({{contactId, "", ""}});
+  });
+  sent.Load();
+  TheDesktop().ShowModal(sent);
 }
 
 void FrmMain::ShowSchedule() {

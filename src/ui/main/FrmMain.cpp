@@ -30,6 +30,7 @@ constexpr MenuTag kMenuTags[] = {
     {&MainMenus::MnuOpen, Marked("&Open <SUPPLIER> Database...")},
     {&MainMenus::MnuCreate, Marked("&Create New <SUPPLIER> Database")},
     {&MainMenus::MnuExportSuppliers, Marked("&Export <SUPPLIER>s...")},
+    {&MainMenus::MnuBatch, Marked("&All <SUPPLIER>s at Once...")},
     {&MainMenus::MnuAdd, Marked("&Add <SUPPLIER>")},
     {&MainMenus::MnuRemove, Marked("R&emove <SUPPLIER>")},
     {&MainMenus::MnuSaveDefault, Marked("Save <SUPPLIER> as Default")},

@@ -183,6 +183,8 @@ class FrmMain : public Window {
   void ShowContactSearch();
   void ShowMailSettings();
   void ShowSchedule();
+  void ShowBatch();
+  void ShowSent();
   void ShowTerms();
   void ShowSheet();
   void ShowQuotes();

@@ -12,6 +12,8 @@ MainMenus::MainMenus(Window& window)
       MnuImport(window, "MnuImport", "MnuFile", Tr("&Import...")),
       MnuExportSuppliers(window, "MnuExportSuppliers", "MnuFile", Tr("&Export <SUPPLIER>s...")),
       MnuExportContacts(window, "MnuExportContacts", "MnuFile", Tr("E&xport Contacts...")),
+      MnuBatch(window, "MnuBatch", "MnuFile", Tr("&All <SUPPLIER>s at Once..."), "Ctrl+Shift+A"),
+      MnuSent(window, "MnuSent", "MnuFile", Tr("&Sent..."), "Ctrl+Shift+S"),
       MnuExit(window, "MnuExit", "MnuFile", Tr("Exit"), "Ctrl+Q"),
       MnuEdit(window, "MnuEdit", "", Tr("Edi&t")),
       MnuAdd(window, "MnuAdd", "MnuEdit", Tr("&Add New <SUPPLIER>"), "Ctrl+N"),

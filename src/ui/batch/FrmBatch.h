@@ -1,0 +1,77 @@
+// Calculators of many suppliers in one go: published, packed, or sent.
+#pragma once
+
+#include <chrono>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "controls/Controls.h"
+#include "core/Run.h"
+#include "distribute/SendLetters.h"
+
+namespace tarvolinex {
+
+// Indexes of FrmBatch::OpWhat and FrmBatch::CmdTick.
+enum BatchWhat { kBatchPublish = 0, kBatchPack = 1, kBatchSend = 2 };
+enum BatchTick { kTickAll = 0, kTickStale = 1, kTickNever = 2, kTickFound = 3, kTickNone = 4 };
+
+class FrmBatch : public Window {
+ public:
+  // found: the suppliers that the main window's filter shows.
+  FrmBatch(Run& run, Database& database, const Branding& branding, const WebAccount& web, std::set<int> found);
+
+  ControlArray<CommandButton> CmdTick;
+  ListView LvwWho;  // ticked ones are worked on
+  ControlArray<OptionButton> OpWhat;
+  Label LblAs;
+  ComboBox CboAs;  // item data: the send type
+  Label LblFolder;
+  TextBox TxtFolder;
+  CommandButton CmdBrowse;
+  Label LblTo;
+  ComboBox CboTo;  // every contact, or who was sent one before
+  Label LblSubject, LblMessage;
+  TextBox TxtSubject, TxtMessage;
+  CheckBox ChkInstructions;
+  Label LblPerMinute;
+  TextBox TxtPerMinute;
+  Label LblReport;
+  ListView LvwReport;
+  Label LblProgress;
+  ProgressBar BarProgress;
+  CommandButton CmdTry, CmdGo, CmdStop, CmdSave, CmdClose;
+
+  // Run before the window is shown.
+  void Load();
+
+ private:
+  class Progress;
+  void Wire();
+  void Tick(int which);
+  void ShowChoices();
+  void Browse();
+  std::vector<BatchJob> TickedJobs();
+  LetterOrder Order() const;
+  int PerMinute() const;
+  bool MayBegin();
+  void Try();
+  void Go();
+  void Make();
+  void Send();
+  void ShowLetters();
+  void ShowReport(const std::vector<std::vector<std::string>>& rows);
+  void Block(bool working);
+  void Remember() const;
+
+  Run& run_;
+  Database& database_;
+  const Branding branding_;
+  const WebAccount web_;
+  const std::set<int> found_;
+  std::set<int> stale_, never_;
+  bool working_ = false, stop_ = false;
+  std::string report_;  // as CSV, with its heading
+};
+
+}  // namespace tarvolinex
