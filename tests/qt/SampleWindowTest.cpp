@@ -177,7 +177,7 @@ TEST_F(SampleWindow, TheWindowKeepsASmallestSizeAndItsPartsFollowTheEdges) {
   }
   // In the smallest window the results are seen; from the height on that shows the rate card, everything is.
   const int bars = Root().height() - inner.height();
-  constexpr int kWithBands = 12375;
+  constexpr int kWithBands = 12660;
   for (const int twips : {FrmMain::SmallestHeight(), kWithBands}) {
     Root().resize(1100, twips / 15 + bars);
     Settle();

@@ -16,7 +16,7 @@ constexpr int kFilterLabel = 750, kFilterTop = 860, kFilterHeight = 375, kSmalle
 constexpr int kTop = 1300;         // of the list and the tab set
 constexpr int kAroundTabs = 1850;  // what the window's height has beyond the tab set's
 constexpr int kStatusHeight = 375, kProgressWidth = 2400;
-constexpr int kRoomForBands = 10500;  // the tab set is this high before the quote tab shows the rate card
+constexpr int kRoomForBands = 10800;  // the tab set is this high before the quote tab shows the rate card
 
 }  // namespace
 
