@@ -17,14 +17,14 @@ namespace {
 constexpr int kWidth = 480, kHeight = 260;
 constexpr int kMargin = 28;
 
-QPixmap Picture() {
+QPixmap SplashPicture() {
   LoadSplashPicture();
   return QIcon(":/pictures/splash.svg").pixmap(QSize(kWidth, kHeight), qGuiApp->devicePixelRatio());
 }
 
 }  // namespace
 
-Splash::Splash(const std::string& version) : QSplashScreen(Picture()), version_(Shown(version)) {}
+Splash::Splash(const std::string& version) : QSplashScreen(SplashPicture()), version_(Shown(version)) {}
 
 void Splash::drawContents(QPainter* painter) {
   QFont font = painter->font();
