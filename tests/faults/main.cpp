@@ -204,7 +204,7 @@ struct Choice {
   }
 };
 
-Choice ChoiceOf(const std::vector<std::string>& words) {
+Choice FaultChoiceOf(const std::vector<std::string>& words) {
   Choice choice;
   for (std::size_t i = 0; i < words.size(); ++i) {
     if (words[i] == "--every") {
@@ -261,5 +261,5 @@ int Main(const Choice& choice) {
 }  // namespace tarvolinex
 
 int main(int argc, char** argv) {
-  return tarvolinex::Main(tarvolinex::ChoiceOf({argv + 1, argv + argc}));
+  return tarvolinex::Main(tarvolinex::FaultChoiceOf({argv + 1, argv + argc}));
 }
