@@ -25,7 +25,7 @@ Currency Less(Currency from, Currency what) {
 }
 
 bool IsNothing(const QuoteRecord& quote) {
-  return quote.Payment == Currency() && quote.NetCapital == Currency();
+  return quote.Payment == Currency() && quote.NetCapital <= Currency();
 }
 
 class Maker {
@@ -37,6 +37,10 @@ class Maker {
         payments_(std::max(0, quote.NumberOfPayments - quote.AdvancedPayments)) {}
 
   void Make() {
+    constexpr std::chrono::year kLastYear(9999);
+    if (DateOf(payments_).year() > kLastYear) {
+      throw RuntimeError(kOverflow, "The last payment would fall due after the year 9999");
+    }
     schedule_.lines.clear();
     schedule_.totals = {};
     schedule_.lines.reserve(static_cast<std::size_t>(payments_) + 2);
@@ -47,7 +51,6 @@ class Maker {
   }
 
  private:
-  // Of the month's days only so many are kept.
   CalendarDay DateOf(int number) const { return LaterBy(start_, number * (quote_.Quarterly ? 3 : 1)); }
 
   void Add(ScheduleLine line) {
@@ -140,8 +143,9 @@ std::optional<QuoteRecord> Priced(int mode, const QuoteRecord& asked, const Quot
   QuoteRecord quote = asked;
   CalculateQuote(mode, quote, terms);
   if (quote.NumberOfPayments - quote.AdvancedPayments < 1 || IsNothing(quote)) return std::nullopt;
-  if (mode == kModeCapitalCost && (asked.Payment <= Currency() || NearestTo(asked, quote.CapitalCost, terms)))
-    return std::nullopt;
+  const bool givenPayment = mode == kModeCapitalCost || mode == kModePayment;
+  if (givenPayment && asked.Payment <= Currency()) return std::nullopt;
+  if (mode == kModeCapitalCost && NearestTo(asked, quote.CapitalCost, terms)) return std::nullopt;
   return quote;
 }
 
@@ -171,7 +175,7 @@ std::vector<std::optional<TermVariant>> CompareTerms(int mode, const QuoteRecord
     variants.emplace_back();
     const auto quote = Priced(mode, request, terms);
     if (!quote) continue;
-    constexpr CalendarDay kAnyDay = std::chrono::year(2000) / 1 / 1;
+    constexpr CalendarDay kAnyDay = std::chrono::year(1) / 1 / 1;
     MakeSchedule(*quote, kAnyDay, schedule);
     variants.back() = {*quote, schedule.totals.amount, schedule.totals.amountIncTax, {}};
   }

@@ -42,7 +42,7 @@ struct Schedule {
 };
 
 // The quote that `asked` comes to in that mode; nullopt when it cannot be priced: nothing is left to pay in arrears, no
-// capital cost gives the payment, or nothing is financed and nothing maintained.
+// payment is given where one decides or no capital cost gives it, or nothing is financed and nothing maintained.
 std::optional<QuoteRecord> Priced(int mode, const QuoteRecord& asked, const QuoteTerms& terms);
 
 // Many months after a day: the day of the month is kept, or cut to the month's last.
@@ -51,7 +51,7 @@ CalendarDay LaterBy(CalendarDay day, int months);
 // The schedule of a priced quote. A deposit or residual of 0 has no line. Interest of a line is the balance before it
 // times yield / 100 / payments a year (annuity in arrears), to the penny, halves away from 0; the last payment's takes
 // the rounding, so that the balance is then the residual, and 0.00 after that.
-// Throws RuntimeError when a total does not fit.
+// Throws RuntimeError (6) when a total does not fit or the last payment falls due after the year 9999.
 void MakeSchedule(const QuoteRecord& quote, CalendarDay start, Schedule& schedule);
 Schedule ScheduleOf(const QuoteRecord& quote, CalendarDay start);
 

@@ -10,14 +10,14 @@
 
 namespace tarvolinex {
 
-bool IsSupplierId(const std::string& text) {
+bool IsIdOrNumber(const std::string& text) {
   constexpr std::size_t kMostDigits = 9;
   return !text.empty() && text.size() <= kMostDigits && text.find_first_not_of("0123456789") == std::string::npos;
 }
 
 std::string SupplierIdOf(const Arguments& arguments) {
   const std::string id = arguments.Value("--supplier");
-  if (!IsSupplierId(id)) throw UsageError{"--supplier ID is needed; \"tarvolinex suppliers\" lists them"};
+  if (!IsIdOrNumber(id)) throw UsageError{"--supplier ID is needed; \"tarvolinex suppliers\" lists them"};
   return id;
 }
 
@@ -49,6 +49,20 @@ SupplierRow ChooseSupplier(Run& run, Database& database, const std::string& id) 
   if (!supplier.Found()) throw RuntimeError(kItemNotFound, "There is no supplier with the ID " + id);
   if (!supplier.rateCardFault.empty()) throw RuntimeError(kItemNotFound, supplier.rateCardFault);
   return supplier;
+}
+
+void OpenQuotes(Run& run, Database& database) {
+  if (!OpenDatabaseForCommand(run, database)) throw RuntimeError(kFileNotFound, "There is no database of quotes");
+}
+
+KeptQuote ChooseQuote(Run& run, const Arguments& arguments) {
+  const std::string number = arguments.Words().empty() ? std::string() : arguments.Words().front();
+  if (!IsIdOrNumber(number)) throw UsageError{"expected the quote's number"};
+  Database database(run);
+  OpenQuotes(run, database);
+  auto quote = ReadQuote(database, std::stoi(number));
+  if (!quote) throw RuntimeError(kItemNotFound, "There is no quote with the number " + number);
+  return std::move(*quote);
 }
 
 Branding OwnBranding(const Run& run) {

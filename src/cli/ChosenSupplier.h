@@ -6,12 +6,13 @@
 #include "cli/Commands.h"
 #include "publish/CalculatorFolder.h"
 #include "store/Database.h"
+#include "store/KeptQuotes.h"
 #include "store/Suppliers.h"
 
 namespace tarvolinex {
 
 // A whole number without a sign.
-bool IsSupplierId(const std::string& text);
+bool IsIdOrNumber(const std::string& text);
 
 // The value of "--supplier". Throws UsageError when it is missing or no ID.
 std::string SupplierIdOf(const Arguments& arguments);
@@ -26,6 +27,11 @@ SupplierRow ChooseSupplier(Run& run, Database& database, const std::string& id);
 
 // The same for a command that publishes: its calculator, which gets the icon that the preferences choose.
 Publication ChooseCalculator(Run& run, Database& database, const std::string& id);
+
+// Opens the database for the quotes that were kept. Throws RuntimeError when there is none.
+void OpenQuotes(Run& run, Database& database);
+// The quote whose number is the command's plain word. Throws UsageError without one, RuntimeError when there is none.
+KeptQuote ChooseQuote(Run& run, const Arguments& arguments);
 
 // Whose calculators this run publishes.
 Branding OwnBranding(const Run& run);

@@ -35,7 +35,7 @@ Money has four decimals, a rate is the shortest decimal that reads back as the s
   --supplier FILE|ID  rate card: a record file (Supplier.dat) or a supplier of the database; without it there are no
                       bands, so every yield and commission has to be given
   --general FILE      preferences with the tax rate (default: General.dat of the app folder)
-  --output FILE       write there instead of to standard output
+  --output FILE       write there instead of to standard output; a name that ends in ".xlsx" gives a spreadsheet
 Without INPUT, or with "-", rows come from standard input. A cell that is not a number is an error that names its line
 and column; nothing is then written.
 )",
@@ -343,6 +343,12 @@ Arguments::Arguments(const std::vector<std::string>& arguments, const std::vecto
 std::string Arguments::Value(const std::string& name, const std::string& otherwise) const {
   const auto values = Values(name);
   return values.empty() ? otherwise : values.back();
+}
+
+std::string Arguments::Text(const std::string& name) const {
+  const std::string text = Value(name);
+  if (DecodeText(text, "utf-8") != text) throw UsageError{name + " is no text in UTF-8"};
+  return text;
 }
 
 std::vector<std::string> Arguments::Values(const std::string& name) const {

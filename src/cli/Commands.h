@@ -26,6 +26,10 @@ class Arguments {
   std::string Value(const std::string& name, const std::string& otherwise = {}) const;
   // nullopt when it is not given. Throws UsageError when it is no day as YYYY-MM-DD.
   std::optional<CalendarDay> Day(const std::string& name) const;
+  // The same for a text that is stored or printed. Throws UsageError when it is no UTF-8.
+  std::string Text(const std::string& name) const;
+  // The plain word that names the input; "-" without one.
+  std::string Input() const { return words_.empty() ? "-" : words_.front(); }
   std::vector<std::string> Values(const std::string& name) const;
   bool Has(const std::string& name) const;
 

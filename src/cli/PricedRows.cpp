@@ -18,7 +18,7 @@ class NoOutput final : public TableOutput {
 
 }  // namespace
 
-std::vector<QuoteFigures> PricedRows(const RowInput& input) {
+std::vector<QuoteFigures> PricedRows(const RowInput& input, void (*check)(QuoteFigures)) {
   std::map<long, QuoteFigures> rows;
   std::mutex taking;
   NoOutput nowhere;
@@ -26,8 +26,10 @@ std::vector<QuoteFigures> PricedRows(const RowInput& input) {
     return [&](const RowJob& job, std::string&) {
       const auto priced = Priced(job.row.mode, job.row.quote, job.terms);
       if (!priced) FailToPrice(job);
+      const QuoteFigures figures = {job.row.mode, job.row.capitalCostLocked, job.row.quote, *priced};
+      if (check) check(figures);
       const std::lock_guard lock(taking);
-      rows[job.number] = {job.row.mode, job.row.capitalCostLocked, job.row.quote, *priced};
+      rows[job.number] = figures;
     };
   });
   std::vector<QuoteFigures> figures;

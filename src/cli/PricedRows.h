@@ -8,7 +8,8 @@
 
 namespace tarvolinex {
 
-// What each row asks and comes to, in their order. Throws RuntimeError naming the line of a row that cannot be priced.
-std::vector<QuoteFigures> PricedRows(const RowInput& input);
+// What each row asks and comes to, in their order. check: may throw RuntimeError (6) for one. Throws RuntimeError
+// naming the line of a row that cannot be priced or is refused.
+std::vector<QuoteFigures> PricedRows(const RowInput& input, void (*check)(QuoteFigures) = nullptr);
 
 }  // namespace tarvolinex

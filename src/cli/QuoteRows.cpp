@@ -179,7 +179,7 @@ void QuoteColumns::Fail(const std::string& place, int column, std::string_view c
 
 std::vector<SheetColumn> QuoteResultColumns() {
   std::vector<SheetColumn> columns;
-  for (const ResultColumn& column : kResultColumns) columns.push_back({column.name, CellKind::Money});
+  for (const ResultColumn& column : kResultColumns) columns.push_back({column.name, CellKind::Number});
   return columns;
 }
 

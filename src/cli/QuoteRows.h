@@ -1,4 +1,4 @@
-// The rows of the quote command: cells to a quote and back.
+// The rows that quotes are asked in: cells to a quote and back.
 #pragma once
 
 #include <string>

@@ -21,7 +21,7 @@ namespace {
 SupplierCalcSettingsRecord SupplierOf(Run& run, const std::string& source) {
   SupplierCalcSettingsRecord supplier;
   if (source.empty()) return supplier;
-  if (!IsSupplierId(source) || FileExists(source)) {
+  if (!IsIdOrNumber(source) || FileExists(source)) {
     if (FileExists(source) && FileLength(source) >= kCalculatorPreferencesSize) {
       throw RuntimeError(kItemNotFound, source + " is a preferences record, not a supplier's");
     }
@@ -112,7 +112,12 @@ class Pipeline {
       columns_->Read(cells, row, place);
       QuoteTerms own = terms;
       own.capitalCostLocked = row.capitalCostLocked;
-      work({row, own, ++number, place}, out);
+      try {
+        work({row, own, ++number, place}, out);
+      } catch (const RuntimeError& failure) {
+        if (failure.Number() != kOverflow) throw;
+        throw RuntimeError(kOverflow, reader.Place() + ": " + failure.Description());
+      }
       if (out.size() < kMostKept) continue;
       // Long results are not kept: they wait here until it is their turn.
       WaitFor(turn);
@@ -159,8 +164,7 @@ RowInput ReadRowInput(Run& run, const Arguments& arguments) {
   if (const std::string general = arguments.Value("--general"); !general.empty()) {
     ReadRecord(general, run.CalculatorPreferences);
   }
-  const std::string source = arguments.Words().empty() ? "-" : arguments.Words().front();
-  return {source, SupplierOf(run, arguments.Value("--supplier")), run.CalculatorPreferences.TaxRate};
+  return {arguments.Input(), SupplierOf(run, arguments.Value("--supplier")), run.CalculatorPreferences.TaxRate};
 }
 
 void WorkOnRows(const RowInput& input, TableOutput& output, const std::function<RowWork()>& makeWork) {
@@ -169,6 +173,7 @@ void WorkOnRows(const RowInput& input, TableOutput& output, const std::function<
     CsvSource source(std::cin, "standard input");
     return Pipeline(source, input, output).Run(makeWork);
   }
+  if (FolderExists(input.source)) throw RuntimeError(kPathAccess, input.source + " is a folder");
   if (!FileExists(input.source)) throw RuntimeError(kFileNotFound, input.source + " does not exist");
   std::ifstream file(NativePath(input.source), std::ios::binary);
   if (!file) throw RuntimeError(kPathAccess, input.source + " cannot be read");
@@ -176,10 +181,10 @@ void WorkOnRows(const RowInput& input, TableOutput& output, const std::function<
   Pipeline(source, input, output).Run(makeWork);
 }
 
-void FailToPrice(const RowJob& job) {
-  throw RuntimeError(kItemNotFound, job.place() +
-                                        " cannot be priced: no payments are left to run, no capital cost gives "
-                                        "the payment, or nothing is financed");
+void FailToPrice(const RowJob& job, const std::string& how) {
+  throw RuntimeError(kItemNotFound, job.place() + " cannot be priced" + how +
+                                        ": no payments are left to run, no payment is given where one decides or no "
+                                        "capital cost gives it, or nothing is financed");
 }
 
 }  // namespace tarvolinex

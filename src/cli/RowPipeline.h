@@ -35,7 +35,7 @@ RowInput ReadRowInput(Run& run, const Arguments& arguments);
 // first row in the input's order threw; nothing is committed.
 void WorkOnRows(const RowInput& input, TableOutput& output, const std::function<RowWork()>& makeWork);
 
-// Throws that the row cannot be priced, and why that may be.
-[[noreturn]] void FailToPrice(const RowJob& job);
+// Throws that the row cannot be priced, how (" at 12 payments"), and why that may be.
+[[noreturn]] void FailToPrice(const RowJob& job, const std::string& how = {});
 
 }  // namespace tarvolinex

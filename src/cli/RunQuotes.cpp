@@ -20,21 +20,17 @@ CalendarDay Today(const Run& run) {
   return LocalDay(run.Now());
 }
 
-void OpenOrFail(Run& run, Database& database) {
-  if (!OpenDatabaseForCommand(run, database)) throw RuntimeError(kFileNotFound, "There is no database of quotes");
-}
-
 int KeepRows(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--customer", "--equipment", "--valid-until"}, {}, 1);
   KeptQuote common;
-  common.details.customer = parsed.Value("--customer");
-  common.details.equipment = parsed.Value("--equipment");
+  common.details.customer = parsed.Text("--customer");
+  common.details.equipment = parsed.Text("--equipment");
   common.details.validUntil = parsed.Day("--valid-until");
   common.date = Today(run);
   Database database(run);
   common.origin = OriginOf(ChooseSupplier(run, database, SupplierIdOf(parsed)), run.CalculatorPreferences);
-  const auto rows = PricedRows({parsed.Words().empty() ? "-" : parsed.Words().front(), common.origin.supplier,
-                                common.origin.preferences.TaxRate});
+  const auto rows =
+      PricedRows({parsed.Input(), common.origin.supplier, common.origin.preferences.TaxRate}, CheckKeepable);
   if (rows.empty()) return kDone;
   for (const int number : KeepQuotes(database, common, rows)) std::cout << number << '\n';
   return kDone;
@@ -44,7 +40,7 @@ int ListKept(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--output"}, {}, 0);
   const int supplier = parsed.Has("--supplier") ? std::stoi(SupplierIdOf(parsed)) : 0;
   Database database(run);
-  OpenOrFail(run, database);
+  OpenQuotes(run, database);
   const auto output = TableOutput::To(parsed.Value("--output"), KeptQuoteColumns());
   ListQuotes(database, Today(run), [&](const QuoteListRow& row) {
     if (!parsed.Has("--supplier") || row.supplierId == supplier) output->Write(KeptQuoteLine(row));
@@ -105,15 +101,10 @@ std::string AsMember(const std::string& name, const JsonObject& object) {
 
 int ShowKept(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {}, {}, 1);
-  if (parsed.Words().empty() || !IsSupplierId(parsed.Words().front())) throw UsageError{"expected the quote's number"};
-  Database database(run);
-  OpenOrFail(run, database);
-  const std::string& number = parsed.Words().front();
-  const auto quote = ReadQuote(database, std::stoi(number));
-  if (!quote) throw RuntimeError(kItemNotFound, "There is no quote with the number " + number);
-  const std::string members = FormatJsonObject(MembersOf(*quote, Today(run)));
-  std::cout << members.substr(0, members.rfind("\n}")) << AsMember("Supplier", RecordToJson(quote->origin.supplier))
-            << AsMember("Preferences", RecordToJson(quote->origin.preferences)) << "\n}\n";
+  const KeptQuote quote = ChooseQuote(run, parsed);
+  const std::string members = FormatJsonObject(MembersOf(quote, Today(run)));
+  std::cout << members.substr(0, members.rfind("\n}")) << AsMember("Supplier", RecordToJson(quote.origin.supplier))
+            << AsMember("Preferences", RecordToJson(quote.origin.preferences)) << "\n}\n";
   return kDone;
 }
 

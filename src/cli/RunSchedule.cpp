@@ -5,16 +5,11 @@
 #include "cli/CommandLine.h"
 #include "cli/Commands.h"
 #include "cli/RowPipeline.h"
-#include "controls/Desktop.h"
 #include "exchange/QuoteTables.h"
 
 namespace tarvolinex {
 
 namespace {
-
-CalendarDay StartOf(const Arguments& parsed) {
-  return parsed.Day("--start").value_or(LocalDay(TheDesktop().Now()));
-}
 
 std::vector<std::int16_t> TermsOf(const Arguments& parsed) {
   const std::string list = parsed.Value("--terms");
@@ -38,7 +33,7 @@ std::vector<std::int16_t> TermsOf(const Arguments& parsed) {
 
 int RunSchedule(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--supplier", "--general", "--start", "--output"}, {"--internal"}, 1);
-  const CalendarDay start = StartOf(parsed);
+  const CalendarDay start = parsed.Day("--start").value_or(LocalDay(run.Now()));
   const bool internal = parsed.Has("--internal");
   const RowInput input = ReadRowInput(run, parsed);
   const auto output = TableOutput::To(parsed.Value("--output"), ScheduleColumns(internal));
@@ -61,9 +56,10 @@ int RunCompare(Run& run, const std::vector<std::string>& arguments) {
   const auto output = TableOutput::To(parsed.Value("--output"), VariantColumns());
   WorkOnRows(input, *output, [&] {
     return [&](const RowJob& job, std::string& out) {
-      for (const auto& variant : CompareTerms(job.row.mode, job.row.quote, job.terms, terms)) {
-        if (!variant) FailToPrice(job);
-        AppendVariant(job.number, *variant, out);
+      const auto variants = CompareTerms(job.row.mode, job.row.quote, job.terms, terms);
+      for (std::size_t i = 0; i < variants.size(); ++i) {
+        if (!variants[i]) FailToPrice(job, " at " + std::to_string(terms[i]) + " payments");
+        AppendVariant(job.number, *variants[i], out);
       }
     };
   });

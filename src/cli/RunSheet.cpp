@@ -17,8 +17,7 @@ std::string OutputOf(const Arguments& parsed) {
 }
 
 std::vector<QuoteRecord> QuotesOf(const Arguments& parsed, const SheetContents& contents) {
-  const std::string source = parsed.Words().empty() ? "-" : parsed.Words().front();
-  const auto rows = PricedRows({source, contents.supplier, contents.prefs.TaxRate});
+  const auto rows = PricedRows({parsed.Input(), contents.supplier, contents.prefs.TaxRate});
   if (rows.empty()) throw RuntimeError(kItemNotFound, "There is no row to quote");
   if (rows.size() > kMostVariants) {
     throw RuntimeError(kItemNotFound, "There are " + std::to_string(rows.size()) + " rows; a sheet shows at most " +
@@ -41,9 +40,9 @@ int RunSheet(Run& run, const std::vector<std::string>& arguments) {
   const auto validUntil = parsed.Day("--valid-until");
   Database database(run);
   SheetContents contents = SheetOf(run.Places(), run.CalculatorPreferences, ChooseSupplier(run, database, id).settings);
-  contents.customer = parsed.Value("--customer");
-  contents.equipment = parsed.Value("--equipment");
-  contents.reference = parsed.Value("--reference");
+  contents.customer = parsed.Text("--customer");
+  contents.equipment = parsed.Text("--equipment");
+  contents.reference = parsed.Text("--reference");
   contents.date = today;
   contents.start = start;
   contents.validUntil = validUntil;
@@ -55,13 +54,8 @@ int RunSheet(Run& run, const std::vector<std::string>& arguments) {
 
 int RunKeptSheet(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments, {"--output"}, {}, 1);
-  if (parsed.Words().empty() || !IsSupplierId(parsed.Words().front())) throw UsageError{"expected the quote's number"};
-  const std::string &number = parsed.Words().front(), output = OutputOf(parsed);
-  Database database(run);
-  if (!OpenDatabaseForCommand(run, database)) throw RuntimeError(kFileNotFound, "There is no database of quotes");
-  const auto quote = ReadQuote(database, std::stoi(number));
-  if (!quote) throw RuntimeError(kItemNotFound, "There is no quote with the number " + number);
-  WritePdf(FillSheet(run.Places(), SheetOf(run.Places(), *quote)), output);
+  const std::string output = OutputOf(parsed);
+  WritePdf(FillSheet(run.Places(), SheetOf(run.Places(), ChooseQuote(run, parsed))), output);
   return kDone;
 }
 

@@ -48,6 +48,8 @@ bool CsvSource::Next(CsvPiece& piece) {
     rest_ = text.substr(lastEnd + 1);
     text.resize(lastEnd + 1);
   }
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";  // of UTF-8
+  if (lines_ == 0 && text.starts_with(kMark)) text.erase(0, kMark.size());
   piece.linesBefore = lines_;
   piece.rowsBefore = rows_;
   for (std::string_view left = text; !left.empty(); ++lines_) rows_ += TakeLine(left).empty() ? 0 : 1;
@@ -65,7 +67,6 @@ bool CsvReader::ReadLine(std::string_view& line) {
   if (text_.empty()) return false;
   line = TakeLine(text_);
   ++line_;
-  if (line_ == 1 && line.substr(0, 3) == "\xEF\xBB\xBF") line.remove_prefix(3);
   return true;
 }
 

@@ -48,11 +48,23 @@ class StandardOutput final : public TableOutput {
   std::unique_ptr<std::FILE, Closer> spool_;
 };
 
+// A line break within a cell becomes a blank.
+std::string OnOneLineEach(std::string_view rows) {
+  std::string flat(rows);
+  bool quoted = false;
+  for (char& c : flat) {
+    if (c == '"') quoted = !quoted;
+    if (quoted && (c == '\n' || c == '\r')) c = ' ';
+  }
+  return flat;
+}
+
 class SheetOutput final : public TableOutput {
  public:
   SheetOutput(const std::string& path, const std::vector<SheetColumn>& columns) : sheet_(path, columns) {}
   void Write(std::string_view rows) override {
-    CsvReader reader(rows, "results");
+    const std::string flat = OnOneLineEach(rows);
+    CsvReader reader(flat, "results");
     for (std::vector<std::string_view> cells; reader.Next(cells);) sheet_.AddRow(cells);
   }
   void Commit() override { sheet_.Commit(); }
@@ -75,10 +87,7 @@ std::unique_ptr<TableOutput> TextOutput(const std::string& path) {
 }  // namespace
 
 std::unique_ptr<TableOutput> TableOutput::To(const std::string& path, const std::vector<SheetColumn>& columns) {
-  constexpr std::string_view kSheet = ".xlsx";
-  if (path.size() > kSheet.size() && EqualNoCase(path.substr(path.size() - kSheet.size()), kSheet)) {
-    return std::make_unique<SheetOutput>(path, columns);
-  }
+  if (EndsWithNoCase(path, ".xlsx")) return std::make_unique<SheetOutput>(path, columns);
   auto output = TextOutput(path);
   output->Write(HeadingOf(columns) + "\n");
   return output;

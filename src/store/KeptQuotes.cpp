@@ -197,6 +197,17 @@ struct FigureReader {
   }
 };
 
+RuntimeError NoNumber(std::string_view number, std::string_view column, std::string_view text) {
+  return {kItemNotFound,
+          Tr("Quote %1: the column %2 holds \"%3\", which is no number that fits", {number, column, text})};
+}
+
+// What a list shows of each, in the order of QuoteListRow's reading.
+const std::vector<std::string> kListColumns = {
+    "ID",        "QuoteDate", "SupplierId",  "CompanyName",      "Customer", "CustomerEmail", "CustomerTel",
+    "Equipment", "Reference", "CapitalCost", "NumberOfPayments", "Payment",  "PaymentIncTax", "ValidUntil",
+    "State"};
+
 QuoteFigures FiguresOf(const Row& row) {
   QuoteFigures figures;
   figures.mode = row.Number("Mode");
@@ -204,8 +215,7 @@ QuoteFigures FiguresOf(const Row& row) {
   ForEachFigure(figures, [&](const std::string& column, QuoteMember member) {
     const Value& value = row.At(column);
     if (std::visit(FigureReader{value}, member)) return;
-    throw RuntimeError(kItemNotFound, Tr("Quote %1: the column %2 holds \"%3\", which is no number that fits",
-                                         {row.Text("ID"), column, ValueText(value)}));
+    throw NoNumber(row.Text("ID"), column, ValueText(value));
   });
   return figures;
 }
@@ -256,12 +266,16 @@ QuoteOrigin OriginOf(const SupplierRow& supplier, const CalculatorPreferencesRec
   return {supplier.id, supplier.row.Text("CompanyName"), supplier.settings, preferences};
 }
 
+void CheckKeepable(QuoteFigures figures) {
+  ForEachFigure(figures, [](const std::string& column, QuoteMember member) { std::visit(Literal{column}, member); });
+}
+
 std::vector<int> KeepQuotes(Database& database, const KeptQuote& common, const std::vector<QuoteFigures>& figures) {
   CheckLengths(common.details);
   Lists shared;
   shared.Add("QuoteDate", Quoted(DayText(common.date)));
   shared.Add("SupplierId", std::to_string(common.origin.supplierId));
-  shared.Add("CompanyName", Quoted(common.origin.companyName));
+  shared.Add("CompanyName", Quoted(OneLine(common.origin.companyName)));
   AddDetails(common.details, shared);
   std::vector<Lists> rows;
   for (QuoteFigures row : figures) {
@@ -314,34 +328,36 @@ std::optional<KeptQuote> ReadQuote(Database& database, int number) {
 void ListQuotes(Database& database, CalendarDay today, const std::function<void(const QuoteListRow&)>& read) {
   if (!database.Plain().HasTable(kQuoteTable)) return;
   const std::string day = DayText(today);
-  const auto amount = [](std::string_view text) { return Currency::FromText(text).value_or(Currency()); };
+  const auto amount = [](const std::vector<std::string_view>& texts, std::size_t column) {
+    const std::string_view text = texts[column];
+    const auto stored = text.empty() ? Currency() : Currency::FromText(text);
+    if (!stored) throw NoNumber(texts[0], kListColumns[column], text);
+    return *stored;
+  };
   Recordset quotes;
   quotes.Open(statements::kKeptQuotes, database.Plain());
-  quotes.ReadRows(
-      {"ID", "QuoteDate", "SupplierId", "CompanyName", "Customer", "CustomerEmail", "CustomerTel", "Equipment",
-       "Reference", "CapitalCost", "NumberOfPayments", "Payment", "PaymentIncTax", "ValidUntil", "State"},
-      [&](const std::vector<std::string_view>& texts) {
-        QuoteListRow row;
-        row.number = WholeOf<int>(texts[0]);
-        row.date = texts[1];
-        row.supplierId = WholeOf<int>(texts[2]);
-        row.companyName = texts[3];
-        row.customer = texts[4];
-        row.customerEmail = texts[5];
-        row.customerTel = texts[6];
-        row.equipment = texts[7];
-        row.reference = texts[8];
-        row.capitalCost = amount(texts[9]);
-        row.numberOfPayments = WholeOf<int>(texts[10]);
-        row.payment = amount(texts[11]);
-        row.paymentIncTax = amount(texts[12]);
-        row.validUntil = texts[13];
-        const QuoteState state = StateOf(texts[14]);
-        // Such days follow each other as their texts do.
-        const bool expired = state == QuoteState::Open && !row.validUntil.empty() && row.validUntil < day;
-        row.state = expired ? "expired" : StateName(state);
-        read(row);
-      });
+  quotes.ReadRows(kListColumns, [&](const std::vector<std::string_view>& texts) {
+    QuoteListRow row;
+    row.number = WholeOf<int>(texts[0]);
+    row.date = texts[1];
+    row.supplierId = WholeOf<int>(texts[2]);
+    row.companyName = texts[3];
+    row.customer = texts[4];
+    row.customerEmail = texts[5];
+    row.customerTel = texts[6];
+    row.equipment = texts[7];
+    row.reference = texts[8];
+    row.capitalCost = amount(texts, 9);
+    row.numberOfPayments = WholeOf<int>(texts[10]);
+    row.payment = amount(texts, 11);
+    row.paymentIncTax = amount(texts, 12);
+    row.validUntil = texts[13];
+    const QuoteState state = StateOf(texts[14]);
+    // Such days follow each other as their texts do.
+    const bool expired = state == QuoteState::Open && !row.validUntil.empty() && row.validUntil < day;
+    row.state = expired ? "expired" : StateName(state);
+    read(row);
+  });
 }
 
 bool UpdateQuote(Database& database, int number, const QuoteDetails& details) {

@@ -64,10 +64,13 @@ struct KeptQuote {
   bool operator==(const KeptQuote&) const = default;
 };
 
+// Throws RuntimeError (6) for an amount of 100,000,000,000 or more (the database would round it) and a rate that is no
+// number.
+void CheckKeepable(QuoteFigures figures);
+
 // Keeps each of the figures as a quote of its own with the date, details and origin of `common`, together or not at
-// all, and returns their numbers. Throws RuntimeError, before anything is written, for a text that is too long, an
-// amount of 100,000,000,000 or more (the database would round it) and a rate that is no number. A statement that fails
-// is a fatal report.
+// all, and returns their numbers. Throws RuntimeError, before anything is written, for a text that is too long and as
+// CheckKeepable. A statement that fails is a fatal report.
 std::vector<int> KeepQuotes(Database& database, const KeptQuote& common, const std::vector<QuoteFigures>& figures);
 // Likewise, one.
 int KeepQuote(Database& database, const KeptQuote& quote);

@@ -74,7 +74,7 @@ inline constexpr std::string_view kMakeKeptQuotes =
     "<FIGURES>, SupplierRecord LONG, PreferencesRecord LONG)";
 inline constexpr std::string_view kMakeKeptRecords =
     "CREATE TABLE IF NOT EXISTS KeptRecords (ID INTEGER PRIMARY KEY AUTOINCREMENT, Content TEXT UNIQUE)";
-inline constexpr std::string_view kKeptQuotes = "SELECT * FROM KeptQuotes";
+inline constexpr std::string_view kKeptQuotes = "SELECT * FROM KeptQuotes ORDER BY ID";
 inline constexpr std::string_view kKeptQuote = "SELECT * FROM KeptQuotes WHERE ID=<ID>";
 inline constexpr std::string_view kKeptRecord = "SELECT * FROM KeptRecords WHERE ID=<ID>";
 inline constexpr std::string_view kInsertKeptQuote = "INSERT INTO KeptQuotes (<FIELDS>) VALUES(<VALUES>)";

@@ -121,6 +121,34 @@ TEST_F(CommandLineTest, LongInputsAreWorkedOnTogetherAndStayInOrder) {
   }
 }
 
+TEST_F(CommandLineTest, OddRowsAndTextsAreNamedAndATableTakesWhatIsStored) {
+  const std::string header = "CapitalCost,NumberOfPayments,Yield,Mode\n";
+  const std::pair<const char*, const char*> refused[] = {
+      {"schedule", "line 3: The amounts of the schedule are too large"},
+      {"schedule --start 9999-12-01", "line 2: The last payment would fall due after the year 9999"},
+      {"compare --terms 12,24", "line 3: The amounts of the schedule are too large"},
+      {"quotes keep --supplier 1", "line 3: AskedCapitalCost of 900000000000000"},
+      {"quotes keep --supplier 1 --customer $(printf 'A\\377B')", "--customer is no text in UTF-8"}};
+  for (const auto& [words, named] : refused) {
+    const Run run = Program(words, header + "1000,12,5,1\n900000000000000,12,5,1\n");
+    EXPECT_NE(run.status, 0) << words;
+    EXPECT_NE(run.err.find(named), std::string::npos) << words << ": " << run.err;
+  }
+  Connection database;
+  database.Open("dbq=" + folder.Path() + "/app/Tarvolinex.mdb");
+  database.Execute("UPDATE suppliers SET CompanyName='=A' || char(10) || 'B' WHERE ID=1");
+  database.Close();
+  // A mark of UTF-8 on a line of its own is no row.
+  EXPECT_EQ(Program("quotes keep --supplier 1", "\xEF\xBB\xBF\n" + header + "1000,12,5,1\n").out, "1\n");
+  const std::string sheet = folder.Path() + "/quotes.xlsx";
+  EXPECT_EQ(Program("quotes list --output " + sheet).status, 0);
+  ASSERT_EQ(std::system(("unzip -qo " + sheet + " -d " + folder.Path()).c_str()), 0);
+  const std::string cells = ReadFile(folder.Path() + "/xl/worksheets/sheet1.xml");
+  for (const char* part : {"<t>=A B</t>", "<v>1000</v>", "<f>SUM(G2:G2)</f>"}) {
+    EXPECT_NE(cells.find(part), std::string::npos) << part;
+  }
+}
+
 TEST_F(CommandLineTest, ScheduleAndTermsAsTables) {
   const std::string rows = "CapitalCost,NumberOfPayments,DepositMode,DepositPercent,Yield,Mode\n10000,2,1,10,12,1\n";
   const Run schedule = Program("schedule --internal --start 2026-12-31", rows);
@@ -130,7 +158,7 @@ TEST_F(CommandLineTest, ScheduleAndTermsAsTables) {
             "1,1,2027-01-31,payment,4567.61,913.52,5481.13,90.00,4477.61,4522.39\n"
             "1,2,2027-02-28,payment,4567.61,913.52,5481.13,45.22,4522.39,0.00\n")
       << schedule.err;
-  EXPECT_EQ(Program("schedule --start 2026-12-31", rows).out.find("Interest"), std::string::npos);
+  EXPECT_TRUE(Program("schedule", rows).out.starts_with("Row,Number,Date,Kind,Amount,Tax,AmountIncTax\n1,0,"));
   EXPECT_EQ(Program("compare --terms 2,1", rows).out,
             "Row,NumberOfPayments,Payment,PaymentIncTax,Total,TotalIncTax\n"
             "1,2,4567.61,5481.13,10135.22,12162.26\n"

@@ -65,7 +65,8 @@ struct Spreadsheet::Body {
     const auto column = static_cast<lxw_col_t>(i);
     lxw_format* format = FormatOf(columns[i].kind);
     if (columns[i].kind == CellKind::Date) {
-      if (const auto day = DayFromText(text)) {
+      constexpr std::chrono::year kFirstYear(1900);  // before it spreadsheets know no days
+      if (const auto day = DayFromText(text); day && day->year() >= kFirstYear) {
         lxw_datetime when = {static_cast<int>(day->year()),
                              static_cast<int>(static_cast<unsigned>(day->month())),
                              static_cast<int>(static_cast<unsigned>(day->day())),

@@ -40,19 +40,13 @@ std::string LongDay(CalendarDay day) {
 
 std::string DayText(CalendarDay day) {
   // A schedule writes many: no format is read for each.
-  constexpr int kLongYear = 10000;
-  const int year = static_cast<int>(day.year());
-  const unsigned month = static_cast<unsigned>(day.month()), date = static_cast<unsigned>(day.day());
-  const auto digit = [](unsigned number) { return static_cast<char>('0' + number % 10); };
-  std::string text = year < kLongYear ? std::string("0000-00-00") : std::to_string(year) + "-00-00";
-  const std::size_t end = text.size();
-  for (std::size_t i = 0, left = static_cast<std::size_t>(year); year < kLongYear && i < 4; ++i, left /= 10) {
-    text[3 - i] = digit(static_cast<unsigned>(left));
-  }
-  text[end - 5] = digit(month / 10);
-  text[end - 4] = digit(month);
-  text[end - 2] = digit(date / 10);
-  text[end - 1] = digit(date);
+  std::string text = "0000-00-00";
+  const auto write = [&](std::size_t at, std::size_t digits, unsigned number) {
+    for (std::size_t i = at + digits; i-- > at; number /= 10) text[i] = static_cast<char>('0' + number % 10);
+  };
+  write(0, 4, static_cast<unsigned>(static_cast<int>(day.year())));
+  write(5, 2, static_cast<unsigned>(day.month()));
+  write(8, 2, static_cast<unsigned>(day.day()));
   return text;
 }
 

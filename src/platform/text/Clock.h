@@ -14,7 +14,7 @@ using CalendarDay = std::chrono::year_month_day;
 CalendarDay LocalDay(std::chrono::system_clock::time_point when);
 // "5 March 2003".
 std::string LongDay(CalendarDay day);
-// YYYY-MM-DD.
+// YYYY-MM-DD. REQUIRES: a year from 0 to 9999.
 std::string DayText(CalendarDay day);
 // The day of such a text; nullopt when it is none.
 std::optional<CalendarDay> DayFromText(std::string_view text);

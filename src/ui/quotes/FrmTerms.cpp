@@ -15,7 +15,7 @@ namespace tarvolinex {
 
 namespace {
 
-constexpr std::size_t kMostVariants = 24;
+constexpr std::size_t kMostTerms = 24;
 
 // The numbers of a list such as "24, 36 48"; empty when something else stands in it.
 std::vector<double> NumbersOf(const std::string& list, double most) {
@@ -30,7 +30,7 @@ std::vector<double> NumbersOf(const std::string& list, double most) {
     std::string buffer;
     const auto text = ExactNumberText(word, buffer);
     const double number = text ? LeadingNumber(*text) : -1;
-    if (number < 0 || number > most || numbers.size() == kMostVariants) return {};
+    if (number < 0 || number > most || numbers.size() == kMostTerms) return {};
     numbers.push_back(number);
   }
   return numbers;

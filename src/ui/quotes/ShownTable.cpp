@@ -4,16 +4,12 @@
 #include "exchange/TableOutput.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
-#include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "publish/SheetValues.h"
 
 namespace tarvolinex {
 
 namespace {
-
-std::string Html(std::string_view text) {
-  return ReplaceAll(ReplaceAll(ReplaceAll(text, "&", "&amp;"), "<", "&lt;"), ">", "&gt;");
-}
 
 // Two forms of one table, filled row by row.
 struct BothForms {
@@ -25,7 +21,7 @@ struct BothForms {
     for (std::size_t i = 0; i < columns.size(); ++i) {
       const std::string cell = i < cells.size() ? cells[i] : std::string();
       text += (i ? "\t" : "") + cell;
-      html += "<" + tag + (columns[i].rightAligned ? " align=\"right\">" : " align=\"left\">") + Html(cell) + "</" +
+      html += "<" + tag + (columns[i].rightAligned ? " align=\"right\">" : " align=\"left\">") + AsHtml(cell) + "</" +
               tag + ">";
     }
     text += "\n";
