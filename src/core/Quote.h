@@ -7,9 +7,12 @@
 
 namespace tarvolinex {
 
+// What the deposit is given as. The numbers are stored.
+enum DepositModes { kDepositValue = 0, kDepositPercent = 1, kDepositAdvanced = 2 };
+
 struct QuoteRecord {
   Currency CapitalCost;               // before tax; a result in mode 2
-  std::int16_t DepositMode = 0;       // 0 value, 1 percentage of the capital cost, 2 advanced payments
+  std::int16_t DepositMode = 0;       // one of DepositModes
   Currency DepositValue;              // in mode 0; out: the deposit used
   float DepositPercent = 0;           // of the capital cost
   std::int16_t AdvancedPayments = 0;  // regular payments taken at the start

@@ -106,7 +106,7 @@ TEST_F(Translated, EveryControlHasItsWidgetEveryWidgetItsControlAndANameAndEvery
   Sending sending;
   frmSendCalc send(run, sending, form.send);
   form.quote.TxtProCalc(kBoxCapitalCost).Type("12500");
-  FrmSchedule schedule(run, form.quote.Quote);
+  FrmSchedule schedule(run, form.quote.Quote, form.quote.Start());
   FrmTerms terms(run, {kModeForward, form.quote.AskedQuote, form.quote.Terms()}, {});
   std::vector<RemovedRows> removed;
   FrmQuotes quotes(run, form.database, {}, removed);

@@ -4,6 +4,8 @@
 #include "platform/text/Text.h"
 #include "support/Fixture.h"
 #include "ui/quotes/FrmKeepQuote.h"
+#include "ui/quotes/FrmSchedule.h"
+#include "ui/quotes/FrmTerms.h"
 
 namespace tarvolinex {
 
@@ -62,6 +64,52 @@ TEST_F(QuotesWindowTest, AKeptQuoteStaysAsItWasWhileRatesChangeUntilSomethingIsT
   InQuotes([](FrmQuotes& quotes) { quotes.Toolbar1.Press("COPY"); });
   EXPECT_EQ(Kept(), "");
   EXPECT_NE(Payment(), quoted);
+}
+
+TEST_F(QuotesWindowTest, OtherTermsOfAKeptQuoteAreTodaysAndItsScheduleBeginsAsItWasKept) {
+  Keep("Ash", "12500");
+  const std::string quoted = Payment();
+  for (int band = 0; band < 5; ++band) Type(form->rateCard.TxtRangeYield(band), "25");
+  form->Toolbar1.Press("SAVE");
+  desktop.now += std::chrono::hours(24 * 30);
+  InQuotes([](FrmQuotes& quotes) { quotes.LvwQuotes.DoubleClickRow(0); });
+  EXPECT_NE(form->quote.LblTotal.Caption().find("from 2027-02-15"), std::string::npos);
+  desktop.modal = [](Window& window) { EXPECT_EQ(dynamic_cast<FrmSchedule&>(window).TxtStart.Text(), "2027-01-15"); };
+  form->quote.CmdSchedule.Press();
+  desktop.modal = [&](Window& window) {
+    auto& terms = dynamic_cast<FrmTerms&>(window);
+    EXPECT_TRUE(terms.LblHint.Caption().starts_with("At today's rates."));
+    for (const ListView::Row& row : terms.LvwTerms.Rows()) EXPECT_EQ(row.cells[5], "");
+    terms.LvwTerms.ClickRow(0);
+    EXPECT_EQ(terms.LvwTerms.At(0).cells[5], "this quote");
+    EXPECT_EQ(terms.LvwTerms.At(0).cells[1], WithThousands(Payment()));
+  };
+  form->quote.CmdTerms.Press();
+  EXPECT_EQ(Kept(), "");
+  EXPECT_NE(Payment(), quoted);
+}
+
+TEST_F(QuotesWindowTest, AQuoteOfARemovedSupplierIsShownAndPrintedButNothingPricesItAnew) {
+  const QuotePanel& quote = form->quote;
+  Keep("Ash", "12500");
+  const std::string quoted = Payment();
+  desktop.answers = {Answer::Yes};
+  form->Toolbar1.Press("REMSUPP");
+  ASSERT_NE(form->shown.CurrentSupplierId, 1);
+  EXPECT_TRUE(quote.FraQuote.Enabled());
+  InQuotes([](FrmQuotes& quotes) { quotes.Toolbar1.Press("REOPEN"); });
+  EXPECT_EQ(Payment(), quoted);
+  EXPECT_FALSE(quote.FraQuote.Enabled() || quote.FraRate.Enabled() || quote.CmdTerms.Enabled());
+  bool sheet = false;
+  desktop.modal = [&](Window& window) { sheet = window.Name() == "FrmSheet"; };
+  form->quote.CmdSheet.Press();
+  EXPECT_TRUE(sheet);
+  InQuotes([](FrmQuotes& quotes) { quotes.Toolbar1.Press("COPY"); });
+  EXPECT_EQ(desktop.boxes.back().text, "The Dealer has been removed since");
+  EXPECT_EQ(Payment(), quoted);
+  InQuotes([](FrmQuotes& quotes) { quotes.Toolbar1.Press("REMOVE"); });
+  EXPECT_EQ(quote.LblPriced.Caption(), "Nothing is priced yet");
+  EXPECT_TRUE(quote.FraQuote.Enabled());
 }
 
 TEST_F(QuotesWindowTest, QuotesAreFoundSortedMarkedRemovedAndSaved) {

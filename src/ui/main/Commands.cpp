@@ -203,14 +203,14 @@ void FrmMain::ShowSent() {
 }
 
 void FrmMain::ShowSchedule() {
-  FrmSchedule schedule(run, quote.Quote);
+  FrmSchedule schedule(run, quote.Quote, quote.Start());
   TheDesktop().ShowModal(schedule);
 }
 
 void FrmMain::ShowTerms() {
   const QuoteRecord asked = quote.AskedQuote;
   FrmTerms terms(
-      run, {quote.ShownQuoteMode, asked, quote.Terms()},
+      run, {quote.ShownQuoteMode, asked, quote.Terms(), quote.Kept().has_value()},
       [this](const std::string& payments, const std::string& deposit) { quote.TakeVariant(payments, deposit); });
   TheDesktop().ShowModal(terms);
 }

@@ -192,7 +192,8 @@ class FrmMain : public Window {
   void ChangeKeptQuote(const KeptQuote& kept);
   void ShowKeptQuote(int number);
   void RefreshKeptQuote();
-  void ShowSupplierOf(const KeptQuote& kept);
+  bool ShowSupplierOf(const KeptQuote& kept);
+  void CopyAsNew(const KeptQuote& kept);
   int DaysOfValidity() const;
 
   bool AgreesToLook();

@@ -8,6 +8,7 @@
 #include "platform/text/Translation.h"
 #include "ui/NumberBoxes.h"
 #include "ui/main/QuotePanel.h"
+#include "ui/quotes/PlanWords.h"
 
 namespace tarvolinex {
 
@@ -15,9 +16,6 @@ namespace {
 
 std::string AmountText(Currency amount) {
   return FormatFixed(amount.ToDouble(), 2);
-}
-std::string RateText(float rate) {
-  return FormatNumberInput(kInputPercent, FormatSingle(rate));
 }
 
 // A caption as it reads, without its access key.

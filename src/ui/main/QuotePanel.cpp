@@ -200,9 +200,10 @@ void QuotePanel::ckCapLock_Click() {
   const bool locked = ckCapLock.Value();
   SetControlLocked(TxtProCalc(kBoxCapitalCost), locked);
   SetControlLocked(UpDNew(kBoxCapitalCost), locked);
-  // What was typed last is computed anew without moving the cost.
-  ShownQuoteMode = ModeFor(ShownQuoteBox, locked);
-  if (locked || loading) return;
+  if (loading) return;
+  // Only the search moves the cost: from now on the commission gives the payment.
+  if (locked && ShownQuoteMode == kModeCapitalCost) RecalculateQuote(kModePayment, ShownQuoteBox);
+  if (locked) return;
   TxtProCalc(kBoxCapitalCost).SetFocus();
   TxtProCalc_Change(kBoxCapitalCost);
 }

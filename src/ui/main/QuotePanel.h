@@ -33,9 +33,6 @@ enum QuoteBox {
 // Indexes of QuotePanel::CboProCalc.
 enum QuoteList { kListInterval = 0, kListTerm = 1, kListDepositMode = 2, kListResidualMode = 3, kQuoteLists = 4 };
 
-// Item data of the deposit-mode list.
-enum DepositModes { kDepositValue = 0, kDepositPercent = 1, kDepositAdvanced = 2 };
-
 // Indexes of QuotePanel::LblResult: what the quote comes to.
 enum QuoteResult {
   kResultPayment,
@@ -111,11 +108,17 @@ class QuotePanel {
   QuoteTerms Terms() const;
   // Whether there is a quote to show, keep or send: payments to come, at rates that are known.
   bool HasQuote() const;
+  // Whether it can be priced otherwise: a kept quote only while its own supplier is shown, with rates that are known.
+  bool MayPriceAnew() const;
+  // When the lease begins as far as it is known: as a kept quote says, else on the day it was kept, else today.
+  CalendarDay Start() const;
   // What is shown, with what was asked.
   QuoteFigures Figures() const;
   // Shows a kept quote with the figures that it had. It stays so until the user changes something or another supplier
-  // is shown; then the quote goes on at today's rates.
+  // is shown; then the quote goes on at today's rates. While its own supplier is not shown its inputs are disabled.
   void ShowKept(const KeptQuote& quote);
+  // The kept quote is no longer kept: it goes on at today's rates when its own supplier is shown, else it is emptied.
+  void LoseKept();
   const std::optional<KeptQuote>& Kept() const { return kept_; }
   // Asks the same once more, at today's rates.
   void TakeRequest(const QuoteFigures& figures);
@@ -163,6 +166,7 @@ class QuotePanel {
   void ShowPricing(int mode, const QuoteRecord& asked, const QuoteTerms& terms);
   void ShowBands(const RateCard& card, int used);
   void FillInputs(const QuoteFigures& figures);
+  bool IsOfShownSupplier() const;
   void ShowKeptWords();
   void LeaveKept();
   void ApplyUnit(int box, int position);

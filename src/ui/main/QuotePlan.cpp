@@ -2,7 +2,6 @@
 #include <utility>
 
 #include "calc/Schedule.h"
-#include "controls/Desktop.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
@@ -32,11 +31,12 @@ void QuotePanel::ShowPlan() {
   Schedule schedule;
   bool has = HasQuote();
   try {
-    if (has) MakeSchedule(Quote, LocalDay(TheDesktop().Now()), schedule);
+    if (has) MakeSchedule(Quote, Start(), schedule);
   } catch (const RuntimeError&) {
     has = false;  // sums too large to be true
   }
   for (CommandButton* button : {&CmdSchedule, &CmdTerms, &CmdSheet, &CmdKeepQuote}) button->SetEnabled(has);
+  if (!MayPriceAnew()) CmdTerms.SetEnabled(false);
   const std::string words = has ? PlanWords(Quote, schedule.totals, run_.OwnWords()) : Tr("Nothing is priced yet");
   LblTotal.SetCaption(CaptionOf(words));
   ChtPayments.SetToolTip(words);

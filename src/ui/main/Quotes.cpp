@@ -40,7 +40,6 @@ void FrmMain::KeepShownQuote() {
                    Tr("Keep Quote"), BoxButtons::Ok, BoxIcon::Information);
     return;
   }
-  quote.RecalculateShownQuote();  // a lock may have been set since
   const bool left = supplierId != 0 && supplierId != shown.CurrentSupplierId;
   if (left || !quote.HasQuote()) return;
   KeptQuote kept;
@@ -48,10 +47,7 @@ void FrmMain::KeepShownQuote() {
   kept.figures = quote.Figures();
   kept.origin = {shown.CurrentSupplierId, supplier.Name().Text(), run.SupplierCalcSettings, run.CalculatorPreferences};
   kept.details.validUntil = DaysAfter(kept.date, DaysOfValidity());
-  const QuoteRecord& priced = kept.figures.priced;
-  const std::string words = run.ReplaceAliases(
-      Tr("%1 payments of £%2, inc <VAT> £%3", {std::to_string(priced.NumberOfPayments - priced.AdvancedPayments),
-                                               MoneyWords(priced.Payment), MoneyWords(priced.PaymentIncTax)}));
+  const std::string words = PaymentsWords(kept.figures.priced, run.OwnWords());
   FrmKeepQuote dialog(run, kept.origin.companyName + "\n" + words, kept.details);
   TheDesktop().ShowModal(dialog);
   if (!dialog.Confirmed) return;
@@ -85,15 +81,22 @@ void FrmMain::ShowKeptQuote(int number) {
   if (const auto kept = ReadQuote(database, number)) quote.ShowKept(*kept);
 }
 
-// The quote's supplier, when there still is one.
-void FrmMain::ShowSupplierOf(const KeptQuote& kept) {
+// Whether the quote's supplier is still there, and shown now.
+bool FrmMain::ShowSupplierOf(const KeptQuote& kept) {
   TabMain.SelectTab(kTabQuote);
-  if (kept.origin.supplierId == shown.CurrentSupplierId) return;
   const int row = LvwSuppliers.Find("ID" + std::to_string(kept.origin.supplierId));
-  if (row < 0) return;
-  if (LvwSuppliers.At(row).hidden) TxtFilter.SetText("");
-  LvwSuppliers.Select(row);
-  LvwSuppliers_ItemClick();
+  if (kept.origin.supplierId != shown.CurrentSupplierId && row >= 0) {
+    if (LvwSuppliers.At(row).hidden) TxtFilter.SetText("");
+    LvwSuppliers.Select(row);
+    LvwSuppliers_ItemClick();
+  }
+  return kept.origin.supplierId == shown.CurrentSupplierId;
+}
+
+void FrmMain::CopyAsNew(const KeptQuote& kept) {
+  if (ShowSupplierOf(kept)) return quote.TakeRequest(kept.figures);
+  run.MessageBox(run.ReplaceAliases(Tr("The <SUPPLIER> has been removed since")), Tr("Copy as New"), BoxButtons::Ok,
+                 BoxIcon::Information);
 }
 
 void FrmMain::ShowQuotes() {
@@ -103,10 +106,7 @@ void FrmMain::ShowQuotes() {
                       ShowSupplierOf(kept);
                       quote.ShowKept(kept);
                     },
-                    [this](const KeptQuote& kept) {
-                      ShowSupplierOf(kept);
-                      quote.TakeRequest(kept.figures);
-                    }},
+                    [this](const KeptQuote& kept) { CopyAsNew(kept); }},
                    RemovedQuotes);
   quotes.Load();
   TheDesktop().ShowModal(quotes);
@@ -118,7 +118,7 @@ void FrmMain::RefreshKeptQuote() {
   if (!quote.Kept()) return;
   try {
     const auto now = ReadQuote(database, quote.Kept()->number);
-    if (!now) return quote.RecalculateQuote(quote.ShownQuoteMode, quote.ShownQuoteBox);
+    if (!now) return quote.LoseKept();
     if (*now != *quote.Kept()) quote.ShowKept(*now);
   } catch (const RuntimeError& failure) {
     run.ShowError(failure.Description());
@@ -128,7 +128,7 @@ void FrmMain::RefreshKeptQuote() {
 // Of a kept quote as it was quoted, else of what is stored now.
 void FrmMain::ShowSheet() {
   if (!quote.Kept()) SavePendingChanges();
-  if (shown.CurrentSupplierId == 0 || !quote.HasQuote()) return;
+  if ((!quote.Kept() && shown.CurrentSupplierId == 0) || !quote.HasQuote()) return;
   if (shown.CurrentSupplierId != sheetSupplier_) sheetDetails_ = {};
   sheetSupplier_ = shown.CurrentSupplierId;
   const CalendarDay today = LocalDay(TheDesktop().Now());

@@ -5,13 +5,15 @@
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "ui/main/QuotePanel.h"
+#include "ui/quotes/PlanWords.h"
 #include "ui/quotes/TodaysPrice.h"
 
 namespace tarvolinex {
 
 namespace {
 
-// The box that a mode comes from; -1: none. A yield keeps more decimals than its box when it is not typed there.
+// The box that a mode comes from, to be read as if the user had typed there; -1: none. A yield has none on purpose: the
+// box would give its two decimals in place of the exact one.
 int BoxOf(int mode) {
   switch (mode) {
     case kModeCapitalCost:
@@ -27,14 +29,8 @@ int BoxOf(int mode) {
   }
 }
 
-std::string TwoDecimals(double number) {
-  return FormatFixed(number, 2);
-}
-
-std::string DepositInput(const QuoteRecord& asked) {
-  if (asked.DepositMode == kDepositPercent) return TwoDecimals(static_cast<double>(asked.DepositPercent));
-  if (asked.DepositMode == kDepositAdvanced) return std::to_string(asked.AdvancedPayments);
-  return TwoDecimals(asked.DepositValue.ToDouble());
+std::string AmountInput(Currency amount) {
+  return FormatFixed(amount.ToDouble(), 2);
 }
 
 }  // namespace
@@ -53,16 +49,15 @@ void QuotePanel::FillInputs(const QuoteFigures& figures) {
   CboProCalc(kListResidualMode).SetListIndex(percent ? 1 : 0);
   for (const int list : {kListInterval, kListDepositMode, kListResidualMode}) ApplyQuoteList(list);
   const std::pair<int, std::string> boxes[] = {
-      {kBoxCapitalCost, TwoDecimals(figures.priced.CapitalCost.ToDouble())},
+      {kBoxCapitalCost, AmountInput(figures.priced.CapitalCost)},
       {kBoxPayments, std::to_string(asked.NumberOfPayments)},
-      {kBoxDeposit, DepositInput(asked)},
-      {kBoxResidual,
-       TwoDecimals(percent ? static_cast<double>(asked.ResidualPercent) : asked.ResidualValue.ToDouble())},
-      {kBoxMaintenance, TwoDecimals(asked.Maintenance.ToDouble())},
-      {kBoxPayment, TwoDecimals(asked.Payment.ToDouble())},
-      {kBoxYield, TwoDecimals(static_cast<double>(asked.Yield))},
-      {kBoxCommission, TwoDecimals(asked.CommissionValue.ToDouble())},
-      {kBoxCommissionPercent, TwoDecimals(static_cast<double>(asked.CommissionPercent))},
+      {kBoxDeposit, DepositText(asked)},
+      {kBoxResidual, percent ? RateText(asked.ResidualPercent) : AmountInput(asked.ResidualValue)},
+      {kBoxMaintenance, AmountInput(asked.Maintenance)},
+      {kBoxPayment, AmountInput(asked.Payment)},
+      {kBoxYield, RateText(asked.Yield)},
+      {kBoxCommission, AmountInput(asked.CommissionValue)},
+      {kBoxCommissionPercent, RateText(asked.CommissionPercent)},
   };
   for (const auto& [box, text] : boxes) TxtProCalc(box).SetText(text);
   ShowTermOf(asked.NumberOfPayments);
@@ -89,13 +84,27 @@ void QuotePanel::ShowKept(const KeptQuote& quote) {
   loading = before;
 }
 
+// A quote that is not kept is priced by whatever supplier is shown.
+bool QuotePanel::IsOfShownSupplier() const {
+  return !kept_ || kept_->origin.supplierId == shown_.CurrentSupplierId;
+}
+
+bool QuotePanel::MayPriceAnew() const {
+  return IsOfShownSupplier() && shown_.RateCardFault.empty();
+}
+
+CalendarDay QuotePanel::Start() const {
+  return kept_ ? kept_->details.start.value_or(kept_->date) : LocalDay(TheDesktop().Now());
+}
+
 void QuotePanel::ShowKeptWords() {
   LblKept.SetVisible(kept_.has_value());
+  for (Frame* inputs : {&FraQuote, &FraRate}) inputs->SetEnabled(IsOfShownSupplier());
   FraBands.SetCaption(kept_ ? Tr("Rate card of the quote") : Tr("Rate card in force"));
   if (!kept_) return LblKept.SetCaption("");
   TodaysPrice today;
-  today.supplierFound = kept_->origin.supplierId == shown_.CurrentSupplierId;
-  if (today.supplierFound && shown_.RateCardFault.empty()) {
+  today.supplierFound = IsOfShownSupplier();
+  if (MayPriceAnew()) {
     today.quote = PriceToday(kept_->figures, run_.SupplierCalcSettings, run_.CalculatorPreferences.TaxRate);
   }
   LblKept.SetCaption(CaptionOf(QuoteWords(*kept_, LocalDay(TheDesktop().Now())) + "\n" +
@@ -107,6 +116,14 @@ void QuotePanel::LeaveKept() {
   kept_.reset();
   ShowKeptWords();
   ApplySupplierOptions();  // what the supplier no longer offers goes
+}
+
+void QuotePanel::LoseKept() {
+  if (IsOfShownSupplier()) return RecalculateQuote(ShownQuoteMode, ShownQuoteBox);
+  const bool before = std::exchange(loading, true);
+  TxtProCalc(kBoxMaintenance).SetText("0.00");
+  loading = before;
+  TxtProCalc(kBoxCapitalCost).SetText("0.00");
 }
 
 void QuotePanel::TakeRequest(const QuoteFigures& figures) {

@@ -6,6 +6,7 @@
 #include "platform/text/Translation.h"
 #include "store/Statements.h"
 #include "ui/quotes/TodaysPrice.h"
+#include "ui/quotes/TypedInput.h"
 
 namespace tarvolinex {
 
@@ -26,10 +27,6 @@ constexpr KeepText kKeepTexts[kKeepBoxes] = {
     {Marked("&Valid until (year-month-day)"), 10, nullptr},
     {Marked("&Note"), kMostInNote, &QuoteDetails::note},
 };
-
-std::string DayInput(const std::optional<CalendarDay>& day) {
-  return day ? DayText(*day) : std::string();
-}
 
 }  // namespace
 
@@ -71,11 +68,7 @@ FrmKeepQuote::FrmKeepQuote(Run& run, const std::string& quote, QuoteDetails& det
 }
 
 void FrmKeepQuote::MarkDays() {
-  for (const int day : {kKeepStart, kKeepValidUntil}) {
-    const std::string text(Trim(TxtKeep(day).Text()));
-    const bool fine = text.empty() || DayFromText(text);
-    TxtKeep(day).SetFault(fine ? "" : Tr("%1 is no day, such as 2026-12-31", {text}));
-  }
+  for (const int day : {kKeepStart, kKeepValidUntil}) MarkDay(TxtKeep(day), true);
 }
 
 void FrmKeepQuote::CmdKeep_Click() {

@@ -1,11 +1,11 @@
 #include "ui/quotes/FrmSchedule.h"
 
-#include "controls/Desktop.h"
 #include "exchange/QuoteTables.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Translation.h"
 #include "ui/quotes/PlanWords.h"
 #include "ui/quotes/ShownTable.h"
+#include "ui/quotes/TypedInput.h"
 
 namespace tarvolinex {
 
@@ -23,7 +23,7 @@ ListView::Row RowOf(const ScheduleLine& line, bool internal, const Words& words)
 
 }  // namespace
 
-FrmSchedule::FrmSchedule(Run& run, const QuoteRecord& quote)
+FrmSchedule::FrmSchedule(Run& run, const QuoteRecord& quote, CalendarDay start)
     : Window("FrmSchedule", Tr("Schedule")),
       LblStart(*this, "LblStart", -1, Tr("&Start (year-month-day)")),
       TxtStart(*this, "TxtStart"),
@@ -42,21 +42,23 @@ FrmSchedule::FrmSchedule(Run& run, const QuoteRecord& quote)
   CmdSave.Click = [this] { Save(); };
   CmdClose.Click = [this] { Close(); };
   AnswerKeys(*this, CmdClose, CmdClose);
-  TxtStart.SetText(DayText(LocalDay(TheDesktop().Now())));
+  TxtStart.SetText(DayText(start));
 }
 
 void FrmSchedule::TxtStart_Change() {
-  const auto day = DayFromText(TxtStart.Text());
-  TxtStart.SetFault(day ? "" : Tr("%1 is no day; write it as 2026-12-31", {TxtStart.Text()}));
+  const auto day = MarkDay(TxtStart, false);
   if (!day) return;
-  start_ = day;
+  try {
+    schedule_ = ScheduleOf(quote_, *day);
+  } catch (const RuntimeError& failure) {
+    return TxtStart.SetFault(failure.Description());
+  }
   ShowLines();
 }
 
 void FrmSchedule::ShowLines() {
   const Words words = run_.OwnWords();
   const bool internal = ChkInternal.Value();
-  schedule_ = ScheduleOf(quote_, *start_);
   LvwLines.BeginFill();
   LvwLines.Clear();
   auto& columns = LvwLines.Columns();

@@ -1,8 +1,6 @@
 // What is paid when: every line of a quote's schedule from a start that the user chooses.
 #pragma once
 
-#include <optional>
-
 #include "calc/Schedule.h"
 #include "controls/Controls.h"
 #include "core/Run.h"
@@ -11,8 +9,8 @@ namespace tarvolinex {
 
 class FrmSchedule : public Window {
  public:
-  // quote: priced. It begins today.
-  FrmSchedule(Run& run, const QuoteRecord& quote);
+  // quote: priced. start: what the lease begins with.
+  FrmSchedule(Run& run, const QuoteRecord& quote, CalendarDay start);
 
   Label LblStart;
   TextBox TxtStart;  // YYYY-MM-DD
@@ -27,8 +25,7 @@ class FrmSchedule : public Window {
   void Save();
   Run& run_;
   const QuoteRecord quote_;
-  Schedule schedule_;
-  std::optional<CalendarDay> start_;  // the last one that was a day
+  Schedule schedule_;  // from the last start that there is one for
 };
 
 }  // namespace tarvolinex

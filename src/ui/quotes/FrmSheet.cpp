@@ -1,7 +1,5 @@
 #include "ui/quotes/FrmSheet.h"
 
-#include <charconv>
-
 #include "calc/InputRules.h"
 #include "calc/Schedule.h"
 #include "core/Launcher.h"
@@ -14,6 +12,7 @@
 #include "platform/text/Translation.h"
 #include "store/Statements.h"
 #include "ui/quotes/PlanWords.h"
+#include "ui/quotes/TypedInput.h"
 
 namespace tarvolinex {
 
@@ -33,30 +32,6 @@ constexpr SheetText kSheetTexts[kSheetBoxes] = {
     {Marked("&Valid until (year-month-day)"), 10, nullptr},
     {Marked("&Numbers of payments, side by side"), 100, nullptr},
 };
-
-std::string TextOf(const std::optional<CalendarDay>& day) {
-  return day ? DayText(*day) : std::string();
-}
-
-// The whole numbers of a list such as "24, 36 48"; empty when it holds something else.
-std::vector<std::int16_t> TermsOf(const std::string& list) {
-  std::vector<std::int16_t> terms;
-  const char* at = list.data();
-  const char* const end = at + list.size();
-  const auto isBetween = [](char c) { return c == ' ' || c == ',' || c == ';'; };
-  while (at != end) {
-    if (isBetween(*at)) {
-      ++at;
-      continue;
-    }
-    std::int16_t term = 0;
-    const auto read = std::from_chars(at, end, term);
-    if (read.ec != std::errc() || term < 1 || (read.ptr != end && !isBetween(*read.ptr))) return {};
-    terms.push_back(term);
-    at = read.ptr;
-  }
-  return terms;
-}
 
 }  // namespace
 
@@ -78,12 +53,8 @@ FrmSheet::FrmSheet(Run& run, const SheetContents& contents, const QuoteFigures& 
       contents_(contents),
       figures_(figures),
       details_(details) {
-  const QuoteRecord& priced = figures.priced;
   LblQuoted.SetCaption(
-      CaptionOf(contents.supplier.CompanyName.Trimmed() + "\n" +
-                run.ReplaceAliases(Tr("%1 payments of £%2, inc <VAT> £%3",
-                                      {std::to_string(priced.NumberOfPayments - priced.AdvancedPayments),
-                                       MoneyWords(priced.Payment), MoneyWords(priced.PaymentIncTax)}))));
+      CaptionOf(contents.supplier.CompanyName.Trimmed() + "\n" + PaymentsWords(figures.priced, run.OwnWords())));
   CmdMail.SetToolTip(Tr("To the customer's address, with the sheet attached"));
   MakeBoxes();
   Wire();
@@ -101,8 +72,8 @@ void FrmSheet::MakeBoxes() {
   }
   const std::string equipment = run_.CalculatorPreferences.AliasCapEquip.Trimmed();
   if (!equipment.empty()) LblSheet(kSheetEquipment).SetCaption(CaptionOf(equipment));
-  TxtSheet(kSheetStart).SetText(TextOf(details_.start ? details_.start : contents_.start));
-  TxtSheet(kSheetValidUntil).SetText(TextOf(details_.validUntil));
+  TxtSheet(kSheetStart).SetText(DayInput(details_.start ? details_.start : contents_.start));
+  TxtSheet(kSheetValidUntil).SetText(DayInput(details_.validUntil));
   TxtSheet(kSheetTerms).SetText(std::to_string(figures_.priced.NumberOfPayments));
   TxtSheet(kSheetTerms).SetToolTip(Tr("Such as 24, 36, 48: the sheet shows them side by side"));
 }
@@ -136,11 +107,7 @@ void FrmSheet::TxtSheet_Change() {
 }
 
 void FrmSheet::MarkFaults() {
-  for (const int day : {kSheetStart, kSheetValidUntil}) {
-    const std::string text(Trim(TxtSheet(day).Text()));
-    const bool fine = (text.empty() && day == kSheetValidUntil) || DayFromText(text);
-    TxtSheet(day).SetFault(fine ? "" : Tr("%1 is no day, such as 2026-12-31", {text}));
-  }
+  for (const int day : {kSheetStart, kSheetValidUntil}) MarkDay(TxtSheet(day), day == kSheetValidUntil);
   std::string fault;
   Variants(fault);
   TxtSheet(kSheetTerms).SetFault(fault);

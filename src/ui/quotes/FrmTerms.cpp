@@ -1,7 +1,6 @@
 #include "ui/quotes/FrmTerms.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "calc/InputRules.h"
 #include "exchange/QuoteTables.h"
@@ -10,42 +9,13 @@
 #include "platform/text/Translation.h"
 #include "ui/quotes/PlanWords.h"
 #include "ui/quotes/ShownTable.h"
+#include "ui/quotes/TypedInput.h"
 
 namespace tarvolinex {
 
 namespace {
 
 constexpr std::size_t kMostTerms = 24;
-
-// The numbers of a list such as "24, 36 48"; empty when something else stands in it.
-std::vector<double> NumbersOf(const std::string& list, double most) {
-  std::vector<double> numbers;
-  std::string_view left = list;
-  const auto isBetween = [](char c) { return c == ' ' || c == ',' || c == ';'; };
-  while (!left.empty()) {
-    const auto end = std::find_if(left.begin(), left.end(), isBetween);
-    const std::string word(left.begin(), end);
-    left.remove_prefix(std::min(left.size(), word.size() + 1));
-    if (word.empty()) continue;
-    std::string buffer;
-    const auto text = ExactNumberText(word, buffer);
-    const double number = text ? LeadingNumber(*text) : -1;
-    if (number < 0 || number > most || numbers.size() == kMostTerms) return {};
-    numbers.push_back(number);
-  }
-  return numbers;
-}
-
-double DepositOf(const QuoteRecord& quote) {
-  if (quote.DepositMode == 1) return static_cast<double>(quote.DepositPercent);
-  return quote.DepositMode == 2 ? quote.AdvancedPayments : quote.DepositValue.ToDouble();
-}
-
-std::string DepositText(const QuoteRecord& quote) {
-  const double deposit = DepositOf(quote);
-  if (quote.DepositMode == 2) return std::to_string(quote.AdvancedPayments);
-  return FormatFixed(deposit, 2);
-}
 
 }  // namespace
 
@@ -65,10 +35,11 @@ FrmTerms::FrmTerms(Run& run, const Request& request, TakeVariant take)
       asked_(request.asked),
       mode_(request.mode),
       terms_(request.terms),
-      take_(std::move(take)),
-      present_{std::to_string(asked_.NumberOfPayments), DepositText(asked_)} {
-  if (asked_.DepositMode == 1) LblDeposits.SetCaption(run.CaptionWithAliases(Tr("<DEPOSIT> (%)")));
-  if (asked_.DepositMode == 2) LblDeposits.SetCaption(Tr("Payments in advance"));
+      take_(std::move(take)) {
+  if (!request.kept) present_ = {std::to_string(asked_.NumberOfPayments), DepositText(asked_)};
+  if (asked_.DepositMode == kDepositPercent) LblDeposits.SetCaption(run.CaptionWithAliases(Tr("<DEPOSIT> (%)")));
+  if (asked_.DepositMode == kDepositAdvanced) LblDeposits.SetCaption(Tr("Payments in advance"));
+  if (request.kept) LblHint.SetCaption(Tr("At today's rates.") + " " + LblHint.Caption());
   CmdCopy.SetToolTip(Tr("As text with tabs, and as a table for a mail or a document"));
   std::vector<int> payments;
   for (int years = 2; years <= 5; ++years) payments.push_back(years * (asked_.Quarterly ? 4 : 12));
@@ -79,7 +50,7 @@ FrmTerms::FrmTerms(Run& run, const Request& request, TakeVariant take)
   std::string list;
   for (const int number : payments) list += (list.empty() ? "" : ", ") + std::to_string(number);
   TxtTerms.SetText(list);
-  TxtDeposits.SetText(present_.deposit);
+  TxtDeposits.SetText(DepositText(asked_));
   TxtTerms.Change = TxtDeposits.Change = [this] { Compare(); };
   LvwTerms.ItemClick = [this] { LvwTerms_ItemClick(); };
   CmdCopy.Click = [this] { CopyTable(LvwTerms); };
@@ -91,26 +62,31 @@ FrmTerms::FrmTerms(Run& run, const Request& request, TakeVariant take)
 
 QuoteRecord FrmTerms::With(double deposit) const {
   QuoteRecord request = asked_;
-  if (asked_.DepositMode == 0) request.DepositValue = Currency::FromDouble(deposit).value_or(Currency());
-  if (asked_.DepositMode == 1) request.DepositPercent = static_cast<float>(deposit);
-  if (asked_.DepositMode == 2) request.AdvancedPayments = static_cast<std::int16_t>(deposit);
+  if (asked_.DepositMode == kDepositValue) request.DepositValue = Currency::FromDouble(deposit).value_or(Currency());
+  if (asked_.DepositMode == kDepositPercent) request.DepositPercent = static_cast<float>(deposit);
+  if (asked_.DepositMode == kDepositAdvanced) request.AdvancedPayments = static_cast<std::int16_t>(deposit);
   return request;
 }
 
+std::vector<double> FrmTerms::Deposits() const {
+  constexpr double kWhole = 100;
+  if (asked_.DepositMode == kDepositPercent) return NumbersOf(TxtDeposits.Text(), kWhole);
+  return NumbersOf(TxtDeposits.Text(), asked_.DepositMode == kDepositAdvanced ? kMostPayments : kLargestAmount);
+}
+
 void FrmTerms::Compare() {
-  std::vector<std::int16_t> terms;
-  bool whole = true;
-  for (const double number : NumbersOf(TxtTerms.Text(), kMostPayments)) {
-    whole = whole && number >= 1 && number == std::floor(number);
-    terms.push_back(static_cast<std::int16_t>(number));
-  }
-  const bool percent = asked_.DepositMode == 1, advanced = asked_.DepositMode == 2;
-  const std::vector<double> deposits = NumbersOf(TxtDeposits.Text(), advanced  ? kMostPayments
-                                                                     : percent ? 100
-                                                                               : kLargestAmount);
-  TxtTerms.SetFault(terms.empty() || !whole ? Tr("Write numbers of payments, such as 24, 36, 48") : "");
-  TxtDeposits.SetFault(deposits.empty() ? Tr("Write one or more numbers, such as 0, 500") : "");
-  if (!TxtTerms.Fault().empty() || !TxtDeposits.Fault().empty()) return;
+  const std::vector<std::int16_t> terms = TermsOf(TxtTerms.Text());
+  const std::vector<double> deposits = Deposits();
+  const bool priceable =
+      !terms.empty() && terms.size() <= kMostTerms && *std::max_element(terms.begin(), terms.end()) <= kMostPayments;
+  TxtTerms.SetFault(priceable ? "" : Tr("Write numbers of payments, such as 24, 36, 48"));
+  TxtDeposits.SetFault(deposits.empty() || deposits.size() > kMostTerms
+                           ? Tr("Write one or more numbers with blanks between them, such as 0 500 1,000")
+                           : "");
+  if (TxtTerms.Fault().empty() && TxtDeposits.Fault().empty()) ListVariants(deposits, terms);
+}
+
+void FrmTerms::ListVariants(const std::vector<double>& deposits, const std::vector<std::int16_t>& terms) {
   LvwTerms.BeginFill();
   LvwTerms.Clear();
   LvwTerms.Columns() = {{run_.ReplaceAliases(Tr("<DEPOSIT>")), "", 1500, true},
@@ -122,13 +98,21 @@ void FrmTerms::Compare() {
                         {Tr("Quote"), "", 1300}};
   variants_.clear();
   saved_.clear();
-  for (const double deposit : deposits) AddDeposit(deposit, terms);
+  try {
+    for (const double deposit : deposits) AddDeposit(deposit, terms);
+  } catch (const RuntimeError& failure) {
+    TxtTerms.SetFault(failure.Description());
+    LvwTerms.Clear();
+    variants_.clear();
+    saved_.clear();
+  }
   LvwTerms.EndFill();
 }
 
 void FrmTerms::AddDeposit(double deposit, const std::vector<std::int16_t>& terms) {
-  const QuoteRecord request = With(deposit);
-  const std::string depositText = DepositText(request);
+  // As the quote's box will hold it, so that a row that is taken comes to what it shows.
+  const std::string depositText = DepositText(With(deposit));
+  const QuoteRecord request = With(LeadingNumber(depositText));
   const auto compared = CompareTerms(mode_, request, terms_, terms);
   for (std::size_t i = 0; i < compared.size(); ++i) {
     const auto& variant = compared[i];

@@ -18,6 +18,8 @@ class FrmTerms : public Window {
     int mode;
     const QuoteRecord& asked;
     const QuoteTerms terms;
+    // The quote has its figures from another day: no row is this quote until one is taken.
+    bool kept = false;
   };
   // Takes a variant into the panel: its number of payments and its deposit, as texts for the boxes.
   using TakeVariant = std::function<void(const std::string& payments, const std::string& deposit)>;
@@ -36,7 +38,9 @@ class FrmTerms : public Window {
     std::string payments, deposit;
   };
   QuoteRecord With(double deposit) const;
+  std::vector<double> Deposits() const;
   void Compare();
+  void ListVariants(const std::vector<double>& deposits, const std::vector<std::int16_t>& terms);
   void AddDeposit(double deposit, const std::vector<std::int16_t>& terms);
   void LvwTerms_ItemClick();
   void Save();
@@ -46,8 +50,8 @@ class FrmTerms : public Window {
   const QuoteTerms terms_;
   TakeVariant take_;
   std::vector<Variant> variants_;  // of the rows
-  Variant present_;
-  std::string saved_;  // the rows as CSV
+  Variant present_;                // this quote; nothing in it when no row is
+  std::string saved_;              // the rows as CSV
 };
 
 }  // namespace tarvolinex

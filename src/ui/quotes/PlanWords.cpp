@@ -1,5 +1,6 @@
 #include "ui/quotes/PlanWords.h"
 
+#include "calc/InputRules.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 
@@ -7,6 +8,16 @@ namespace tarvolinex {
 
 std::string MoneyWords(Currency amount) {
   return WithThousands(FormatFixed(amount.ToDouble(), 2));
+}
+
+std::string RateText(float rate) {
+  return FormatNumberInput(kInputPercent, FormatSingle(rate));
+}
+
+std::string DepositText(const QuoteRecord& asked) {
+  if (asked.DepositMode == kDepositPercent) return RateText(asked.DepositPercent);
+  if (asked.DepositMode == kDepositAdvanced) return std::to_string(asked.AdvancedPayments);
+  return FormatFixed(asked.DepositValue.ToDouble(), 2);
 }
 
 std::string KindWords(const ScheduleLine& line, const Words& words) {
@@ -25,6 +36,13 @@ std::string KindWords(const ScheduleLine& line, const Words& words) {
 
 std::string LineWords(const ScheduleLine& line, const Words& words) {
   return Tr("%1, %2: %3", {KindWords(line, words), DayText(line.date), MoneyWords(line.amountIncTax)});
+}
+
+std::string PaymentsWords(const QuoteRecord& quote, const Words& words) {
+  return ReplaceAliases(
+      Tr("%1 payments of £%2, inc <VAT> £%3", {std::to_string(quote.NumberOfPayments - quote.AdvancedPayments),
+                                               MoneyWords(quote.Payment), MoneyWords(quote.PaymentIncTax)}),
+      words);
 }
 
 std::string PlanWords(const QuoteRecord& quote, const ScheduleTotals& totals, const Words& words) {

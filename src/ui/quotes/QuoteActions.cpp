@@ -35,7 +35,7 @@ constexpr Figure kFigures[] = {
 };
 
 std::string FigureText(const Figure& figure, const QuoteRecord& quote) {
-  return figure.amount ? MoneyWords(quote.*figure.amount) : FormatFixed(static_cast<double>(quote.*figure.rate), 2);
+  return figure.amount ? MoneyWords(quote.*figure.amount) : RateText(quote.*figure.rate);
 }
 
 }  // namespace
@@ -70,8 +70,7 @@ void FrmQuotes::ShowFigures(const KeptQuote& quote) {
   }
   LvwFigures.Add({"tax",
                   run_.ReplaceAliases(Tr("<VAT> (%)")),
-                  {FormatFixed(static_cast<double>(quote.origin.preferences.TaxRate), 2),
-                   FormatFixed(static_cast<double>(taxRate), 2)},
+                  {RateText(quote.origin.preferences.TaxRate), RateText(taxRate)},
                   "",
                   false,
                   false});
