@@ -53,10 +53,14 @@ std::int64_t NumberFrom(const std::string& word) {
   return number;
 }
 
-// What belongs to the receiving program is changed as its user.
+// What belongs to the receiving program is changed as its user, never as root.
 void BecomeOwnerOf(const std::string& folder) {
+  if (::geteuid() != 0) return;
   struct stat status = {};
-  if (::geteuid() != 0 || ::stat((folder + "/links").c_str(), &status) != 0 || status.st_uid == 0) return;
+  const std::string links = folder + "/links";
+  if (::lstat(links.c_str(), &status) != 0 || !S_ISDIR(status.st_mode) || status.st_uid == 0) {
+    throw RuntimeError(kDeviceError, links + " is no folder of the receiving program's user");
+  }
   if (::setgroups(0, nullptr) != 0 || ::setgid(status.st_gid) != 0 || ::setuid(status.st_uid) != 0) {
     throw RuntimeError(kDeviceError, "Becoming the owner of " + folder);
   }
@@ -134,9 +138,9 @@ int Withdraw(const ServerSettings& settings, const Words& words) {
   } else {
     records = store.Of(ReferenceFrom(words[0]));
   }
-  std::erase_if(records, [](const Record& record) { return !record.ended.empty(); });
+  std::erase_if(records, [&](const Record& record) { return !record.ended.empty() && !store.CanBeFetched(record); });
   if (records.empty()) throw RuntimeError(kDeviceError, "There is no link of " + words[0]);
-  for (const Record& record : records) store.End(record, "withdrawn");
+  store.End(records, "withdrawn");
   std::printf("%zu withdrawn\n", records.size());
   return 0;
 }
@@ -144,9 +148,9 @@ int Withdraw(const ServerSettings& settings, const Words& words) {
 int Expire(const ServerSettings& settings, const Words& words) {
   if (!words.empty()) throw BadUsage();
   BecomeOwnerOf(settings.data);
-  const int ended =
+  const std::size_t ended =
       Store(settings.data).Sweep(std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()));
-  std::printf("%d expired\n", ended);
+  std::printf("%zu expired\n", ended);
   return 0;
 }
 

@@ -1,5 +1,4 @@
 #include <charconv>
-#include <map>
 
 #include "platform/text/Text.h"
 #include "server/Parsing.h"
@@ -22,27 +21,26 @@ std::string Line(const char* key, std::int64_t value) {
 
 class Values {
  public:
-  explicit Values(const std::string& text) {
-    for (const std::string_view line : Split(text, '\n')) {
-      const std::size_t equals = line.find('=');
-      if (equals != std::string::npos) values_[std::string(line.substr(0, equals))] = line.substr(equals + 1);
-    }
-  }
-  std::string Text(const char* key) const {
-    const auto found = values_.find(key);
-    return found == values_.end() ? std::string() : found->second;
-  }
-  std::int64_t Number(const char* key) const {
-    const std::string text = Text(key);
+  explicit Values(const std::string& text) : lines_(Split(text, '\n')) {}
+  std::string Text(std::string_view key) const { return std::string(Value(key)); }
+  std::int64_t Number(std::string_view key) const {
+    const std::string_view text = Value(key);
     std::int64_t number = 0;
     std::from_chars(text.data(), text.data() + text.size(), number);
     return number;
   }
-  Colour ColourOf(const char* key) const { return static_cast<Colour>(Number(key)); }
-  Moment MomentOf(const char* key) const { return Moment(std::chrono::seconds(Number(key))); }
+  Colour ColourOf(std::string_view key) const { return static_cast<Colour>(Number(key)); }
+  Moment MomentOf(std::string_view key) const { return Moment(std::chrono::seconds(Number(key))); }
 
  private:
-  std::map<std::string, std::string> values_;
+  std::string_view Value(std::string_view key) const {
+    for (const std::string_view line : lines_) {
+      if (line.starts_with(key) && line.substr(key.size()).starts_with('=')) return line.substr(key.size() + 1);
+    }
+    return {};
+  }
+
+  std::vector<std::string_view> lines_;
 };
 
 bool IsToken(const std::string& text) {

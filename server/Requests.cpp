@@ -30,7 +30,7 @@ Answer ShowLink(const Request& request, const ServerSettings& settings, const Re
   }
   const auto record = IsIdentifier(id) ? store.Find(id) : std::nullopt;
   if (!record) {
-    store.CountMiss(request.address);
+    store.CountMiss(request.address, request.now);
     return PageAnswer(kNotFound, NoLinkPage(NoLink::Unknown, reader), reader, "unknown link");
   }
   if (record->ended == "withdrawn") {

@@ -37,17 +37,18 @@ void MakeFolderOnce(const std::string& path, mode_t mode) {
   if (::mkdir(path.c_str(), mode) != 0 && errno != EEXIST) Fail("Making " + path, errno);
 }
 
+// None where there is no folder; a folder that cannot be read is not an empty one.
 std::vector<std::string> NamesIn(const std::string& folder) {
   std::vector<std::string> names;
   std::error_code error;
   for (const auto& entry : fs::directory_iterator(folder, error)) names.push_back(entry.path().filename().string());
+  if (error && error.value() != ENOENT && error.value() != ENOTDIR) Fail("Reading " + folder, error.value());
   return names;
 }
 
 std::optional<Record> ReadRecordFile(const std::string& path) {
-  struct stat status = {};
-  if (::lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-  return ReadRecordText(ReadFile(path));
+  const auto text = ReadWholeText(path);
+  return text ? ReadRecordText(*text) : std::nullopt;
 }
 
 std::chrono::seconds Age(const std::string& path, Moment now) {
@@ -163,34 +164,63 @@ bool Store::Keep(const Incoming& finished, const Record& record,
   return false;
 }
 
-void Store::End(Record record, const std::string& why) const {
+// The record first, so that no reader is led to files that are gone.
+void Store::EndOne(Record record, const std::string& why) const {
+  record.ended = why;
+  const std::string path = LinksOf(record.reference) + "/" + record.id;
+  bool told = true;
+  try {
+    WriteWholeText(path, RecordText(record));
+  } catch (const RuntimeError& failure) {
+    if (failure.Number() != kDiskFull) throw;
+    told = false;  // what goes away makes the room for it
+  }
   // Out of the way in one step, before it is removed file by file.
   const std::string away = folder_ + "/incoming/" + record.token;
   MakeFolderOnce(folder_ + "/incoming", 0700);
-  static_cast<void>(::rename(Calculator(record.token).c_str(), away.c_str()) == 0);
-  record.ended = why;
-  WriteWholeText(LinksOf(record.reference) + "/" + record.id, RecordText(record));
+  if (::rename(Calculator(record.token).c_str(), away.c_str()) != 0 && errno != ENOENT) {
+    Fail("Taking away the files of " + record.id, errno);
+  }
   std::error_code ignored;
   fs::remove_all(away, ignored);
+  if (!told) WriteWholeText(path, RecordText(record));
 }
 
-int Store::Sweep(Moment now) const {
-  int ended = 0;
+void Store::End(const std::vector<Record>& records, const std::string& why) const {
+  std::optional<RuntimeError> failed;
+  for (const Record& record : records) {
+    try {
+      EndOne(record, why);
+    } catch (const RuntimeError& failure) {
+      failed = failure;
+    }
+  }
+  if (failed) throw RuntimeError(*failed);
+}
+
+bool Store::CanBeFetched(const Record& record) const {
+  struct stat status = {};
+  return ::lstat(Calculator(record.token).c_str(), &status) == 0;
+}
+
+std::size_t Store::Sweep(Moment now) const {
+  std::vector<Record> expired;
   for (const Record& record : All()) {
     if (record.ended.empty() && record.expires <= now) {
-      End(record, "expired");
-      ++ended;
+      expired.push_back(record);
     } else if (!record.ended.empty() && record.expires + kEndedForgotten < now) {
       ::unlink((LinksOf(record.reference) + "/" + record.id).c_str());
     }
   }
   SweepIncoming();
+  SweepUnnamed(now);
   SweepOrphans(now);
   for (const std::string& name : NamesIn(folder_ + "/misses")) {
     const std::string path = folder_ + "/misses/" + name;
     if (Age(path, now) > kMissesForgotten) ::unlink(path.c_str());
   }
-  return ended;
+  End(expired, "expired");
+  return expired.size();
 }
 
 // A folder that nobody holds is a killed program's.
@@ -204,10 +234,22 @@ void Store::SweepIncoming() const {
   }
 }
 
-// Calculators whose record was never written.
+// Records that were written and never given their name.
+void Store::SweepUnnamed(Moment now) const {
+  for (const std::string& reference : NamesIn(folder_ + "/links")) {
+    for (const std::string& name : NamesIn(LinksOf(reference))) {
+      const std::string path = LinksOf(reference) + "/" + name;
+      if (IsUnfinishedName(name) && Age(path, now) > kOrphaned) ::unlink(path.c_str());
+    }
+  }
+}
+
+// Calculators whose record was never written, or says that they have ended.
 void Store::SweepOrphans(Moment now) const {
   std::vector<std::string> tokens;
-  for (const Record& record : All()) tokens.push_back(record.token);
+  for (const Record& record : All()) {
+    if (record.ended.empty()) tokens.push_back(record.token);
+  }
   std::sort(tokens.begin(), tokens.end());
   for (const std::string& token : NamesIn(folder_ + "/calculators")) {
     if (std::binary_search(tokens.begin(), tokens.end(), token) || Age(Calculator(token), now) < kOrphaned) continue;
@@ -231,22 +273,27 @@ std::string Store::MissesFile(const std::string& address) const {
   return folder_ + "/misses/" + name;
 }
 
-// A byte a miss; the file's time is the last one's.
-void Store::CountMiss(const std::string& address) const {
+// Each miss adds its moment, in seconds; when the last one is forgotten, so are those before.
+void Store::CountMiss(const std::string& address, Moment now) const {
   MakeFolderOnce(folder_ + "/misses", 0700);
   const std::string path = MissesFile(address);
-  const auto now = std::chrono::time_point_cast<std::chrono::seconds>(std::chrono::system_clock::now());
   const int start = Age(path, now) > kMissesForgotten ? O_TRUNC : 0;
   const int handle = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | start, 0600);
   if (handle < 0) return;
-  static_cast<void>(::write(handle, ".", 1) == 1);
+  const std::int64_t moment = now.time_since_epoch().count();
+  static_cast<void>(::write(handle, &moment, sizeof moment) > 0);
   ::close(handle);
 }
 
 bool Store::TooManyMisses(const std::string& address, Moment now) const {
-  struct stat status = {};
-  const std::string path = MissesFile(address);
-  return ::stat(path.c_str(), &status) == 0 && status.st_size >= kMostMisses && Age(path, now) <= kMissesForgotten;
+  const int handle = ::open(MissesFile(address).c_str(), O_RDONLY | O_CLOEXEC);
+  if (handle < 0) return false;
+  std::int64_t moment = 0;  // of the one that is so many before the end
+  constexpr off_t kBack = kMostMisses * static_cast<off_t>(sizeof moment);
+  const off_t size = ::lseek(handle, 0, SEEK_END);
+  const bool read = size >= kBack && ::pread(handle, &moment, sizeof moment, size - kBack) == sizeof moment;
+  ::close(handle);
+  return read && now - Moment(std::chrono::seconds(moment)) <= kMissesForgotten;
 }
 
 }  // namespace tarvolinex::server

@@ -67,22 +67,27 @@ class Store {
   // of that identifier already: nothing changes then.
   bool Keep(const Incoming& finished, const Record& record, const std::function<void(const Usage&)>& allowed) const;
 
-  // From now on it cannot be fetched; the record stays, so that a reader is told why.
-  void End(Record record, const std::string& why) const;
+  // From now on none of them can be fetched; the records stay, so that a reader is told why. All are tried; throws in
+  // the end when one of them can still be fetched or its record does not say so.
+  void End(const std::vector<Record>& records, const std::string& why) const;
+  // Whether its files are where a web server hands them out, whatever the record says.
+  bool CanBeFetched(const Record& record) const;
   // Ends what has expired, and removes what killed programs have left, records that ended more than a year ago, and
   // old misses. Returns how many ended.
-  int Sweep(Moment now) const;
+  std::size_t Sweep(Moment now) const;
 
   // Counts a reader who asked for a link that there is none of; TooManyMisses when 20 came from there within the last
   // hour. The address is taken as a network: 64 bits of IPv6.
-  void CountMiss(const std::string& address) const;
+  void CountMiss(const std::string& address, Moment now) const;
   bool TooManyMisses(const std::string& address, Moment now) const;
 
  private:
   std::string LinksOf(const std::string& reference) const { return folder_ + "/links/" + reference; }
   std::string Calculator(const std::string& token) const { return folder_ + "/calculators/" + token; }
   std::string MissesFile(const std::string& address) const;
+  void EndOne(Record record, const std::string& why) const;
   void SweepIncoming() const;
+  void SweepUnnamed(Moment now) const;
   void SweepOrphans(Moment now) const;
   std::string folder_;
 };

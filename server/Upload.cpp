@@ -36,7 +36,7 @@ Reference KnownReference(const Request& request, const ServerSettings& settings)
   const auto reference = ReadReference(credentials->user);
   const auto found = reference ? FindReference(ReadReferences(settings.references), *reference) : std::nullopt;
   // An unknown reference takes as long as a wrong secret.
-  if (!IsSecret(credentials->secret, found ? found->hash : HashOf("")) || !found) {
+  if (!IsSecret(credentials->secret, found ? found->hash : kNobodysHash) || !found) {
     throw Refusal{"The customer reference is not known to this server, or its secret is wrong."};
   }
   return *found;

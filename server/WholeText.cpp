@@ -16,16 +16,19 @@ namespace tarvolinex::server {
 namespace {
 
 constexpr mode_t kReadableFile = 0644, kOwnFile = 0640;
+constexpr std::string_view kUnfinished = ".new-";
 
-[[noreturn]] void Fail(const std::string& path) {
+[[noreturn]] void Fail(const std::string& path, const char* doing = "Writing ") {
   const int number = errno == ENOSPC || errno == EDQUOT || errno == EFBIG ? kDiskFull : kDeviceError;
-  throw RuntimeError(number, "Writing " + path + ": " + std::generic_category().message(errno));
+  throw RuntimeError(number, doing + path + ": " + std::generic_category().message(errno));
 }
 
 // An open file that is closed at the end.
 struct OpenFile {
   int handle;
-  ~OpenFile() { ::close(handle); }
+  ~OpenFile() {
+    if (handle >= 0) ::close(handle);
+  }
 };
 
 // A name that is gone in the end, unless it has been given to the finished file.
@@ -48,10 +51,27 @@ void WriteAll(const std::string& path, std::string_view bytes, mode_t mode, Flus
 }
 
 std::string Beside(const std::string& path) {
-  return FolderOf(path) + "/.new-" + std::to_string(::getpid()) + "-" + FileNameOf(path);
+  return FolderOf(path) + "/" + std::string(kUnfinished) + std::to_string(::getpid()) + "-" + FileNameOf(path);
 }
 
 }  // namespace
+
+std::optional<std::string> ReadWholeText(const std::string& path) {
+  const OpenFile file{::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)};
+  if (file.handle < 0 && (errno == ENOENT || errno == ELOOP)) return std::nullopt;
+  struct stat status = {};
+  if (file.handle < 0 || ::fstat(file.handle, &status) != 0) Fail(path, "Reading ");
+  if (!S_ISREG(status.st_mode)) return std::nullopt;
+  std::string text(static_cast<std::size_t>(status.st_size), '\0');
+  const ssize_t count = ::read(file.handle, text.data(), text.size());
+  if (count < 0) Fail(path, "Reading ");
+  text.resize(static_cast<std::size_t>(count));
+  return text;
+}
+
+bool IsUnfinishedName(std::string_view name) {
+  return name.starts_with(kUnfinished);
+}
 
 void BeginFile(const std::string& path, std::string_view bytes) {
   WriteAll(path, bytes, kReadableFile, Flushed::Later);

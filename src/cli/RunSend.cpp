@@ -10,7 +10,9 @@
 #include "cli/ManySuppliers.h"
 #include "core/Settings.h"
 #include "distribute/Email.h"
+#include "distribute/InstallPackage.h"
 #include "distribute/SendLetters.h"
+#include "distribute/Upload.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
@@ -27,6 +29,12 @@ int WayOf(const std::string& word) {
   const auto* found = std::find(kWays.begin(), kWays.end(), word);
   if (found == kWays.end()) throw UsageError{"--as is one of exe, zip, link"};
   return static_cast<int>(found - kWays.begin());
+}
+
+// Before anything is made, as the window does.
+void CheckLinks(const Run& run, int way) {
+  const std::string lacks = way == kSendLink ? WhatLinksLack(OwnWebAccount(run)) : "";
+  if (!lacks.empty()) throw RuntimeError(kItemNotFound, lacks);
 }
 
 std::vector<Recipient> RecipientsOf(Database& database, int supplier, const std::vector<std::string>& ids) {
@@ -78,6 +86,7 @@ void ShowLetters(Run& run, const std::vector<Letter>& letters, const std::vector
 
 int SendToMany(Run& run, const Arguments& parsed) {
   const LetterOrder order = OrderOf(parsed);
+  CheckLinks(run, order.sendType);
   const int perMinute = PerMinute(parsed);
   Database database(run);
   if (!OpenDatabaseForCommand(run, database)) return kFailed;
@@ -117,6 +126,7 @@ int RunSend(Run& run, const std::vector<std::string>& arguments) {
   const auto contacts = parsed.Values("--contact");
   if (contacts.empty()) throw UsageError{"--contact ID is needed, once for each contact"};
   const int way = WayOf(parsed.Value("--as"));
+  CheckLinks(run, way);
   Database database(run);
   Sending sending;
   sending.publication = ChooseCalculator(run, database, id);
