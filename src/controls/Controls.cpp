@@ -176,6 +176,11 @@ void Toolbar::SetButtonEnabled(int button, bool enabled) {
   Paint(Aspect::Row, button);
 }
 
+void Toolbar::SetButtonEnabled(std::string_view key, bool enabled) {
+  const auto button = std::find_if(buttons_.begin(), buttons_.end(), [&](const Button& b) { return b.key == key; });
+  SetButtonEnabled(static_cast<int>(button - buttons_.begin()), enabled);
+}
+
 void Toolbar::SetButtonDown(int button, bool down) {
   buttons_.at(static_cast<std::size_t>(button)).down = down;
   Paint(Aspect::Row, button);

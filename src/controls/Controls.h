@@ -202,6 +202,7 @@ class Toolbar : public Control {
   void SetButtonToolTip(int button, std::string toolTip);
   void SetButtonImage(int button, std::string image);
   void SetButtonEnabled(int button, bool enabled);
+  void SetButtonEnabled(std::string_view key, bool enabled);  // REQUIRES: there is a button of that key
   void SetButtonDown(int button, bool down);
   // The user's click: the field with the focus is left first; nothing when the button is disabled.
   void Press(std::string_view key);

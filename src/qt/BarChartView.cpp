@@ -51,15 +51,17 @@ void BarChartView::paintEvent(QPaintEvent*) {
     const double left = Left(scale, bar.at), room = Left(scale, bar.at + 1) - left;
     const double gap = room >= kGapFrom ? room * kGapShare : 0;
     double& from = reached[bar.at];
-    const QRectF box(left + gap / 2, base - (from + bar.height) * up, std::max(room - gap, 1.0), bar.height * up);
+    const QRectF box =
+        QRectF(left + gap / 2, base - (from + bar.height) * up, std::max(room - gap, 1.0), bar.height * up)
+            .normalized();
     from += bar.height;
     if (bar.apart) {
       // Told by its hatching, not by colour alone.
-      painter.fillRect(box.normalized(), QBrush(ink, Qt::BDiagPattern));
+      painter.fillRect(box, QBrush(ink, Qt::BDiagPattern));
       painter.setPen(QPen(ink, 1));
-      painter.drawRect(box.normalized().adjusted(0, 0, 0, 0));
+      painter.drawRect(box);
     } else {
-      painter.fillRect(box.normalized(), plain);
+      painter.fillRect(box, plain);
     }
   }
   painter.setPen(QPen(ink, 1));

@@ -34,6 +34,9 @@ TEST_F(Binding, AnAccessKeyLeadsToOneThingOnEachTab) {
     }
     EXPECT_GE(keys.size(), 9);
   }
+  for (const QPushButton* button : Find<QWidget>("FraPlan").findChildren<QPushButton*>()) {
+    EXPECT_FALSE(QKeySequence::mnemonic(button->text()).isEmpty()) << Held(button->text());
+  }
 }
 
 TEST_F(Binding, TypingFiresChangeAtEachKeyAndPaintsWhatTheHandlerSets) {

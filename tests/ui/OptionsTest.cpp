@@ -201,6 +201,15 @@ TEST_F(OptionsTest, WhatIsChosenForThePageIsStoredByOkAndViewAlone) {
   options.Cmd(0).Press();
   EXPECT_TRUE(desktop.boxes.back().text.starts_with("The options of the calculator page could not be saved"));
   EXPECT_FALSE(options.Closed());
+  // Options that could not be read are not replaced by usual ones, also when the file can be read by then.
+  options.Load();
+  std::filesystem::remove(AppFolder + "/General.INI");
+  WritePageOptions(AppFolder, chosen);
+  Select("PAGE0");
+  options.CboLanguage.Choose(2);
+  options.Cmd(0).Press();
+  EXPECT_NE(desktop.boxes.back().text.find("They could not be read"), std::string::npos);
+  EXPECT_EQ(ReadPageOptions(AppFolder), chosen);
 }
 
 TEST_F(OptionsTest, OneDepositTypeStaysOffered) {

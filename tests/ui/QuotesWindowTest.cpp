@@ -40,9 +40,12 @@ class QuotesWindowTest : public SampleTest {
 };
 
 TEST_F(QuotesWindowTest, AKeptQuoteStaysAsItWasWhileRatesChangeUntilSomethingIsTyped) {
+  form->Arrange(15000, 13000);
+  EXPECT_TRUE(form->quote.FraBands.Visible());
   Keep("O'Neill", "12500");
   const std::string quoted = Payment();
   EXPECT_NE(quoted, "0.00");
+  EXPECT_FALSE(form->quote.FraBands.Visible()) << "beside the words of the kept quote";
   EXPECT_EQ(Ask("SELECT Customer FROM KeptQuotes"), "O`Neill");
   EXPECT_EQ(Kept(),
             "Quote 1 of 2027-01-15 for O`Neill, valid until 2027-02-28: open\nToday's rate card gives the same.");
@@ -54,6 +57,7 @@ TEST_F(QuotesWindowTest, AKeptQuoteStaysAsItWasWhileRatesChangeUntilSomethingIsT
   EXPECT_NE(today.find("Today's rate card gives £"), std::string::npos) << today;
   Type(Box(kBoxCapitalCost), "12500.");
   EXPECT_EQ(Kept(), "");
+  EXPECT_TRUE(form->quote.FraBands.Visible());
   EXPECT_NE(Payment(), quoted);
   EXPECT_NE(today.find("£" + WithThousands(Payment()) + ","), std::string::npos) << today;
   Choose("Saxonholt Dental Systems Ltd");

@@ -1,5 +1,7 @@
 // The quote sheet of the quote that is shown: written, opened, mailed.
 #include "support/Fixture.h"
+#include "ui/quotes/FrmKeepQuote.h"
+#include "ui/quotes/FrmQuotes.h"
 #include "ui/quotes/FrmSheet.h"
 
 namespace tarvolinex {
@@ -53,6 +55,47 @@ TEST_F(SheetWindowTest, WhatIsTypedIsOnTheSheetAndStillThereTheNextTime) {
   });
   ExpectShown(folder.Path() + "/saved.pdf", {"Option 3", payment, "Yield", "Commission"});
   EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(SheetWindowTest, WhatIsTypedBelongsToItsQuoteAndWhatIsProposedToNone) {
+  const auto keep = [&](const std::string& customer) {
+    desktop.modal = [&](Window& window) {
+      auto& dialog = dynamic_cast<FrmKeepQuote&>(window);
+      EXPECT_EQ(dialog.TxtKeep(kKeepCustomer).Text(), customer);
+      dialog.CmdKeep.Press();
+    };
+    form->quote.CmdKeepQuote.Press();
+  };
+  const auto sheet = [&](const std::function<void(FrmSheet&)>& play) {
+    std::string held;
+    InSheet([&](FrmSheet& window) {
+      for (const int box : {kSheetCustomer, kSheetReference, kSheetStart, kSheetValidUntil}) {
+        held += window.TxtSheet(box).Text() + "|";
+      }
+      if (play) play(window);
+    });
+    return held;
+  };
+  sheet([&](FrmSheet& window) {
+    Type(window.TxtSheet(kSheetCustomer), "Ash");
+    Type(window.TxtSheet(kSheetStart), "2027-02-01");
+    window.TxtSheet(kSheetValidUntil).Type("");
+  });
+  desktop.now += std::chrono::hours(24);
+  EXPECT_EQ(sheet({}), "Ash||2027-02-01||");
+  keep("Ash");
+  EXPECT_EQ(sheet([&](FrmSheet& window) { Type(window.TxtSheet(kSheetEquipment), "Press"); }), "Ash|1|2027-02-01||");
+  EXPECT_EQ(Ask("SELECT Customer || Equipment || Reference FROM KeptQuotes"), "AshPress");
+  EXPECT_EQ(form->quote.Kept()->details.equipment, "Press");
+  Type(Box(kBoxCapitalCost), "9000");
+  EXPECT_EQ(sheet({}), "||2027-01-16|2027-02-15|") << "another customer's";
+  desktop.now += std::chrono::hours(24);
+  EXPECT_EQ(sheet({}), "||2027-01-17|2027-02-16|");
+  desktop.modal = [](Window& window) { dynamic_cast<FrmQuotes&>(window).Toolbar1.Press("COPY"); };
+  form->menus.MnuQuotes.Choose();
+  EXPECT_EQ(sheet({}), "Ash||2027-01-17|2027-02-16|");
+  keep("Ash");
+  EXPECT_EQ(Ask("SELECT Equipment || coalesce(LeaseStart, '') FROM KeptQuotes WHERE Number = 2"), "Press");
 }
 
 TEST_F(SheetWindowTest, AMailGoesToTheCustomerAndInternalFiguresOnlyAfterAQuestion) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "exchange/ImportPlan.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/LivePage.h"
+#include "publish/QuoteSheet.h"
 #include "store/Database.h"
 #include "ui/main/BoundFields.h"
 #include "ui/main/ContactsPanel.h"
@@ -129,6 +131,8 @@ class FrmMain : public Window {
   // supplier. Returns the contact to show, 0 for none. Nothing when nothing was removed from this database.
   int UndoRemove();
   // Remembers what has just been removed and offers to put it back; without statements nothing is offered.
+  void OfferUndo(RemovedRows removed);
+  // Reads suppliers or contacts from a file that the user chooses.
   void ShowImport();
   // Copies the shown supplier's rate card to others, or changes the rates of several.
   void ShowRates(bool copies);
@@ -136,7 +140,6 @@ class FrmMain : public Window {
   void TakeChanges(RemovedRows undo);
   // Asks for a file and writes the table there.
   void Export(ImportKind kind);
-  void OfferUndo(RemovedRows removed);
 
   // The shown supplier's calculator, as it is published; its linked forms are read now.
   Publication Calculator();
@@ -195,6 +198,17 @@ class FrmMain : public Window {
   bool ShowSupplierOf(const KeptQuote& kept);
   void CopyAsNew(const KeptQuote& kept);
   int DaysOfValidity() const;
+  void StoreDetails(int number, const QuoteDetails& details);
+  // What was typed for the sheet of a supplier's quote that is not kept yet.
+  struct SheetDraft {
+    int supplierId = 0;
+    QuoteDetails details;
+    bool endless = false;  // the proposed last day of validity has been taken off
+  };
+  // That of the shown supplier.
+  SheetDraft& Draft();
+  std::optional<CalendarDay> ProposedEnd(CalendarDay day);
+  void ShowSheet(const SheetContents& contents, SheetDraft& draft);
 
   bool AgreesToLook();
   bool ChooseDatabase();
@@ -227,8 +241,7 @@ class FrmMain : public Window {
   void CreateInstallFile();
 
   SupplierFields fields_{*this};
-  QuoteDetails sheetDetails_;  // what was typed for the supplier's last sheet
-  int sheetSupplier_ = 0;
+  SheetDraft draft_;
   std::string note_;  // what the status line reads while nothing goes on
 };
 

@@ -17,8 +17,18 @@ constexpr int kTop = 1300;         // of the list and the tab set
 constexpr int kAroundTabs = 1850;  // what the window's height has beyond the tab set's
 constexpr int kStatusHeight = 375, kProgressWidth = 2400;
 constexpr int kRoomForBands = 10800;  // the tab set is this high before the quote tab shows the rate card
+constexpr int kKeptHeight = 600;      // two lines and the gap below them
 
 }  // namespace
+
+void QuotePanel::SetRoom(int height) {
+  room_ = height;
+  FitBands();
+}
+
+void QuotePanel::FitBands() {
+  FraBands.SetVisible(room_ >= kRoomForBands + (LblKept.Visible() ? kKeptHeight : 0));
+}
 
 int FrmMain::SmallestWidth() {
   return kTabWidth + kGap + kRightEdge;
@@ -47,7 +57,7 @@ void FrmMain::Arrange(int width, int height) {
   LblFilter.SetPosition({kRightEdge, kFilterTop, kFilterLabel, kFilterHeight});
   TxtFilter.SetPosition(
       {kRightEdge + kFilterLabel, kFilterTop, std::min(listWidth - kFilterLabel - kRightEdge, 4500), kFilterHeight});
-  quote.FraBands.SetVisible(tabHeight >= kRoomForBands);
+  quote.SetRoom(tabHeight);
   // The status text has half of the line, the database in use the other; the progress bar covers its name while it
   // runs.
   const int half = (width - 3 * kRightEdge) / 2, right = width - kRightEdge;

@@ -50,6 +50,7 @@ void FrmMain::Connect() {
   shown.SupplierChanged = forms.FormLinksChanged = contacts.ContactChanged = false;
   OfferUndo({});
   RemovedQuotes.clear();
+  draft_ = {};
   database.Open(run.DataFolder);
   const std::string text = Tr("Database: %1", {run.DataFolder});
   LblDatabase.SetCaption(CaptionOf(text));

@@ -278,8 +278,8 @@ void QuotePanel::SetIntervalCaptions() {
   LblUnit(kBoxPayments).SetCaption(quarterly ? Tr("Quarters") : Tr("Months"));
   LblInterval.SetCaption(quarterly ? Tr("Quarterly") : Tr("Monthly"));
   LblProCalc(kBoxPayment)
-      .SetCaption(quarterly ? run_.CaptionWithAliases("Net Quarterly &Payment (£)")
-                            : run_.CaptionWithAliases("Net Monthly &Payment (£)"));
+      .SetCaption(quarterly ? run_.CaptionWithAliases("&Net Quarterly Payment (£)")
+                            : run_.CaptionWithAliases("&Net Monthly Payment (£)"));
   LblResultName(kResultPayment)
       .SetCaption(quarterly ? run_.CaptionWithAliases("Net Quarterly Payment (£)")
                             : run_.CaptionWithAliases("Net Monthly Payment (£)"));

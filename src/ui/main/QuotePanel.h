@@ -104,6 +104,9 @@ class QuotePanel {
   // What is locked says why in the organisation's present words.
   void NameWhatIsLocked();
 
+  // How high the tab is, in twips: the rate card is shown only where it does not press the rest.
+  void SetRoom(int height);
+
   // What rates and prices: the rate card and tax in force.
   QuoteTerms Terms() const;
   // Whether there is a quote to show, keep or send: payments to come, at rates that are known.
@@ -168,6 +171,7 @@ class QuotePanel {
   void FillInputs(const QuoteFigures& figures);
   bool IsOfShownSupplier() const;
   void ShowKeptWords();
+  void FitBands();
   void LeaveKept();
   void ApplyUnit(int box, int position);
   void OfferInput(int box, bool offered, ComboBox* list, const char* reason);
@@ -175,6 +179,7 @@ class QuotePanel {
   Run& run_;
   const ShownSupplier& shown_;
   std::optional<KeptQuote> kept_;                  // that is shown as it was quoted
+  int room_ = 0;                                   // see SetRoom
   std::map<const TextBox*, std::string> numbers_;  // what each box was last left with or given
 };
 

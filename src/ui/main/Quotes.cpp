@@ -46,13 +46,15 @@ void FrmMain::KeepShownQuote() {
   kept.date = LocalDay(TheDesktop().Now());
   kept.figures = quote.Figures();
   kept.origin = {shown.CurrentSupplierId, supplier.Name().Text(), run.SupplierCalcSettings, run.CalculatorPreferences};
-  kept.details.validUntil = DaysAfter(kept.date, DaysOfValidity());
+  kept.details = Draft().details;
+  if (!kept.details.validUntil) kept.details.validUntil = ProposedEnd(kept.date);
   const std::string words = PaymentsWords(kept.figures.priced, run.OwnWords());
   FrmKeepQuote dialog(run, kept.origin.companyName + "\n" + words, kept.details);
   TheDesktop().ShowModal(dialog);
   if (!dialog.Confirmed) return;
   try {
     kept.number = KeepQuote(database, kept);
+    draft_ = {};
     ShowKeptQuote(kept.number);
     run.SetNote(Tr("Quote %1 is kept", {std::to_string(kept.number)}));
   } catch (const RuntimeError& failure) {
@@ -64,8 +66,10 @@ void FrmMain::ChangeKeptQuote(const KeptQuote& kept) {
   QuoteDetails details = kept.details;
   FrmKeepQuote dialog(run, QuoteWords(kept, LocalDay(TheDesktop().Now())), details);
   TheDesktop().ShowModal(dialog);
-  if (!dialog.Confirmed) return;
-  const int number = kept.number;
+  if (dialog.Confirmed) StoreDetails(kept.number, details);
+}
+
+void FrmMain::StoreDetails(int number, const QuoteDetails& details) {
   try {
     if (!UpdateQuote(database, number, details)) {
       return run.ShowError(Tr("Quote %1 has been removed", {std::to_string(number)}));
@@ -94,7 +98,14 @@ bool FrmMain::ShowSupplierOf(const KeptQuote& kept) {
 }
 
 void FrmMain::CopyAsNew(const KeptQuote& kept) {
-  if (ShowSupplierOf(kept)) return quote.TakeRequest(kept.figures);
+  if (ShowSupplierOf(kept)) {
+    // For the same customer and equipment, of today.
+    draft_ = {kept.origin.supplierId, kept.details};
+    draft_.details.reference.clear();
+    draft_.details.note.clear();
+    draft_.details.start = draft_.details.validUntil = std::nullopt;
+    return quote.TakeRequest(kept.figures);
+  }
   run.MessageBox(run.ReplaceAliases(Tr("The <SUPPLIER> has been removed since")), Tr("Copy as New"), BoxButtons::Ok,
                  BoxIcon::Information);
 }
@@ -104,6 +115,7 @@ void FrmMain::ShowQuotes() {
   FrmQuotes quotes(run, database,
                    {[this](const KeptQuote& kept) {
                       ShowSupplierOf(kept);
+                      draft_ = {};
                       quote.ShowKept(kept);
                     },
                     [this](const KeptQuote& kept) { CopyAsNew(kept); }},
@@ -125,25 +137,48 @@ void FrmMain::RefreshKeptQuote() {
   }
 }
 
+FrmMain::SheetDraft& FrmMain::Draft() {
+  if (draft_.supplierId != shown.CurrentSupplierId) draft_ = {shown.CurrentSupplierId, {}};
+  return draft_;
+}
+
+// The last day of a quote of that day, unless the user has taken it off its sheet.
+std::optional<CalendarDay> FrmMain::ProposedEnd(CalendarDay day) {
+  if (Draft().endless) return std::nullopt;
+  return DaysAfter(day, DaysOfValidity());
+}
+
 // Of a kept quote as it was quoted, else of what is stored now.
 void FrmMain::ShowSheet() {
-  if (!quote.Kept()) SavePendingChanges();
-  if ((!quote.Kept() && shown.CurrentSupplierId == 0) || !quote.HasQuote()) return;
-  if (shown.CurrentSupplierId != sheetSupplier_) sheetDetails_ = {};
-  sheetSupplier_ = shown.CurrentSupplierId;
-  const CalendarDay today = LocalDay(TheDesktop().Now());
-  SheetContents contents = SheetOf(run.Places(), run.CalculatorPreferences, run.SupplierCalcSettings);
-  contents.date = contents.start = today;
-  QuoteDetails kept;
-  if (quote.Kept()) {
-    contents = SheetOf(run.Places(), *quote.Kept());
-    kept = quote.Kept()->details;
-    kept.reference = contents.reference;
+  if (const auto kept = quote.Kept()) {
+    SheetDraft draft = {kept->origin.supplierId, kept->details};
+    ShowSheet(SheetOf(run.Places(), *kept), draft);
+    if (draft.details != kept->details) StoreDetails(kept->number, draft.details);
+    return;
   }
-  QuoteDetails& details = quote.Kept() ? kept : sheetDetails_;
-  if (!quote.Kept() && !details.validUntil) details.validUntil = DaysAfter(today, DaysOfValidity());
-  FrmSheet sheet(run, contents, quote.Figures(), details);
+  SavePendingChanges();
+  if (shown.CurrentSupplierId == 0 || !quote.HasQuote()) return;
+  SheetContents contents = SheetOf(run.Places(), run.CalculatorPreferences, run.SupplierCalcSettings);
+  contents.date = contents.start = LocalDay(TheDesktop().Now());
+  contents.validUntil = ProposedEnd(contents.date);
+  ShowSheet(contents, Draft());
+}
+
+// The draft takes what the user types, and nothing that was only proposed.
+void FrmMain::ShowSheet(const SheetContents& contents, SheetDraft& draft) {
+  QuoteDetails& known = draft.details;
+  QuoteDetails proposed = known;
+  if (known.reference.empty()) proposed.reference = contents.reference;
+  if (!known.start) proposed.start = contents.start;
+  if (!known.validUntil) proposed.validUntil = contents.validUntil;
+  QuoteDetails left = proposed;
+  FrmSheet sheet(run, contents, quote.Figures(), left);
   TheDesktop().ShowModal(sheet);
+  if (left.reference == proposed.reference) left.reference = known.reference;
+  if (left.start == proposed.start) left.start = known.start;
+  draft.endless = !left.validUntil;
+  if (left.validUntil == proposed.validUntil) left.validUntil = known.validUntil;
+  known = left;
 }
 
 }  // namespace tarvolinex

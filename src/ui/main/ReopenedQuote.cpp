@@ -99,6 +99,7 @@ CalendarDay QuotePanel::Start() const {
 
 void QuotePanel::ShowKeptWords() {
   LblKept.SetVisible(kept_.has_value());
+  FitBands();
   for (Frame* inputs : {&FraQuote, &FraRate}) inputs->SetEnabled(IsOfShownSupplier());
   FraBands.SetCaption(kept_ ? Tr("Rate card of the quote") : Tr("Rate card in force"));
   if (!kept_) return LblKept.SetCaption("");

@@ -296,7 +296,7 @@ void FrmMain::NewSupplier() {
   TheDesktop().DoEvents();
   TabMain.SetTabEnabled(kTabDetails, true);
   supplier.Name().SetFocus();
-  Toolbar1.SetButtonEnabled(1, true);
+  Toolbar1.SetButtonEnabled("REMSUPP", true);
   run.SetStatus(false, "", -1);
 }
 

@@ -118,9 +118,11 @@ void FrmOptions::Load() {
   const BusyWhile busy;
   edited_ = run_.CalculatorPreferences;
   page_ = {};
+  pageFault_.clear();
   try {
     page_ = ReadPageOptions(run_.AppFolder);
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& failure) {
+    pageFault_ = failure.Description();
     run_.ShowError("Initialisation File Loading Error");
   }
   storedPage_ = page_;
@@ -161,14 +163,23 @@ void FrmOptions::AddRootTree() {
 
 bool FrmOptions::SavePageOptions() {
   if (page_ == storedPage_) return true;
+  std::string reason;
   try {
-    WritePageOptions(run_.AppFolder, page_);
+    // All of them are written: those that could not be read would be lost.
+    if (!pageFault_.empty()) {
+      reason = Tr("They could not be read: %1", {pageFault_});
+    } else {
+      WritePageOptions(run_.AppFolder, page_);
+    }
   } catch (const RuntimeError& failure) {
-    ReportFailure(run_, "The options of the calculator page could not be saved", failure.Description());
-    return false;
+    reason = failure.Description();
   }
-  storedPage_ = page_;
-  return true;
+  if (reason.empty()) {
+    storedPage_ = page_;
+    return true;
+  }
+  ReportFailure(run_, "The options of the calculator page could not be saved", reason);
+  return false;
 }
 
 bool FrmOptions::SavePreferences() {

@@ -162,6 +162,7 @@ class FrmOptions : public Window {
   Database& database_;
   CalculatorPreferencesRecord edited_;
   PageOptions page_, storedPage_;  // as they are edited, and as they were read
+  std::string pageFault_;          // why they could not be read; empty = they were
   std::string currentKey_;         // of the node whose value the visible panel shows; empty when none
   bool valueTyped_ = false;        // the value box has been changed by the user: there is something to commit
   int valueKind_ = 0;

@@ -149,6 +149,11 @@ constexpr OptionNode kNodes[] = {
      Marked("The picture of the install file that your dealers receive, and of the calculator once it is installed. "
             "Only icons of 32 by 32 dots in 16 colours can be used; Edit draws one."),
      Edit::IconList, &Prefs::IconName},
+    {"CURRENCY", "", Marked("Currency Symbol"), Marked("Stands before every amount, here and on the calculators."),
+     Edit::TextLine, &Prefs::CurrencySymbol, 0, kSymbol},
+    {"TAX", "", Marked("VAT/Sales Tax Percentage"),
+     Marked("Added to payments wherever an amount with tax is shown, here and on the calculators."), Edit::Number,
+     &Prefs::TaxRate, kInputPercent, kHundred},
     {"PAGE", "", Marked("Calculator Page"),
      Marked(
          "What the page of the calculators shows and says beside its figures. It counts for the calculators that you "
@@ -188,11 +193,6 @@ constexpr OptionNode kNodes[] = {
     {"PAGEWORD4", "PAGEWORDS", Marked("What <MAINT> Is"),
      Marked("Left empty, the calculator says that it is service of the equipment, paid with each payment."),
      Edit::Meaning, &Page::maintenance, 0, kLongestExplanation},
-    {"CURRENCY", "", Marked("Currency Symbol"), Marked("Stands before every amount, here and on the calculators."),
-     Edit::TextLine, &Prefs::CurrencySymbol, 0, kSymbol},
-    {"TAX", "", Marked("VAT/Sales Tax Percentage"),
-     Marked("Added to payments wherever an amount with tax is shown, here and on the calculators."), Edit::Number,
-     &Prefs::TaxRate, kInputPercent, kHundred},
 };
 
 }  // namespace

@@ -202,7 +202,7 @@ void FrmQuotes::Load() {
   list.Sort();
   list.EndFill();
   Select(selected);
-  Toolbar1.SetButtonEnabled(6, !removed_.empty());
+  Toolbar1.SetButtonEnabled("UNDO", !removed_.empty());
 }
 
 void FrmQuotes::Select(int number) {

@@ -72,7 +72,7 @@ void FrmSheet::MakeBoxes() {
   }
   const std::string equipment = run_.CalculatorPreferences.AliasCapEquip.Trimmed();
   if (!equipment.empty()) LblSheet(kSheetEquipment).SetCaption(CaptionOf(equipment));
-  TxtSheet(kSheetStart).SetText(DayInput(details_.start ? details_.start : contents_.start));
+  TxtSheet(kSheetStart).SetText(DayInput(details_.start));
   TxtSheet(kSheetValidUntil).SetText(DayInput(details_.validUntil));
   TxtSheet(kSheetTerms).SetText(std::to_string(figures_.priced.NumberOfPayments));
   TxtSheet(kSheetTerms).SetToolTip(Tr("Such as 24, 36, 48: the sheet shows them side by side"));
@@ -106,8 +106,15 @@ void FrmSheet::TxtSheet_Change() {
   RefreshMessage();
 }
 
+// A text that is no day is marked and leaves the last one.
+void FrmSheet::ReadDays() {
+  const auto start = MarkDay(TxtSheet(kSheetStart), false), end = MarkDay(TxtSheet(kSheetValidUntil), true);
+  if (start) details_.start = start;
+  if (TxtSheet(kSheetValidUntil).Fault().empty()) details_.validUntil = end;
+}
+
 void FrmSheet::MarkFaults() {
-  for (const int day : {kSheetStart, kSheetValidUntil}) MarkDay(TxtSheet(day), day == kSheetValidUntil);
+  ReadDays();
   std::string fault;
   Variants(fault);
   TxtSheet(kSheetTerms).SetFault(fault);
@@ -152,8 +159,8 @@ SheetContents FrmSheet::Contents() const {
   contents.customer = details_.customer;
   contents.equipment = details_.equipment;
   contents.reference = details_.reference;
-  contents.start = DayFromText(Trim(TxtSheet(kSheetStart).Text())).value_or(contents_.start);
-  contents.validUntil = DayFromText(Trim(TxtSheet(kSheetValidUntil).Text()));
+  contents.start = details_.start.value_or(contents_.start);
+  contents.validUntil = details_.validUntil;
   contents.schedule = ChkSchedule.Value();
   contents.internal = ChkInternal.Value();
   std::string fault;
@@ -168,8 +175,6 @@ void FrmSheet::With(Use use) {
     if (!TxtSheet(box).Fault().empty()) return TxtSheet(box).SetFocus();
   }
   const SheetContents contents = Contents();
-  details_.start = contents.start;
-  details_.validUntil = contents.validUntil;
   try {
     const BusyWhile busy;
     use(FillSheet(run_.Places(), contents));

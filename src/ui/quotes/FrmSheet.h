@@ -26,7 +26,8 @@ enum SheetBox {
 class FrmSheet : public Window {
  public:
   // contents: of the quote by itself, as the window finds it. figures: what it was asked and came to.
-  // details: what is known of the customer already; what the user types stands there when the window is left.
+  // details: what is known of the customer already, or proposed; what the user types stands there when the window is
+  // left.
   FrmSheet(Run& run, const SheetContents& contents, const QuoteFigures& figures, QuoteDetails& details);
 
   Label LblQuoted;
@@ -41,6 +42,7 @@ class FrmSheet : public Window {
   void MakeBoxes();
   void Wire();
   void TxtSheet_Change();
+  void ReadDays();
   void MarkFaults();
   void RefreshMessage();
   // The variants of the terms box; nullopt when it holds none, or one that cannot be priced.

@@ -44,12 +44,14 @@ void FrmQuotes::ShowCount() {
   const auto& rows = LvwQuotes.Rows();
   const auto seen = std::count_if(rows.begin(), rows.end(), [](const ListView::Row& row) { return !row.hidden; });
   LblCount.SetCaption(Tr("%1 of %2 quotes", {std::to_string(seen), std::to_string(rows.size())}));
-  Toolbar1.SetButtonEnabled(7, seen > 0);
+  Toolbar1.SetButtonEnabled("EXPORT", seen > 0);
 }
 
 void FrmQuotes::ShowSelected() {
   const bool any = SelectedNumber() != 0;
-  for (int button = 0; button < 6; ++button) Toolbar1.SetButtonEnabled(button, any);
+  for (const char* key : {"REOPEN", "COPY", "DETAILS", "ACCEPT", "DECLINE", "REMOVE"}) {
+    Toolbar1.SetButtonEnabled(key, any);
+  }
   for (Label* label : {&LblQuote, &LblToday, &LblNote}) label->SetCaption("");
   LvwFigures.Clear();
   if (any) With([this](const KeptQuote& quote) { ShowFigures(quote); });
