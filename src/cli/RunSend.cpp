@@ -95,6 +95,7 @@ int SendToMany(Run& run, const Arguments& parsed) {
     ShowLetters(run, LettersFor(database, jobs, order), jobs);
     return kDone;
   }
+  PostRoom room(database, {OwnBranding(run), OwnWebAccount(run), perMinute}, run);
   const int left = LettersLeft(database);
   if (!parsed.Has("--resume")) {
     if (left > 0 && run.MessageBox(Tr("A run is unfinished: %1 messages are left. Begin another one and forget them?",
@@ -102,9 +103,9 @@ int SendToMany(Run& run, const Arguments& parsed) {
                                    Tr("Email"), BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes) {
       throw RuntimeError(kItemNotFound, "--resume goes on with the unfinished run, --yes begins another one");
     }
-    BeginLetters(database, LettersFor(database, BatchJobs(database, OwnBranding(run), WantedBy(parsed)), order));
+    room.Begin(LettersFor(database, BatchJobs(database, OwnBranding(run), WantedBy(parsed)), order));
   }
-  SendLetters(database, {OwnBranding(run), OwnWebAccount(run), perMinute}, run);
+  room.Send();
   const std::vector<Letter> letters = Letters(database);
   std::cout << LetterReport(letters);
   const bool whole =

@@ -86,6 +86,13 @@ class WorkFolders {
   UnfinishedFile unfinished_;
 };
 
+void ReadJob(Database& database, BatchJob& job) {
+  const SupplierRow row = ReadSupplier(database, job.supplierId);
+  job.fault = row.Found() ? row.rateCardFault : Tr("There is no such supplier any more");
+  job.publication.supplier = row.settings;
+  job.publication.forms = LinkedForms(database, job.supplierId);
+}
+
 // All that were made, together.
 void NoteAllMade(Database& database, const std::vector<BatchJob>& jobs,
                  const std::vector<std::optional<BatchResult>>& results, int sendType, Reporter& reporter) {
@@ -127,13 +134,15 @@ std::vector<BatchJob> BatchJobs(Database& database, const Branding& branding,
   ForEachStanding(database, branding, [&](const Standing& standing) {
     if (wanted(standing)) jobs.push_back({standing.supplierId, standing.companyName, {branding, {}, {}}, ""});
   });
-  for (BatchJob& job : jobs) {
-    const SupplierRow row = ReadSupplier(database, job.supplierId);
-    job.fault = row.Found() ? row.rateCardFault : Tr("There is no such supplier any more");
-    job.publication.supplier = row.settings;
-    job.publication.forms = LinkedForms(database, job.supplierId);
-  }
+  for (BatchJob& job : jobs) ReadJob(database, job);
   return jobs;
+}
+
+BatchJob JobFor(Database& database, const Branding& branding, int supplierId, const std::string& companyName) {
+  CheckLimits(branding.prefs);
+  BatchJob job = {supplierId, companyName, {branding, {}, {}}, ""};
+  ReadJob(database, job);
+  return job;
 }
 
 std::string BatchFileName(const BatchJob& job) {

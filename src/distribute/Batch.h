@@ -23,6 +23,9 @@ struct BatchJob {
 std::vector<BatchJob> BatchJobs(Database& database, const Branding& branding,
                                 const std::function<bool(const Standing&)>& wanted);
 
+// The one of a letter or a row that names the supplier so. Throws RuntimeError.
+BatchJob JobFor(Database& database, const Branding& branding, int supplierId, const std::string& companyName);
+
 struct BatchResult {
   int supplierId = 0;
   std::string companyName;

@@ -13,6 +13,7 @@
 #include "platform/text/Clock.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "publish/Ingredients.h"
 #include "publish/PageText.h"
 #include "store/Contacts.h"
 
@@ -46,7 +47,8 @@ class Dispatch {
   const Folders& Places() const { return sending_.publication.branding.folders; }
   SentList List() const { return {Places().app, database_.Folder()}; }
   std::vector<SentMail> AsSent() const;
-  std::vector<Delivery> AsDeliveries() const;
+  std::vector<SentMail> AsSentNow() const;
+  void NoteAs(const char* result);
   void RememberTexts() const;
   bool MailStep(const std::function<void()>& step);
   std::optional<std::string> Mail(const std::string& uploadIdentifier);
@@ -56,6 +58,7 @@ class Dispatch {
   const SendSteps& steps_;
   Database& database_;
   Reporter& reporter_;
+  std::string text_;                      // of the message, with all that is added to it
   std::optional<MailOnItsWay> onItsWay_;  // what is still to be noted
 };
 
@@ -141,11 +144,12 @@ void Dispatch::LeaveOutWhoHasGotIt() {
 // Returns who took the message; nullopt when nobody did.
 std::optional<std::string> Dispatch::Mail(const std::string& uploadIdentifier) {
   const std::string app = Places().app, attached = InstallFilePath(app, sending_.sendType);
+  text_ = addEmailInstructions(sending_, uploadIdentifier);
   MailSession session = NewMailSession(sending_.publication.branding.prefs, Tr("Creating Email"), reporter_);
   const std::vector<std::function<void()>> steps = {
       // Building and uploading may have taken minutes.
       [&] { TryToNote(database_, AsSent()); },
-      [&] { onItsWay_.emplace(List(), AsSent()); },
+      [&] { onItsWay_.emplace(List(), AsSentNow()); },
       [&] { session.SignOn(MailProfilesPath(app), GetDefaultMailProfile(app)); },
       [&] { session.Compose(); },
       [&] {
@@ -153,12 +157,19 @@ std::optional<std::string> Dispatch::Mail(const std::string& uploadIdentifier) {
       },
       [&] {
         session.SetSubject(sending_.subject);
-        session.SetNoteText(addEmailInstructions(sending_, uploadIdentifier));
+        session.SetNoteText(text_);
       },
       [&] {
         if (sending_.sendType != kSendLink) session.Attach(attached, FileNameOf(attached));
       },
-      [&] { session.Send(); },
+      [&] {
+        try {
+          session.Send();
+        } catch (const RuntimeError&) {
+          if (session.Fate() == MailFate::Unknown) NoteAs("doubtful");
+          throw;
+        }
+      },
       [&] { session.SignOff(); },
   };
   for (const auto& step : steps) {
@@ -185,19 +196,48 @@ void Dispatch::RecordSending() {
     const std::string text = report + "\n\n" + who + "\n\n" + next;
     reporter_.ShowError(text, true);
   }
+  NoteAs("sent");
   ForgetRememberedMail(List(), sending_.supplierId);
-  NoteDelivery(database_, sending_.publication, AsDeliveries(), reporter_);
   steps_.datesNoted();
 }
 
-std::vector<Delivery> Dispatch::AsDeliveries() const {
-  std::vector<Delivery> deliveries;
-  for (const Recipient& to : sending_.recipients) {
-    deliveries.push_back({DeliveryDate(reporter_.Now()), sending_.supplierId,
-                          sending_.publication.supplier.CompanyName.Trimmed(), to.id, to.name, to.email,
-                          WayName(sending_.sendType), "sent", sending_.subject, sending_.message});
+// With all that is to be known of the message later.
+std::vector<SentMail> Dispatch::AsSentNow() const {
+  const Publication& publication = sending_.publication;
+  std::string organisation, supplier;
+  try {
+    FormPrints prints(Places().data);
+    organisation = OrganisationIngredients(publication.branding);
+    supplier = SupplierIngredients(publication.supplier, publication.forms, prints);
+  } catch (const RuntimeError&) {
+    // Told when the delivery is noted; the mail goes all the same.
   }
-  return deliveries;
+  std::vector<SentMail> mail = AsSent();
+  for (std::size_t i = 0; i < mail.size(); ++i) {
+    const Recipient& to = sending_.recipients[i];
+    mail[i].delivery = {DeliveryDate(reporter_.Now()),
+                        sending_.supplierId,
+                        publication.supplier.CompanyName.Trimmed(),
+                        to.id,
+                        to.name,
+                        to.email,
+                        WayName(sending_.sendType),
+                        "sent",
+                        sending_.subject,
+                        text_};
+    mail[i].organisationIngredients = organisation;
+    mail[i].supplierIngredients = supplier;
+  }
+  return mail;
+}
+
+void Dispatch::NoteAs(const char* result) {
+  std::vector<Delivery> deliveries;
+  for (const SentMail& each : onItsWay_->Mail()) {
+    deliveries.push_back(each.delivery);
+    deliveries.back().result = result;
+  }
+  NoteDelivery(database_, sending_.publication, deliveries, reporter_);
 }
 
 std::optional<std::string> Dispatch::BuildAndSend() {
@@ -287,6 +327,12 @@ MailSession NewMailSession(const CalculatorPreferencesRecord& prefs, const std::
   if (session.DefaultSender.name.empty()) session.DefaultSender.name = prefs.OrgCompanyName.Trimmed();
   session.Progress = ShowProgress(reporter, progressText);
   return session;
+}
+
+void CheckMailSettings(const Branding& branding, Reporter& reporter) {
+  MailSession session = NewMailSession(branding.prefs, "", reporter);
+  session.SignOn(MailProfilesPath(branding.folders.app), GetDefaultMailProfile(branding.folders.app));
+  session.Compose();
 }
 
 bool SendCalculator(Sending& sending, const SendSteps& steps, Database& database, Reporter& reporter) {

@@ -48,6 +48,9 @@ std::string MailProfilesPath(const std::string& appFolder);
 MailSession NewMailSession(const CalculatorPreferencesRecord& prefs, const std::string& progressText,
                            Reporter& reporter);
 
+// Finds out, without sending, whether there is a sender and a mail profile to send by. Throws RuntimeError.
+void CheckMailSettings(const Branding& branding, Reporter& reporter);
+
 // What the user can do about a failure of that number.
 std::string RemedyFor(int number);
 

@@ -1,8 +1,8 @@
 #include "distribute/SendLetters.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
-#include <optional>
 #include <set>
 #include <thread>
 
@@ -11,7 +11,6 @@
 #include "distribute/Unattended.h"
 #include "exchange/Csv.h"
 #include "platform/RuntimeError.h"
-#include "platform/files/Files.h"
 #include "platform/text/Clock.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
@@ -41,13 +40,15 @@ class Postman {
   Postman(Database& database, const LetterRun& run, Reporter& reporter)
       : database_(database), run_(run), reporter_(reporter), prints_(run.branding.folders.data) {}
 
-  void Run() {
-    letters_ = Letters(database_);
-    for (Letter& letter : letters_) {
-      // The run ended while this message was leaving.
+  void SettleInterrupted() {
+    for (Letter& letter : Letters(database_)) {
       if (letter.state == LetterState::Sending)
         Settle(letter, LetterState::Doubtful, Tr("The program ended while it was being sent"));
     }
+  }
+
+  void Run() {
+    letters_ = Letters(database_);
     for (std::size_t i = 0; i < letters_.size() && !ended_; ++i) {
       if (letters_[i].state != LetterState::Waiting) continue;
       if (!Prepare(letters_[i])) continue;
@@ -60,23 +61,15 @@ class Postman {
  private:
   // Everything for the letter's supplier. False when its calculator cannot be made.
   bool Prepare(Letter& letter) {
-    if (job_ && job_->supplierId == letter.supplierId) {
-      if (fault_.empty()) return true;
-      Settle(letter, LetterState::Refused, fault_);
-      return false;
+    if (!job_ || job_->supplierId != letter.supplierId) {
+      reporter_.SetStatus(false, letter.companyName, Percent());
+      for (std::string* text : {&instructions_, &identifier_, &organisation_, &supplier_, &uploadFault_}) text->clear();
+      job_ = JobFor(database_, run_.branding, letter.supplierId, letter.companyName);
+      fault_ = Build(letter);
     }
-    reporter_.SetStatus(false, letter.companyName, Percent());
-    const auto jobs =
-        BatchJobs(database_, run_.branding, [&](const Standing& each) { return each.supplierId == letter.supplierId; });
-    job_ = jobs.empty() ? BatchJob{letter.supplierId,
-                                   letter.companyName,
-                                   {run_.branding, {}, {}},
-                                   Tr("There is no such supplier any more")}
-                        : jobs.front();
-    fault_ = Build(letter);
-    if (ended_) return false;
     if (!fault_.empty()) Settle(letter, LetterState::Refused, fault_);
-    return fault_.empty();
+    if (!uploadFault_.empty()) Mark(letter, LetterState::Waiting, uploadFault_);
+    return fault_.empty() && uploadFault_.empty();
   }
 
   std::string Build(const Letter& letter) {
@@ -89,12 +82,13 @@ class Postman {
     instructions_ = letter.instructions ? GetInstructions(folders.app, letter.sendType, reporter_) : std::string();
     organisation_ = OrganisationIngredients(run_.branding);
     supplier_ = SupplierIngredients(job_->publication.supplier, job_->publication.forms, prints_);
-    identifier_.clear();
     if (letter.sendType != kSendLink) return {};
     Unattended quiet(reporter_.Now());
     const auto uploaded = TransferInstallFile(folders.app, run_.web, quiet);
     if (uploaded) identifier_ = *uploaded;
-    return uploaded ? std::string() : quiet.Reports();
+    // The line's or the server's, and not the reader's.
+    if (!uploaded) uploadFault_ = quiet.Reports().empty() ? Tr("File Upload failed") : quiet.Reports();
+    return {};
   }
 
   int Percent() const { return letters_.empty() ? 0 : static_cast<int>(done_ * 100 / letters_.size()); }
@@ -129,17 +123,17 @@ class Postman {
       if (!WaitForTurn()) return;
       const auto failure = TryOnce(letter);
       if (!failure) return;
-      const auto& [number, fate, reason] = *failure;
-      if (fate == MailFate::Unknown) return Settle(letter, LetterState::Doubtful, reason);
-      const bool account = number == kMailLoginRefused;  // nobody's letter, but everybody's
-      if (fate == MailFate::Refused && !account) return Settle(letter, LetterState::Refused, reason);
-      Mark(letter, LetterState::Waiting, reason);
-      ended_ = ended_ || account || reporter_.Stopped();
-      if (ended_) return;
-      if (attempt == run_.pauses.size()) {
-        ended_ = fate == MailFate::NotTaken;  // no server is there for the others either
+      if (failure->fate == MailFate::Unknown) {
+        Settle(letter, LetterState::Doubtful, failure->reason);
+        if (++doubtfulInARow_ == kMostDoubtful) End(*failure);
         return;
       }
+      if (failure->fate == MailFate::Refused) return Settle(letter, LetterState::Refused, failure->reason);
+      Mark(letter, LetterState::Waiting, failure->reason);
+      const bool last = attempt == run_.pauses.size();
+      // What keeps everybody's letters back: a setting, or there is no server for the others either.
+      if (failure->fate == MailFate::Barred || (last && failure->fate == MailFate::NotTaken)) return End(*failure);
+      if (last) return;
       reporter_.SetStatus(false, Tr("Waiting for the mail server"), Percent());
       if (!Wait(run_.pauses[attempt])) return;
     }
@@ -150,7 +144,13 @@ class Postman {
     MailFate fate;
     std::string reason;
   };
-  // nullopt when the message was taken.
+  void End(const Failure& failure) {
+    ended_ = true;
+    if (reporter_.Stopped()) return;
+    ReportFailure(reporter_, Marked("Sending email failed"), failure.reason, RemedyFor(failure.number));
+  }
+
+  // nullopt when the message was taken, by this program or another one.
   std::optional<Failure> TryOnce(Letter& letter) {
     const WrittenLetter written =
         Written(letter, run_.branding, job_->publication.supplier, instructions_, identifier_, run_.web);
@@ -165,7 +165,7 @@ class Postman {
       session.SetNoteText(written.text);
       if (letter.sendType != kSendLink) session.Attach(attachment_, written.attachment);
       leaving = true;
-      Mark(letter, LetterState::Sending, "");
+      if (!Claim(letter)) return std::nullopt;
       session.Send();
     } catch (const RuntimeError& failure) {
       const bool address = failure.Number() == kMailRecipientRefused && !leaving;
@@ -173,8 +173,16 @@ class Postman {
     }
     letter.subject = written.subject;
     letter.message = written.text;
+    doubtfulInARow_ = 0;
     Settle(letter, LetterState::Sent, "");
     return std::nullopt;
+  }
+
+  bool Claim(Letter& letter) {
+    bool ours = false;
+    Store([&] { ours = ClaimLetter(database_, letter.id); });
+    if (ours) letter.state = LetterState::Sending;
+    return ours;
   }
 
   void Mark(Letter& letter, LetterState state, const std::string& detail) {
@@ -225,8 +233,15 @@ class Postman {
   std::optional<std::chrono::steady_clock::time_point> last_;  // a message left
   // Of the supplier in hand.
   std::optional<BatchJob> job_;
-  std::string fault_, attachment_, instructions_, identifier_, organisation_, supplier_;
+  std::string fault_, uploadFault_, attachment_, instructions_, identifier_, organisation_, supplier_;
+  // So many one after another are no accident of a message.
+  static constexpr int kMostDoubtful = 3;
+  int doubtfulInARow_ = 0;
 };
+
+std::string LockPath(const Database& database) {
+  return database.Folder() + "\\Letters.lock";
+}
 
 }  // namespace
 
@@ -276,8 +291,29 @@ int LettersLeft(Database& database) {
   return static_cast<int>(std::count_if(letters.begin(), letters.end(), IsOpen));
 }
 
-void SendLetters(Database& database, const LetterRun& run, Reporter& reporter) {
-  Postman(database, run, reporter).Run();
+PostRoom::PostRoom(Database& database, LetterRun run, Reporter& reporter)
+    : database_(database), run_(std::move(run)), reporter_(reporter) {
+  try {
+    alone_.emplace(LockPath(database), std::chrono::seconds(0), true);
+  } catch (const RuntimeError& failure) {
+    if (failure.Number() != kFileAlreadyOpen) throw;
+    throw RuntimeError(kFileAlreadyOpen, Tr("Another running Tarvolinex is sending the letters of the database in %1",
+                                            {NativePath(database.Folder())}));
+  }
+  Postman(database_, run_, reporter_).SettleInterrupted();
+}
+
+void PostRoom::Begin(const std::vector<Letter>& letters) {
+  CheckMailSettings(run_.branding, reporter_);
+  BeginLetters(database_, letters);
+}
+
+void PostRoom::Forget() {
+  BeginLetters(database_, {});
+}
+
+void PostRoom::Send() {
+  Postman(database_, run_, reporter_).Run();
 }
 
 std::string LetterReport(const std::vector<Letter>& letters) {

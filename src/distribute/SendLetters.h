@@ -1,17 +1,18 @@
 // Calculators by mail to the people of many suppliers, in one run that can be taken up again.
 //
-// A letter is marked before its message leaves and once more when the server has taken it. One that is still marked as
-// leaving when a run is taken up is doubtful: nobody knows its fate, and it is not sent again by itself. So nobody gets
-// two, whatever stops the run.
+// A letter is marked before its message leaves, by one program, and once more when the server has taken it. One that is
+// still marked as leaving when a run is taken up is doubtful: nobody knows its fate, and it is not sent again by
+// itself. So nobody gets two, whatever stops the run.
 #pragma once
 
 #include <chrono>
-#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "distribute/Batch.h"
 #include "distribute/Upload.h"
+#include "platform/files/Files.h"
 #include "store/Letters.h"
 
 namespace tarvolinex {
@@ -47,11 +48,30 @@ struct LetterRun {
                                                    std::chrono::minutes(2)};
 };
 
-// Goes on with the letters that are left: builds each supplier's calculator once, mails, notes date and delivery. A
-// refusal for good ends that letter alone. Returns when all are done, when the reporter's user stops it, or when no
-// server takes mail any more; the letters tell how far it came. A failure of the database after a message has left is a
-// fatal report.
-void SendLetters(Database& database, const LetterRun& run, Reporter& reporter);
+// A database's letters in the hands of this program: none beside it sends or drops them.
+class PostRoom {
+ public:
+  // Letters that were leaving when an earlier run ended are doubtful from here on. The database and the reporter must
+  // outlive it. Throws RuntimeError when another program has the letters.
+  PostRoom(Database& database, LetterRun run, Reporter& reporter);
+
+  // Begins a run with these, in place of the last one. Throws RuntimeError, and keeps the last one, when the settings
+  // name no sender or no way for mail.
+  void Begin(const std::vector<Letter>& letters);
+  void Forget();
+
+  // Goes on with the letters that are left: builds each supplier's calculator once, mails, notes date and delivery. A
+  // refusal for good ends that letter alone. Returns when all are done, when the reporter's user stops it, or, with a
+  // report, when what is in the way of one is in everybody's: a setting, or no server takes mail any more. The letters
+  // tell how far it came. A failure of the database after a message has left is a fatal report.
+  void Send();
+
+ private:
+  Database& database_;
+  const LetterRun run_;
+  Reporter& reporter_;
+  std::optional<FileLock> alone_;
+};
 
 // SupplierID, CompanyName, Contact, Email, Result, Detail as CSV with its heading; one that is left is "left".
 std::string LetterReport(const std::vector<Letter>& letters);

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/RuntimeError.h"
+#include "platform/text/Json.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/Contacts.h"
@@ -21,14 +22,51 @@ struct Line {
   std::string folder;  // of the database
 };
 
-// Supplier, contact, date, name, folder, with tabs between them.
+// What else is written down of a message, by its name in the list.
+template <typename Visit>
+void ForEachText(SentMail& mail, const Visit& visit) {
+  visit("SentAt", mail.delivery.date);
+  visit("CompanyName", mail.delivery.companyName);
+  visit("Email", mail.delivery.email);
+  visit("As", mail.delivery.sentAs);
+  visit("Subject", mail.delivery.subject);
+  visit("Message", mail.delivery.message);
+  visit("Organisation", mail.organisationIngredients);
+  visit("Supplier", mail.supplierIngredients);
+}
+
+std::string DeliveryText(SentMail mail) {
+  JsonObject object;
+  ForEachText(mail, [&](const char* name, const std::string& text) { object.emplace_back(name, text); });
+  return ReplaceAll(FormatJsonObject(object), "\n", "");
+}
+
+void ReadDelivery(std::string_view text, SentMail& mail) {
+  try {
+    const JsonObject object = ParseJsonObject(text);
+    ForEachText(mail, [&](std::string_view name, std::string& value) {
+      for (const auto& [member, stored] : object) {
+        if (member == name) value = std::get<std::string>(stored);
+      }
+    });
+    mail.delivery.supplierId = mail.supplier;
+    mail.delivery.contactId = mail.contact;
+    mail.delivery.contact = mail.name;
+    mail.delivery.result = "sent";
+  } catch (const std::exception&) {
+    mail.delivery = {};
+  }
+}
+
+// Supplier, contact, date, name, folder and, in later lists, the delivery, with tabs between them.
 std::optional<Line> ReadLine(std::string_view text) {
   const auto parts = Split(text, '\t');
-  if (parts.size() != 5) return std::nullopt;
+  if (parts.size() != 5 && parts.size() != 6) return std::nullopt;
   Line line;
   line.mail = {static_cast<int>(LeadingNumber(parts[0])), static_cast<int>(LeadingNumber(parts[1])),
                std::string(parts[2]), std::string(parts[3])};
   line.folder = parts[4];
+  if (parts.size() == 6) ReadDelivery(parts[5], line.mail);
   return line;
 }
 
@@ -39,7 +77,8 @@ std::string Written(const Line& line) {
     return text;
   };
   return std::to_string(line.mail.supplier) + "\t" + std::to_string(line.mail.contact) + "\t" + plain(line.mail.date) +
-         "\t" + plain(line.mail.name) + "\t" + plain(line.folder) + "\n";
+         "\t" + plain(line.mail.name) + "\t" + plain(line.folder) +
+         (line.mail.delivery.date.empty() ? "" : "\t" + DeliveryText(line.mail)) + "\n";
 }
 
 std::vector<Line> ReadLines(const SentList& list) {
@@ -74,7 +113,16 @@ std::vector<SentMail> RememberedMail(const SentList& list) {
 
 void NoteRememberedMail(const SentList& list, Database& database) {
   const auto mail = RememberedMail(list);
-  if (!mail.empty()) SetDatesLastSent(database, DatesOf(mail), true);
+  if (mail.empty()) return;
+  SetDatesLastSent(database, DatesOf(mail), true);
+  try {
+    for (const SentMail& each : mail) {
+      if (each.delivery.date.empty() || HasDelivery(database, each.delivery)) continue;
+      NoteDeliveries(database, {each.delivery}, each.organisationIngredients, each.supplierIngredients);
+    }
+  } catch (const RuntimeError&) {
+    // A list that cannot be kept does not stop the mail.
+  }
 }
 
 void ForgetRememberedMail(const SentList& list, int supplier) {

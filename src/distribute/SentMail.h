@@ -9,6 +9,7 @@
 
 #include "platform/files/Files.h"
 #include "store/Database.h"
+#include "store/Deliveries.h"
 
 namespace tarvolinex {
 
@@ -16,6 +17,10 @@ struct SentMail {
   int supplier = 0, contact = 0;
   std::string date;  // as the database is to store it
   std::string name;  // the contact's
+  // The same for the list of what has gone out, with what went into the calculator; empty when a line says nothing of
+  // it.
+  Delivery delivery = {};
+  std::string organisationIngredients = {}, supplierIngredients = {};
 };
 
 // Where it is written down, and the folder of the database that it is written down for.
@@ -27,7 +32,7 @@ struct SentList {
 std::vector<SentMail> RememberedMail(const SentList& list);
 
 // Notes what is written down in the open database, when it takes it; it stays written down until it is forgotten.
-// Throws RuntimeError with what the database says.
+// Throws RuntimeError with what the database says of the dates.
 void NoteRememberedMail(const SentList& list, Database& database);
 
 // Crosses out what is written down of the supplier. A failure is passed over: nobody is then mailed twice.

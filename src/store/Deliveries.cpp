@@ -22,7 +22,7 @@ void MakeDeliveryTables(Database& database) {
 
 // The ID of the content, which is stored once however often it went out.
 std::string KeepDelivered(Database& database, std::string_view content) {
-  const std::string text = EscapeQuotes(content);
+  const std::string text = DoubleQuotes(content);
   database.Plain().Execute(FillStatement(statements::kInsertDeliveredContent, "<CONTENT>", text));
   Recordset found;
   found.Open(FillStatement(statements::kFindDeliveredContent, "<CONTENT>", text), database.Plain());
@@ -47,12 +47,12 @@ void AddDeliveries(Database& database, const std::vector<Delivery>& deliveries,
     database.Plain().Execute(FillStatement(
         statements::kInsertDelivery, {{"<DATE>", each.date},
                                       {"<SUPPLIERID>", std::int64_t{each.supplierId}},
-                                      {"<COMPANYNAME>", EscapeQuotes(each.companyName)},
+                                      {"<COMPANYNAME>", DoubleQuotes(each.companyName)},
                                       {"<CONTACTID>", std::int64_t{each.contactId}},
-                                      {"<CONTACT>", EscapeQuotes(each.contact)},
-                                      {"<EMAIL>", EscapeQuotes(each.email)},
+                                      {"<CONTACT>", DoubleQuotes(each.contact)},
+                                      {"<EMAIL>", DoubleQuotes(each.email)},
                                       {"<SENTAS>", each.sentAs},
-                                      {"<RESULT>", EscapeQuotes(FirstCharacters(each.result, kMostInResult))},
+                                      {"<RESULT>", DoubleQuotes(FirstCharacters(each.result, kMostInResult))},
                                       {"<MESSAGE>", KeepDelivered(database, each.subject + "\n\n" + each.message)},
                                       {"<ORGANISATION>", organisation},
                                       {"<SUPPLIER>", supplier}}));
@@ -74,6 +74,16 @@ void NoteDeliveries(Database& database, const std::vector<Delivery>& deliveries,
     }
     throw;
   }
+}
+
+bool HasDelivery(Database& database, const Delivery& delivery) {
+  if (!database.Plain().HasTable(kDeliveriesTable)) return false;
+  Recordset found;
+  found.Open(FillStatement(statements::kFindDelivery, {{"<DATE>", DoubleQuotes(delivery.date)},
+                                                       {"<SUPPLIERID>", std::int64_t{delivery.supplierId}},
+                                                       {"<CONTACTID>", std::int64_t{delivery.contactId}}}),
+             database.Plain());
+  return !found.EndOfFile();
 }
 
 void ListDeliveries(Database& database, const std::function<void(int number, const Delivery&)>& read) {

@@ -32,6 +32,9 @@ void AddDeliveries(Database& database, const std::vector<Delivery>& deliveries,
 void NoteDeliveries(Database& database, const std::vector<Delivery>& deliveries,
                     const std::string& organisationIngredients, const std::string& supplierIngredients);
 
+// Whether one of that moment to that contact has been noted. Throws RuntimeError.
+bool HasDelivery(Database& database, const Delivery& delivery);
+
 // Every delivery in the order in which they were noted, with its number; without the messages. Throws RuntimeError.
 void ListDeliveries(Database& database, const std::function<void(int number, const Delivery&)>& read);
 

@@ -58,24 +58,31 @@ void BeginLetters(Database& database, const std::vector<Letter>& letters) {
   for (const Letter& letter : letters) {
     database.ExecuteStatement(
         FillStatement(statements::kInsertLetter, {{"<SUPPLIERID>", std::int64_t{letter.supplierId}},
-                                                  {"<COMPANYNAME>", EscapeQuotes(letter.companyName)},
+                                                  {"<COMPANYNAME>", DoubleQuotes(letter.companyName)},
                                                   {"<CONTACTID>", std::int64_t{letter.contactId}},
-                                                  {"<CONTACT>", EscapeQuotes(letter.contact)},
-                                                  {"<FIRSTNAME>", EscapeQuotes(letter.firstName)},
-                                                  {"<EMAIL>", EscapeQuotes(letter.email)},
-                                                  {"<SUBJECT>", EscapeQuotes(letter.subject)},
-                                                  {"<MESSAGE>", EscapeQuotes(letter.message)},
+                                                  {"<CONTACT>", DoubleQuotes(letter.contact)},
+                                                  {"<FIRSTNAME>", DoubleQuotes(letter.firstName)},
+                                                  {"<EMAIL>", DoubleQuotes(letter.email)},
+                                                  {"<SUBJECT>", DoubleQuotes(letter.subject)},
+                                                  {"<MESSAGE>", DoubleQuotes(letter.message)},
                                                   {"<WAY>", std::int64_t{letter.sendType}},
                                                   {"<INSTRUCTIONS>", letter.instructions ? "YES" : "NO"}}));
   }
   transaction.Commit();
 }
 
+bool ClaimLetter(Database& database, int id) {
+  database.Plain().Execute(FillStatement(statements::kClaimLetter, "<ID>", id));
+  Recordset changed;
+  changed.Open(statements::kChangedRows, database.Plain());
+  return ValueNumber(changed.Field(0)) == 1;
+}
+
 void SetLetterState(Database& database, int id, LetterState state, std::string_view detail) {
   constexpr int kMostInDetail = 250;
   database.Plain().Execute(
       FillStatement(statements::kLetterState, {{"<STATE>", std::string(NameOf(state))},
-                                               {"<DETAIL>", EscapeQuotes(FirstCharacters(detail, kMostInDetail))},
+                                               {"<DETAIL>", DoubleQuotes(FirstCharacters(detail, kMostInDetail))},
                                                {"<ID>", std::int64_t{id}}}));
 }
 

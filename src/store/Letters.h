@@ -35,6 +35,10 @@ std::vector<Letter> Letters(Database& database);
 // Begins a run with these, in place of the last one. A statement that fails is a fatal report.
 void BeginLetters(Database& database, const std::vector<Letter>& letters);
 
+// Marks one that waits as sending. False when it does not wait any more: another program has taken it. Throws
+// RuntimeError. In the transaction that is open, if one is.
+bool ClaimLetter(Database& database, int id);
+
 // Throws RuntimeError. In the transaction that is open, if one is.
 void SetLetterState(Database& database, int id, LetterState state, std::string_view detail);
 

@@ -42,4 +42,8 @@ std::string EscapeQuotes(std::string_view text) {
   return ReplaceAll(text, "'", "`");
 }
 
+std::string DoubleQuotes(std::string_view text) {
+  return ReplaceAll(text, "'", "''");
+}
+
 }  // namespace tarvolinex

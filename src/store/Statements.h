@@ -101,6 +101,8 @@ inline constexpr std::string_view kInsertDelivery =
     "OrganisationContent, SupplierContent) VALUES('<DATE>', <SUPPLIERID>, '<COMPANYNAME>', <CONTACTID>, '<CONTACT>', "
     "'<EMAIL>', '<SENTAS>', '<RESULT>', <MESSAGE>, <ORGANISATION>, <SUPPLIER>)";
 inline constexpr std::string_view kDeliveries = "SELECT * FROM Deliveries";
+inline constexpr std::string_view kFindDelivery =
+    "SELECT ID FROM Deliveries WHERE SentAt='<DATE>' AND SupplierId=<SUPPLIERID> AND ContactId=<CONTACTID>";
 inline constexpr std::string_view kDeliveryMessage =
     "SELECT DeliveredContents.* FROM DeliveredContents INNER JOIN Deliveries ON DeliveredContents.ID = "
     "Deliveries.Message WHERE Deliveries.ID = <ID>";
@@ -116,6 +118,9 @@ inline constexpr std::string_view kInsertLetter =
     "Instructions, State, Detail) VALUES(<SUPPLIERID>, '<COMPANYNAME>', <CONTACTID>, '<CONTACT>', '<FIRSTNAME>', "
     "'<EMAIL>', '<SUBJECT>', '<MESSAGE>', <WAY>, <INSTRUCTIONS>, 'waiting', '')";
 inline constexpr std::string_view kLetterState = "UPDATE Letters SET State='<STATE>', Detail='<DETAIL>' WHERE ID=<ID>";
+inline constexpr std::string_view kChangedRows = "SELECT changes() AS changed";
+inline constexpr std::string_view kClaimLetter =
+    "UPDATE Letters SET State='sending', Detail='' WHERE ID=<ID> AND State='waiting'";
 }  // namespace statements
 
 // A placeholder and the value whose text takes its place (Null: nothing).
@@ -133,5 +138,8 @@ Value NullToDefault(const Value& value, const Value& fallback = std::string());
 
 // Apostrophes become grave accents, so that the text can stand between quotes in a statement.
 std::string EscapeQuotes(std::string_view text);
+
+// The same for a text that is to be stored as it is: they are doubled.
+std::string DoubleQuotes(std::string_view text);
 
 }  // namespace tarvolinex

@@ -39,7 +39,7 @@ void AppendValue(const Value& value, std::string& out) {
   } else if (const auto* truth = std::get_if<bool>(&value)) {
     out += *truth ? "YES" : "NO";
   } else {
-    out += "'" + ReplaceAll(ValueText(value), "'", "''") + "'";
+    out += "'" + DoubleQuotes(ValueText(value)) + "'";
   }
 }
 

@@ -133,10 +133,17 @@ TEST_F(EmailTest, AMessageThatCannotLeaveIsReportedAndMarksNobody) {
 
 TEST_F(EmailTest, WhatIsRememberedOfOneSupplierIsForgottenAlone) {
   const SentList list = {AppFolder, DataFolder};
-  MailOnItsWay(list, {{1, 11, "today", "Ann"}, {3, 33, "today", "Bob"}}).Remember();
+  SentMail bob{3, 33, "today", "Bob", {}, "tax\t20\n", ""};
+  bob.delivery.date = "2026-11-25 09:00:00";
+  bob.delivery.message = "It's\there\r\n";
+  MailOnItsWay(list, {{1, 11, "today", "Ann"}, bob}).Remember();
   ForgetRememberedMail(list, 1);
   ASSERT_EQ(RememberedMail(list).size(), 1U);
   EXPECT_EQ(RememberedMail(list)[0].name, "Bob");
+  for (int twice = 0; twice < 2; ++twice) NoteRememberedMail(list, form->database);
+  EXPECT_EQ(Ask("SELECT group_concat(SupplierId||Contact||Result) FROM Deliveries"), "3Bobsent");
+  EXPECT_EQ(MessageOfDelivery(form->database, 1), "\n\nIt's\there\r\n");
+  EXPECT_EQ(LastSentOf(form->database)[3].organisationIngredients, "tax\t20\n");
 }
 
 TEST_F(EmailTest, NothingIsSentWhileTheDatabaseTakesNoDate) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "publish/Preferences.h"
 #include "support/Fixture.h"
@@ -27,17 +28,17 @@ class SendLettersTest : public SampleTest {
   void UseServer(const std::string& host) {
     folder.File("Mail.INI", "[PROFILES]\nDefaultProfile=s\n[s]\nTransport=smtp\nSecurity=none\nServer=" + host + "\n");
   }
+  PostRoom Room() {
+    using std::chrono::milliseconds;
+    return {form->database, {OwnBranding(), {}, 0, {milliseconds(1), milliseconds(1)}}, run};
+  }
   void Begin(int suppliers, bool toLast = false) {
     const auto jobs =
         BatchJobs(form->database, OwnBranding(), [&](const Standing& each) { return each.supplierId <= suppliers; });
-    BeginLetters(form->database,
-                 LettersFor(form->database, jobs,
+    Room().Begin(LettersFor(form->database, jobs,
                             {toLast, kSendZip, "For <FIRSTNAME>", "Your <CALCNAME>, <SUPPLIERNAME>", false}));
   }
-  void Send() {
-    using std::chrono::milliseconds;
-    SendLetters(form->database, {OwnBranding(), {}, 0, {milliseconds(1), milliseconds(1)}}, run);
-  }
+  void Send() { Room().Send(); }
   // "1 sent, 2 refused: ..." by supplier.
   std::string Fates() {
     std::map<int, std::string> fates;
@@ -87,6 +88,45 @@ TEST_F(SendLettersTest, ARunThatIsCutOffIsTakenUpWhereItWas) {
   EXPECT_EQ(LettersLeft(form->database), 0);
   EXPECT_EQ(Letters(form->database).front().state, LetterState::Doubtful);
   EXPECT_EQ(ReadFile(folder.Path() + "/taken").find(Letters(form->database).front().email), std::string::npos);
+}
+
+TEST_F(SendLettersTest, OneProgramHasTheLettersAndForgetsNoneThatWasLeaving) {
+  Begin(2);
+  const int first = Letters(form->database).front().id;
+  {
+    PostRoom room = Room();
+    EXPECT_THROW(Room(), RuntimeError);
+    EXPECT_TRUE(ClaimLetter(form->database, first));
+    EXPECT_FALSE(ClaimLetter(form->database, first)) << "it does not wait any more";
+  }
+  Room().Forget();
+  EXPECT_EQ(Ask("SELECT Result||SupplierId FROM Deliveries"), "doubtful1");
+  EXPECT_TRUE(Letters(form->database).empty());
+}
+
+TEST_F(SendLettersTest, WhatIsInEverybodysWayEndsTheRunAtOnceAndIsTold) {
+  const LoopbackServer server("smtp", folder.Path(), {"refuse"});
+  UseServer(server.Host());
+  Begin(2);
+  Send();
+  EXPECT_EQ(Fates(), "1 waiting, 2 waiting, ") << "the server does not like the sender";
+  EXPECT_EQ(Letters(form->database).back().detail, "") << "it was not asked twice";
+  EXPECT_NE(desktop.boxes.back().text.find("550 no mail today"), std::string::npos);
+  CalculatorPreferences.OrgEmail = "";
+  EXPECT_THROW(Begin(1), RuntimeError);
+  EXPECT_EQ(LettersLeft(form->database), 2) << "the last run is kept";
+}
+
+TEST_F(SendLettersTest, ApostrophesArriveAsTheyAre) {
+  const LoopbackServer server("smtp", folder.Path(), {"people"});
+  UseServer(server.Host());
+  form->database.ExecuteStatement(
+      "UPDATE contacts SET email='o''neil@x.example', FirstName='D''Arcy', Surname='' WHERE supplierid=1");
+  Begin(1);
+  Send();
+  EXPECT_EQ(ReadFile(folder.Path() + "/taken"), "o'neil@x.example\n");
+  EXPECT_EQ(Ask("SELECT Contact||' '||Email FROM Deliveries"), "D'Arcy o'neil@x.example");
+  EXPECT_EQ(MessageOfDelivery(form->database, 1).substr(0, 10), "For D'Arcy");
 }
 
 TEST_F(SendLettersTest, WhatIsSaidIsMadeForItsReader) {

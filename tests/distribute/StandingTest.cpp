@@ -63,8 +63,8 @@ TEST_F(StandingTest, WhatHasChangedSinceTheLastMessageIsToldInWords) {
 TEST_F(StandingTest, DeliveriesKeepWhomAndWhatAndOnlyWholeOnesAreNoted) {
   Send("sent");
   EXPECT_EQ(Ask("SELECT Contact||'|'||Email||'|'||SentAs||'|'||SupplierId FROM Deliveries"),
-            "Helen O`Hara|h@x.example|zip|1");
-  EXPECT_EQ(MessageOfDelivery(form->database, 1), "Subject\n\nIt`s here");
+            "Helen O'Hara|h@x.example|zip|1");
+  EXPECT_EQ(MessageOfDelivery(form->database, 1), "Subject\n\nIt's here");
   EXPECT_EQ(MessageOfDelivery(form->database, 2), "");
   Send("sent");
   EXPECT_EQ(Ask("SELECT COUNT(*) FROM DeliveredContents"), "3") << "what is the same is stored once";

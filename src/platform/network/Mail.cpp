@@ -42,6 +42,41 @@ std::string SmtpAddress(const MailProfile& profile) {
   return (tls ? "smtps://" : "smtp://") + profile.server + (named ? "" : tls ? ":465" : ":587");
 }
 
+// Remembers the word of the command that the server answers; the good-bye that follows a failure is none.
+int NoteCommand(CURL*, curl_infotype kind, char* bytes, std::size_t size, void* command) {
+  const std::string_view line(bytes, size);
+  if (kind == CURLINFO_HEADER_OUT && !line.starts_with("QUIT")) {
+    *static_cast<std::string*>(command) = line.substr(0, line.find_first_of(" \r\n"));
+  }
+  return 0;
+}
+
+// What a server's refusal means that came in answer to the command.
+MailFate FateOf(const CurlExchange& exchange, const std::string& command) {
+  if (exchange.reply.starts_with('4')) return MailFate::RefusedForNow;
+  return command == "RCPT" || exchange.sent > 0 ? MailFate::Refused : MailFate::Barred;
+}
+
+// What the programs that take mail mean by their exit codes. One that was not there to the end, or failed in another
+// way, may have put the message into its queue.
+MailFate FateOf(const ProgramEnd& end) {
+  constexpr int kUsage = 64, kData = 65, kNoUser = 67, kNoHost = 68, kNoRights = 77, kSetUpWrongly = 78;
+  if (!end.started) return MailFate::Barred;
+  switch (end.exitCode) {
+    case kData:
+    case kNoUser:
+      return MailFate::Refused;
+    case kNoHost:  // the reader's, or its own way out
+      return MailFate::RefusedForNow;
+    case kUsage:
+    case kNoRights:
+    case kSetUpWrongly:
+      return MailFate::Barred;
+    default:
+      return MailFate::Unknown;
+  }
+}
+
 int NumberOf(CURL* curl, CURLcode result) {
   if (NotReached(curl, result)) return kNotConnected;
   long answer = 0;
@@ -104,7 +139,7 @@ void MailSession::Attach(const std::string& path, const std::string& name) {
 
 void MailSession::Send() {
   const std::string bytes = Message().Bytes();
-  fate_ = MailFate::NotTaken;
+  fate_ = MailFate::Barred;
   switch (profile_.transport) {
     case MailTransport::Smtp:
       SendBySmtp(bytes);
@@ -138,6 +173,7 @@ std::string MailSession::OutboxFolder() const {
 
 void MailSession::SendBySmtp(const std::string& bytes) {
   const std::string password = Password ? *Password : PasswordOf(profile_, Progress, Patience);
+  std::string command;
   const CurlHandle handle = NewCurlHandle();
   CURL* curl = handle.get();
   CurlList recipients;
@@ -156,11 +192,15 @@ void MailSession::SendBySmtp(const std::string& bytes) {
   curl_easy_setopt(curl, CURLOPT_UPLOAD, 1L);
   CurlExchange exchange(bytes);
   SetExchange(curl, exchange);
+  curl_easy_setopt(curl, CURLOPT_VERBOSE, 1L);
+  curl_easy_setopt(curl, CURLOPT_DEBUGFUNCTION, &NoteCommand);
+  curl_easy_setopt(curl, CURLOPT_DEBUGDATA, &command);
   std::string error;
   const CURLcode result = RunTransfer(curl, exchange, Progress, Patience, error);
   if (result == CURLE_OK) return;
-  const bool forNow = exchange.reply.starts_with('4'), refused = forNow || exchange.reply.starts_with('5');
-  if (refused) fate_ = forNow ? MailFate::RefusedForNow : MailFate::Refused;
+  const bool refused = exchange.reply.starts_with('4') || exchange.reply.starts_with('5');
+  const bool barred = result == CURLE_LOGIN_DENIED || result == CURLE_PEER_FAILED_VERIFICATION;
+  fate_ = barred ? MailFate::Barred : refused ? FateOf(exchange, command) : MailFate::NotTaken;
   if (refused) error += ": " + SaidBy(exchange.reply);
   if (exchange.Sent() && !refused) {
     fate_ = MailFate::Unknown;
@@ -170,12 +210,21 @@ void MailSession::SendBySmtp(const std::string& bytes) {
   throw RuntimeError(NumberOf(curl, result), Taker() + ": " + error);
 }
 
-void MailSession::SendBySendmail(const std::string& bytes) const {
+void MailSession::SendBySendmail(const std::string& bytes) {
   std::vector<std::string> arguments = {"-i", "-f", message_->from.address, "--"};
   for (const MailAddress& recipient : message_->to) arguments.push_back(recipient.address);
   // It expects the line ends of this machine.
-  RunProgram({kLocalSendmail, kLocalSendmail, arguments, kMailFailed, Patience.answering},
-             ReplaceAll(bytes, "\r\n", "\n"), Progress, Patience);
+  ProgramEnd end;
+  try {
+    RunProgram({LocalSendmail, LocalSendmail, arguments, kMailFailed, Patience.answering},
+               ReplaceAll(bytes, "\r\n", "\n"), Progress, Patience, &end);
+  } catch (const RuntimeError& failure) {
+    fate_ = FateOf(end);
+    if (fate_ != MailFate::Unknown) throw;
+    throw RuntimeError(failure.Number(), failure.Description() + ". " +
+                                             Tr("It had the message by then, which may go out all the same. Please ask "
+                                                "one of its readers before you send it again"));
+  }
 }
 
 void MailSession::PutIntoOutbox(const std::string& bytes) const {

@@ -12,9 +12,9 @@
 
 namespace tarvolinex {
 
-// What became of a message whose Send failed: nobody got it and it may be tried again, the server refused it for good,
-// or nobody knows.
-enum class MailFate { NotTaken, RefusedForNow, Refused, Unknown };
+// What became of a message that failed. Nobody has got it: no server was there, the server refused it for now, it
+// refused this message or a reader of it for good, or none gets through before a setting is another. Or nobody knows.
+enum class MailFate { NotTaken, RefusedForNow, Refused, Barred, Unknown };
 
 // Every failure throws RuntimeError: 32050 signed on already, 32003 profile or login refused, 32014 recipient refused,
 // 32011 attachment missing, 35754 server not reached, 32002 anything else. The description says what was being done.
@@ -28,6 +28,7 @@ class MailSession {
   MailAddress DefaultSender;  // for profiles that name none
   // In place of the one that the profile's command prints or the key store has: typed by the user just now.
   std::optional<std::string> Password;
+  std::string LocalSendmail = kLocalSendmail;  // the program
 
   // iniPath: the file of the profiles. profile: its name; empty for the built-in one.
   void SignOn(const std::string& iniPath, const std::string& profile);
@@ -41,7 +42,7 @@ class MailSession {
   void Attach(const std::string& path, const std::string& name);
   // Returns once the server, the local sendmail or the outbox has taken the message for every recipient.
   void Send();
-  // After a Send that threw.
+  // After a step that threw.
   MailFate Fate() const { return fate_; }
   void SignOff();
 
@@ -52,11 +53,11 @@ class MailSession {
   MailMessage& Message();
   std::string OutboxFolder() const;
   void SendBySmtp(const std::string& bytes);
-  void SendBySendmail(const std::string& bytes) const;
+  void SendBySendmail(const std::string& bytes);
   void PutIntoOutbox(const std::string& bytes) const;
 
   bool signedOn_ = false, sent_ = false;
-  MailFate fate_ = MailFate::NotTaken;
+  MailFate fate_ = MailFate::Barred;
   std::string iniPath_;
   MailProfile profile_;
   std::unique_ptr<MailMessage> message_;

@@ -14,13 +14,14 @@ std::string SaidBy(std::string_view bytes) {
 }
 
 std::string RunProgram(const OtherProgram& program, const std::string& input, const TransferProgress& progress,
-                       const TransferPatience& patience) {
+                       const TransferPatience& patience, ProgramEnd* end) {
   constexpr int kPause = 30;
   QProcess process;
   QStringList arguments;
   for (const std::string& argument : program.arguments) arguments << QString::fromStdString(argument);
   process.start(QString::fromStdString(program.path), arguments);
   if (!process.waitForStarted()) throw RuntimeError(program.error, Tr("%1 cannot be started", {program.name}));
+  if (end) end->started = true;
   const auto fail = [&](const std::string& why) {
     process.kill();
     process.waitForFinished();
@@ -44,6 +45,7 @@ std::string RunProgram(const OtherProgram& program, const std::string& input, co
     if (now - taken > (left > 0 ? patience.silent : program.ending)) fail(Tr("%1 took too long", {program.name}));
     if (progress && !progress(total - left, total)) fail(Tr("%1 was stopped", {program.name}));
   }
+  if (end && process.exitStatus() == QProcess::NormalExit) end->exitCode = process.exitCode();
   if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
     throw RuntimeError(program.error, Tr("%1 failed: %2", {program.name, SaidBy(complaints.toStdString())}));
   }

@@ -19,10 +19,16 @@ struct OtherProgram {
   std::int64_t longestOutput = 1 << 16;  // bytes
 };
 
+// How far a program came.
+struct ProgramEnd {
+  bool started = false;
+  int exitCode = -1;  // -1: it did not end by itself
+};
+
 // Runs a program to its end while the windows live. Returns what it printed; throws RuntimeError when it cannot be
-// started, fails, takes nothing for too long or prints without end.
+// started, fails, takes nothing for too long or prints without end. `end` is set in either case.
 std::string RunProgram(const OtherProgram& program, const std::string& input, const TransferProgress& progress,
-                       const TransferPatience& patience);
+                       const TransferPatience& patience, ProgramEnd* end = nullptr);
 
 // The first line that the shell command prints.
 std::string PasswordPrintedBy(const std::string& command, const TransferProgress& progress,

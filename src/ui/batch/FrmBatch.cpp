@@ -6,52 +6,15 @@
 #include "controls/Desktop.h"
 #include "core/Settings.h"
 #include "distribute/Email.h"
+#include "exchange/Csv.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/Suppliers.h"
+#include "ui/batch/BatchProgress.h"
 
 namespace tarvolinex {
-
-// Shows the work in this window, with the time that is left.
-class FrmBatch::Progress final : public Reporter {
- public:
-  explicit Progress(FrmBatch& window) : window_(window) { window_.Block(true); }
-  ~Progress() override { window_.Block(false); }
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
-  void ShowError(std::string_view message, bool fatal) override { window_.run_.ShowError(message, fatal); }
-  void SetStatus(bool, std::string_view text, int progress) override {
-    if (progress >= 0) {
-      window_.BarProgress.SetValue(progress);
-      window_.LblProgress.SetCaption(CaptionOf(std::string(text) + Left(progress)));
-    }
-    DoEvents();
-  }
-  void ShowReason(const std::string& reason) override { window_.run_.ShowReason(reason); }
-  void ShowDetail(const std::string& reason) override { window_.run_.ShowDetail(reason); }
-  Answer MessageBox(const std::string& text, const std::string& title, BoxButtons buttons, BoxIcon icon) override {
-    return window_.run_.MessageBox(text, title, buttons, icon);
-  }
-  void DoEvents() override { TheDesktop().DoEvents(); }
-  void Repaint() override { TheDesktop().Repaint(); }
-  bool Stopped() const override { return window_.stop_; }
-  std::chrono::system_clock::time_point Now() const override { return TheDesktop().Now(); }
-
- private:
-  std::string Left(int progress) const {
-    constexpr int kTooSoon = 5, kWhole = 100, kMinute = 60;
-    const auto gone =
-        std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - began_).count();
-    if (progress < kTooSoon || gone == 0) return {};
-    const auto left = gone * (kWhole - progress) / progress;
-    return left >= kMinute ? Tr(" - %1 minutes left", {std::to_string((left + kMinute - 1) / kMinute)})
-                           : Tr(" - %1 seconds left", {std::to_string(left)});
-  }
-  FrmBatch& window_;
-  const std::chrono::steady_clock::time_point began_ = std::chrono::steady_clock::now();
-};
 
 FrmBatch::FrmBatch(Run& run, Database& database, const Branding& branding, const WebAccount& web, std::set<int> found)
     : Window("FrmBatch", run.ReplaceAliases(Tr("All <SUPPLIER>s at Once"))),
@@ -138,39 +101,70 @@ void FrmBatch::Load() {
   TxtSubject.SetText(ReadIni(branding_.folders.app, "General", "OPTIONS", "BATCHSUBJECT", ""));
   TxtPerMinute.SetText(
       FormatNumberInput(kInputCount, ReadIni(branding_.folders.app, "General", "OPTIONS", "BATCHPERMINUTE", "")));
-  OpWhat(kBatchSend).SetValue(true);
-  LvwWho.BeginFill();
-  LvwWho.Clear();
-  stale_.clear();
-  never_.clear();
-  try {
-    ForEachStanding(database_, branding_, [&](const Standing& each) {
-      ListView::Row row;
-      row.key = "ID" + std::to_string(each.supplierId);
-      row.text = each.companyName;
-      const bool stale = each.state == Currentness::Stale;
-      row.cells = {stale                              ? Tr("out of date")
-                   : each.state == Currentness::Never ? Tr("never sent")
-                                                      : Tr("current"),
-                   each.lastSent, each.sentAs, each.changes};
-      row.toolTip = each.changes;
-      row.checked = stale;
-      if (stale) stale_.insert(each.supplierId);
-      if (each.state == Currentness::Never) never_.insert(each.supplierId);
-      LvwWho.Add(std::move(row));
-    });
-  } catch (const RuntimeError& failure) {
-    run_.ShowError(failure.Description());
-  }
-  LvwWho.EndFill();
-  LvwWho.Select(LvwWho.FirstShown());
   CmdTick(kTickFound).SetEnabled(!found_.empty());
   CmdSave.SetEnabled(false);
   CmdStop.SetEnabled(false);
-  if (LettersLeft(database_) > 0) {
-    CmdGo.SetCaption(Tr("&Go On"));
-    ShowLetters();
+  LvwWho.Clear();
+  OpWhat(kBatchSend).SetValue(true);
+  try {
+    ShowStandings();
+    Tick(kTickStale);
+    left_ = LettersLeft(database_);
+    ShowGo();
+    if (left_ > 0) ShowLetters();
+  } catch (const RuntimeError& failure) {
+    run_.ShowError(failure.Description());
   }
+}
+
+// What was ticked stays so unless it is done: current since the last look.
+void FrmBatch::ShowStandings() {
+  std::set<int> ticked;
+  for (const ListView::Row& row : LvwWho.Rows()) {
+    if (row.checked) ticked.insert(IdOfKey(row.key));
+  }
+  std::set<int> due = stale_;
+  due.insert(never_.begin(), never_.end());
+  stale_.clear();
+  never_.clear();
+  LvwWho.BeginFill();
+  LvwWho.Clear();
+  try {
+    ForEachStanding(database_, branding_, [&](const Standing& each) {
+      const bool done = each.state == Currentness::Current && due.contains(each.supplierId);
+      ShowStanding(each, ticked.contains(each.supplierId) && !done);
+    });
+  } catch (const RuntimeError&) {
+    LvwWho.EndFill();
+    throw;
+  }
+  LvwWho.EndFill();
+  LvwWho.Select(LvwWho.FirstShown());
+}
+
+void FrmBatch::ShowStanding(const Standing& standing, bool ticked) {
+  const bool stale = standing.state == Currentness::Stale, never = standing.state == Currentness::Never;
+  ListView::Row row;
+  row.key = "ID" + std::to_string(standing.supplierId);
+  row.text = standing.companyName;
+  row.cells = {stale   ? Tr("out of date")
+               : never ? Tr("never sent")
+                       : Tr("current"),
+               standing.lastSent, standing.sentAs, standing.changes};
+  row.toolTip = standing.changes;
+  row.checked = ticked;
+  if (stale) stale_.insert(standing.supplierId);
+  if (never) never_.insert(standing.supplierId);
+  LvwWho.Add(std::move(row));
+}
+
+// Whether the button goes on with what the last run has left.
+bool FrmBatch::GoesOn() const {
+  return left_ > 0 && OpWhat(kBatchSend).Value();
+}
+
+void FrmBatch::ShowGo() {
+  CmdGo.SetCaption(GoesOn() ? Tr("&Go On") : Tr("&Start"));
 }
 
 void FrmBatch::Tick(int which) {
@@ -197,6 +191,7 @@ void FrmBatch::ShowChoices() {
                            static_cast<Control*>(&TxtPerMinute), static_cast<Control*>(&CmdTry)}) {
     control->SetEnabled(send);
   }
+  ShowGo();
 }
 
 void FrmBatch::Browse() {
@@ -245,6 +240,7 @@ void FrmBatch::Try() {
   try {
     const auto jobs = TickedJobs();
     std::vector<std::vector<std::string>> rows;
+    report_ = "SupplierID,CompanyName,Contact,Email,Subject,Message\n";
     for (const Letter& letter : LettersFor(database_, jobs, Order())) {
       const auto job = std::find_if(jobs.begin(), jobs.end(),
                                     [&](const BatchJob& each) { return each.supplierId == letter.supplierId; });
@@ -253,6 +249,8 @@ void FrmBatch::Try() {
       const WrittenLetter written = Written(letter, branding_, job->publication.supplier, instructions, "", web_);
       rows.push_back({letter.companyName, written.to, Tr("would be sent"),
                       written.subject + " | " + ReplaceAll(ReplaceAll(written.text, "\r", ""), "\n", " ")});
+      report_ += std::to_string(letter.supplierId) + "," + CsvCell(letter.companyName) + "," + CsvCell(letter.contact) +
+                 "," + CsvCell(letter.email) + "," + CsvCell(written.subject) + "," + CsvCell(written.text) + "\n";
     }
     ShowReport(rows);
   } catch (const RuntimeError& failure) {
@@ -263,16 +261,17 @@ void FrmBatch::Try() {
 void FrmBatch::Go() {
   stop_ = false;
   try {
-    if (LettersLeft(database_) > 0) {
+    left_ = LettersLeft(database_);
+    if (GoesOn()) {
       const Answer answer =
           run_.MessageBox(Tr("%1 messages of the last run are left.\n\nYes goes on with them, No forgets them.",
-                             {std::to_string(LettersLeft(database_))}),
+                             {std::to_string(left_)}),
                           Caption(), BoxButtons::YesNoCancel, BoxIcon::Question);
       if (answer == Answer::Cancel) return;
-      if (answer == Answer::Yes) return Send();
-      BeginLetters(database_, {});
-      CmdGo.SetCaption(Tr("&Start"));
-      return;
+      if (answer == Answer::Yes) return Send(nullptr);
+      PostRoom(database_, {branding_, web_}, run_).Forget();
+      left_ = 0;
+      return ShowGo();
     }
     if (!MayBegin()) return;
     Remember();
@@ -280,8 +279,7 @@ void FrmBatch::Go() {
     const auto letters = LettersFor(database_, TickedJobs(), Order());
     const std::string question = Tr("Send %1 messages?", {std::to_string(letters.size())});
     if (run_.MessageBox(question, Caption(), BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes) return;
-    BeginLetters(database_, letters);
-    Send();
+    Send(&letters);
   } catch (const RuntimeError& failure) {
     run_.ShowError(failure.Description());
   }
@@ -301,15 +299,20 @@ void FrmBatch::Make() {
   for (const BatchResult& each : results)
     rows.push_back({each.companyName, each.path, each.done ? Tr("done") : Tr("failed"), each.detail});
   ShowReport(rows);
+  ShowStandings();
 }
 
-void FrmBatch::Send() {
+void FrmBatch::Send(const std::vector<Letter>* fresh) {
   {
     Progress progress(*this);
-    SendLetters(database_, {branding_, web_, PerMinute()}, progress);
+    PostRoom room(database_, {branding_, web_, PerMinute()}, progress);
+    if (fresh) room.Begin(*fresh);
+    room.Send();
   }
+  left_ = LettersLeft(database_);
   ShowLetters();
-  CmdGo.SetCaption(LettersLeft(database_) > 0 ? Tr("&Go On") : Tr("&Start"));
+  ShowStandings();
+  ShowGo();
 }
 
 void FrmBatch::ShowLetters() {

@@ -58,7 +58,12 @@ class FrmBatch : public Window {
   void Try();
   void Go();
   void Make();
-  void Send();
+  // None: goes on with the last run.
+  void Send(const std::vector<Letter>* fresh);
+  void ShowStandings();
+  void ShowStanding(const Standing& standing, bool ticked);
+  void ShowGo();
+  bool GoesOn() const;
   void ShowLetters();
   void ShowReport(const std::vector<std::vector<std::string>>& rows);
   void Block(bool working);
@@ -70,6 +75,7 @@ class FrmBatch : public Window {
   const WebAccount web_;
   const std::set<int> found_;
   std::set<int> stale_, never_;
+  int left_ = 0;  // letters of the last run
   bool working_ = false, stop_ = false;
   std::string report_;  // as CSV, with its heading
 };

@@ -35,6 +35,7 @@ class MailTest : public ProgramTest {
     session.DefaultSender = {"Ann Whitlöck", "ann@example.com"};
     session.Patience = {2000ms, 1000ms};
     session.Password = password;
+    session.LocalSendmail = sendmail;
     const RuntimeError failure = FailureOf([&] {
       session.SignOn(ini, DefaultMailProfileName(ini));
       session.Compose();
@@ -60,7 +61,7 @@ class MailTest : public ProgramTest {
   const std::string ini = folder.Path() + "/Mail.INI", message = folder.Path() + "/message.json";
   MailSession session;
   std::optional<std::string> password;
-  std::string reason;
+  std::string reason, sendmail;
 };
 
 TEST_F(MailTest, AServerGetsTheWholeMessage) {
@@ -144,6 +145,33 @@ TEST_F(MailTest, FaultsOfTheServerEndTheMessage) {
   }
   PlainProfile("127.0.0.1:1");
   EXPECT_EQ(Send(), kNotConnected);
+}
+
+TEST_F(MailTest, WhoeverMayGetTheMessageAfterAFailureIsInItsFate) {
+  for (const auto& [behaviour, fate] : {std::pair{"refuse", MailFate::Barred},
+                                        {"refuse-second", MailFate::Refused},
+                                        {"later", MailFate::RefusedForNow},
+                                        {"drop", MailFate::Unknown}}) {
+    const LoopbackServer server("smtp", folder.Path(), {behaviour});
+    PlainProfile(server.Host());
+    Send();
+    EXPECT_EQ(session.Fate(), fate) << behaviour;
+  }
+  const std::string program = folder.Path() + "/sendmail";
+  for (const auto& [end, fate] : {std::pair{"exit 67", MailFate::Refused},
+                                  {"exit 78", MailFate::Barred},
+                                  {"exit 75", MailFate::Unknown},
+                                  {"kill -9 $$", MailFate::Unknown}}) {
+    std::filesystem::remove(program);
+    sendmail = folder.File("sendmail", "#!/bin/sh\ncat >/dev/null; " + std::string(end) + "\n");
+    std::filesystem::permissions(sendmail, std::filesystem::perms::owner_all);
+    Profile("Transport=sendmail\r\n");
+    EXPECT_EQ(Send(), kMailFailed) << end;
+    EXPECT_EQ(session.Fate(), fate) << end;
+  }
+  sendmail = folder.Path() + "/none";
+  Send();
+  EXPECT_EQ(session.Fate(), MailFate::Barred);
 }
 
 TEST_F(MailTest, TheOutboxGetsOneFileAndAnUnwritableOneFails) {
