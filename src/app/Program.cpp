@@ -18,7 +18,7 @@ int RunWithoutWindow(const ProgramOptions& options) {
   try {
     Run run;
     std::optional<FolderLock> alone;
-    if (CommandWritesFolders(options.command)) {
+    if (WritesFolders(options)) {
       alone.emplace(ChooseAppFolder(options.appFolder), std::chrono::seconds(30));
     }
     if (CommandUsesFolders(options.command)) PrepareRun(options, run);

@@ -18,16 +18,18 @@ void PrepareRun(const ProgramOptions& options, Run& run) {
   run.ChosenDataFolder = options.dataFolder.empty() ? "" : WholePath(options.dataFolder);
   run.DataFolder = RememberedDataFolder(run);
   const std::string_view only = OnlyFileOfCommand(options.command);
-  const bool newTemplate = FillAppFolder(run.Places(), only);
+  const bool untouched = IsDryRun(options) && FileExists(run.AppFolder + "\\General.dat");
+  const bool newTemplate = !untouched && FillAppFolder(run.Places(), only);
   LoadWebSettings(run);
   LoadCalculatorPreferences(run.Places(), run.CalculatorPreferences, run);
+  if (untouched) return;
   // A new app folder can publish from the start, also when its first start was cut off, and a new version of the page
   // counts at once.
   const std::string& app = run.AppFolder;
   const bool neverMade = !FileExists(app + "\\calc.html") && !FileExists(app + "\\calc_test.html");
   const auto branding = [&]() -> Branding { return {run.Places(), run.CalculatorPreferences, run.CustomerReference}; };
   if (!newTemplate && !neverMade && (!only.empty() || !PagesAreDue(branding()))) return;
-  if (options.command.empty() || CommandWritesFolders(options.command)) return MakePages(branding(), run);
+  if (options.command.empty() || WritesFolders(options)) return MakePages(branding(), run);
   try {
     // This command works beside other programs; when there is one, the pages are in its hands.
     const FolderLock alone(app);

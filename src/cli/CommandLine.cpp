@@ -159,6 +159,7 @@ earlier time are replaced.
                        [--instructions]
        tarvolinex send --all|--stale --to all|last --as exe|zip|link --subject TEXT --message TEXT [--instructions]
                        [--per-minute N] [--dry-run] [--resume]
+       tarvolinex send --resume [--per-minute N]
 
 Builds and packs the supplier's calculator and sends one message to the contacts, in the way that Mail.INI of the app
 folder says; without it through the local sendmail, or into the folder "Outbox". The day of sending is noted with each
@@ -191,9 +192,9 @@ Writes ID, CompanyName, State, LastSent, As, Changes for every supplier, in the 
     {"sent", "list what has gone out",
      R"(usage: tarvolinex sent [--supplier ID] [--output FILE.csv|FILE.xlsx]
 
-Writes Date, SupplierID, CompanyName, Contact, Email, As, Result: one row a calculator and reader. As is exe, zip or
-link, Result is sent, doubtful (it may have been taken), refused with the server's words, or made for a file that
-somebody hands on.
+Writes Date, SupplierID, CompanyName, Contact, Email, As, Result: one row a calculator and reader. As is exe, zip, link
+or folder, Result is sent, doubtful (it may have been taken), refused with the server's words, or made for a file or
+folder that somebody hands on.
 )",
      RunSent},
     {"sheet", "write a quote sheet for a customer",
@@ -288,9 +289,13 @@ bool CommandUsesFolders(const std::string& command) {
   return found && found->usesFolders;
 }
 
-bool CommandWritesFolders(const std::string& command) {
-  const Command* found = FindCommand(command);
-  return found && found->writesFolders;
+bool WritesFolders(const ProgramOptions& options) {
+  const Command* found = FindCommand(options.command);
+  return found && found->writesFolders && !IsDryRun(options);
+}
+
+bool IsDryRun(const ProgramOptions& options) {
+  return std::find(options.arguments.begin(), options.arguments.end(), "--dry-run") != options.arguments.end();
 }
 
 std::string_view OnlyFileOfCommand(const std::string& command) {

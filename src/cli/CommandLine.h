@@ -26,8 +26,11 @@ std::string UsageText(const std::string& command);
 // False for a command that works on the files that it is given and nothing else.
 bool CommandUsesFolders(const std::string& command);
 
-// True for a command that writes into the app folder; one of them at a time may work there.
-bool CommandWritesFolders(const std::string& command);
+// Whether it writes into the app folder; one of them at a time may work there.
+bool WritesFolders(const ProgramOptions& options);
+
+// Whether it only says what it would do. In an app folder that has been used before it then writes nothing.
+bool IsDryRun(const ProgramOptions& options);
 
 // The only one of the app folder's delivered files that the command reads; empty = it may read all of them.
 std::string_view OnlyFileOfCommand(const std::string& command);

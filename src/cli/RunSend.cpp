@@ -67,8 +67,13 @@ LetterOrder OrderOf(const Arguments& parsed) {
   const std::string to = parsed.Value("--to");
   if (to != "all" && to != "last") throw UsageError{"--to is one of all, last"};
   if (parsed.Value("--subject").empty()) throw UsageError{"--subject TEXT is needed"};
-  return {to == "last", WayOf(parsed.Value("--as")), parsed.Value("--subject"), WithLineEnds(parsed.Value("--message")),
-          parsed.Has("--instructions")};
+  LetterOrder order;
+  order.toLast = to == "last";
+  order.sendType = WayOf(parsed.Value("--as"));
+  order.subject = parsed.Value("--subject");
+  order.message = WithLineEnds(parsed.Value("--message"));
+  order.instructions = parsed.Has("--instructions");
+  return order;
 }
 
 void ShowLetters(Run& run, const std::vector<Letter>& letters, const std::vector<BatchJob>& jobs) {
@@ -84,27 +89,36 @@ void ShowLetters(Run& run, const std::vector<Letter>& letters, const std::vector
   }
 }
 
+void ShowWhatWouldGo(Run& run, Database& database, const Arguments& parsed, const LetterOrder& order) {
+  const auto jobs = BatchJobs(database, OwnBranding(run), WantedBy(parsed));
+  ShowLetters(run, LettersFor(database, jobs, order), jobs);
+}
+
+// One that is unfinished is forgotten only when the user agrees.
+void BeginRun(Run& run, Database& database, PostRoom& room, const Arguments& parsed, const LetterOrder& order) {
+  const int left = LettersLeft(database);
+  if (left > 0 && run.MessageBox(Tr("A run is unfinished: %1 messages are left. Begin another one and forget them?",
+                                    {std::to_string(left)}),
+                                 Tr("Email"), BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes) {
+    throw RuntimeError(kItemNotFound, "--resume goes on with the unfinished run, --yes begins another one");
+  }
+  room.Begin(LettersFor(database, BatchJobs(database, OwnBranding(run), WantedBy(parsed)), order));
+}
+
 int SendToMany(Run& run, const Arguments& parsed) {
-  const LetterOrder order = OrderOf(parsed);
-  CheckLinks(run, order.sendType);
+  const bool resumes = parsed.Has("--resume");
+  // An unfinished run goes on with what it was begun with.
+  const LetterOrder order = resumes && !parsed.Has("--as") ? LetterOrder() : OrderOf(parsed);
+  if (!resumes) CheckLinks(run, order.sendType);
   const int perMinute = PerMinute(parsed);
   Database database(run);
   if (!OpenDatabaseForCommand(run, database)) return kFailed;
   if (parsed.Has("--dry-run")) {
-    const auto jobs = BatchJobs(database, OwnBranding(run), WantedBy(parsed));
-    ShowLetters(run, LettersFor(database, jobs, order), jobs);
+    ShowWhatWouldGo(run, database, parsed, order);
     return kDone;
   }
   PostRoom room(database, {OwnBranding(run), OwnWebAccount(run), perMinute}, run);
-  const int left = LettersLeft(database);
-  if (!parsed.Has("--resume")) {
-    if (left > 0 && run.MessageBox(Tr("A run is unfinished: %1 messages are left. Begin another one and forget them?",
-                                      {std::to_string(left)}),
-                                   Tr("Email"), BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes) {
-      throw RuntimeError(kItemNotFound, "--resume goes on with the unfinished run, --yes begins another one");
-    }
-    room.Begin(LettersFor(database, BatchJobs(database, OwnBranding(run), WantedBy(parsed)), order));
-  }
+  if (!resumes) BeginRun(run, database, room, parsed, order);
   room.Send();
   const std::vector<Letter> letters = Letters(database);
   std::cout << LetterReport(letters);
@@ -119,7 +133,8 @@ int RunSend(Run& run, const std::vector<std::string>& arguments) {
   const Arguments parsed(arguments,
                          {"--supplier", "--contact", "--as", "--subject", "--message", "--to", "--per-minute"},
                          {"--instructions", "--all", "--stale", "--dry-run", "--resume"}, 0);
-  if (IsForMany(parsed)) return SendToMany(run, parsed);
+  const bool one = parsed.Has("--supplier");
+  if (IsForMany(parsed) || (parsed.Has("--resume") && !one)) return SendToMany(run, parsed);
   for (const char* option : {"--to", "--per-minute", "--dry-run", "--resume"}) {
     if (parsed.Has(option)) throw UsageError{std::string(option) + " goes with --all or --stale"};
   }

@@ -42,6 +42,8 @@ class Reporter {
   virtual void Repaint() = 0;
   // The user wants the work to end.
   virtual bool Stopped() const = 0;
+  // The user wants the work to rest: nothing is begun meanwhile.
+  virtual bool Paused() const { return false; }
   virtual std::chrono::system_clock::time_point Now() const = 0;
 };
 

@@ -11,6 +11,7 @@
 #include "core/Limits.h"
 #include "distribute/InstallPackage.h"
 #include "distribute/Unattended.h"
+#include "distribute/WorkFolders.h"
 #include "exchange/Csv.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
@@ -34,10 +35,7 @@ class Workers {
       threads_.emplace_back([this, i] { Work(static_cast<int>(i)); });
     }
   }
-  ~Workers() {
-    stopped_ = true;
-    for (std::thread& thread : threads_) thread.join();
-  }
+  ~Workers() { Stop(); }
   Workers(const Workers&) = delete;
   Workers& operator=(const Workers&) = delete;
 
@@ -51,9 +49,25 @@ class Workers {
     return given_ < jobs_.size();
   }
 
+  void Pause(bool paused) { paused_ = paused; }
+
+  // Those that are in hand are still made: their results come from Next.
+  void Stop() {
+    stopped_ = true;
+    for (std::thread& thread : threads_) thread.join();
+    threads_.clear();
+  }
+
  private:
   void Work(int worker) {
-    for (std::size_t i; !stopped_ && (i = next_++) < jobs_.size();) {
+    constexpr auto kLook = std::chrono::milliseconds(50);
+    while (!stopped_) {
+      if (paused_) {
+        std::this_thread::sleep_for(kLook);
+        continue;
+      }
+      const std::size_t i = next_++;
+      if (i >= jobs_.size()) return;
       BatchResult result = make_(jobs_[i], worker);
       const std::lock_guard lock(mutex_);
       done_.emplace_back(i, std::move(result));
@@ -63,27 +77,12 @@ class Workers {
   const std::vector<BatchJob>& jobs_;
   std::function<BatchResult(const BatchJob&, int)> make_;
   std::atomic<std::size_t> next_ = 0;
-  std::atomic<bool> stopped_ = false;
+  std::atomic<bool> stopped_ = false, paused_ = false;
   std::mutex mutex_;
   std::condition_variable changed_;
   std::vector<std::pair<std::size_t, BatchResult>> done_;
   std::size_t given_ = 0;
   std::vector<std::thread> threads_;
-};
-
-// Folders in which the workers build what they pack.
-class WorkFolders {
- public:
-  explicit WorkFolders(const std::string& outputFolder) : unfinished_(outputFolder + "\\work") {}
-  std::string Of(int worker) const { return unfinished_.Path() + "." + std::to_string(worker) + "\\"; }
-  ~WorkFolders() {
-    for (int worker = 0; FolderExists(Of(worker)); ++worker) DeleteFolder(Of(worker));
-  }
-  WorkFolders(const WorkFolders&) = delete;
-  WorkFolders& operator=(const WorkFolders&) = delete;
-
- private:
-  UnfinishedFile unfinished_;
 };
 
 void ReadJob(Database& database, BatchJob& job) {
@@ -99,12 +98,12 @@ void NoteAllMade(Database& database, const std::vector<BatchJob>& jobs,
   try {
     database.KeepDailyCopy();
     database.Plain().Begin();
-    std::string organisation;
+    const Branding& branding = jobs.front().publication.branding;
+    const std::string organisation = OrganisationIngredients(branding);
+    FormPrints prints(branding.folders.data);
     for (std::size_t i = 0; i < jobs.size(); ++i) {
       if (!results[i] || !results[i]->done) continue;
       const Publication& publication = jobs[i].publication;
-      if (organisation.empty()) organisation = OrganisationIngredients(publication.branding);
-      FormPrints prints(publication.branding.folders.data);
       Delivery made;
       made.date = DeliveryDate(reporter.Now());
       made.supplierId = jobs[i].supplierId;
@@ -169,6 +168,7 @@ std::string MakeOne(const BatchJob& job, int sendType, const std::string& calcul
       const std::string source = job.publication.branding.folders.calculator + program;
       if (sendType != kBatchFolder && FileExists(source)) CopyFile(source, calculatorFolder + program);
     }
+    BringInstallIcon(publication.branding);
     BuildCalculatorFolder(publication, reporter);
     const bool made = sendType == kBatchFolder || BuildDistFiles(publication.branding, sendType, path, reporter);
     warnings = reporter.Warnings();
@@ -176,6 +176,8 @@ std::string MakeOne(const BatchJob& job, int sendType, const std::string& calcul
     return reporter.Reports().empty() ? Tr("It could not be made") : reporter.Reports();
   } catch (const RuntimeError& failure) {
     return failure.Description();
+  } catch (const std::exception& failure) {  // on a thread of its own: nobody else would catch it
+    return failure.what();
   }
 }
 
@@ -185,7 +187,7 @@ std::vector<BatchResult> MakeBatch(Database& database, const std::vector<BatchJo
   if (jobs.empty()) return {};
   // Once, before several look at it.
   if (!RefreshPages(jobs.front().publication.branding, reporter)) return {};
-  const WorkFolders folders(outputFolder);
+  const WorkFolders folders(outputFolder + "\\work", jobs.size());
   const auto now = reporter.Now();
   std::vector<std::optional<BatchResult>> results(jobs.size());
   {
@@ -194,8 +196,8 @@ std::vector<BatchResult> MakeBatch(Database& database, const std::vector<BatchJo
       const bool folder = sendType == kBatchFolder;
       if (!folder) result.path += std::string(".") + WayName(sendType);
       std::string warnings;
-      result.detail =
-          MakeOne(job, sendType, folder ? result.path + "\\" : folders.Of(worker), result.path, now, warnings);
+      result.detail = MakeOne(job, sendType, folder ? result.path + "\\" : folders.Of(static_cast<std::size_t>(worker)),
+                              result.path, now, warnings);
       result.done = result.detail.empty();
       if (result.done) result.detail = warnings;
       if (!result.done) result.path.clear();
@@ -203,8 +205,11 @@ std::vector<BatchResult> MakeBatch(Database& database, const std::vector<BatchJo
     });
     std::size_t done = 0;
     std::vector<std::pair<std::size_t, BatchResult>> came;
-    for (bool more = true; more && !reporter.Stopped();) {
-      more = workers.Next(came);
+    for (bool more = true; more;) {
+      const bool last = reporter.Stopped();
+      workers.Pause(reporter.Paused());
+      if (last) workers.Stop();
+      more = workers.Next(came) && !last;
       for (auto& [job, result] : came) {
         reporter.SetStatus(false, result.companyName, static_cast<int>(++done * 100 / jobs.size()));
         results[job] = std::move(result);

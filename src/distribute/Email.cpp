@@ -250,7 +250,8 @@ std::optional<std::string> Dispatch::BuildAndSend() {
   reporter_.DoEvents();
   std::string identifier;
   if (sending_.sendType == kSendLink) {
-    const auto uploaded = TransferInstallFile(Places().app, sending_.web, reporter_);
+    const auto uploaded =
+        TransferInstallFile(Places().app, InstallFilePath(Places().app, kSendLink), sending_.web, reporter_);
     if (!uploaded) return std::nullopt;
     identifier = *uploaded;
   }

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "core/Aliases.h"
+#include "distribute/BuildAhead.h"
 #include "distribute/Email.h"
 #include "distribute/Unattended.h"
 #include "exchange/Csv.h"
@@ -15,19 +16,27 @@
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "publish/Ingredients.h"
+#include "publish/Template.h"
 #include "store/Contacts.h"
 
 namespace tarvolinex {
 
 namespace {
 
-// Contacts that were sent a calculator before.
-std::set<int> SentBefore(Database& database) {
-  std::set<int> contacts;
+// How each contact was sent a calculator the last time.
+std::map<int, std::string> LastWays(Database& database) {
+  std::map<int, std::string> ways;
   ListDeliveries(database, [&](int, const Delivery& each) {
-    if (each.result == "sent") contacts.insert(each.contactId);
+    if (each.result == "sent") ways[each.contactId] = each.sentAs;
   });
-  return contacts;
+  return ways;
+}
+
+int WayOf(const std::string& name, int otherwise) {
+  for (const int way : {kSendProgram, kSendZip, kSendLink}) {
+    if (name == WayName(way)) return way;
+  }
+  return otherwise;
 }
 
 bool IsOpen(const Letter& letter) {
@@ -48,47 +57,60 @@ class Postman {
   }
 
   void Run() {
+    if (!RefreshPages(run_.branding, reporter_)) return;
     letters_ = Letters(database_);
+    ahead_.emplace(run_.branding);
     for (std::size_t i = 0; i < letters_.size() && !ended_; ++i) {
       if (letters_[i].state != LetterState::Waiting) continue;
-      if (!Prepare(letters_[i])) continue;
       done_ = i;
-      Deliver(letters_[i]);
+      if (Prepare(i)) Deliver(letters_[i]);
     }
     reporter_.SetStatus(false, "", -1);
   }
 
  private:
-  // Everything for the letter's supplier. False when its calculator cannot be made.
-  bool Prepare(Letter& letter) {
-    if (!job_ || job_->supplierId != letter.supplierId) {
-      reporter_.SetStatus(false, letter.companyName, Percent());
-      for (std::string* text : {&instructions_, &identifier_, &organisation_, &supplier_, &uploadFault_}) text->clear();
-      job_ = JobFor(database_, run_.branding, letter.supplierId, letter.companyName);
-      fault_ = Build(letter);
+  static BuildAhead::Which WhichOf(const Letter& letter) { return {letter.supplierId, letter.sendType}; }
+
+  // Begins what this letter and the next ones need, as far as there is room.
+  void BuildFrom(std::size_t index) {
+    for (std::size_t i = index; i < letters_.size() && (i == index || ahead_->HasRoom()); ++i) {
+      const Letter& letter = letters_[i];
+      if (letter.state != LetterState::Waiting || ahead_->Holds(WhichOf(letter))) continue;
+      ahead_->Begin(WhichOf(letter), JobFor(database_, run_.branding, letter.supplierId, letter.companyName),
+                    reporter_.Now());
     }
-    if (!fault_.empty()) Settle(letter, LetterState::Refused, fault_);
-    if (!uploadFault_.empty()) Mark(letter, LetterState::Waiting, uploadFault_);
-    return fault_.empty() && uploadFault_.empty();
   }
 
-  std::string Build(const Letter& letter) {
-    const Folders& folders = run_.branding.folders;
-    std::string warnings;
-    attachment_ = InstallFilePath(folders.app, letter.sendType);
-    const std::string fault =
-        MakeOne(*job_, letter.sendType, folders.calculator, attachment_, reporter_.Now(), warnings);
-    if (!fault.empty()) return fault;
-    instructions_ = letter.instructions ? GetInstructions(folders.app, letter.sendType, reporter_) : std::string();
+  // Everything for the letter's supplier. False when its calculator cannot be made.
+  bool Prepare(std::size_t index) {
+    Letter& letter = letters_[index];
+    if (which_ != WhichOf(letter)) {
+      reporter_.SetStatus(false, letter.companyName, Percent());
+      BuildFrom(index);
+      which_ = WhichOf(letter);
+      built_ = ahead_->Take(*which_, reporter_);
+      Accompany(letter);
+    }
+    if (!built_.fault.empty()) Settle(letter, LetterState::Refused, built_.fault);
+    if (!uploadFault_.empty()) Mark(letter, LetterState::Waiting, uploadFault_);
+    return built_.fault.empty() && uploadFault_.empty();
+  }
+
+  // What goes with the file that was built.
+  void Accompany(const Letter& letter) {
+    for (std::string* text : {&instructions_, &identifier_, &organisation_, &supplier_, &uploadFault_}) text->clear();
+    if (!built_.fault.empty()) return;
+    const std::string& app = run_.branding.folders.app;
+    const Publication& publication = built_.job.publication;
+    instructions_ = letter.instructions ? GetInstructions(app, letter.sendType, reporter_) : std::string();
     organisation_ = OrganisationIngredients(run_.branding);
-    supplier_ = SupplierIngredients(job_->publication.supplier, job_->publication.forms, prints_);
-    if (letter.sendType != kSendLink) return {};
+    supplier_ = SupplierIngredients(publication.supplier, publication.forms, prints_);
+    if (letter.sendType != kSendLink) return;
     Unattended quiet(reporter_.Now());
-    const auto uploaded = TransferInstallFile(folders.app, run_.web, quiet);
+    const auto uploaded = TransferInstallFile(app, built_.file, run_.web, quiet);
     if (uploaded) identifier_ = *uploaded;
     // The line's or the server's, and not the reader's.
     if (!uploaded) uploadFault_ = quiet.Reports().empty() ? Tr("File Upload failed") : quiet.Reports();
-    return {};
   }
 
   int Percent() const { return letters_.empty() ? 0 : static_cast<int>(done_ * 100 / letters_.size()); }
@@ -107,6 +129,8 @@ class Postman {
   }
 
   bool WaitForTurn() {
+    constexpr auto kLook = std::chrono::milliseconds(50);
+    while (reporter_.Paused() && Wait(kLook)) continue;
     if (run_.perMinute > 0 && last_) {
       const auto due = *last_ + std::chrono::milliseconds(60'000 / run_.perMinute);
       if (!Wait(due - std::chrono::steady_clock::now())) return false;
@@ -153,7 +177,7 @@ class Postman {
   // nullopt when the message was taken, by this program or another one.
   std::optional<Failure> TryOnce(Letter& letter) {
     const WrittenLetter written =
-        Written(letter, run_.branding, job_->publication.supplier, instructions_, identifier_, run_.web);
+        Written(letter, run_.branding, built_.job.publication.supplier, instructions_, identifier_, run_.web);
     const std::string app = run_.branding.folders.app;
     MailSession session = NewMailSession(run_.branding.prefs, Tr("Creating Email"), reporter_);
     bool leaving = false;
@@ -163,7 +187,7 @@ class Postman {
       session.AddRecipient(letter.contact, "SMTP:" + letter.email);
       session.SetSubject(written.subject);
       session.SetNoteText(written.text);
-      if (letter.sendType != kSendLink) session.Attach(attachment_, written.attachment);
+      if (letter.sendType != kSendLink) session.Attach(built_.file, written.attachment);
       leaving = true;
       if (!Claim(letter)) return std::nullopt;
       session.Send();
@@ -231,9 +255,11 @@ class Postman {
   std::size_t done_ = 0;
   bool ended_ = false;
   std::optional<std::chrono::steady_clock::time_point> last_;  // a message left
-  // Of the supplier in hand.
-  std::optional<BatchJob> job_;
-  std::string fault_, uploadFault_, attachment_, instructions_, identifier_, organisation_, supplier_;
+  std::optional<BuildAhead> ahead_;
+  // What is in hand.
+  std::optional<BuildAhead::Which> which_;
+  BuildAhead::Built built_;
+  std::string uploadFault_, instructions_, identifier_, organisation_, supplier_;
   // So many one after another are no accident of a message.
   static constexpr int kMostDoubtful = 3;
   int doubtfulInARow_ = 0;
@@ -246,13 +272,17 @@ std::string LockPath(const Database& database) {
 }  // namespace
 
 std::vector<Letter> LettersFor(Database& database, const std::vector<BatchJob>& jobs, const LetterOrder& order) {
-  const std::set<int> before = order.toLast ? SentBefore(database) : std::set<int>();
+  const std::map<int, std::string> lastWays = LastWays(database);
+  const auto isWanted = [&](const ContactRow& contact) {
+    if (contact.email.empty() || (order.contacts && !order.contacts->contains(contact.id))) return false;
+    return !order.toLast || lastWays.contains(contact.id) || !contact.dateLastSent.empty();
+  };
   std::vector<Letter> letters;
   for (const BatchJob& job : jobs) {
     std::set<std::string> addresses;
+    const auto first = static_cast<std::ptrdiff_t>(letters.size());
     for (const ContactRow& contact : ContactsOf(database, job.supplierId)) {
-      if (contact.email.empty() || (order.toLast && !before.contains(contact.id))) continue;
-      if (!addresses.insert(FoldCase(contact.email)).second) continue;
+      if (!isWanted(contact) || !addresses.insert(FoldCase(contact.email)).second) continue;
       Letter letter;
       letter.supplierId = job.supplierId;
       letter.companyName = job.companyName;
@@ -262,10 +292,15 @@ std::vector<Letter> LettersFor(Database& database, const std::vector<BatchJob>& 
       letter.email = contact.email;
       letter.subject = order.subject;
       letter.message = order.message;
-      letter.sendType = order.sendType;
+      const auto last = lastWays.find(contact.id);
+      const bool asLast = order.wayOfLast && last != lastWays.end();
+      letter.sendType = asLast ? WayOf(last->second, order.sendType) : order.sendType;
       letter.instructions = order.instructions;
       letters.push_back(letter);
     }
+    // Each file is built once.
+    std::stable_sort(letters.begin() + first, letters.end(),
+                     [](const Letter& a, const Letter& b) { return a.sendType < b.sendType; });
   }
   return letters;
 }

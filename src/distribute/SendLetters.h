@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,8 +20,10 @@ namespace tarvolinex {
 
 // What is said to whom.
 struct LetterOrder {
-  bool toLast = false;  // only who was sent one before; else every contact with an address
+  bool toLast = false;                         // only who was sent one before; else every contact with an address
+  std::optional<std::set<int>> contacts = {};  // only these
   int sendType = 0;
+  bool wayOfLast = false;  // each in the way of the last time, and by the send type who has had none
   // "<FIRSTNAME>" stands for the reader's, "<SUPPLIERNAME>", "<CALCNAME>" and the other words as everywhere.
   std::string subject, message;
   bool instructions = false;

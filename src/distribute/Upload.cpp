@@ -131,13 +131,13 @@ bool UploadFile(const std::string& path, const WebAccount& account, Reporter& re
   return false;
 }
 
-std::optional<std::string> TransferInstallFile(const std::string& appFolder, const WebAccount& account,
-                                               Reporter& reporter) {
+std::optional<std::string> TransferInstallFile(const std::string& appFolder, const std::string& installFile,
+                                               const WebAccount& account, Reporter& reporter) {
   reporter.SetStatus(true, kTransferring, -1);
   const std::string identifier = UploadIdentifier(account.customerReference, reporter.Now());
   const std::string copy = appFolder + "\\CalcInstall_" + identifier + ".exe";
   try {
-    CopyFile(appFolder + "\\CalcInstall.exe", copy);
+    CopyFile(installFile, copy);
   } catch (const RuntimeError& failure) {
     ReportUploadFailure(reporter, failure);
     return std::nullopt;

@@ -43,8 +43,8 @@ bool UploadFile(const std::string& path, const WebAccount& account, Reporter& re
 
 // Uploads the app folder's install file under a name of its own, of which nothing stays there. Returns the identifier
 // for the download link; nullopt when the server did not take it.
-std::optional<std::string> TransferInstallFile(const std::string& appFolder, const WebAccount& account,
-                                               Reporter& reporter);
+std::optional<std::string> TransferInstallFile(const std::string& appFolder, const std::string& installFile,
+                                               const WebAccount& account, Reporter& reporter);
 
 // Where the maker's page says whether there is a newer version.
 std::string VersionCheckAddress(const WebAccount& account, const CalculatorPreferencesRecord& prefs);

@@ -18,6 +18,7 @@
 #include "ui_FrmOptions.h"
 #include "ui_FrmQuotes.h"
 #include "ui_FrmRates.h"
+#include "ui_FrmReaders.h"
 #include "ui_FrmSchedule.h"
 #include "ui_FrmSearch.h"
 #include "ui_FrmSent.h"
@@ -61,6 +62,7 @@ constexpr NamedDesign kDesigns[] = {
     {"FrmOptions", Make<Ui::FrmOptions, QDialog>},
     {"FrmQuotes", Make<Ui::FrmQuotes, QDialog>},
     {"FrmRates", Make<Ui::FrmRates, QDialog>},
+    {"FrmReaders", Make<Ui::FrmReaders, QDialog>},
     {"FrmSchedule", Make<Ui::FrmSchedule, QDialog>},
     {"FrmSearch", Make<Ui::FrmSearch, QDialog>},
     {"FrmSheet", Make<Ui::FrmSheet, QDialog>},

@@ -20,6 +20,9 @@ class SendLettersTest : public SampleTest {
     Address(2, "no.body@x.example");
     Address(3, "later.on@x.example");
     Address(4, "gone.by@x.example");
+    order.sendType = kSendZip;
+    order.subject = "For <FIRSTNAME>";
+    order.message = "Your <CALCNAME>, <SUPPLIERNAME>";
   }
   void Address(int supplier, const std::string& email) {
     form->database.ExecuteStatement("UPDATE contacts SET email='" + email +
@@ -35,10 +38,11 @@ class SendLettersTest : public SampleTest {
   void Begin(int suppliers, bool toLast = false) {
     const auto jobs =
         BatchJobs(form->database, OwnBranding(), [&](const Standing& each) { return each.supplierId <= suppliers; });
-    Room().Begin(LettersFor(form->database, jobs,
-                            {toLast, kSendZip, "For <FIRSTNAME>", "Your <CALCNAME>, <SUPPLIERNAME>", false}));
+    order.toLast = toLast;
+    Room().Begin(LettersFor(form->database, jobs, order));
   }
   void Send() { Room().Send(); }
+  LetterOrder order;
   // "1 sent, 2 refused: ..." by supplier.
   std::string Fates() {
     std::map<int, std::string> fates;
@@ -68,6 +72,16 @@ TEST_F(SendLettersTest, EachReaderHasAFateAndNobodyGetsTwo) {
   EXPECT_EQ(ReadFile(folder.Path() + "/taken"), taken);
   Begin(5, true);
   EXPECT_EQ(Fates(), "1 waiting, 3 waiting, ") << "who was sent one before";
+  form->database.ExecuteStatement("UPDATE contacts SET DateLastSent='1 May 2026' WHERE supplierid=5");
+  form->database.ExecuteStatement("UPDATE Deliveries SET SentAs='exe' WHERE SupplierId=3");
+  order.wayOfLast = true;
+  order.contacts = {3, 5};
+  Begin(5, true);
+  std::string ways;
+  for (const Letter& each : Letters(form->database)) {
+    ways += std::to_string(each.contactId) + " " + WayName(each.sendType) + ", ";
+  }
+  EXPECT_EQ(ways, "3 exe, 5 zip, ") << "also who has a date from before there was a list";
 }
 
 TEST_F(SendLettersTest, ARunThatIsCutOffIsTakenUpWhereItWas) {

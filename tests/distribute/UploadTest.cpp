@@ -17,7 +17,7 @@ class UploadTest : public ProgramTest {
   }
   bool Upload(const std::string& host) { return UploadFile(AppFolder + "\\CalcInstall.exe", {host}, run); }
   std::optional<std::string> Transfer(const std::string& host = "") {
-    return TransferInstallFile(AppFolder, {host, CustomerReference}, run);
+    return TransferInstallFile(AppFolder, AppFolder + "\\CalcInstall.exe", {host, CustomerReference}, run);
   }
   std::string Shown() {
     std::string texts;

@@ -3,6 +3,7 @@
 #include "platform/text/Text.h"
 #include "publish/Preferences.h"
 #include "support/Fixture.h"
+#include "ui/batch/FrmReaders.h"
 #include "ui/batch/FrmSent.h"
 
 namespace tarvolinex {
@@ -36,6 +37,20 @@ TEST_F(BatchWindowTest, ThoseFoundAreSentOneAndTheListTellsIt) {
   const std::string detail = batch.LvwReport.At(0).cells[2];
   EXPECT_EQ(detail.find("<FIRSTNAME>"), std::string::npos) << detail;
   EXPECT_TRUE(ListFiles(AppFolder + "\\Outbox\\*.eml").empty());
+  desktop.modal = [](Window& window) {
+    auto& readers = dynamic_cast<FrmReaders&>(window);
+    EXPECT_EQ(readers.LblCount.Caption(), "2 of 2 contacts");
+    readers.TxtFilter.SetText("saxonholt");
+    readers.CmdNone.Press();
+    readers.CmdOk.Press();
+  };
+  batch.CmdChoose.Press();
+  batch.CboTo.Choose(kToChosen);
+  batch.CmdChoose.Press();
+  batch.CmdTry.Press();
+  ASSERT_EQ(batch.LvwReport.Count(), 1);
+  EXPECT_EQ(batch.LvwReport.At(0).text.substr(0, 9), "Wrenmarsh");
+  batch.CboTo.Choose(kToAll);
   batch.CmdGo.Press();  // the question is answered with no
   EXPECT_EQ(LettersLeft(form->database), 0);
   desktop.answers = {Answer::Yes};
@@ -70,9 +85,15 @@ TEST_F(BatchWindowTest, StopKeepsWhatIsLeftForTheNextTime) {
   batch.CmdGo.Press();
   EXPECT_EQ(LastBox(), "Please choose a folder") << "not what the letters are to do";
   batch.OpWhat(kBatchSend).SetValue(true);
-  desktop.events = nullptr;
+  int looks = 0;
+  desktop.events = [&] {
+    if (looks == 0) batch.CmdPause.Press();
+    if (++looks < 9) EXPECT_EQ(LettersLeft(form->database), left) << "nothing leaves while it rests";
+    if (looks == 9) batch.CmdPause.Press();
+  };
   desktop.answers = {Answer::Yes};
   batch.CmdGo.Press();
+  EXPECT_GT(looks, 9);
   EXPECT_EQ(LettersLeft(form->database), 0);
 }
 

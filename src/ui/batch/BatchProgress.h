@@ -33,6 +33,7 @@ class FrmBatch::Progress final : public Reporter {
   void DoEvents() override { TheDesktop().DoEvents(); }
   void Repaint() override { TheDesktop().Repaint(); }
   bool Stopped() const override { return window_.stop_; }
+  bool Paused() const override { return window_.paused_; }
   std::chrono::system_clock::time_point Now() const override { return TheDesktop().Now(); }
 
  private:

@@ -13,6 +13,7 @@
 #include "platform/text/Translation.h"
 #include "store/Suppliers.h"
 #include "ui/batch/BatchProgress.h"
+#include "ui/batch/FrmReaders.h"
 
 namespace tarvolinex {
 
@@ -28,6 +29,7 @@ FrmBatch::FrmBatch(Run& run, Database& database, const Branding& branding, const
       CmdBrowse(*this, "CmdBrowse", -1, Tr("&Browse...")),
       LblTo(*this, "LblTo", -1, Tr("&To")),
       CboTo(*this, "CboTo"),
+      CmdChoose(*this, "CmdChoose", -1, Tr("C&hoose...")),
       LblSubject(*this, "LblSubject", -1, Tr("S&ubject")),
       LblMessage(*this, "LblMessage", -1, Tr("&Message")),
       TxtSubject(*this, "TxtSubject"),
@@ -41,6 +43,7 @@ FrmBatch::FrmBatch(Run& run, Database& database, const Branding& branding, const
       BarProgress(*this, "BarProgress"),
       CmdTry(*this, "CmdTry", -1, Tr("&Dry Run")),
       CmdGo(*this, "CmdGo", -1, Tr("&Start")),
+      CmdPause(*this, "CmdPause", -1, Tr("Paus&e")),
       CmdStop(*this, "CmdStop", -1, Tr("Sto&p")),
       CmdSave(*this, "CmdSave", -1, Tr("Sa&ve Report...")),
       CmdClose(*this, "CmdClose", -1, Tr("C&lose")),
@@ -53,7 +56,10 @@ FrmBatch::FrmBatch(Run& run, Database& database, const Branding& branding, const
   for (int i = 0; i <= kTickNone; ++i) CmdTick(i).SetCaption(ticks[i]);
   const std::string whats[] = {Tr("Publish folders"), Tr("Make install files"), Tr("Send by e-mail")};
   for (int i = 0; i <= kBatchSend; ++i) OpWhat(i).SetCaption(whats[i]);
-  for (const std::string& to : {Tr("Every contact with an address"), Tr("Who was sent one before")}) CboTo.Add(to);
+  for (const std::string& to :
+       {Tr("Every contact with an address"), Tr("Who was sent one before"), Tr("The contacts that you choose")}) {
+    CboTo.Add(to);
+  }
   CboTo.SetListIndex(0);
   LvwWho.CheckBoxes = true;
   LvwWho.Columns() = {{run.ReplaceAliases(Tr("<SUPPLIER>")), "", 2800},
@@ -72,6 +78,9 @@ void FrmBatch::Wire() {
   CmdBrowse.Click = [this] { Browse(); };
   CmdTry.Click = [this] { Try(); };
   CmdGo.Click = [this] { Go(); };
+  CboTo.Click = [this] { CmdChoose.SetEnabled(CboTo.Enabled() && CboTo.ListIndex() == kToChosen); };
+  CmdChoose.Click = [this] { ChooseReaders(); };
+  CmdPause.Click = [this] { Pause(!paused_); };
   CmdStop.Click = [this] { stop_ = true; };
   CmdSave.Click = [this] {
     const std::string file =
@@ -103,6 +112,7 @@ void FrmBatch::Load() {
       FormatNumberInput(kInputCount, ReadIni(branding_.folders.app, "General", "OPTIONS", "BATCHPERMINUTE", "")));
   CmdTick(kTickFound).SetEnabled(!found_.empty());
   CmdSave.SetEnabled(false);
+  CmdPause.SetEnabled(false);
   CmdStop.SetEnabled(false);
   LvwWho.Clear();
   OpWhat(kBatchSend).SetValue(true);
@@ -182,6 +192,7 @@ void FrmBatch::ShowChoices() {
   CboAs.Add(Tr("Install file (.exe)"), kSendProgram);
   CboAs.Add(Tr("Zip file"), kSendZip);
   if (send) CboAs.Add(Tr("Download link"), kSendLink);
+  if (send) CboAs.Add(Tr("As each had it the last time"), kAsLast);
   CboAs.SetListIndex(1);
   CboAs.SetEnabled(!publish);
   for (Control* control : {static_cast<Control*>(&TxtFolder), static_cast<Control*>(&CmdBrowse)})
@@ -191,12 +202,30 @@ void FrmBatch::ShowChoices() {
                            static_cast<Control*>(&TxtPerMinute), static_cast<Control*>(&CmdTry)}) {
     control->SetEnabled(send);
   }
+  CmdChoose.SetEnabled(send && CboTo.ListIndex() == kToChosen);
   ShowGo();
 }
 
 void FrmBatch::Browse() {
   const std::string folder = TheDesktop().ChooseFolder(Tr("Where the calculators go"), TxtFolder.Text());
   if (!folder.empty()) TxtFolder.SetText(folder);
+}
+
+void FrmBatch::ChooseReaders() {
+  LetterOrder order = Order();
+  order.contacts.reset();
+  const auto letters = LettersFor(database_, TickedJobs(), order);
+  if (readers_.empty()) {
+    for (const Letter& letter : letters) readers_.insert(letter.contactId);
+  }
+  FrmReaders readers(run_, letters, readers_);
+  TheDesktop().ShowModal(readers);
+  if (readers.Confirmed) readers_ = readers.Chosen();
+}
+
+void FrmBatch::Pause(bool paused) {
+  paused_ = paused;
+  CmdPause.SetCaption(paused ? Tr("Continu&e") : Tr("Paus&e"));
 }
 
 std::vector<BatchJob> FrmBatch::TickedJobs() {
@@ -209,7 +238,15 @@ std::vector<BatchJob> FrmBatch::TickedJobs() {
 
 LetterOrder FrmBatch::Order() const {
   const std::string message = ReplaceAll(ReplaceAll(TxtMessage.Text(), "\r\n", "\n"), "\n", "\r\n");
-  return {CboTo.ListIndex() == 1, std::max(CboAs.ItemData(), 0), TxtSubject.Text(), message, ChkInstructions.Value()};
+  LetterOrder order;
+  order.toLast = CboTo.ListIndex() == kToLast;
+  if (CboTo.ListIndex() == kToChosen) order.contacts = readers_;
+  order.wayOfLast = CboAs.ItemData() == kAsLast;
+  order.sendType = order.wayOfLast ? static_cast<int>(kSendZip) : std::max(CboAs.ItemData(), 0);
+  order.subject = TxtSubject.Text();
+  order.message = message;
+  order.instructions = ChkInstructions.Value();
+  return order;
 }
 
 int FrmBatch::PerMinute() const {
@@ -277,6 +314,10 @@ void FrmBatch::Go() {
     Remember();
     if (!OpWhat(kBatchSend).Value()) return Make();
     const auto letters = LettersFor(database_, TickedJobs(), Order());
+    if (letters.empty()) {
+      run_.MessageBox(Tr("None of them has a contact to write to"), Caption(), BoxButtons::Ok, BoxIcon::Exclamation);
+      return;
+    }
     const std::string question = Tr("Send %1 messages?", {std::to_string(letters.size())});
     if (run_.MessageBox(question, Caption(), BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes) return;
     Send(&letters);
@@ -352,6 +393,8 @@ void FrmBatch::Block(bool working) {
   working_ = working;
   for (CommandButton* button : {&CmdTry, &CmdGo, &CmdSave, &CmdClose}) button->SetEnabled(!working);
   CmdStop.SetEnabled(working);
+  CmdPause.SetEnabled(working);
+  Pause(false);
   LvwWho.SetEnabled(!working);
   if (working) return ShowReport({});
   BarProgress.SetValue(0);

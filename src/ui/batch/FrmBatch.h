@@ -14,6 +14,8 @@ namespace tarvolinex {
 
 // Indexes of FrmBatch::OpWhat and FrmBatch::CmdTick.
 enum BatchWhat { kBatchPublish = 0, kBatchPack = 1, kBatchSend = 2 };
+// Indexes of FrmBatch::CboTo.
+enum BatchTo { kToAll = 0, kToLast = 1, kToChosen = 2 };
 enum BatchTick { kTickAll = 0, kTickStale = 1, kTickNever = 2, kTickFound = 3, kTickNone = 4 };
 
 class FrmBatch : public Window {
@@ -25,12 +27,13 @@ class FrmBatch : public Window {
   ListView LvwWho;  // ticked ones are worked on
   ControlArray<OptionButton> OpWhat;
   Label LblAs;
-  ComboBox CboAs;  // item data: the send type
+  ComboBox CboAs;  // item data: the send type, or kAsLast
   Label LblFolder;
   TextBox TxtFolder;
   CommandButton CmdBrowse;
   Label LblTo;
-  ComboBox CboTo;  // every contact, or who was sent one before
+  ComboBox CboTo;           // BatchTo
+  CommandButton CmdChoose;  // the contacts of kToChosen
   Label LblSubject, LblMessage;
   TextBox TxtSubject, TxtMessage;
   CheckBox ChkInstructions;
@@ -40,7 +43,10 @@ class FrmBatch : public Window {
   ListView LvwReport;
   Label LblProgress;
   ProgressBar BarProgress;
-  CommandButton CmdTry, CmdGo, CmdStop, CmdSave, CmdClose;
+  CommandButton CmdTry, CmdGo, CmdPause, CmdStop, CmdSave, CmdClose;
+
+  // As each contact had it the last time, who has had none as a zip file.
+  static constexpr int kAsLast = 3;
 
   // Run before the window is shown.
   void Load();
@@ -51,6 +57,8 @@ class FrmBatch : public Window {
   void Tick(int which);
   void ShowChoices();
   void Browse();
+  void ChooseReaders();
+  void Pause(bool paused);
   std::vector<BatchJob> TickedJobs();
   LetterOrder Order() const;
   int PerMinute() const;
@@ -76,8 +84,9 @@ class FrmBatch : public Window {
   const std::set<int> found_;
   std::set<int> stale_, never_;
   int left_ = 0;  // letters of the last run
-  bool working_ = false, stop_ = false;
-  std::string report_;  // as CSV, with its heading
+  bool working_ = false, stop_ = false, paused_ = false;
+  std::set<int> readers_;  // contacts that were chosen
+  std::string report_;     // as CSV, with its heading
 };
 
 }  // namespace tarvolinex
