@@ -25,6 +25,7 @@ bool AllDigits(std::string_view text) {
 
 // "1.234.567": one to three digits and then groups of three, at least one.
 bool HasGroups(std::string_view text, char separator) {
+  if (text.find(separator) == std::string_view::npos) return false;
   const auto groups = Split(text, separator);
   if (groups.size() < 2 || groups[0].empty() || groups[0].size() > 3) return false;
   return AllDigits(groups[0]) && std::all_of(groups.begin() + 1, groups.end(), [](std::string_view group) {
@@ -37,7 +38,9 @@ std::optional<std::string> Plain(std::string_view text, char thousands, char dec
   const std::size_t at = std::min(text.find(decimal), text.size());
   const std::string_view whole = text.substr(0, at), decimals = text.substr(std::min(at + 1, text.size()));
   if (!AllDigits(decimals) || (whole.empty() && decimals.empty())) return std::nullopt;
-  if (!AllDigits(whole) && !HasGroups(whole, thousands)) return std::nullopt;
+  const bool groups = !AllDigits(whole);
+  if (groups && !HasGroups(whole, thousands)) return std::nullopt;
+  if (!groups) return std::string(whole) + (decimals.empty() ? "" : "." + std::string(decimals));
   return ReplaceAll(whole, std::string_view(&thousands, 1), "") + (decimals.empty() ? "" : "." + std::string(decimals));
 }
 
@@ -126,7 +129,7 @@ ReadCell ReadText(const TableColumn& column, std::string_view cell) {
   constexpr int kLongestDay = 40;
   const int size = column.type == ColumnType::Date ? kLongestDay : column.size;
   if (cell.find('\0') != std::string_view::npos) return {Null{}, Tr("it holds a character of number 0")};
-  if (FirstCharacters(cell, size).size() < cell.size()) {
+  if (cell.size() > static_cast<std::size_t>(size) && FirstCharacters(cell, size).size() < cell.size()) {
     return {Null{}, Tr("\"%1\" is longer than %2 characters", {std::string(cell), std::to_string(size)})};
   }
   return {EscapeQuotes(cell), ""};

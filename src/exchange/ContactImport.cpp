@@ -5,6 +5,7 @@
 #include "exchange/RowPlanner.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "store/Statements.h"
 
 namespace tarvolinex {
 
@@ -16,13 +17,11 @@ constexpr int kId = 0, kSupplier = 1, kCompany = 2, kFirstOwn = 3;  // columns o
 class KnownSuppliers {
  public:
   KnownSuppliers(Database& database, std::span<const PlannedRow> planned) {
-    const Table table = ReadSupplierTable(database);
-    const auto id = static_cast<std::size_t>(std::max(table.Find("ID"), 0));
-    const int name = table.Find("CompanyName");
-    for (const auto& row : table.rows) {
-      const int number = static_cast<int>(ValueNumber(row[id]));
-      Add(number, name < 0 ? "" : ValueText(row[static_cast<std::size_t>(name)]));
-    }
+    Recordset suppliers;
+    suppliers.Open(statements::kSuppliers, database.Plain());
+    suppliers.ReadRows({"ID", "CompanyName"}, [&](const std::vector<std::string_view>& texts) {
+      Add(static_cast<int>(LeadingNumber(texts[0])), std::string(texts[1]));
+    });
     for (const PlannedRow& row : planned) {
       if (row.fate == Fate::New) Add(row.id, row.detail);
     }

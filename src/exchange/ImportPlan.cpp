@@ -28,7 +28,8 @@ long ImportPlan::Count(Fate fate) const {
 }
 
 std::vector<std::string> KnownColumns(Database& database, ImportKind kind) {
-  return NamesOf(kind == ImportKind::Suppliers ? ReadSupplierTable(database) : ReadContactTable(database));
+  return NamesOf(kind == ImportKind::Suppliers ? ReadSupplierTable(database, Rows::None)
+                                               : ReadContactTable(database, Rows::None));
 }
 
 std::vector<std::string> NamesOf(const Table& table) {

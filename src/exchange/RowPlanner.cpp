@@ -1,6 +1,7 @@
 #include "exchange/RowPlanner.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "exchange/CellValues.h"
 #include "platform/text/Text.h"
@@ -47,6 +48,9 @@ std::string_view RowPlanner::Cell(const TextRow& row, int column) const {
 int RowPlanner::Id(const TextRow& row, int column, Faults& faults) const {
   const std::string_view cell = Cell(row, column);
   if (cell.empty()) return 0;
+  int plain = 0;
+  const auto end = std::from_chars(cell.data(), cell.data() + cell.size(), plain);
+  if (end.ec == std::errc() && end.ptr == cell.data() + cell.size() && plain > 0) return plain;
   const TableColumn& asked = table_.columns[static_cast<std::size_t>(column)];
   const ReadCell read = ReadCellFor({asked.name, ColumnType::WholeNumber, 0}, cell, decimalCommas_);
   const int id = static_cast<int>(ValueNumber(read.value));
@@ -68,6 +72,7 @@ void RowPlanner::CheckLength(const TextRow& row, Faults& faults) const {
 std::vector<FieldChange> RowPlanner::Compare(const TextRow& row, const std::vector<Value>* stored, int first,
                                              Faults& faults) const {
   std::vector<FieldChange> fields;
+  if (!stored) fields.reserve(table_.columns.size());
   for (int column = first; column < static_cast<int>(table_.columns.size()); ++column) {
     if (!Has(column)) continue;
     const auto at = static_cast<std::size_t>(column);

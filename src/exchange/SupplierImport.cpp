@@ -23,8 +23,10 @@ class SupplierPlanner {
         name_(table.Find("CompanyName")),
         postCode_(table.Find("PostCode")),
         byId_(RowsById(table)),
-        largestId_(LargestId(database, table.name)),
-        defaults_(ReadDefaultSupplier(database)) {
+        largestId_(LargestId(database, table.name)) {
+    const Row defaults = ReadDefaultSupplier(database);
+    for (const TableColumn& column : table.columns) usual_.push_back(defaults.At(column.name));
+    for (int i = 0; i < kThresholds; ++i) thresholds_.push_back(table.Find("RangeEquipFROM" + std::to_string(i)));
     for (std::size_t i = 0; i < table.rows.size(); ++i) byName_.emplace(StoredKey(i), i);
     for (const TextRow& row : rows) {
       Faults ignored;
@@ -97,20 +99,19 @@ class SupplierPlanner {
     bool changed = false;
     double above = 0;
     for (int i = 0; i < kThresholds; ++i) {
-      const std::string column = "RangeEquipFROM" + std::to_string(i);
-      const int place = table_.Find(column);
+      const int place = thresholds_[static_cast<std::size_t>(i)];
       if (place < 0) return;
       const auto field = std::find_if(row.fields.begin(), row.fields.end(),
                                       [&](const FieldChange& each) { return each.column == place; });
       const bool written = field != row.fields.end();
       const Value& value = written                ? field->to
                            : stored               ? (*stored)[static_cast<std::size_t>(place)]
-                           : !planner_.Has(place) ? defaults_.At(column)
+                           : !planner_.Has(place) ? usual_[static_cast<std::size_t>(place)]
                                                   : kNothing;
       changed = changed || written || !stored;
       const double threshold = ValueNumber(value);
       if (i > 0 && threshold > above && changed) {
-        return faults.Add(column,
+        return faults.Add(table_.columns[static_cast<std::size_t>(place)].name,
                           Tr("%1 is above the threshold before it, %2", {CellText(value), FormatFixed(above, 2)}));
       }
       above = threshold;
@@ -121,7 +122,7 @@ class SupplierPlanner {
   void Complete(RowChange& row) const {
     row.fields.insert(row.fields.begin(), {id_, Null{}, std::int64_t{row.id}});
     for (int column = 0; column < static_cast<int>(table_.columns.size()); ++column) {
-      const Value& usual = defaults_.At(table_.columns[static_cast<std::size_t>(column)].name);
+      const Value& usual = usual_[static_cast<std::size_t>(column)];
       if (column != id_ && !planner_.Has(column) && !IsNull(usual)) row.fields.push_back({column, Null{}, usual});
     }
   }
@@ -134,7 +135,8 @@ class SupplierPlanner {
   std::unordered_multimap<std::string, std::size_t> byName_;
   std::unordered_map<std::string, long> lines_;  // by "#" and ID, or key of a new one: the line that is about it
   int largestId_;
-  const Row defaults_;
+  std::vector<Value> usual_;     // of each column, the default supplier's
+  std::vector<int> thresholds_;  // their columns; -1 = none
 };
 
 }  // namespace

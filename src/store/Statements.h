@@ -61,9 +61,9 @@ inline constexpr std::string_view kContactsById =
 inline constexpr std::string_view kLargestId = "SELECT MAX(ID) AS largest FROM <TABLE>";
 inline constexpr std::string_view kLargestIdEver =
     "SELECT seq AS largest FROM sqlite_sequence WHERE name LIKE '<TABLE>'";
-inline constexpr std::string_view kInsertRow = "INSERT INTO <TABLE> (<FIELDS>) VALUES(<VALUES>)";
 inline constexpr std::string_view kUpdateRow = "UPDATE <TABLE> SET <VALUES> WHERE ID=<ID>";
-inline constexpr std::string_view kDeleteRow = "DELETE FROM <TABLE> WHERE ID=<ID>";
+// Rows of a table whose column holds one of some numbers.
+inline constexpr std::string_view kDeleteRows = "DELETE FROM <TABLE> WHERE <COLUMN> IN (<IDS>)";
 inline constexpr std::string_view kDeleteFormLink =
     "DELETE FROM SupplierFormLink WHERE FormId=<formid> AND SupplierId=<supplierid>";
 // Quotes that were kept: tables that a database gets when it is first needed. <FIGURES> are the columns of QuoteFields.

@@ -1,6 +1,9 @@
 #include "store/Tables.h"
 
 #include <algorithm>
+#include <array>
+#include <map>
+#include <set>
 
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
@@ -10,7 +13,7 @@ namespace tarvolinex {
 
 namespace {
 
-Table ReadRows(Database& database, std::string_view name, std::string_view statement) {
+Table ReadRows(Database& database, std::string_view name, std::string_view statement, Rows rows) {
   Recordset records;
   records.Open(statement, database.Plain());
   Table table;
@@ -18,7 +21,7 @@ Table ReadRows(Database& database, std::string_view name, std::string_view state
   for (int i = 0; i < records.ColumnCount(); ++i) {
     table.columns.push_back({records.ColumnName(i), records.TypeOf(i), records.DefinedSize(i)});
   }
-  for (; !records.EndOfFile(); records.MoveNext()) {
+  for (; rows == Rows::All && !records.EndOfFile(); records.MoveNext()) {
     auto& row = table.rows.emplace_back();
     row.reserve(table.columns.size());
     for (int i = 0; i < records.ColumnCount(); ++i) row.push_back(records.Field(i));
@@ -47,16 +50,6 @@ const std::string& NameOf(const Table& table, const FieldChange& field) {
   return table.columns[static_cast<std::size_t>(field.column)].name;
 }
 
-std::string Insertion(const Table& table, const RowChange& row) {
-  std::string columns, values;
-  for (const FieldChange& field : row.fields) {
-    columns += (columns.empty() ? "" : ",") + NameOf(table, field);
-    if (!values.empty()) values += ',';
-    AppendValue(field.to, values);
-  }
-  return FillStatement(statements::kInsertRow, {{"<TABLE>", table.name}, {"<FIELDS>", columns}, {"<VALUES>", values}});
-}
-
 std::string Update(const Table& table, const RowChange& row, Value FieldChange::*value) {
   std::string values;
   for (const FieldChange& field : row.fields) {
@@ -67,24 +60,70 @@ std::string Update(const Table& table, const RowChange& row, Value FieldChange::
                        {{"<TABLE>", table.name}, {"<VALUES>", values}, {"<ID>", std::int64_t{row.id}}});
 }
 
-std::string LinkStatement(std::string_view statement, const FormLink& link) {
-  return FillStatement(statement,
+std::string DeletionOf(const FormLink& link) {
+  return FillStatement(statements::kDeleteFormLink,
                        {{"<formid>", std::int64_t{link.form}}, {"<supplierid>", std::int64_t{link.supplier}}});
 }
 
-// Does the row's change, and appends what takes it back.
-void StoreRow(Connection& connection, const Table& table, const RowChange& row, std::vector<std::string>& back) {
-  if (!row.isNew) {
-    connection.Execute(Update(table, row, &FieldChange::to));
-    back.push_back(Update(table, row, &FieldChange::from));
-    return;
+// Inserts the rows that are new, those with the same fields together: nothing then is written for each of them.
+void InsertNewRows(Connection& connection, const TableChange& change) {
+  std::map<std::vector<int>, std::vector<const RowChange*>> byFields;
+  std::vector<int> places;
+  for (const RowChange& row : change.rows) {
+    if (!row.isNew) continue;
+    places.clear();
+    for (const FieldChange& field : row.fields) places.push_back(field.column);
+    byFields[places].push_back(&row);
   }
-  connection.Execute(Insertion(table, row));
-  back.push_back(FillStatement(statements::kDeleteRow, {{"<TABLE>", table.name}, {"<ID>", std::int64_t{row.id}}}));
-  if (!EqualNoCase(table.name, "suppliers")) return;
-  // What has been given to the supplier since goes with it.
-  back.push_back(FillStatement(statements::kDeleteFormLinks, "<ID>", row.id));
-  back.push_back(FillStatement(statements::kDeleteContacts, "<supplierID>", row.id));
+  for (const auto& [fields, rows] : byFields) {
+    std::vector<std::string> columns;
+    for (const int place : fields) columns.push_back(change.table->columns[static_cast<std::size_t>(place)].name);
+    connection.InsertRows(
+        change.table->name, columns, rows.size(),
+        [&rows = rows](std::size_t row, std::size_t column) -> const Value& { return rows[row]->fields[column].to; });
+  }
+}
+
+// Appends what deletes the rows whose column holds one of the IDs.
+void AppendDeletions(std::string_view table, std::string_view column, const std::vector<int>& ids,
+                     std::vector<std::string>& out) {
+  constexpr std::size_t kAtOnce = 1000;
+  for (std::size_t i = 0; i < ids.size();) {
+    std::string list;
+    for (const std::size_t end = std::min(i + kAtOnce, ids.size()); i < end; ++i) {
+      list += (list.empty() ? "" : ",") + std::to_string(ids[i]);
+    }
+    out.push_back(FillStatement(statements::kDeleteRows,
+                                {{"<TABLE>", std::string(table)}, {"<COLUMN>", std::string(column)}, {"<IDS>", list}}));
+  }
+}
+
+// Does the changes of a table, and appends what takes them back. Returns the suppliers that are new.
+std::set<int> StoreTable(Connection& connection, const TableChange& change, std::vector<std::string>& back) {
+  std::vector<int> added;
+  InsertNewRows(connection, change);
+  for (const RowChange& row : change.rows) {
+    if (row.isNew) {
+      added.push_back(row.id);
+      continue;
+    }
+    connection.Execute(Update(*change.table, row, &FieldChange::to));
+    back.push_back(Update(*change.table, row, &FieldChange::from));
+  }
+  AppendDeletions(change.table->name, "ID", added, back);
+  if (!EqualNoCase(change.table->name, "suppliers")) return {};
+  // What has been given to the suppliers since goes with them.
+  AppendDeletions("SupplierFormLink", "Supplierid", added, back);
+  AppendDeletions("contacts", "Supplierid", added, back);
+  return {added.begin(), added.end()};
+}
+
+void StoreLinks(Connection& connection, const std::vector<FormLink>& links) {
+  std::vector<std::array<Value, 2>> rows;
+  rows.reserve(links.size());
+  for (const FormLink& link : links) rows.push_back({std::int64_t{link.form}, std::int64_t{link.supplier}});
+  connection.InsertRows("SupplierFormLink", {"FormId", "SupplierId"}, rows.size(),
+                        [&](std::size_t row, std::size_t column) -> const Value& { return rows[row].at(column); });
 }
 
 std::vector<std::string> StoreAll(Database& database, const DatabaseChange& change) {
@@ -94,12 +133,11 @@ std::vector<std::string> StoreAll(Database& database, const DatabaseChange& chan
                                      "the changes once more"));
   }
   std::vector<std::string> back;
-  for (const TableChange& table : change.tables) {
-    for (const RowChange& row : table.rows) StoreRow(connection, *table.table, row, back);
-  }
+  std::set<int> newSuppliers;
+  for (const TableChange& table : change.tables) newSuppliers.merge(StoreTable(connection, table, back));
+  StoreLinks(connection, change.links);
   for (const FormLink& link : change.links) {
-    connection.Execute(LinkStatement(statements::kInsertFormLink, link));
-    back.push_back(LinkStatement(statements::kDeleteFormLink, link));
+    if (!newSuppliers.contains(link.supplier)) back.push_back(DeletionOf(link));
   }
   std::reverse(back.begin(), back.end());
   return back;
@@ -122,16 +160,16 @@ int Table::Find(std::string_view column) const {
   return -1;
 }
 
-Table ReadTable(Database& database, const std::string& name) {
-  return ReadRows(database, name, FillStatement(statements::kTableById, "<TABLE>", name));
+Table ReadTable(Database& database, const std::string& name, Rows rows) {
+  return ReadRows(database, name, FillStatement(statements::kTableById, "<TABLE>", name), rows);
 }
 
-Table ReadSupplierTable(Database& database) {
-  return ReadTable(database, "suppliers");
+Table ReadSupplierTable(Database& database, Rows rows) {
+  return ReadTable(database, "suppliers", rows);
 }
 
-Table ReadContactTable(Database& database) {
-  Table table = ReadRows(database, "contacts", statements::kContactsById);
+Table ReadContactTable(Database& database, Rows rows) {
+  Table table = ReadRows(database, "contacts", statements::kContactsById, rows);
   // ID, SupplierID, CompanyName, the others.
   std::vector<int> order = {table.Find("ID"), table.Find("SupplierID"), static_cast<int>(table.columns.size()) - 1};
   for (int i = 0; i + 1 < static_cast<int>(table.columns.size()); ++i) {

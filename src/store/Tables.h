@@ -26,11 +26,12 @@ struct Table {
   int Find(std::string_view column) const;
 };
 
-// A table with IDs, its columns in their order. Throws RuntimeError when it cannot be read.
-Table ReadTable(Database& database, const std::string& name);
-Table ReadSupplierTable(Database& database);
+enum class Rows { All, None };
+// A table with IDs, its columns in their order, with its rows or without. Throws RuntimeError when it cannot be read.
+Table ReadTable(Database& database, const std::string& name, Rows rows = Rows::All);
+Table ReadSupplierTable(Database& database, Rows rows = Rows::All);
 // ID, SupplierID, CompanyName (of the supplier; no column of the table), and then the other columns.
-Table ReadContactTable(Database& database);
+Table ReadContactTable(Database& database, Rows rows = Rows::All);
 
 // A form of a supplier.
 struct FormLink {

@@ -88,7 +88,9 @@ TEST_F(BatchWindowTest, StopKeepsWhatIsLeftForTheNextTime) {
   int looks = 0;
   desktop.events = [&] {
     if (looks == 0) batch.CmdPause.Press();
-    if (++looks < 9) EXPECT_EQ(LettersLeft(form->database), left) << "nothing leaves while it rests";
+    if (++looks < 9) {
+      EXPECT_EQ(LettersLeft(form->database), left) << "nothing leaves while it rests";
+    }
     if (looks == 9) batch.CmdPause.Press();
   };
   desktop.answers = {Answer::Yes};

@@ -125,45 +125,23 @@ Value ColumnValue(sqlite3_stmt* row, int column, ColumnType type) {
   return text();
 }
 
+// Numbers with decimals go in as texts, which the column makes numbers of: so they are stored as they would be written.
+// The value or `text` has to live until the statement is done.
+void Bind(sqlite3_stmt* statement, int place, const Value& value, std::string& text) {
+  if (IsNull(value)) {
+    sqlite3_bind_null(statement, place);
+  } else if (const auto* number = std::get_if<std::int64_t>(&value)) {
+    sqlite3_bind_int64(statement, place, *number);
+  } else if (const auto* truth = std::get_if<bool>(&value)) {
+    sqlite3_bind_int(statement, place, *truth ? 1 : 0);
+  } else {
+    const auto* stored = std::get_if<std::string>(&value);
+    const std::string& bytes = stored ? * stored : text = ValueText(value);
+    sqlite3_bind_text(statement, place, bytes.data(), static_cast<int>(bytes.size()), SQLITE_STATIC);
+  }
+}
+
 }  // namespace
-
-std::string ValueText(const Value& value) {
-  struct Writer {
-    std::string operator()(Null) const { return {}; }
-    std::string operator()(std::int64_t number) const { return std::to_string(number); }
-    std::string operator()(Currency amount) const {
-      std::string text = amount.ToText();
-      text.erase(text.find_last_not_of('0') + 1);
-      if (text.back() == '.') text.pop_back();
-      return text;
-    }
-    std::string operator()(float number) const { return FormatSingle(number); }
-    std::string operator()(double number) const {
-      std::array<char, 400> text;
-      return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed).ptr};
-    }
-    std::string operator()(bool truth) const { return truth ? "True" : "False"; }
-    std::string operator()(const std::string& text) const { return text; }
-  };
-  return std::visit(Writer{}, value);
-}
-
-double ValueNumber(const Value& value) {
-  struct Reader {
-    double operator()(Null) const { return 0; }
-    double operator()(std::int64_t number) const { return static_cast<double>(number); }
-    double operator()(Currency amount) const { return amount.ToDouble(); }
-    double operator()(float number) const { return static_cast<double>(number); }
-    double operator()(double number) const { return number; }
-    double operator()(bool truth) const { return truth ? -1 : 0; }
-    double operator()(const std::string& text) const { return LeadingNumber(text); }
-  };
-  return std::visit(Reader{}, value);
-}
-
-bool ValueTruth(const Value& value) {
-  return ValueNumber(value) != 0;
-}
 
 void Connection::Open(std::string_view connectionString) {
   Close();
@@ -217,6 +195,28 @@ void Connection::Execute(std::string_view statement) {
   if (result != SQLITE_DONE) errors_.push_back(WhyItFailed(database_));
   sqlite3_finalize(prepared);
   if (!errors_.empty()) throw RuntimeError(kDatabase, errors_.front() + ": " + std::string(statement));
+}
+
+void Connection::InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
+                            const RowValue& valueOf) {
+  std::string names, places;
+  for (const std::string& column : columns) {
+    names += (names.empty() ? "" : ",") + column;
+    places += places.empty() ? "?" : ",?";
+  }
+  sqlite3_stmt* insertion = Prepare("INSERT INTO " + std::string(table) + " (" + names + ") VALUES(" + places + ")");
+  std::vector<std::string> texts(columns.size());
+  for (std::size_t row = 0; row < rows && errors_.empty(); ++row) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      Bind(insertion, static_cast<int>(i) + 1, valueOf(row, i), texts[i]);
+    }
+    if (sqlite3_step(insertion) != SQLITE_DONE) {
+      errors_.push_back(WhyItFailed(database_) + ": " + std::string(table) + ", row " + std::to_string(row + 1));
+    }
+    sqlite3_reset(insertion);
+  }
+  sqlite3_finalize(insertion);
+  if (!errors_.empty()) throw RuntimeError(kDatabase, errors_.front());
 }
 
 int Connection::LastInsertedId() const {

@@ -55,6 +55,12 @@ class Connection {
   // One action statement, whole or not at all. Throws RuntimeError when it fails; Errors then describes why.
   void Execute(std::string_view statement);
   const std::vector<std::string>& Errors() const { return errors_; }
+  // Adds rows to a table, each with a value for every one of the columns, as Execute would add them one by one but with
+  // no statement a row. The values live until it returns. Throws RuntimeError, with the table and the row's number from
+  // 1, when one fails; those before it are then in the transaction. REQUIRES: InTransaction.
+  using RowValue = std::function<const Value&(std::size_t row, std::size_t column)>;
+  void InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
+                  const RowValue& valueOf);
   // The ID that the last INSERT of this connection was given; 0 before the first one.
   int LastInsertedId() const;
 
