@@ -82,6 +82,15 @@ void Label::SetForeColour(Colour colour) {
   if (std::exchange(foreColour_, colour) != colour) Paint(Aspect::State);
 }
 
+std::string PlainCaption(std::string_view caption) {
+  std::string plain;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    if (caption[i] == '&' && i + 1 < caption.size()) ++i;
+    plain += caption[i];
+  }
+  return plain;
+}
+
 std::string CaptionOf(std::string_view text) {
   return ReplaceAll(text, "&", "&&");
 }

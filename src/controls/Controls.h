@@ -51,6 +51,8 @@ class TextBox : public Control {
 
 // The text as a caption that reads so, without an access key.
 std::string CaptionOf(std::string_view text);
+// A caption as it reads, without its access key.
+std::string PlainCaption(std::string_view caption);
 
 // What carries a caption, with "&" before its access key ("&&" for the character itself).
 class CaptionedControl : public Control {

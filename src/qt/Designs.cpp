@@ -9,6 +9,7 @@
 #include "ui_FRmCreateDB.h"
 #include "ui_FrmAbout.h"
 #include "ui_FrmBatch.h"
+#include "ui_FrmConflict.h"
 #include "ui_FrmIconEdit.h"
 #include "ui_FrmImport.h"
 #include "ui_FrmKeepQuote.h"
@@ -52,6 +53,7 @@ constexpr NamedDesign kDesigns[] = {
     {"FRmCreateDB", Make<Ui::FRmCreateDB, QDialog>},  //
     {"FrmAbout", Make<Ui::FrmAbout, QDialog>},
     {"FrmBatch", Make<Ui::FrmBatch, QDialog>},
+    {"FrmConflict", Make<Ui::FrmConflict, QDialog>},
     {"FrmSent", Make<Ui::FrmSent, QDialog>},
     {"FrmIconEdit", Make<Ui::FrmIconEdit, QDialog>},
     {"FrmImport", Make<Ui::FrmImport, QDialog>},

@@ -30,16 +30,21 @@ Row ReadContact(Database& database, int contactId, int supplierId) {
   return Row(records);
 }
 
-int StoreContact(Database& database, int contactId, int supplierId, const ContactFields& fields) {
+int AddContact(Database& database, int supplierId, const ContactFields& fields) {
   constexpr const char* kPlaceholders[] = {"<FIRSTNAME>", "<SURNAME>", "<JOBTITLE>", "<TEL>", "<FAX>", "<EMAIL>"};
-  std::vector<Filling> fillings = {{"<SUPPLIERID>", std::int64_t{supplierId}}, {"<ID>", std::int64_t{contactId}}};
+  std::vector<Filling> fillings = {{"<SUPPLIERID>", std::int64_t{supplierId}}};
   for (std::size_t i = 0; i < fields.size(); ++i) fillings.push_back({kPlaceholders[i], EscapeQuotes(fields[i])});
   Transaction transaction(database);
-  database.ExecuteStatement(
-      FillStatement(contactId == 0 ? statements::kInsertContact : statements::kUpdateContact, fillings));
-  const int id = contactId == 0 ? database.Plain().LastInsertedId() : contactId;
+  database.ExecuteStatement(FillStatement(statements::kInsertContact, fillings));
+  const int id = database.Plain().LastInsertedId();
   transaction.Commit();
   return id;
+}
+
+void UpdateContact(Database& database, int contactId, const FieldLists& fields) {
+  if (fields.assignments.empty()) return;
+  database.ExecuteStatement(FillStatement(
+      statements::kUpdateContact, {{"<VALUES>", WithoutLast(fields.assignments)}, {"<ID>", std::int64_t{contactId}}}));
 }
 
 RemovedRows DeleteContact(Database& database, int contactId, int supplierId) {

@@ -30,8 +30,9 @@ Row ReadContact(Database& database, int contactId, int supplierId);
 // First name, surname, job title, tel, fax, e-mail.
 inline constexpr int kContactFields = 6;
 using ContactFields = std::array<std::string, kContactFields>;
-// A contact ID of 0 adds one. Returns the contact's ID. Inside a transaction of its own.
-int StoreContact(Database& database, int contactId, int supplierId, const ContactFields& fields);
+// Returns the new contact's ID.
+int AddContact(Database& database, int supplierId, const ContactFields& fields);
+void UpdateContact(Database& database, int contactId, const FieldLists& fields);  // nothing without assignments
 
 // Deletes the contact; what is returned puts it back.
 RemovedRows DeleteContact(Database& database, int contactId, int supplierId);

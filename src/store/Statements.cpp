@@ -34,6 +34,10 @@ std::string FillStatement(std::string_view statement, std::string_view placehold
   return FillStatement(statement, placeholder, Value(std::int64_t{value}));
 }
 
+std::string WithoutLast(const std::string& list) {
+  return list.substr(0, list.empty() ? 0 : list.size() - 1);
+}
+
 Value NullToDefault(const Value& value, const Value& fallback) {
   return IsNull(value) ? fallback : value;
 }

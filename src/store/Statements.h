@@ -40,9 +40,7 @@ inline constexpr std::string_view kLinkedForms =
 inline constexpr std::string_view kContacts =
     "SELECT * FROM contacts WHERE Supplierid = <SUPPLIERID> ORDER BY Surname, firstname";
 inline constexpr std::string_view kContact = "SELECT * FROM contacts WHERE ID=<ID> AND Supplierid = <SUPPLIERID>";
-inline constexpr std::string_view kUpdateContact =
-    "UPDATE contacts SET firstname='<FIRSTNAME>', surname='<SURNAME>', jobtitle='<JOBTITLE>', tel='<tel>', "
-    "fax='<fax>', email='<EMAIL>' WHERE ID=<ID>";
+inline constexpr std::string_view kUpdateContact = "UPDATE contacts SET <VALUES> WHERE ID=<ID>";
 inline constexpr std::string_view kInsertContact =
     "INSERT INTO CONTACTS(firstname, surname, jobtitle, tel, fax, email, Supplierid) VALUES "
     "('<FIRSTNAME>','<SURNAME>', '<JOBTITLE>', '<tel>', '<fax>','<EMAIL>',<Supplierid>)";
@@ -132,6 +130,14 @@ struct Filling {
 std::string FillStatement(std::string_view statement, const std::vector<Filling>& fillings);
 std::string FillStatement(std::string_view statement, std::string_view placeholder, const Value& value);
 std::string FillStatement(std::string_view statement, std::string_view placeholder, int value);
+
+// "A = 'x' ,B =YES,", "A,B," and "'x' ,YES,": fields of a row for its statements. Each list ends with a comma. The
+// assignments are those of the fields that were edited, the other two lists hold all; a field that was not edited has
+// the value as it is stored.
+struct FieldLists {
+  std::string assignments, columns, values;
+};
+std::string WithoutLast(const std::string& list);
 
 // The value, or the fallback for Null.
 Value NullToDefault(const Value& value, const Value& fallback = std::string());

@@ -45,11 +45,7 @@ struct FieldReader {
   void operator()(std::span<char>) const {}
 };
 
-std::string WithoutLast(const std::string& text) {
-  return text.substr(0, text.empty() ? 0 : text.size() - 1);
-}
-
-std::string InsertStatement(std::string_view statement, const SupplierFieldLists& fields) {
+std::string InsertStatement(std::string_view statement, const FieldLists& fields) {
   return FillStatement(statement,
                        {{"<FIELDS>", WithoutLast(fields.columns)}, {"<VALUES>", WithoutLast(fields.values)}});
 }
@@ -141,17 +137,17 @@ bool SupplierIsStored(Database& database, int id) {
   return !found.EndOfFile();
 }
 
-void UpdateSupplier(Database& database, int id, const SupplierFieldLists& fields) {
+void UpdateSupplier(Database& database, int id, const FieldLists& fields) {
   if (fields.assignments.empty()) return;
   database.ExecuteStatement(FillStatement(statements::kUpdateSupplier,
                                           {{"<VALUES>", WithoutLast(fields.assignments)}, {"<ID>", std::int64_t{id}}}));
 }
 
-void InsertSupplier(Database& database, const SupplierFieldLists& fields) {
+void InsertSupplier(Database& database, const FieldLists& fields) {
   database.ExecuteStatement(InsertStatement(statements::kInsertSupplier, fields));
 }
 
-void ReplaceDefaultSupplier(Database& database, const SupplierFieldLists& fields) {
+void ReplaceDefaultSupplier(Database& database, const FieldLists& fields) {
   Transaction transaction(database);
   database.ExecuteStatement(statements::kDeleteDefaultSupplier);
   database.ExecuteStatement(InsertStatement(statements::kInsertDefaultSupplier, fields));

@@ -46,15 +46,9 @@ void ForEachSupplier(Database& database, const std::function<void(const Recordse
 // Whether the database holds the supplier at this moment. Throws RuntimeError.
 bool SupplierIsStored(Database& database, int id);
 
-// "A = 'x' ,B =YES,", "A,B," and "'x' ,YES,": fields of a supplier for its statements. Each list ends with a comma. The
-// assignments are those of the fields that were edited, the other two lists hold all; a field that was not edited has
-// the value as it is stored.
-struct SupplierFieldLists {
-  std::string assignments, columns, values;
-};
-void UpdateSupplier(Database& database, int id, const SupplierFieldLists& fields);  // nothing without assignments
-void InsertSupplier(Database& database, const SupplierFieldLists& fields);
-void ReplaceDefaultSupplier(Database& database, const SupplierFieldLists& fields);
+void UpdateSupplier(Database& database, int id, const FieldLists& fields);  // nothing without assignments
+void InsertSupplier(Database& database, const FieldLists& fields);
+void ReplaceDefaultSupplier(Database& database, const FieldLists& fields);
 
 // What was removed, a supplier, one of its contacts or a kept quote, as the statements that put it back; empty =
 // nothing.

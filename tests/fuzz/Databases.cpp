@@ -13,7 +13,7 @@ void UseDatabase(FrmMain& form) {
   for (int row = 0; row < form.LvwSuppliers.Count() && row < 3; ++row) form.LvwSuppliers.ClickRow(row);
   form.supplier.TxtSupplier(kSupplierName).Type("Written");
   form.contacts.TxtContact(0).Type("Anybody");
-  form.SavePendingChanges();
+  static_cast<void>(form.SavePendingChanges());
   form.NewSupplier();
 }
 

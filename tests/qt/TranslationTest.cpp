@@ -12,6 +12,7 @@
 #include "ui/iconedit/FrmIconEdit.h"
 #include "ui/main/FRmCreateDB.h"
 #include "ui/main/FrmAbout.h"
+#include "ui/main/FrmConflict.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 #include "ui/main/FrmMailSettings.h"
 #include "ui/main/FrmSearch.h"
@@ -105,6 +106,8 @@ TEST_F(Translated, EveryControlHasItsWidgetEveryWidgetItsControlAndANameAndEvery
   FrmMailSettings mail(run);
   Sending sending;
   frmSendCalc send(run, sending, form.send);
+  std::vector<MetField> met(1);
+  FrmConflict conflict("~", met);
   form.quote.TxtProCalc(kBoxCapitalCost).Type("12500");
   FrmSchedule schedule(run, form.quote.Quote, form.quote.Start());
   FrmTerms terms(run, {kModeForward, form.quote.AskedQuote, form.quote.Terms()}, {});
@@ -132,8 +135,9 @@ TEST_F(Translated, EveryControlHasItsWidgetEveryWidgetItsControlAndANameAndEvery
     EXPECT_EQ(Nameless(window, binder), std::vector<std::string>()) << window.Name();
   };
   check(form, Root(), *desktop.BinderOf(form));
-  for (Window* window : std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning, &create,
-                                                       &mail, &send, &schedule, &terms, &quotes, &batch, &sent}) {
+  for (Window* window :
+       std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning, &create, &mail, &send,
+                                      &conflict, &schedule, &terms, &quotes, &batch, &sent}) {
     const auto root = MakeDesign(window->Name());
     const Binder binder(*window, *root);
     check(*window, *root, binder);

@@ -110,9 +110,9 @@ TEST_F(StoreTest, FailuresEndTheProgramWithTheirText) {
 
 TEST_F(StoreTest, ContactsAreInSurnameOrderAndFoundByHowTheirNamesBegin) {
   database.ExecuteStatement("DELETE FROM contacts");
-  const int ann = StoreContact(database, 0, 3, {"Ann", "Young", "", "", "", "ann@x.example"}),
-            bob = StoreContact(database, 0, 3, {"Bob", "Adams", "Buyer"}),
-            anna = StoreContact(database, 0, 10, {"Anna", "O'Young"});
+  const int ann = AddContact(database, 3, {"Ann", "Young", "", "", "", "ann@x.example"}),
+            bob = AddContact(database, 3, {"Bob", "Adams", "Buyer"}),
+            anna = AddContact(database, 10, {"Anna", "O'Young"});
   const auto contacts = ContactsOf(database, 3);
   ASSERT_EQ(contacts.size(), 2U);
   EXPECT_EQ(contacts[0].name + contacts[1].name + contacts[1].email, "Bob AdamsAnn Youngann@x.example");

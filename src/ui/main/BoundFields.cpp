@@ -1,44 +1,78 @@
 #include "ui/main/BoundFields.h"
 
+#include <algorithm>
+#include <optional>
+
 #include "calc/InputRules.h"
 #include "core/Aliases.h"
 #include "platform/text/Text.h"
-#include "store/Statements.h"
+#include "store/Suppliers.h"
 
 namespace tarvolinex {
 
 namespace {
 
+bool HoldsNumber(ColumnType type) {
+  return type != ColumnType::Text && type != ColumnType::Date;
+}
+
+// A text that another program has stored in a column of numbers.
+bool IsForeignText(const Row::Field& field, const Value& value) {
+  return field.type != ColumnType::Text && IsNoNumber(value);
+}
+
+// As the field shows the value.
+std::string FieldText(const Row::Field& field, const Value& value) {
+  if (IsForeignText(field, value)) return ValueText(value);
+  switch (field.type) {
+    case ColumnType::WholeNumber:
+      return FormatNumberInput(kInputPercent, ValueText(NullToDefault(value, std::int64_t{0})));
+    case ColumnType::Currency:
+      return FormatNumberInput(kInputAmount, ValueText(NullToDefault(value, Currency())));
+    case ColumnType::Single:
+      // A rate keeps every digit that it has: storing the field again must not round it.
+      return RateFieldText(value);
+    default:
+      return ValueText(value);
+  }
+}
+
+int LongestText(const Row::Field& field) {
+  constexpr int kWholeDigits = 10, kAmountDigits = 12;
+  if (field.type == ColumnType::Currency) return kAmountDigits;
+  return field.type == ColumnType::WholeNumber || field.type == ColumnType::Single ? kWholeDigits : field.size;
+}
+
+void LoadBox(TextBox& box, const Row::Field& field, const Value& value) {
+  if (IsForeignText(field, value)) return box.SetText(ValueText(value));
+  box.SetMaxLength(LongestText(field));
+  box.Load(FieldText(field, value));
+}
+
+// What a text becomes in a statement.
+std::string Storable(std::string_view text) {
+  return EscapeQuotes(Trim(text));
+}
+
 // Where the row was not found stands what the field shows instead: nothing, or the "0.00" of whole numbers and amounts.
 std::string LiteralOf(const Row& row, const std::string& column, const std::string& shown) {
   const Row::Field* field = row.Find(column);
   if (!field) return "''";
-  const bool number = field->type != ColumnType::Text && field->type != ColumnType::Date;
   const std::string text = row.Found() ? EscapeQuotes(ValueText(field->value)) : shown;
-  return number && text.empty() ? "NULL" : "'" + text + "'";
+  return HoldsNumber(field->type) && text.empty() ? "NULL" : "'" + text + "'";
 }
 
-void LoadBox(TextBox& box, const Row::Field& field, const Value& value) {
-  constexpr int kWholeDigits = 10, kAmountDigits = 12;
-  if (IsNoNumber(value) && field.type != ColumnType::Text) return box.SetText(ValueText(value));
-  switch (field.type) {
-    case ColumnType::WholeNumber:
-      box.SetMaxLength(kWholeDigits);
-      box.Load(FormatNumberInput(kInputPercent, ValueText(NullToDefault(value, std::int64_t{0}))));
-      break;
-    case ColumnType::Currency:
-      box.SetMaxLength(kAmountDigits);
-      box.Load(FormatNumberInput(kInputAmount, ValueText(NullToDefault(value, Currency()))));
-      break;
-    case ColumnType::Single:
-      // A rate keeps every digit that it has: storing the field again must not round it.
-      box.SetMaxLength(kWholeDigits);
-      box.Load(RateFieldText(value));
-      break;
-    default:
-      box.SetMaxLength(field.size);
-      box.Load(ValueText(value));
+bool Same(const Value& one, const Value& other) {
+  return IsNull(one) == IsNull(other) && ValueText(one) == ValueText(other);
+}
+
+// The place of a threshold in its order, the highest first.
+std::optional<int> Threshold(const std::string& column) {
+  constexpr std::string_view kThresholds = "RangeEquipFROM";
+  if (column.size() != kThresholds.size() + 1 || !EqualNoCase(column.substr(0, kThresholds.size()), kThresholds)) {
+    return std::nullopt;
   }
+  return column.back() - '0';
 }
 
 }  // namespace
@@ -51,67 +85,143 @@ std::string RateFieldText(const Value& value) {
   return static_cast<float>(LeadingNumber(rounded)) == static_cast<float>(ValueNumber(value)) ? rounded : exact;
 }
 
-namespace {
-
-void Put(const Row& row, std::string_view column, CheckBox* check, TextBox* box, bool clearOnly) {
-  const Row::Field* field = row.Find(column);
-  if (!field) return;
-  const Value value = clearOnly ? Value(Null{}) : field->value;
-  if (check) check->SetValue(ValueTruth(value));
-  if (box) LoadBox(*box, *field, value);
-}
-
-}  // namespace
-
-void BindFieldToControl(const Row& row, Control& control, std::string_view recordSetName, bool clearOnly) {
-  if (control.Tag().empty() || GetTagValue(control.Tag(), "RS") != recordSetName) return;
-  Put(row, GetTagValue(control.Tag(), "FIELDNAME"), dynamic_cast<CheckBox*>(&control), dynamic_cast<TextBox*>(&control),
-      clearOnly);
-}
-
-const std::vector<SupplierFields::BoundControl>& SupplierFields::Bound() const {
+const std::vector<BoundFields::BoundControl>& BoundFields::Bound() const {
   if (!bound_.empty()) return bound_;
   for (Control* control : window_.Controls()) {
     const std::string& tag = control->Tag();
-    if (tag.empty() || GetTagValue(tag, "RS") != "SUPPLIER") continue;
+    if (tag.empty() || GetTagValue(tag, "RS") != recordSet_) continue;
     bound_.push_back({GetTagValue(tag, "FIELDNAME"), GetTagValue(tag, "NODEF"), dynamic_cast<CheckBox*>(control),
                       dynamic_cast<TextBox*>(control)});
   }
   return bound_;
 }
 
-std::string SupplierFields::BoundControl::Text() const {
+std::string BoundFields::BoundControl::Text() const {
   if (check) return check->Value() ? "YES" : "NO";
-  return box ? EscapeQuotes(Trim(box->Text())) : std::string();
+  return box ? Storable(box->Text()) : std::string();
 }
 
-void SupplierFields::Bind(const Row& supplier, bool clearOnly) {
-  for (const BoundControl& bound : Bound()) Put(supplier, bound.column, bound.check, bound.box, clearOnly);
+const Control* BoundFields::BoundControl::Itself() const {
+  return check ? static_cast<const Control*>(check) : box;
 }
 
-void SupplierFields::RememberLoadedFields(const Row& supplier) {
+void BoundFields::Put(const BoundControl& bound, const Row& row, bool clearOnly) const {
+  const Row::Field* field = row.Find(bound.column);
+  if (!field) return;
+  const Value value = clearOnly ? Value(Null{}) : field->value;
+  if (bound.check) bound.check->SetValue(ValueTruth(value));
+  if (bound.box) LoadBox(*bound.box, *field, value);
+}
+
+void BoundFields::Bind(const Row& row, bool clearOnly) {
+  for (const BoundControl& bound : Bound()) Put(bound, row, clearOnly);
+}
+
+void BoundFields::Remember(const BoundControl& bound, const Row& row, const std::string& text) {
+  loaded_[bound.column] = {text, bound.check ? text : LiteralOf(row, bound.column, text), row.At(bound.column)};
+}
+
+void BoundFields::RememberLoadedFields(const Row& row) {
+  row_ = row;
   loaded_.clear();
-  for (const BoundControl& bound : Bound()) {
-    const std::string text = bound.Text();
-    loaded_[bound.column] = {text, bound.check ? text : LiteralOf(supplier, bound.column, text)};
-  }
+  for (const BoundControl& bound : Bound()) Remember(bound, row, bound.Text());
 }
 
-SupplierFieldLists SupplierFields::CollectSupplierFields(bool asSupplier) const {
-  SupplierFieldLists lists;
+bool BoundFields::IsEdited(const BoundControl& bound) const {
+  const auto loaded = loaded_.find(bound.column);
+  return loaded == loaded_.end() || loaded->second.text != bound.Text();
+}
+
+bool BoundFields::Edited() const {
+  return std::ranges::any_of(Bound(), [&](const BoundControl& bound) { return IsEdited(bound); });
+}
+
+FieldLists BoundFields::Collect(bool all) const {
+  FieldLists lists;
   for (const BoundControl& bound : Bound()) {
     const bool check = bound.check != nullptr;
-    if (!asSupplier && bound.noDefault != (check ? "0" : "")) continue;
+    if (!all && bound.noDefault != (check ? "0" : "")) continue;
     const std::string text = bound.Text();
-    const auto loaded = loaded_.find(bound.column);
-    const bool edited = loaded == loaded_.end() || loaded->second.text != text;
-    const std::string literal = !edited ? loaded->second.literal : check ? text : "'" + text + "'";
+    const bool edited = IsEdited(bound);
+    const std::string literal = !edited ? loaded_.at(bound.column).literal : check ? text : "'" + text + "'";
     const std::string value = literal + (check ? "," : " ,");
     if (edited) lists.assignments += bound.column + (check ? " =" : " = ") + value;
     lists.columns += bound.column + ",";
     lists.values += value;
   }
   return lists;
+}
+
+bool BoundFields::IsStoredAnew(const BoundControl& bound, const Row& now) const {
+  const auto loaded = loaded_.find(bound.column);
+  return loaded != loaded_.end() && now.Find(bound.column) && !Same(loaded->second.value, now.At(bound.column));
+}
+
+MetField BoundFields::Meeting(const BoundControl& bound, const Row& now) const {
+  const Row::Field& field = *now.Find(bound.column);
+  MetField met;
+  met.control = bound.Itself();
+  met.was = FieldText(field, loaded_.at(bound.column).value);
+  met.mine = bound.box->Text();
+  met.theirs = FieldText(field, field.value);
+  return met;
+}
+
+// Whether the thresholds could be chosen, or go together by themselves, so that they do not fall any more.
+bool BoundFields::OrderIsAtStake(const Row& now) const {
+  std::map<int, std::pair<double, double>> possible;  // by place: the least and the largest that may be stored
+  bool mine = false, theirs = false;
+  for (const BoundControl& bound : Bound()) {
+    const auto place = Threshold(bound.column);
+    if (!place || !bound.box || !now.Find(bound.column)) continue;
+    const bool edited = IsEdited(bound), anew = IsStoredAnew(bound, now);
+    const double here = LeadingNumber(bound.Text()), there = ValueNumber(now.At(bound.column));
+    mine = mine || edited;
+    theirs = theirs || anew;
+    const double one = edited ? here : there, other = anew ? there : one;
+    possible[*place] = {std::min(one, other), std::max(one, other)};
+  }
+  if (!mine || !theirs) return false;
+  return std::ranges::adjacent_find(possible, [](const auto& higher, const auto& lower) {
+           return higher.second.first < lower.second.second;
+         }) != possible.end();
+}
+
+std::vector<MetField> BoundFields::Meet(const Row& now) const {
+  std::vector<MetField> met;
+  const bool order = OrderIsAtStake(now);
+  for (const BoundControl& bound : Bound()) {
+    // A tick that both have changed is the same.
+    if (!bound.box || !now.Find(bound.column)) continue;
+    const bool edited = IsEdited(bound), anew = IsStoredAnew(bound, now), inOrder = order && Threshold(bound.column);
+    if (!(edited && anew) && !(inOrder && (edited || anew))) continue;
+    MetField field = Meeting(bound, now);
+    field.inOrder = inOrder;
+    if (Storable(field.theirs) != bound.Text()) met.push_back(field);
+  }
+  return met;
+}
+
+void BoundFields::Decide(const Row& now, const std::vector<MetField>& met) {
+  row_ = now;
+  for (const BoundControl& bound : Bound()) {
+    const auto field = std::ranges::find_if(met, [&](const MetField& one) { return one.control == bound.Itself(); });
+    if (field == met.end() || field->choice == MetField::Choice::Open) continue;
+    if (field->choice == MetField::Choice::Theirs) Put(bound, now, false);
+    Remember(bound, now, Storable(field->theirs));
+  }
+}
+
+bool BoundFields::TakeStored(const Row& now) {
+  row_ = now;
+  bool changed = false;
+  for (const BoundControl& bound : Bound()) {
+    if (IsEdited(bound) || !IsStoredAnew(bound, now)) continue;
+    Put(bound, now, false);
+    Remember(bound, now, bound.Text());
+    changed = true;
+  }
+  return changed;
 }
 
 }  // namespace tarvolinex

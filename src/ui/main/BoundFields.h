@@ -8,36 +8,58 @@
 
 #include "controls/Controls.h"
 #include "store/Row.h"
-#include "store/Suppliers.h"
+#include "store/Statements.h"
 
 namespace tarvolinex {
-
-// Puts one column into one control when the control's tag names the record set; Null when clearOnly is set or the row
-// was not found. A column that the row lacks leaves the control as it was.
-void BindFieldToControl(const Row& row, Control& control, std::string_view recordSetName, bool clearOnly);
 
 // Two decimals where they hold the whole rate, every digit otherwise; Null is empty, a text that is no number itself.
 std::string RateFieldText(const Value& value);
 
-// The window's fields of a supplier, whichever panel they stand in.
-class SupplierFields {
- public:
-  explicit SupplierFields(const Window& window) : window_(window) {}
+// A field that was edited here while somebody else has stored something else in it, and what the user makes of it.
+struct MetField {
+  const Control* control = nullptr;  // not owned
+  std::string words;                 // as its tab names it
+  std::string was, mine, theirs;     // as the field shows them
+  // A threshold of the rate card: where their order is at stake, all of them are chosen together.
+  bool inOrder = false;
+  enum class Choice { Open, Mine, Theirs };
+  Choice choice = Choice::Open;
+};
 
-  void Bind(const Row& supplier, bool clearOnly);
+// The window's fields of one record set, whichever panel they stand in, and what each of them held when it was loaded.
+class BoundFields {
+ public:
+  // recordSet: as the tags name it. The window must outlive this.
+  BoundFields(const Window& window, std::string recordSet) : window_(window), recordSet_(std::move(recordSet)) {}
+
+  // Puts the row's columns into the fields; Null when clearOnly is set or the row was not found. A column that the row
+  // lacks leaves its field as it was.
+  void Bind(const Row& row, bool clearOnly);
 
   // Remembers what the fields show now, and what the row holds for them.
-  void RememberLoadedFields(const Row& supplier);
+  void RememberLoadedFields(const Row& row);
+  // The row that was remembered last, with the columns that no field shows.
+  const Row& LoadedRow() const { return row_; }
 
-  // The fields in control order. asSupplier false: only those that belong to the default supplier.
-  SupplierFieldLists CollectSupplierFields(bool asSupplier) const;
+  bool Edited() const;
+  // The fields in control order. all false: only those that belong to the default supplier.
+  FieldLists Collect(bool all) const;
+
+  // The edited fields in which the row, as it is stored now, no longer holds what was loaded, and holds something else
+  // than the field.
+  std::vector<MetField> Meet(const Row& now) const;
+  // Every field that is chosen as theirs shows what is stored; one that is chosen as mine is from now on an edit of
+  // that. Fields of other record sets are left alone.
+  void Decide(const Row& now, const std::vector<MetField>& met);
+  // Fields that nobody has edited here show what is stored now. Returns whether one has changed.
+  bool TakeStored(const Row& now);
 
  private:
-  // What a field of the shown supplier showed when it was loaded, and the stored value as a statement has it. While the
-  // field still reads the same there is nothing to store, and where all fields are stored the value goes back
-  // unrounded.
+  // What a field showed when it was loaded, and the stored value, also as a statement has it. While the field still
+  // reads the same there is nothing to store, and where all fields are stored the value goes back unrounded.
   struct Loaded {
     std::string text, literal;
+    Value value;
   };
   // A control that stands for a column: a check box or a text box.
   struct BoundControl {
@@ -45,12 +67,22 @@ class SupplierFields {
     CheckBox* check;
     TextBox* box;
     std::string Text() const;
+    const Control* Itself() const;
   };
   // The tags of a window do not change: they are read once.
   const std::vector<BoundControl>& Bound() const;
+  void Put(const BoundControl& bound, const Row& row, bool clearOnly) const;
+  void Remember(const BoundControl& bound, const Row& row, const std::string& text);
+  bool IsEdited(const BoundControl& bound) const;
+  bool IsStoredAnew(const BoundControl& bound, const Row& now) const;
+  MetField Meeting(const BoundControl& bound, const Row& now) const;
+  bool OrderIsAtStake(const Row& now) const;
+
   const Window& window_;
+  std::string recordSet_;
   mutable std::vector<BoundControl> bound_;
   std::map<std::string, Loaded> loaded_;  // by column
+  Row row_;
 };
 
 }  // namespace tarvolinex

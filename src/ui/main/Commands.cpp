@@ -23,8 +23,7 @@ namespace tarvolinex {
 
 void FrmMain::WireMenus() {
   menus.MnuOpen.Click = [this] {
-    SavePendingChanges();
-    contacts.SaveContact();  // it belongs to the database that is left
+    if (!SaveAll()) return;  // it belongs to the database that is left
     bool askUser = true;
     OpenDatabase(askUser);
   };
@@ -35,9 +34,7 @@ void FrmMain::WireMenus() {
   menus.MnuBatch.Click = [this] { ShowBatch(); };
   menus.MnuSent.Click = [this] { ShowSent(); };
   menus.MnuExit.Click = [this] {
-    SavePendingChanges();
-    contacts.SaveContact();
-    Close();
+    if (SaveAll()) Close();
   };
   menus.MnuAdd.Click = [this] {
     ForgetUneditedFields();
@@ -50,7 +47,7 @@ void FrmMain::WireMenus() {
   menus.MnuCopyRates.Click = [this] { ShowRates(true); };
   menus.MnuChangeRates.Click = [this] { ShowRates(false); };
   menus.MnuUndoRemove.Click = [this] {
-    SaveShown();
+    if (!SaveShown()) return;
     const int contact = UndoRemove();
     LvwSuppliers_ItemClick();
     contacts.SelectContact(contact);
@@ -70,7 +67,7 @@ void FrmMain::WireMenus() {
 void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
   // While a new supplier has no name only Remove is free, and abandons it.
   if (LvwSuppliers.Find("ID0") >= 0 && Nameless()) return SupplierCommand(kUndo);
-  SavePendingChanges();
+  if (!SavePendingChanges()) return;
   if (key == "ADDNEW") SupplierCommand(0);
   if (key == "REMSUPP") SupplierCommand(1);
   if (key == "SEARCH") ShowContactSearch();
@@ -79,25 +76,22 @@ void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
   if (key == "FORMS") ShowOptions(true);
   if (key == "PREVIEW") Preview();
   if (key == "HELP") ShowHelpPage(run, 0);
-  if (key != "SAVE") return;
-  SaveShown();
+  if (key != "SAVE" || !SaveShown()) return;
   if (!shown.SupplierChanged && !contacts.ContactChanged) TxtStatus.SetText(Tr("Saved"));
 }
 
-void FrmMain::SaveShown() {
-  SavePendingChanges();
-  contacts.SaveContact();
+bool FrmMain::SaveShown() {
+  if (!SaveAll()) return false;
   if (contacts.ContactListStale) contacts.RefreshContacts();
+  return true;
 }
 
 void FrmMain::Preview() {
-  SaveShown();
-  PreviewCalculator();
+  if (SaveShown()) PreviewCalculator();
 }
 
 void FrmMain::RefreshSupplierList() {
-  SavePendingChanges();
-  LoadStartLists();
+  if (SaveAll()) LoadStartLists();
 }
 
 void FrmMain::SaveAsDefault() {
@@ -108,7 +102,7 @@ void FrmMain::SaveAsDefault() {
   const auto answer = TheDesktop().MessageBox(text, run.ReplaceAliases("Save as Default <SUPPLIER>"),
                                               BoxButtons::OkCancel, BoxIcon::Information);
   if (answer != Answer::Ok) return;
-  SavePendingChanges();
+  if (!SavePendingChanges()) return;
   Transaction transaction(database);
   SaveSupplier(false);
   // The default's forms are only replaced by ticks that somebody has set.
@@ -118,8 +112,7 @@ void FrmMain::SaveAsDefault() {
 }
 
 void FrmMain::CreateNewDatabase() {
-  SavePendingChanges();
-  contacts.SaveContact();
+  if (!SaveAll()) return;
   FRmCreateDB create(run, [this](bool& askUser) { return OpenDatabase(askUser); });
   TheDesktop().ShowModal(create);
 }
@@ -145,7 +138,7 @@ void FrmMain::Serve(FrmOptions& options) {
 }
 
 void FrmMain::ShowOptions(bool onForms) {
-  SaveShown();
+  if (!SaveShown()) return;
   FrmOptions options(run, database);
   Serve(options);
   options.Load();
@@ -154,7 +147,7 @@ void FrmMain::ShowOptions(bool onForms) {
 }
 
 void FrmMain::ShowOrganisationDetails() {
-  SaveShown();
+  if (!SaveShown()) return;
   FrmLeaseOrgDetails details(run, [this] { UsePreferences(); });
   details.Load();
   TheDesktop().ShowModal(details);
@@ -166,13 +159,13 @@ void FrmMain::ShowContactSearch() {
 }
 
 void FrmMain::ShowMailSettings() {
-  SavePendingChanges();
+  if (!SavePendingChanges()) return;
   FrmMailSettings settings(run);
   TheDesktop().ShowModal(settings);
 }
 
 void FrmMain::ShowBatch() {
-  SaveShown();
+  if (!SaveShown()) return;
   std::set<int> found;
   if (!TxtFilter.Text().empty()) {
     for (const ListView::Row& row : LvwSuppliers.Rows()) {
@@ -186,7 +179,7 @@ void FrmMain::ShowBatch() {
 }
 
 void FrmMain::ShowSent() {
-  SaveShown();
+  if (!SaveShown()) return;
   FrmSent sent(run, database, [this](int supplierId, int contactId) {
     if (LvwSuppliers.Find("ID" + std::to_string(supplierId)) < 0) {
       run.MessageBox(run.ReplaceAliases(Tr("The <SUPPLIER> has been removed since")), Tr("Sent"), BoxButtons::Ok,

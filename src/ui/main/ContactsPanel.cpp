@@ -1,12 +1,13 @@
 #include "ui/main/ContactsPanel.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "store/Statements.h"
-#include "ui/main/BoundFields.h"
 #include "ui/main/Captions.h"
 
 namespace tarvolinex {
@@ -35,7 +36,8 @@ ContactsPanel::ContactsPanel(Window& window, Run& run, Database& database, const
       CmdContact(window, "CmdContact", 2),
       run_(run),
       database_(database),
-      shown_(shown) {
+      shown_(shown),
+      fields_(window, "CONTACT") {
   for (int i = 0; i < kContactFields; ++i) {
     const BoundField& field = kContactFieldTags[static_cast<std::size_t>(i)];
     SetWords(LblContact(i), field.words);
@@ -60,9 +62,18 @@ void ContactsPanel::Wire() {
 }
 
 void ContactsPanel::LstContacts_Click() {
+  if (!SaveContact()) return StayAtShownContact();
   GetContact();
   CmdContact(kAddOrSave).SetCaption(Tr("Add &Contact"));
   CmdContact(kRemove).SetEnabled(true);
+}
+
+// The list goes back to the contact whose fields wait for a choice.
+void ContactsPanel::StayAtShownContact() {
+  const Event click = std::exchange(LstContacts.Click, nullptr);
+  LstContacts.SetListIndex(-1);
+  SelectContact(CurrentContactId);
+  LstContacts.Click = click;
 }
 
 void ContactsPanel::TxtContact_Change() {
@@ -87,7 +98,7 @@ bool ContactsPanel::ContactHasName() const {
 void ContactsPanel::CmdContact_Click(int button) {
   if (!Surroundings.supplierHasName()) return;
   const bool saves = CmdContact(kAddOrSave).Caption() == Tr(kSaveContact);
-  Surroundings.savePendingChanges();
+  if (!Surroundings.savePendingChanges()) return;
   if (button == kAddOrSave && saves && !ContactHasName()) {
     run_.MessageBox(Tr("Please enter a first name or a surname"), Tr("Contacts"), BoxButtons::Ok, BoxIcon::Information);
     return TxtContact(0).SetFocus();
@@ -95,6 +106,7 @@ void ContactsPanel::CmdContact_Click(int button) {
   if (button == kRemove) return RemoveContact();
   try {
     if (saves) return ListContacts();
+    if (!SaveContact()) return;
     ClearContactFields();
     LstContacts.SetListIndex(-1);
     TxtContact(0).SetFocus();
@@ -127,7 +139,7 @@ void ContactsPanel::FillContactList() {
 }
 
 void ContactsPanel::ListContacts() {
-  SaveContact();
+  if (!SaveContact()) return;
   run_.SetStatus(false, run_.ReplaceAliases("Getting Contact"), 50);
   try {
     FillContactList();
@@ -149,6 +161,7 @@ void ContactsPanel::ListContacts() {
 void ContactsPanel::RefreshContacts() {
   const int shown = CurrentContactId;
   ListContacts();
+  if (CurrentContactId == shown) return;
   SelectContact(shown);
 }
 
@@ -159,14 +172,15 @@ void ContactsPanel::SelectContact(int contactId) {
 }
 
 void ContactsPanel::GetContact() {
-  SaveContact();
+  if (!SaveContact()) return;
   if (LstContacts.Items().empty()) return run_.SetStatus(false, "", -1);
   try {
     run_.SetStatus(false, "Getting Contact", 50);
     CurrentContactId = LstContacts.ItemData();
     const Row contact = ReadContact(database_, CurrentContactId, shown_.CurrentSupplierId);
     if (!contact.Found()) return run_.ShowError("Contact Not Found");
-    for (int i = 0; i < kContactFields; ++i) BindFieldToControl(contact, TxtContact(i), "CONTACT", false);
+    fields_.Bind(contact, false);
+    fields_.RememberLoadedFields(contact);
     ContactChanged = false;
   } catch (const RuntimeError&) {
     run_.ShowError("Contact Not Found");
@@ -197,26 +211,68 @@ void ContactsPanel::Store() {
     run_.MessageBox(missing, Tr("Contacts"), BoxButtons::Ok, BoxIcon::Exclamation);
     return ClearContactFields();
   }
-  ContactFields fields;
-  for (int i = 0; i < kContactFields; ++i) fields[static_cast<std::size_t>(i)] = TxtContact(i).Text();
-  const int id = StoreContact(database_, CurrentContactId, shown_.CurrentSupplierId, fields);
+  int id = CurrentContactId;
+  if (id == 0) {
+    ContactFields fields;
+    for (int i = 0; i < kContactFields; ++i) fields[static_cast<std::size_t>(i)] = TxtContact(i).Text();
+    id = AddContact(database_, shown_.CurrentSupplierId, fields);
+  } else {
+    UpdateContact(database_, id, fields_.Collect(true));
+  }
+  const Row stored = ReadContact(database_, id, shown_.CurrentSupplierId);
   transaction.Commit();
   // Typing on after a save is no second new contact.
   CurrentContactId = id;
+  fields_.TakeStored(stored);
+  fields_.RememberLoadedFields(stored);
   ContactListStale = true;
   ContactChanged = false;
 }
 
-void ContactsPanel::SaveContact() {
-  if (!ContactChanged) return;
+bool ContactsPanel::SaveContact() {
+  if (!ContactChanged) return true;
   run_.SetStatus(false, "Saving Contact", 50);
-  if (Trim(TxtContact(0).Text() + TxtContact(1).Text()).empty()) return run_.SetStatus(false, "", -1);
+  bool stays = false;
   try {
-    Store();
+    if (!Trim(TxtContact(0).Text() + TxtContact(1).Text()).empty()) stays = !StoreUnlessMet();
   } catch (const RuntimeError&) {
     run_.ShowError("Contact update failed");
   }
   run_.SetStatus(false, "", -1);
+  return !stays;
+}
+
+// Looks and stores in one transaction, which is over while the user chooses; then it looks again.
+bool ContactsPanel::StoreUnlessMet() {
+  for (;;) {
+    std::vector<MetField> met;
+    {
+      Transaction transaction(database_);
+      met = Meet();
+      if (met.empty()) Store();
+      transaction.Commit();
+    }
+    if (met.empty()) return true;
+    if (!Surroundings.decide(met)) return false;
+    Decide(met);
+  }
+}
+
+std::vector<MetField> ContactsPanel::Meet() {
+  if (!ContactChanged || CurrentContactId == 0) return {};
+  now_ = ReadContact(database_, CurrentContactId, shown_.CurrentSupplierId);
+  if (!now_.Found()) return {};
+  std::vector<MetField> met = fields_.Meet(now_);
+  for (MetField& field : met) {
+    for (int i = 0; i < kContactFields; ++i) {
+      if (field.control == &TxtContact(i)) field.words = Tr("Contact: %1", {PlainCaption(LblContact(i).Caption())});
+    }
+  }
+  return met;
+}
+
+void ContactsPanel::Decide(const std::vector<MetField>& met) {
+  if (ContactChanged && CurrentContactId != 0) fields_.Decide(now_, met);
 }
 
 void ContactsPanel::ClearContacts() {

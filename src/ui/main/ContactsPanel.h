@@ -9,6 +9,7 @@
 #include "core/Run.h"
 #include "store/Contacts.h"
 #include "store/Database.h"
+#include "ui/main/BoundFields.h"
 #include "ui/main/ShownSupplier.h"
 
 namespace tarvolinex {
@@ -31,21 +32,27 @@ class ContactsPanel {
     std::function<void()> cleared;                               // nobody is listed
     std::function<void(const std::vector<ContactRow>&)> listed;  // the list was filled anew
     std::function<bool()> supplierHasName;                       // goes to the name when it has none
-    std::function<void()> savePendingChanges;
-    std::function<bool()> storeNewSupplier;  // false when there is none that waits with a name
+    std::function<bool()> savePendingChanges;                    // false when the user wants to look at it first
+    std::function<bool(std::vector<MetField>&)> decide;          // lets the user choose; false when he does not
+    std::function<bool()> storeNewSupplier;                      // false when there is none that waits with a name
     std::function<void(RemovedRows)> removed;
   };
   Around Surroundings;
 
-  // Saves the shown contact if it was edited, then refills the list for the shown supplier.
+  // Saves the shown contact if it was edited, then refills the list for the shown supplier; where it is not saved the
+  // list stays.
   void ListContacts();
   // As ListContacts, but the contact that was shown stays so.
   void RefreshContacts();
   // Saves the shown contact if it was edited, then shows the one selected in the list.
   void GetContact();
-  // Stores the shown contact when it was edited and has a name. One whose supplier is not stored, or that somebody else
-  // has removed, is reported and not stored.
-  void SaveContact();
+  // Stores what was edited of the shown contact when it has a name. One whose supplier is not stored, or that somebody
+  // else has removed, is reported and not stored. Returns false when it meets what somebody else has stored and the
+  // user does not choose: it then stays edited.
+  [[nodiscard]] bool SaveContact();
+  // What of the shown contact was edited here and by somebody else; none while nothing is edited.
+  std::vector<MetField> Meet();
+  void Decide(const std::vector<MetField>& met);
   // Selects the contact in the list, which shows it; nothing when it is not there.
   void SelectContact(int contactId);
   // Empties the list and the six fields.
@@ -61,12 +68,16 @@ class ContactsPanel {
   bool ContactHasName() const;
   void RemoveContact();
   void FillContactList();
+  void StayAtShownContact();
+  bool StoreUnlessMet();
   void Store();
   std::string WhatContactLacks();
 
   Run& run_;
   Database& database_;
   const ShownSupplier& shown_;
+  BoundFields fields_;
+  Row now_;  // the shown contact as it was last found stored
 };
 
 }  // namespace tarvolinex

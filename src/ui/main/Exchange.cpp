@@ -11,13 +11,13 @@
 namespace tarvolinex {
 
 void FrmMain::ShowImport() {
-  SaveShown();
+  if (!SaveShown()) return;
   FrmImport import(run, database, [this](RemovedRows undo) { TakeChanges(std::move(undo)); });
   TheDesktop().ShowModal(import);
 }
 
 void FrmMain::ShowRates(bool copies) {
-  SaveShown();
+  if (!SaveShown()) return;
   FrmRates rates(run, database, {shown.CurrentSupplierId, supplier.Name().Text(), copies},
                  [this](RemovedRows undo) { TakeChanges(std::move(undo)); });
   TheDesktop().ShowModal(rates);
@@ -29,7 +29,7 @@ void FrmMain::TakeChanges(RemovedRows undo) {
 }
 
 void FrmMain::Export(ImportKind kind) {
-  SaveShown();
+  if (!SaveShown()) return;
   const bool suppliers = kind == ImportKind::Suppliers;
   const std::string title = suppliers ? run.ReplaceAliases(Tr("Export <SUPPLIER>s")) : Tr("Export Contacts");
   const std::string path = TheDesktop().SaveFile(

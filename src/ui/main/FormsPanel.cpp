@@ -56,6 +56,8 @@ void FormsPanel::LoadSupplierFormLinks(int supplierId) {
     ClearTicks();  // first, so that a failed read leaves no ticks of another supplier
     const std::vector<int> links = FormLinksOf(database_, supplierId);
     for (const int form : links) LvwForms.SetChecked(LvwForms.Find("ID" + std::to_string(form)), true);
+    loadedSupplier_ = supplierId;
+    loaded_ = {links.begin(), links.end()};
   } catch (const RuntimeError&) {
     run_.ShowError(run_.ReplaceAliases("Error Getting <SUPPLIER> List"));
   }
@@ -66,13 +68,61 @@ void FormsPanel::LoadSupplierFormLinks(int supplierId) {
 void FormsPanel::SaveSupplierFormLinks(int supplierId) {
   if (supplierId == 0 && !FormLinksChanged) return;
   run_.SetStatus(false, "Saving froms", 60);
-  std::vector<int> ticked;
-  for (const auto& row : LvwForms.Rows()) {
-    if (row.checked) ticked.push_back(IdOfKey(row.key));
+  std::set<int> elsewhere;  // forms that somebody else has chosen, and that this list does not have yet
+  if (supplierId != 0 && supplierId == loadedSupplier_) {
+    const std::set<int> links = StoredLinks(supplierId);
+    for (const int form : links) {
+      if (!loaded_.contains(form) && LvwForms.Find("ID" + std::to_string(form)) < 0) elsewhere.insert(form);
+    }
+    TakeStored(links);
   }
-  ReplaceFormLinks(database_, supplierId, ticked);
+  std::vector<int> links;
+  for (const auto& row : LvwForms.Rows()) {
+    if (row.checked) links.push_back(IdOfKey(row.key));
+  }
+  links.insert(links.end(), elsewhere.begin(), elsewhere.end());
+  ReplaceFormLinks(database_, supplierId, links);
+  if (supplierId != 0) {
+    loadedSupplier_ = supplierId;
+    loaded_ = {links.begin(), links.end()};
+  }
   FormLinksChanged = false;
   run_.SetStatus(false, "", -1);
+}
+
+std::set<int> FormsPanel::StoredLinks(int supplierId) const {
+  try {
+    Recordset records;
+    records.Open(FillStatement(statements::kFormLinks, "<ID>", supplierId), database_.Plain());
+    std::set<int> links;
+    for (; !records.EndOfFile(); records.MoveNext())
+      links.insert(static_cast<int>(ValueNumber(records.Field("Formid"))));
+    return links;
+  } catch (const RuntimeError&) {
+    return loaded_;  // the statement that writes them will tell
+  }
+}
+
+std::set<int> FormsPanel::Ticked() const {
+  std::set<int> ticked;
+  for (const auto& row : LvwForms.Rows()) {
+    if (row.checked) ticked.insert(IdOfKey(row.key));
+  }
+  return ticked;
+}
+
+bool FormsPanel::TakeStored(const std::set<int>& links) {
+  bool changed = false;
+  const std::set<int> ticked = Ticked();
+  for (int row = 0; row < LvwForms.Count(); ++row) {
+    const int form = IdOfKey(LvwForms.At(row).key);
+    const bool edited = ticked.contains(form) != loaded_.contains(form);
+    if (edited || links.contains(form) == loaded_.contains(form)) continue;
+    LvwForms.SetChecked(row, links.contains(form));
+    changed = true;
+  }
+  loaded_ = links;
+  return changed;
 }
 
 void FormsPanel::RefreshFormsList() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 
 #include "controls/Controls.h"
@@ -27,8 +28,11 @@ class FormsPanel {
   void LoadFormsList();
   // Ticks exactly the forms linked to the supplier (0 for the default supplier).
   void LoadSupplierFormLinks(int supplierId);
-  // Replaces the supplier's links by the ticked forms. The default supplier's (0) only when the user changed ticks.
+  // Replaces the supplier's links by the ticked forms. The default supplier's (0) only when the user changed ticks. Of
+  // the supplier whose links were loaded, ticks that nobody has changed here first follow what others have stored.
   void SaveSupplierFormLinks(int supplierId);
+  // Ticks that nobody has changed here follow these links. Returns whether one has changed.
+  bool TakeStored(const std::set<int>& links);
   // The same list anew, with the ticks that it has.
   void RefreshFormsList();
   void ClearTicks();
@@ -36,8 +40,12 @@ class FormsPanel {
  private:
   void FillFormsList();
   void LvwForms_DblClick();
+  std::set<int> Ticked() const;
+  std::set<int> StoredLinks(int supplierId) const;
   Run& run_;
   Database& database_;
+  int loadedSupplier_ = 0;
+  std::set<int> loaded_;  // the supplier's links as they were last read
 };
 
 }  // namespace tarvolinex

@@ -107,7 +107,9 @@ void FrmMain::WireShell() {
   Unloading = [this] { Unload(); };
   MayClose = [this] {
     run.StopRequested = true;
-    return !Working;
+    if (Working || run.ErrorShown || Nameless()) return !Working;
+    LeaveField();
+    return SaveAll();
   };
 }
 
@@ -120,12 +122,12 @@ void FrmMain::WirePanels() {
         if (Nameless()) supplier.Name().SetFocus();
         return !Nameless();
       },
-      [this] { SavePendingChanges(); },
+      [this] { return SavePendingChanges(); },
+      [this](std::vector<MetField>& met) { return Decide(met); },
       [this] {
         const int row = LvwSuppliers.Selected();
         if (row < 0 || LvwSuppliers.At(row).key != "ID0" || Nameless()) return false;
-        SavePendingChanges();
-        return true;
+        return SavePendingChanges();
       },
       [this](RemovedRows removed) { OfferUndo(std::move(removed)); },
   };
@@ -190,8 +192,7 @@ void FrmMain::Unload() {
   // Closing drops a supplier without a name, or the emptied name.
   if (!run.ErrorShown && !Nameless()) {
     LeaveField();
-    SavePendingChanges();
-    contacts.SaveContact();
+    static_cast<void>(SaveAll());
   }
   SaveAppearance();
   TheDesktop().DoEvents();
@@ -238,8 +239,7 @@ void FrmMain::EnableCommands(bool blocked) {
 }
 
 void FrmMain::TabMain_Click() {
-  SavePendingChanges();
-  contacts.SaveContact();
+  static_cast<void>(SaveAll());
   if (!quote.loading) quote.RecalculateShownQuote();
   if (TabMain.Selected() == kTabSend && contacts.ContactListStale) contacts.ListContacts();
 }

@@ -115,9 +115,13 @@ class FrmMain : public Window {
 
   // asSupplier true: stores the shown supplier when it was edited. False: stores its fields as the default supplier.
   void SaveSupplier(bool asSupplier);
-  // Stores the shown supplier, its form links and the shown contact, together or not at all, when there are edits and
-  // no load is in progress. A supplier that somebody else has removed is reported and left; nothing is then stored.
-  void SavePendingChanges();
+  // Stores what was edited of the shown supplier, its form links and the shown contact, together or not at all, when no
+  // load is in progress. Where somebody else has changed the same fields since they were loaded the user chooses first.
+  // A supplier that somebody else has removed is reported and left; nothing is then stored. Returns false when the user
+  // does not choose: nothing is stored, everything stays edited, and whoever wanted to go on does not.
+  [[nodiscard]] bool SavePendingChanges();
+  // The same, and the shown contact where it alone was edited.
+  [[nodiscard]] bool SaveAll() { return SavePendingChanges() && contacts.SaveContact(); }
   // Whether the shown supplier is a stored one, and nothing of it has been edited since it was loaded.
   bool ReadsAsLoaded() const;
 
@@ -170,8 +174,8 @@ class FrmMain : public Window {
   void ShowStatus(bool flashing, std::string_view text, int progress);
   void SetNote(std::string_view text);
   bool Nameless() const { return supplier.Nameless(); }
-  // Stores the shown supplier and the shown contact, which then stands in the lists as it was stored.
-  void SaveShown();
+  // As SaveAll; the contact then stands in the lists as it was stored.
+  [[nodiscard]] bool SaveShown();
   void Preview();
   void RefreshSupplierList();
   void SaveAsDefault();
@@ -225,6 +229,7 @@ class FrmMain : public Window {
   // The same, applies what the supplier offers and recalculates the quote.
   void LoadSupplierRateCard(const SupplierRow& row);
   void ShowNoSupplier();
+  void StayAtShownSupplier();
   void ReportMissingSupplier();
   void LeaveMissingSupplier();
   void TxtSupplier_Changed(int field, bool changedBefore);
@@ -232,6 +237,11 @@ class FrmMain : public Window {
   void TxtFilter_Change();
   void ForgetUneditedFields();
 
+  bool NeedsStoring();
+  bool StoreShown();
+  bool StoreUnlessMet(SupplierRow& now, std::vector<MetField>& met);
+  std::vector<MetField> Meet(const SupplierRow& now);
+  bool Decide(std::vector<MetField>& met);
   void StoreFields(bool asSupplier);
   void RefreshRow();
   void UseStoredRateCard();
@@ -240,7 +250,7 @@ class FrmMain : public Window {
   void SendCalculator();
   void CreateInstallFile();
 
-  SupplierFields fields_{*this};
+  BoundFields fields_{*this, "SUPPLIER"};
   SheetDraft draft_;
   std::string note_;  // what the status line reads while nothing goes on
 };

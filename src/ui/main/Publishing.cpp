@@ -48,8 +48,7 @@ void FrmMain::PreviewFormPage(const std::string& pagePath) {
 }
 
 void FrmMain::SendCalculator() {
-  SaveShown();
-  if (!MayPublish()) return;
+  if (!SaveShown() || !MayPublish()) return;
   Sending sending;
   sending.publication = Calculator();
   sending.supplierId = shown.CurrentSupplierId;
@@ -73,8 +72,7 @@ void FrmMain::SendCalculator() {
 }
 
 void FrmMain::CreateInstallFile() {
-  SaveShown();
-  if (!MayPublish() || !CanPack(OwnBranding(), run)) return;
+  if (!SaveShown() || !MayPublish() || !CanPack(OwnBranding(), run)) return;
   send.CompletePath();
   const std::string path = send.TxtCalcCreate.Text();
   WriteIni(run.AppFolder, "General", "OPTIONS", "LASTINSTALLFILE", path);

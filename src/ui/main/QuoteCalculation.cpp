@@ -18,16 +18,6 @@ std::string AmountText(Currency amount) {
   return FormatFixed(amount.ToDouble(), 2);
 }
 
-// A caption as it reads, without its access key.
-std::string Plain(std::string_view caption) {
-  std::string plain;
-  for (std::size_t i = 0; i < caption.size(); ++i) {
-    if (caption[i] == '&' && i + 1 < caption.size()) ++i;
-    plain += caption[i];
-  }
-  return plain;
-}
-
 double LargestOf(int kind) {
   if (kind == kInputPayments || kind == kInputCount) return kMostPayments;
   return kind == kInputPercent ? 100 : kLargestAmount;
@@ -122,7 +112,7 @@ NumberRule QuotePanel::QuoteBoxRule(int box) const {
   rule.kind = QuoteBoxKind(box);
   rule.largest = LargestOf(rule.kind);
   rule.symbol = run_.CalculatorPreferences.CurrencySymbol.Trimmed();
-  rule.name = Plain(LblProCalc(box).Caption());
+  rule.name = PlainCaption(LblProCalc(box).Caption());
   if (box == kBoxDeposit || box == kBoxResidual) {
     const auto& ways = CboProCalc(box == kBoxDeposit ? kListDepositMode : kListResidualMode).Items();
     const bool percent = TxtProCalc(box).Text().find('%') != std::string::npos;

@@ -34,7 +34,7 @@ int FrmMain::DaysOfValidity() const {
 void FrmMain::KeepShownQuote() {
   if (quote.Kept()) return ChangeKeptQuote(*quote.Kept());
   const int supplierId = shown.CurrentSupplierId;
-  SavePendingChanges();  // what prices the quote is what is stored
+  if (!SavePendingChanges()) return;  // what prices the quote is what is stored
   if (shown.CurrentSupplierId == 0) {
     run.MessageBox(run.ReplaceAliases(Tr("A quote is kept for a stored <SUPPLIER>: give it a name first")),
                    Tr("Keep Quote"), BoxButtons::Ok, BoxIcon::Information);
@@ -111,7 +111,7 @@ void FrmMain::CopyAsNew(const KeptQuote& kept) {
 }
 
 void FrmMain::ShowQuotes() {
-  SaveShown();
+  if (!SaveShown()) return;
   FrmQuotes quotes(run, database,
                    {[this](const KeptQuote& kept) {
                       ShowSupplierOf(kept);
@@ -156,8 +156,7 @@ void FrmMain::ShowSheet() {
     if (draft.details != kept->details) StoreDetails(kept->number, draft.details);
     return;
   }
-  SavePendingChanges();
-  if (shown.CurrentSupplierId == 0 || !quote.HasQuote()) return;
+  if (!SavePendingChanges() || shown.CurrentSupplierId == 0 || !quote.HasQuote()) return;
   SheetContents contents = SheetOf(run.Places(), run.CalculatorPreferences, run.SupplierCalcSettings);
   contents.date = contents.start = LocalDay(TheDesktop().Now());
   contents.validUntil = ProposedEnd(contents.date);

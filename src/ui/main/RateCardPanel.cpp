@@ -107,6 +107,7 @@ NumberRule RateCardPanel::WithSymbol(NumberRule rule) const {
 }
 
 void RateCardPanel::WireRateBox(TextBox& box, UpDown& upDown, const NumberRule& rule) {
+  words_[&box] = rule.name;
   box.Change = [this, &box, rule] {
     shown_.SupplierChanged = true;
     if (!box.Edited()) numbers_[&box] = box.Text();
@@ -164,6 +165,12 @@ void RateCardPanel::Wire() {
 
 void RateCardPanel::txtRangeTo_Change(int box) {
   lblRangeFrom(box - 1).SetCaption(FormatNumberInput(kInputAmount, txtRangeTo(box).Text()));
+}
+
+std::string RateCardPanel::WordsOf(const Control* box) const {
+  if (box == &TxtAddRate(0)) return PlainCaption(LblAddRate(0).Caption());
+  const auto found = words_.find(box);
+  return found == words_.end() ? std::string() : found->second;
 }
 
 double RateCardPanel::Threshold(int box) const {

@@ -32,6 +32,9 @@ class RateCardPanel {
   // The premium's caption, yield and minimum can be edited when its switch is on.
   void ApplyPremiumSwitch();
 
+  // What the tab calls the box; empty when it is none of these.
+  std::string WordsOf(const Control* box) const;
+
   // After threshold box i (1 to 4) was left: boxes above it are raised to at least its value and boxes below it lowered
   // to at most its value, each only if it has to.
   void RepairThresholdOrder(int box);
@@ -47,6 +50,7 @@ class RateCardPanel {
   Run& run_;
   ShownSupplier& shown_;
   std::map<const TextBox*, std::string> numbers_;  // what each box was last left with or given
+  std::map<const Control*, std::string> words_;
 };
 
 }  // namespace tarvolinex

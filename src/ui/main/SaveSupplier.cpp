@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "ui/main/FrmConflict.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -32,6 +33,7 @@ void FrmMain::UseStoredRateCard() {
   const RateCard before = run.SupplierCalcSettings;
   const bool faultBefore = !shown.RateCardFault.empty();
   UseSupplierSettings(row);
+  fields_.TakeStored(row.row);
   fields_.RememberLoadedFields(row.row);
   quote.ApplySupplierOptions();
   const bool same = static_cast<const RateCard&>(run.SupplierCalcSettings) == before;
@@ -51,16 +53,16 @@ void FrmMain::ShowInsertedSupplier() {
 }
 
 void FrmMain::StoreFields(bool asSupplier) {
-  const SupplierFieldLists fields = fields_.CollectSupplierFields(asSupplier);
+  const FieldLists fields = fields_.Collect(asSupplier);
   if (!asSupplier) return ReplaceDefaultSupplier(database, fields);
   if (shown.CurrentSupplierId != 0) {
     UpdateSupplier(database, shown.CurrentSupplierId, fields);
-    RefreshRow();
   } else {
     InsertSupplier(database, fields);
     ShowInsertedSupplier();
   }
   UseStoredRateCard();
+  RefreshRow();
 }
 
 void FrmMain::SaveSupplier(bool asSupplier) {
@@ -77,8 +79,7 @@ void FrmMain::SaveSupplier(bool asSupplier) {
 }
 
 bool FrmMain::ReadsAsLoaded() const {
-  return shown.CurrentSupplierId != 0 && !forms.FormLinksChanged && !contacts.ContactChanged &&
-         fields_.CollectSupplierFields(true).assignments.empty();
+  return shown.CurrentSupplierId != 0 && !forms.FormLinksChanged && !contacts.ContactChanged && !fields_.Edited();
 }
 
 // Somebody else has removed the shown supplier: nothing is written for it, what it showed goes with it, and another one
@@ -89,30 +90,74 @@ void FrmMain::LeaveMissingSupplier() {
   LvwSuppliers_ItemClick();
 }
 
-void FrmMain::SavePendingChanges() {
+bool FrmMain::SavePendingChanges() {
   run.SetStatus(false, run.ReplaceAliases("Saving <SUPPLIER>"), 20);
-  const bool named = !Nameless();
-  if (named && !TabMain.Tabs()[kTabSettings].enabled) {
+  if (!Nameless() && !TabMain.Tabs()[kTabSettings].enabled) {
     for (const int tab : {kTabQuote, kTabSettings, kTabSend}) TabMain.SetTabEnabled(tab, true);
   }
-  // A supplier without a name is never stored.
-  if (!shown.LoadingSupplier && shown.SupplierChanged && (named || shown.CurrentSupplierId != 0)) {
-    // Loading marks the supplier as changed too; fields that read as they were loaded need no writing.
-    if (ReadsAsLoaded()) {
-      shown.SupplierChanged = false;
-      return run.SetStatus(false, "", -1);
-    }
-    Transaction transaction(database);
-    if (shown.CurrentSupplierId != 0 && !SupplierIsStored(database, shown.CurrentSupplierId)) {
-      transaction.Abandon();
-      return LeaveMissingSupplier();
-    }
-    SaveSupplier(true);
-    forms.SaveSupplierFormLinks(shown.CurrentSupplierId);
-    contacts.SaveContact();
-    transaction.Commit();
-  }
+  const bool stored = !NeedsStoring() || StoreShown();
   run.SetStatus(false, "", -1);
+  return stored;
+}
+
+bool FrmMain::NeedsStoring() {
+  // A supplier without a name is never stored.
+  if (shown.LoadingSupplier || !shown.SupplierChanged || (Nameless() && shown.CurrentSupplierId == 0)) return false;
+  // Loading marks the supplier as changed too; fields that read as they were loaded need no writing.
+  if (!ReadsAsLoaded()) return true;
+  shown.SupplierChanged = false;
+  return false;
+}
+
+// The transaction is over while the user chooses; then it is looked at again.
+bool FrmMain::StoreShown() {
+  for (;;) {
+    SupplierRow now;
+    std::vector<MetField> met;
+    if (StoreUnlessMet(now, met)) return true;
+    if (!now.Found()) {
+      LeaveMissingSupplier();
+      return true;
+    }
+    if (!Decide(met)) return false;
+    fields_.Decide(now.row, met);
+    contacts.Decide(met);
+  }
+}
+
+// Looks and stores in one transaction. False when the supplier is gone, or fields meet what somebody else has stored.
+bool FrmMain::StoreUnlessMet(SupplierRow& now, std::vector<MetField>& met) {
+  Transaction transaction(database);
+  if (shown.CurrentSupplierId != 0) {
+    now = ReadSupplier(database, shown.CurrentSupplierId);
+    if (!now.Found()) return false;
+    met = Meet(now);
+    if (!met.empty()) return false;
+  }
+  SaveSupplier(true);
+  forms.SaveSupplierFormLinks(shown.CurrentSupplierId);
+  static_cast<void>(contacts.SaveContact());  // it meets nothing: it has been looked at in this transaction
+  transaction.Commit();
+  return true;
+}
+
+std::vector<MetField> FrmMain::Meet(const SupplierRow& now) {
+  std::vector<MetField> met = fields_.Meet(now.row);
+  for (MetField& field : met) field.words = supplier.WordsOf(field.control) + rateCard.WordsOf(field.control);
+  const std::vector<MetField> contact = contacts.Meet();
+  met.insert(met.end(), contact.begin(), contact.end());
+  return met;
+}
+
+bool FrmMain::Decide(std::vector<MetField>& met) {
+  run.SetStatus(false, "", -1);
+  FrmConflict conflict(
+      Tr("%1 has been changed by another program since it was loaded here, in fields that you have changed too. Choose "
+         "what is to be stored.",
+         {std::string(Trim(supplier.Name().Text()))}),
+      met);
+  TheDesktop().ShowModal(conflict);
+  return conflict.Confirmed;
 }
 
 // A supplier that is only shown counts as changed, because loading fills its fields. Keys that act on it need no second
@@ -124,10 +169,10 @@ void FrmMain::ForgetUneditedFields() {
 void FrmMain::SupplierCommand(int action) {
   const bool pending = shown.SupplierChanged || forms.FormLinksChanged;
   if (action == 0) {
-    SavePendingChanges();
+    if (!SavePendingChanges()) return;
     const bool nothingToStore = shown.CurrentSupplierId == 0 && Nameless();
-    if (pending && !nothingToStore) return;
-    contacts.SaveContact();  // while it still is the shown supplier's
+    // A contact is stored while the supplier still is its own.
+    if ((pending && !nothingToStore) || !contacts.SaveContact()) return;
     shown.CurrentSupplierId = 0;
     shown.LoadingSupplier = true;
     NewSupplier();

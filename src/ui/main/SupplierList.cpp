@@ -175,8 +175,7 @@ void FrmMain::ReportMissingSupplier() {
 }
 
 void FrmMain::LoadSupplier() {
-  SavePendingChanges();
-  contacts.SaveContact();  // while it still is the previous supplier's
+  if (!SaveAll()) return StayAtShownSupplier();  // a contact while it still is the previous supplier's
   run.SetStatus(false, "Getting Supplier", 20);
   const ListView& list = LvwSuppliers;
   try {
@@ -196,10 +195,19 @@ void FrmMain::LoadSupplier() {
   run.SetStatus(false, "", -1);
 }
 
+// What is edited waits for a choice: its row stays the selected one.
+void FrmMain::StayAtShownSupplier() {
+  shown.LoadingSupplier = false;
+  const int row = LvwSuppliers.Find("ID" + std::to_string(shown.CurrentSupplierId));
+  if (row < 0) return;
+  LvwSuppliers.Select(row);
+  shown.CurrentSupplierIndex = row;
+}
+
 void FrmMain::LvwSuppliers_ItemClick() {
   const std::string chosen = LvwSuppliers.Selected() < 0 ? std::string() : LvwSuppliers.At(LvwSuppliers.Selected()).key;
   if (!shown.SupplierChanged) shown.LoadingSupplier = true;
-  SavePendingChanges();
+  if (!SaveAll()) return StayAtShownSupplier();
   // A new supplier that has been stored is selected in a list filled anew.
   if (const int row = LvwSuppliers.Find(chosen); row >= 0) LvwSuppliers.Select(row);
   LoadSupplier();
@@ -252,7 +260,7 @@ void FrmMain::ShowContact(int supplierId, int contactId) {
   const std::string key = "ID" + std::to_string(supplierId);
   TabMain.SelectTab(kTabDetails);
   // A new supplier that is stored now fills the list anew.
-  SavePendingChanges();
+  if (!SavePendingChanges()) return;
   const std::string before = "ID" + std::to_string(shown.CurrentSupplierId);
   if (LvwSuppliers.Find(key) < 0) LoadSupplierList(false);  // another program has added it
   const int row = LvwSuppliers.Find(key);

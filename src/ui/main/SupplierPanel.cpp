@@ -51,6 +51,15 @@ bool SupplierPanel::Nameless() const {
   return Trim(Name().Text()).empty();
 }
 
+std::string SupplierPanel::WordsOf(const Control* field) const {
+  constexpr int kSecondAddress = 2;
+  for (int i = 0; i < kSupplierFields; ++i) {
+    if (field != &TxtSupplier(i)) continue;
+    return i == kSecondAddress ? Tr("Address 2") : PlainCaption(LblSupplier(i).Caption());
+  }
+  return {};
+}
+
 void SupplierPanel::TxtSupplier_LostFocus(int field) {
   if (field != kSupplierName || !Nameless() || Name().Owner().KeepsFocus()) return;
   run_.MessageBox(run_.ReplaceAliases("You must enter a <SUPPLIER> name"), "", BoxButtons::Ok, BoxIcon::None);

@@ -26,6 +26,8 @@ class SupplierPanel {
   TextBox& Name() const { return TxtSupplier(kSupplierName); }
   // The shown supplier's name is empty: it is not stored like that.
   bool Nameless() const;
+  // What the tab calls the field; empty when it is none of these.
+  std::string WordsOf(const Control* field) const;
 
  private:
   void TxtSupplier_LostFocus(int field);

@@ -1,0 +1,218 @@
+// Two programs on one database file: neither overwrites what the other has stored without its user's word, and nothing
+// that was typed is lost.
+#include "support/Fixture.h"
+#include "ui/main/FrmConflict.h"
+
+namespace tarvolinex {
+
+using Choice = MetField::Choice;
+
+class TwoDesksTest : public SampleTest {
+ protected:
+  TwoDesksTest() {
+    CreateDirectory(otherFolder.Path());
+    other.AppFolder = otherFolder.Path();
+    other.DataFolder = other.ChosenDataFolder = DataFolder;
+    other.CalculatorPreferences = CalculatorPreferences;
+    theirs = std::make_unique<FrmMain>(other);
+    theirs->Load();
+    desktop.boxes.clear();  // of texts that the second app folder lacks
+    for (FrmMain* each : {form.get(), theirs.get()}) Show(*each, 3);
+    desktop.modal = [this](Window& window) { Meet(dynamic_cast<FrmConflict&>(window)); };
+  }
+  static void CreateDirectory(const std::string& path) { std::filesystem::create_directories(path); }
+  static void Show(FrmMain& desk, int id) {
+    desk.LvwSuppliers.ClickRow(desk.LvwSuppliers.Find("ID" + std::to_string(id)));
+    ASSERT_TRUE(desk.SaveAll());
+  }
+  TextBox& Town(FrmMain& desk) { return desk.supplier.TxtSupplier(3); }
+  void Store(FrmMain& desk, TextBox& box, const std::string& text) {
+    Type(box, text);
+    desk.Toolbar1.Press("SAVE");
+  }
+  std::string Stored(const std::string& column) { return Ask("SELECT " + column + " FROM suppliers WHERE ID=3"); }
+  // What the user is shown, and does with it.
+  void Meet(FrmConflict& window) {
+    for (const ListView::Row& row : window.LvwFields.Rows()) {
+      asked += row.text + ":" + row.cells[0] + "|" + row.cells[1] + "|" + row.cells[2] + ";";
+    }
+    if (meanwhile) std::exchange(meanwhile, nullptr)();
+    EXPECT_FALSE(window.CmdStore.Enabled());
+    choose(window);
+    window.CmdStore.Press();
+  }
+  std::string Asked() { return std::exchange(asked, ""); }
+
+  TemporaryFolder otherFolder;
+  tarvolinex::Run other;
+  std::unique_ptr<FrmMain> theirs;
+  std::string asked;
+  Event meanwhile;
+  std::function<void(FrmConflict&)> choose = [](FrmConflict&) {};
+};
+
+TEST_F(TwoDesksTest, ChangesToDifferentFieldsBothStandAndTheOthersAreShownAfterASave) {
+  form->contacts.LstContacts.SetListIndex(0);
+  theirs->contacts.LstContacts.SetListIndex(0);
+  const auto& listed = form->LvwSuppliers;
+  Type(theirs->supplier.TxtSupplier(5), "RG9 9ZZ");
+  Type(theirs->rateCard.TxtRangeYield(0), "21");
+  theirs->rateCard.ChAddRate(2).SetValue(!theirs->rateCard.ChAddRate(2).Value());
+  Type(theirs->contacts.TxtContact(3), "0118 111");
+  theirs->forms.LvwForms.ToggleCheck(0);
+  theirs->Toolbar1.Press("SAVE");
+  Type(Town(*form), "Henley");
+  Type(form->contacts.TxtContact(2), "Buyer");
+  form->forms.LvwForms.ToggleCheck(1);
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Stored("Town||PostCode||Yield0"), "HenleyRG9 9ZZ21");
+  EXPECT_EQ(Ask("SELECT jobtitle||tel FROM contacts WHERE ID=" + std::to_string(form->contacts.CurrentContactId)),
+            "Buyer0118 111");
+  EXPECT_EQ(form->supplier.TxtSupplier(5).Text() + form->rateCard.TxtRangeYield(0).Text(), "RG9 9ZZ21.00");
+  EXPECT_EQ(SupplierCalcSettings.Yield[0], 21.0F);
+  EXPECT_EQ(form->rateCard.ChAddRate(2).Value(), theirs->rateCard.ChAddRate(2).Value());
+  EXPECT_EQ(form->contacts.TxtContact(3).Text(), "0118 111");
+  EXPECT_EQ(listed.At(listed.Selected()).cells[5], "RG9 9ZZ");
+  // The ticks of both count, also of a form that is not listed here.
+  Show(*theirs, 4);
+  Show(*theirs, 3);
+  for (int row = 0; row < form->forms.LvwForms.Count(); ++row) {
+    EXPECT_EQ(form->forms.LvwForms.At(row).checked, theirs->forms.LvwForms.At(row).checked) << row;
+  }
+  theirs->database.Plain().Execute("INSERT INTO SupplierFormLink VALUES(99, 3)");
+  Store(*form, Town(*form), "Marlow");
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM SupplierFormLink WHERE FormId=99 AND SupplierId=3"), "1");
+  EXPECT_EQ(Asked(), "");
+  EXPECT_TRUE(form->ReadsAsLoaded());
+}
+
+TEST_F(TwoDesksTest, WhatBothHaveChangedIsChosenFieldByField) {
+  const std::string row = "Town:Reading|Mine|Theirs;";
+  const struct {
+    std::function<void(FrmConflict&)> choose;
+    const char *town, *yield;
+  } cases[] = {{[](auto& window) { window.CmdAllMine.Press(); }, "Mine", "6"},
+               {[](auto& window) { window.CmdAllTheirs.Press(); }, "Theirs", "7"},
+               {[](auto& window) { window.CmdMine.Press(), window.CmdTheirs.Press(); }, "Mine", "7"},
+               {[](auto& window) {
+                  window.LvwFields.DoubleClickRow(1);
+                  window.LvwFields.DoubleClickRow(1);
+                  window.LvwFields.Select(0);
+                  EXPECT_FALSE(window.CmdStore.Enabled());
+                  window.CmdMine.Press();
+                  EXPECT_EQ(window.LvwFields.At(0).cells[3] + window.LvwFields.At(1).cells[3], "Mine7.00");
+                },
+                "Mine", "7"}};
+  for (const auto& one : cases) {
+    form->database.Plain().Execute("UPDATE suppliers SET Town='Reading', Yield0=5 WHERE ID=3");
+    for (FrmMain* each : {form.get(), theirs.get()}) Show(*each, 4), Show(*each, 3);
+    Type(Town(*theirs), "Theirs");
+    Store(*theirs, theirs->rateCard.TxtRangeYield(0), "7");
+    choose = one.choose;
+    Type(form->rateCard.TxtRangeYield(0), "6");
+    Store(*form, Town(*form), "Mine");
+    EXPECT_EQ(Asked(), row + "Yield of band 1:5.00|6.00|7.00;");
+    EXPECT_EQ(Stored("Town||Yield0"), std::string(one.town) + one.yield);
+    EXPECT_EQ(Town(*form).Text() + form->rateCard.TxtRangeYield(0).Text(), std::string(one.town) + one.yield + ".00");
+    EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).cells[3], one.town);
+    EXPECT_TRUE(form->ReadsAsLoaded());
+  }
+  // The same from both is nothing to choose.
+  Show(*theirs, 4), Show(*theirs, 3);
+  Store(*theirs, Town(*theirs), "Theale");
+  Store(*form, Town(*form), "Theale");
+  EXPECT_EQ(Asked(), "");
+}
+
+TEST_F(TwoDesksTest, WithoutAChoiceNothingIsStoredNothingIsLostAndNobodyGoesOn) {
+  Store(*theirs, Town(*theirs), "Theirs");
+  Type(Town(*form), "Mine");
+  form->TabMain.SelectTab(kTabDetails);
+  Asked();
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"save", [&] { form->Toolbar1.Press("SAVE"); }},
+      {"another", [&] { form->LvwSuppliers.ClickRow(form->LvwSuppliers.Find("ID4")); }},
+      {"add", [&] { form->Toolbar1.Press("ADDNEW"); }},
+      {"remove", [&] { desktop.answers = {Answer::Yes}, form->Toolbar1.Press("REMSUPP"), desktop.answers.clear(); }},
+      {"refresh", [&] { form->menus.MnuRefresh.Choose(); }},
+      {"open", [&] { form->menus.MnuOpen.Choose(); }},
+      {"preview", [&] { form->menus.MnuPreview.Choose(); }},
+      {"send", [&] { form->send.CmdCalcGo(kGoSend).Press(); }},
+      {"options", [&] { form->menus.MnuPreferences.Choose(); }},
+      {"rates", [&] { form->menus.MnuChangeRates.Choose(); }},
+      {"batch", [&] { form->menus.MnuBatch.Choose(); }},
+      {"quotes", [&] { form->menus.MnuQuotes.Choose(); }},
+      {"found", [&] { form->ShowContact(4, 0); }},
+      {"contact", [&] { form->contacts.CmdContact(0).Press(); }},
+      {"exit", [&] { form->menus.MnuExit.Choose(); }},
+      {"close", [&] { EXPECT_FALSE(form->MayClose()); }}};
+  desktop.shown.clear();
+  for (const auto& [name, leave] : ways) {
+    leave();
+    EXPECT_EQ(Asked(), "Town:Reading|Mine|Theirs;") << name;
+    EXPECT_EQ(desktop.shown, std::vector<std::string>{"FrmConflict"}) << name;
+    EXPECT_EQ(Stored("Town") + Town(*form).Text(), "TheirsMine") << name;
+    EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).key, "ID3") << name;
+    EXPECT_TRUE(!form->ReadsAsLoaded() && !form->Closed() && desktop.launched.empty()) << name;
+    desktop.shown.clear();
+  }
+  EXPECT_TRUE(desktop.boxes.empty()) << desktop.boxes[0].text;
+  // It is looked at again after the choice.
+  meanwhile = [&] { Store(*theirs, Town(*theirs), "Later"); };
+  choose = [](FrmConflict& window) { window.CmdAllMine.Press(); };
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Asked(), "Town:Reading|Mine|Theirs;Town:Theirs|Mine|Later;");
+  EXPECT_EQ(Stored("Town"), "Mine");
+}
+
+TEST_F(TwoDesksTest, ThresholdsThatTogetherWouldNotFallAreChosenTogether) {
+  const auto thresholds = [&] { return Stored("RangeEquipFROM0||' '||RangeEquipFROM1||' '||RangeEquipFROM2"); };
+  for (const bool mine : {true, false}) {
+    form->database.Plain().Execute(
+        "UPDATE suppliers SET RangeEquipFROM0=9000, RangeEquipFROM1=5000, RangeEquipFROM2=2000 WHERE ID=3");
+    for (FrmMain* each : {form.get(), theirs.get()}) Show(*each, 4), Show(*each, 3);
+    Store(*theirs, theirs->rateCard.txtRangeTo(2), "3000");
+    Store(*form, form->rateCard.txtRangeTo(1), "8000");  // both together still fall
+    EXPECT_EQ(thresholds() + Asked(), "8000 3000 2000");
+    Show(*theirs, 4), Show(*theirs, 3);
+    Store(*theirs, theirs->rateCard.txtRangeTo(2), "7000");
+    choose = [&](FrmConflict& window) { mine ? window.CmdMine.Press() : window.CmdTheirs.Press(); };
+    Store(*form, form->rateCard.txtRangeTo(1), "6000");
+    EXPECT_EQ(Asked(), "Threshold of band 2:8000.00|6000.00|8000.00;Threshold of band 3:3000.00|3000.00|7000.00;");
+    EXPECT_EQ(thresholds(), mine ? "6000 3000 2000" : "8000 7000 2000");
+    EXPECT_EQ(form->rateCard.txtRangeTo(2).Text(), mine ? "3000.00" : "7000.00");
+  }
+}
+
+TEST_F(TwoDesksTest, AContactMeetsTheSame) {
+  ASSERT_GE(form->contacts.LstContacts.Items().size(), 2U);
+  const auto tel = [&](FrmMain& desk) -> TextBox& { return desk.contacts.TxtContact(3); };
+  form->contacts.LstContacts.SetListIndex(0);
+  theirs->contacts.LstContacts.SetListIndex(0);
+  const std::string id = std::to_string(form->contacts.CurrentContactId), was = tel(*form).Text();
+  const auto stored = [&] { return Ask("SELECT tel FROM contacts WHERE ID=" + id); };
+  Store(*theirs, tel(*theirs), "222");
+  Type(tel(*form), "111");
+  form->contacts.LstContacts.SetListIndex(1);
+  EXPECT_EQ(Asked(), "Contact: Tel:" + was + "|111|222;");
+  EXPECT_EQ(std::to_string(form->contacts.CurrentContactId) + tel(*form).Text() + stored(), id + "111222");
+  EXPECT_EQ(form->contacts.LstContacts.ListIndex(), 0);
+  choose = [](FrmConflict& window) { window.CmdAllMine.Press(); };
+  form->contacts.LstContacts.SetListIndex(1);
+  EXPECT_EQ(stored(), "111");
+  EXPECT_EQ(form->contacts.LstContacts.ListIndex(), 1);
+  // With the supplier, in one window.
+  form->contacts.LstContacts.SetListIndex(0);
+  theirs->contacts.RefreshContacts();
+  Type(Town(*theirs), "Theirs");
+  Store(*theirs, tel(*theirs), "444");
+  Type(Town(*form), "Mine");
+  Type(tel(*form), "333");
+  Asked();
+  choose = [](FrmConflict& window) { window.CmdMine.Press(), window.CmdTheirs.Press(); };
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Asked(), "Town:Reading|Mine|Theirs;Contact: Tel:111|333|444;");
+  EXPECT_EQ(Stored("Town") + stored() + tel(*form).Text(), "Mine444444");
+}
+
+}  // namespace tarvolinex
