@@ -33,4 +33,10 @@ int Row::Number(std::string_view column) const {
   return static_cast<int>(ValueNumber(At(column)));
 }
 
+Row Row::Without(std::string_view column) const {
+  Row less = *this;
+  std::erase_if(less.fields_, [&](const Field& field) { return EqualNoCase(field.column, column); });
+  return less;
+}
+
 }  // namespace tarvolinex

@@ -31,6 +31,8 @@ class Row {
   // As a text without blanks around it.
   std::string Text(std::string_view column) const;
   int Number(std::string_view column) const;
+  // The row as it would be in a table that lacks the column.
+  Row Without(std::string_view column) const;
 
  private:
   std::vector<Field> fields_;

@@ -59,6 +59,8 @@ inline constexpr std::string_view kContactsById =
 inline constexpr std::string_view kLargestId = "SELECT MAX(ID) AS largest FROM <TABLE>";
 inline constexpr std::string_view kLargestIdEver =
     "SELECT seq AS largest FROM sqlite_sequence WHERE name LIKE '<TABLE>'";
+inline constexpr std::string_view kRowOfId = "SELECT ID FROM <TABLE> WHERE ID=<ID>";
+inline constexpr std::string_view kInsertRow = "INSERT INTO <TABLE> (<FIELDS>) VALUES(<VALUES>)";
 inline constexpr std::string_view kUpdateRow = "UPDATE <TABLE> SET <VALUES> WHERE ID=<ID>";
 // Rows of a table whose column holds one of some numbers.
 inline constexpr std::string_view kDeleteRows = "DELETE FROM <TABLE> WHERE <COLUMN> IN (<IDS>)";

@@ -167,6 +167,32 @@ std::vector<Filling> RowLists(const Row& row) {
   return {{"<FIELDS>", columns}, {"<VALUES>", values}};
 }
 
+int PutRowBack(Database& database, std::string_view table, const Row& row) {
+  const std::string name(table);
+  Recordset taken;
+  database.OpenRecordset(
+      FillStatement(statements::kRowOfId, {{"<TABLE>", name}, {"<ID>", std::int64_t{row.Number("ID")}}}), taken);
+  std::vector<Filling> fillings = RowLists(taken.EndOfFile() ? row : row.Without("ID"));
+  taken.Close();
+  fillings.push_back({"<TABLE>", name});
+  database.ExecuteStatement(FillStatement(statements::kInsertRow, fillings));
+  return database.Plain().LastInsertedId();
+}
+
+void PutSupplierBack(Database& database, const Row& supplier, const std::vector<Row>& contacts,
+                     const std::set<int>& forms) {
+  const int id = supplier.Number("ID");
+  Transaction transaction(database);
+  if (SupplierIsStored(database, id)) return;
+  PutRowBack(database, "suppliers", supplier);
+  for (const Row& contact : contacts) PutRowBack(database, "contacts", contact);
+  for (const int form : forms) {
+    database.ExecuteStatement(FillStatement(statements::kInsertFormLink,
+                                            {{"<formid>", std::int64_t{form}}, {"<supplierid>", std::int64_t{id}}}));
+  }
+  transaction.Commit();
+}
+
 RemovedRows DeleteSupplier(Database& database, int id) {
   const RemovedRows removed{id, 0, RestoringStatements(database, id)};
   Transaction transaction(database);

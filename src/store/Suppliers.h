@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,6 +62,13 @@ struct RemovedRows {
 // Deletes the supplier with its form links and contacts, together or not at all.
 RemovedRows DeleteSupplier(Database& database, int id);
 void RestoreRows(Database& database, const RemovedRows& removed);
+
+// Inserts a row that somebody else has removed, as it was read here last, under its own ID where that is free. Returns
+// the ID. A failure is a fatal report.
+int PutRowBack(Database& database, std::string_view table, const Row& row);
+// The same for a supplier with its contacts and form links, together or not at all; nothing when it is stored.
+void PutSupplierBack(Database& database, const Row& supplier, const std::vector<Row>& contacts,
+                     const std::set<int>& forms);
 
 // A row as a column list and a value list, to be inserted again under its own ID.
 std::vector<Filling> RowLists(const Row& row);

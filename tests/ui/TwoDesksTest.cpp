@@ -215,4 +215,75 @@ TEST_F(TwoDesksTest, AContactMeetsTheSame) {
   EXPECT_EQ(Stored("Town") + stored() + tel(*form).Text(), "Mine444444");
 }
 
+TEST_F(TwoDesksTest, WhatAnotherHasRemovedComesBackWithWhatWasTypedOrIsForgotten) {
+  const std::string supplier = "SELECT Town||quote(RangeEquipFROM4)||Yield0 FROM suppliers WHERE ID=3";
+  const std::string people = "SELECT group_concat(ID||surname||jobtitle) FROM contacts WHERE Supplierid=3";
+  const std::string links =
+      "SELECT group_concat(FormId) FROM (SELECT * FROM SupplierFormLink WHERE SupplierId=3 ORDER BY 1)";
+  form->contacts.LstContacts.SetListIndex(1);
+  form->database.Plain().Execute("UPDATE contacts SET jobtitle='Buyer' WHERE Supplierid=3");
+  Show(*form, 4), Show(*form, 3);
+  const std::string before = Ask(supplier), peopleBefore = Ask(people), linksBefore = Ask(links);
+  const auto remove = [&] {
+    theirs->menus.MnuRefresh.Choose();
+    Show(*theirs, 3);
+    desktop.answers = {Answer::Yes};
+    theirs->Toolbar1.Press("REMSUPP");
+    ASSERT_EQ(Ask(supplier), "(none)");
+    desktop.boxes.clear();
+  };
+  remove();
+  Type(Town(*form), "Back");
+  desktop.answers = {Answer::Yes};
+  form->LvwSuppliers.ClickRow(form->LvwSuppliers.Find("ID5"));
+  EXPECT_EQ(
+      desktop.boxes.at(0).text,
+      "Saxonholt Dental Systems Ltd has been removed by another program while you were changing it.\n\nPut it back "
+      "with what you typed?");
+  EXPECT_EQ(Ask(supplier), "Back" + before.substr(7));
+  EXPECT_EQ(Ask(people) + Ask(links), peopleBefore + linksBefore);
+  EXPECT_EQ(form->shown.CurrentSupplierId, 5);
+  // Whoever has removed it finds it there when he wants it back.
+  theirs->menus.MnuUndoRemove.Choose();
+  EXPECT_EQ(desktop.boxes.back().text, "It has been put back by another program");
+  // For what was typed for a contact alone too; and a no goes on without it.
+  Show(*form, 3);
+  remove();
+  Type(form->contacts.TxtContact(2), "Late");
+  desktop.answers = {Answer::Yes};
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE Supplierid=3 AND jobtitle='Late'"), "1");
+  remove();
+  Type(Town(*form), "Never");
+  EXPECT_TRUE(form->MayClose());
+  EXPECT_EQ(Ask(supplier) + Ask(links), "(none)");
+  EXPECT_NE(form->shown.CurrentSupplierId, 3);
+  EXPECT_TRUE(form->ReadsAsLoaded() && !ErrorShown);
+}
+
+TEST_F(TwoDesksTest, ARemovedContactComesBackWithWhatWasTypedOrIsForgotten) {
+  const auto stored = [&] { return Ask("SELECT jobtitle||tel FROM contacts WHERE ID=7"); };
+  for (const bool withSupplier : {false, true}) {
+    for (const bool back : {true, false}) {
+      form->contacts.SelectContact(7);
+      ASSERT_EQ(form->contacts.CurrentContactId, 7);
+      theirs->contacts.ListContacts();
+      theirs->contacts.SelectContact(7);
+      theirs->contacts.CmdContact(1).Press();
+      ASSERT_EQ(stored(), "(none)");
+      const std::string tel = form->contacts.TxtContact(3).Text(), town = back ? "Back" : "Gone";
+      const std::string job = withSupplier ? "Buyer " + town : town;
+      Type(form->contacts.TxtContact(2), job);
+      if (withSupplier) Type(Town(*form), town);
+      desktop.answers = {back ? Answer::Yes : Answer::No};
+      form->Toolbar1.Press("SAVE");
+      EXPECT_EQ(stored(), back ? job + tel : "(none)");
+      EXPECT_TRUE(!withSupplier || Stored("Town") == town);
+      EXPECT_EQ(form->contacts.CurrentContactId == 7, back);
+      EXPECT_TRUE(form->ReadsAsLoaded() && !ErrorShown);
+      if (!back) theirs->menus.MnuUndoRemove.Choose(), form->contacts.ListContacts();
+    }
+  }
+}
+
 }  // namespace tarvolinex

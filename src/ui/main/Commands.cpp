@@ -23,7 +23,7 @@ namespace tarvolinex {
 
 void FrmMain::WireMenus() {
   menus.MnuOpen.Click = [this] {
-    if (!SaveAll()) return;  // it belongs to the database that is left
+    if (!MayLeave()) return;  // it belongs to the database that is left
     bool askUser = true;
     OpenDatabase(askUser);
   };
@@ -34,7 +34,7 @@ void FrmMain::WireMenus() {
   menus.MnuBatch.Click = [this] { ShowBatch(); };
   menus.MnuSent.Click = [this] { ShowSent(); };
   menus.MnuExit.Click = [this] {
-    if (SaveAll()) Close();
+    if (MayLeave()) Close();
   };
   menus.MnuAdd.Click = [this] {
     ForgetUneditedFields();
@@ -91,7 +91,7 @@ void FrmMain::Preview() {
 }
 
 void FrmMain::RefreshSupplierList() {
-  if (SaveAll()) LoadStartLists();
+  if (MayLeave()) LoadStartLists();
 }
 
 void FrmMain::SaveAsDefault() {

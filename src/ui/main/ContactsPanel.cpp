@@ -134,7 +134,11 @@ void ContactsPanel::FillContactList() {
   Surroundings.cleared();
   CurrentContactId = 0;
   const std::vector<ContactRow> contacts = ContactsOf(database_, shown_.CurrentSupplierId);
-  for (const ContactRow& contact : contacts) LstContacts.Add(contact.name, contact.id);
+  loadedContacts_.clear();
+  for (const ContactRow& contact : contacts) {
+    LstContacts.Add(contact.name, contact.id);
+    loadedContacts_.push_back(contact.row);
+  }
   Surroundings.listed(contacts);
 }
 
@@ -188,29 +192,39 @@ void ContactsPanel::GetContact() {
   run_.SetStatus(false, "", -1);
 }
 
-// Why the shown contact cannot be stored: it has no supplier, or somebody else has removed it or its supplier. Empty
-// when it can.
-std::string ContactsPanel::WhatContactLacks() {
-  const int supplier = shown_.CurrentSupplierId;
-  if (supplier == 0) {
-    return run_.ReplaceAliases("Please add a <SUPPLIER> first: the contact has not been stored");
+bool ContactsPanel::IsMissing() const {
+  return ContactChanged && CurrentContactId != 0 &&
+         !ReadContact(database_, CurrentContactId, shown_.CurrentSupplierId).Found();
+}
+
+void ContactsPanel::PutBackOrForget() {
+  const Row& contact = fields_.LoadedRow();
+  const std::string name(Trim(contact.Text("firstname") + " " + contact.Text("surname")));
+  ContactListStale = true;
+  if (run_.MessageBox(Tr("The contact %1 has been removed by another program while you were changing it.\n\nPut it "
+                         "back with what you typed?",
+                         {name}),
+                      Tr("Removed Meanwhile"), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes) {
+    Transaction transaction(database_);
+    if (IsMissing()) CurrentContactId = PutRowBack(database_, "contacts", contact);
+    return transaction.Commit();
   }
-  if (!SupplierIsStored(database_, supplier)) return run_.ReplaceAliases("<SUPPLIER> Not Found Or has been deleted");
-  if (CurrentContactId == 0) return {};
-  return ReadContact(database_, CurrentContactId, supplier).Found() ? "" : "Contact Not Found";
+  ContactChanged = false;
+  ListContacts();
+}
+
+// It cannot be stored, and there is nothing that could be put back.
+void ContactsPanel::TellThatSupplierIsMissing() {
+  ContactChanged = false;
+  ContactListStale = true;
+  // No error of the run: what is typed after it is stored when the window closes.
+  run_.MessageBox(run_.ReplaceAliases("Please add a <SUPPLIER> first: the contact has not been stored"), Tr("Contacts"),
+                  BoxButtons::Ok, BoxIcon::Exclamation);
+  ClearContactFields();
 }
 
 void ContactsPanel::Store() {
   Transaction transaction(database_);
-  if (const std::string missing = WhatContactLacks(); !missing.empty()) {
-    transaction.Abandon();
-    ContactChanged = false;
-    ContactListStale = true;
-    if (shown_.CurrentSupplierId != 0) return run_.ShowError(missing);
-    // No error of the run: what is typed after it is stored when the window closes.
-    run_.MessageBox(missing, Tr("Contacts"), BoxButtons::Ok, BoxIcon::Exclamation);
-    return ClearContactFields();
-  }
   int id = CurrentContactId;
   if (id == 0) {
     ContactFields fields;
@@ -223,6 +237,8 @@ void ContactsPanel::Store() {
   transaction.Commit();
   // Typing on after a save is no second new contact.
   CurrentContactId = id;
+  std::erase_if(loadedContacts_, [&](const Row& row) { return row.Number("ID") == id; });
+  loadedContacts_.push_back(stored);
   fields_.TakeStored(stored);
   fields_.RememberLoadedFields(stored);
   ContactListStale = true;
@@ -242,20 +258,29 @@ bool ContactsPanel::SaveContact() {
   return !stays;
 }
 
-// Looks and stores in one transaction, which is over while the user chooses; then it looks again.
+// Looks and stores in one transaction, which is over while the user is asked; then it looks again.
 bool ContactsPanel::StoreUnlessMet() {
-  for (;;) {
+  if (shown_.CurrentSupplierId == 0) {
+    TellThatSupplierIsMissing();
+    return true;
+  }
+  while (ContactChanged) {
     std::vector<MetField> met;
+    bool supplierIsMissing = false, missing = false;
     {
       Transaction transaction(database_);
-      met = Meet();
-      if (met.empty()) Store();
+      supplierIsMissing = !SupplierIsStored(database_, shown_.CurrentSupplierId);
+      missing = !supplierIsMissing && IsMissing();
+      if (!missing && !supplierIsMissing) met = Meet();
+      if (!missing && !supplierIsMissing && met.empty()) Store();
       transaction.Commit();
     }
-    if (met.empty()) return true;
-    if (!Surroundings.decide(met)) return false;
+    if (supplierIsMissing && !Surroundings.putSupplierBack()) return false;
+    if (missing) PutBackOrForget();
+    if (!met.empty() && !Surroundings.decide(met)) return false;
     Decide(met);
   }
+  return true;
 }
 
 std::vector<MetField> ContactsPanel::Meet() {

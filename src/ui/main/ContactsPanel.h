@@ -34,6 +34,7 @@ class ContactsPanel {
     std::function<bool()> supplierHasName;                       // goes to the name when it has none
     std::function<bool()> savePendingChanges;                    // false when the user wants to look at it first
     std::function<bool(std::vector<MetField>&)> decide;          // lets the user choose; false when he does not
+    std::function<bool()> putSupplierBack;                       // it has been removed; false when it stays so
     std::function<bool()> storeNewSupplier;                      // false when there is none that waits with a name
     std::function<void(RemovedRows)> removed;
   };
@@ -46,10 +47,16 @@ class ContactsPanel {
   void RefreshContacts();
   // Saves the shown contact if it was edited, then shows the one selected in the list.
   void GetContact();
-  // Stores what was edited of the shown contact when it has a name. One whose supplier is not stored, or that somebody
-  // else has removed, is reported and not stored. Returns false when it meets what somebody else has stored and the
-  // user does not choose: it then stays edited.
+  // Stores what was edited of the shown contact when it has a name. One that somebody else has removed, alone or with
+  // its supplier, is put back or forgotten, as the user wants. Returns false when nobody should go on: it meets what
+  // somebody else has stored and the user does not choose, so that it stays edited, or its supplier has been left.
   [[nodiscard]] bool SaveContact();
+  // Whether somebody else has removed the contact that is edited here.
+  bool IsMissing() const;
+  // Asks whether it is to be put back; otherwise it is forgotten.
+  void PutBackOrForget();
+  // The contacts as they were last read.
+  const std::vector<Row>& LoadedContacts() const { return loadedContacts_; }
   // What of the shown contact was edited here and by somebody else; none while nothing is edited.
   std::vector<MetField> Meet();
   void Decide(const std::vector<MetField>& met);
@@ -70,14 +77,15 @@ class ContactsPanel {
   void FillContactList();
   void StayAtShownContact();
   bool StoreUnlessMet();
+  void TellThatSupplierIsMissing();
   void Store();
-  std::string WhatContactLacks();
 
   Run& run_;
   Database& database_;
   const ShownSupplier& shown_;
   BoundFields fields_;
   Row now_;  // the shown contact as it was last found stored
+  std::vector<Row> loadedContacts_;
 };
 
 }  // namespace tarvolinex

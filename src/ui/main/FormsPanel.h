@@ -31,6 +31,8 @@ class FormsPanel {
   // Replaces the supplier's links by the ticked forms. The default supplier's (0) only when the user changed ticks. Of
   // the supplier whose links were loaded, ticks that nobody has changed here first follow what others have stored.
   void SaveSupplierFormLinks(int supplierId);
+  // The shown supplier's links as they were last read.
+  const std::set<int>& LoadedLinks() const { return loaded_; }
   // Ticks that nobody has changed here follow these links. Returns whether one has changed.
   bool TakeStored(const std::set<int>& links);
   // The same list anew, with the ticks that it has.

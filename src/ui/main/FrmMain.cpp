@@ -109,7 +109,7 @@ void FrmMain::WireShell() {
     run.StopRequested = true;
     if (Working || run.ErrorShown || Nameless()) return !Working;
     LeaveField();
-    return SaveAll();
+    return MayLeave();
   };
 }
 
@@ -124,6 +124,7 @@ void FrmMain::WirePanels() {
       },
       [this] { return SavePendingChanges(); },
       [this](std::vector<MetField>& met) { return Decide(met); },
+      [this] { return PutBackOrLeave(); },
       [this] {
         const int row = LvwSuppliers.Selected();
         if (row < 0 || LvwSuppliers.At(row).key != "ID0" || Nameless()) return false;

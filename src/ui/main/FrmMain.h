@@ -117,11 +117,14 @@ class FrmMain : public Window {
   void SaveSupplier(bool asSupplier);
   // Stores what was edited of the shown supplier, its form links and the shown contact, together or not at all, when no
   // load is in progress. Where somebody else has changed the same fields since they were loaded the user chooses first.
-  // A supplier that somebody else has removed is reported and left; nothing is then stored. Returns false when the user
-  // does not choose: nothing is stored, everything stays edited, and whoever wanted to go on does not.
+  // One that somebody else has removed is put back with what was typed, or left, as the user wants. Returns false when
+  // it was left, or when the user does not choose: nothing is stored, everything stays edited, and whoever wanted to go
+  // on with the supplier does not.
   [[nodiscard]] bool SavePendingChanges();
   // The same, and the shown contact where it alone was edited.
   [[nodiscard]] bool SaveAll() { return SavePendingChanges() && contacts.SaveContact(); }
+  // The same, for whoever leaves the supplier anyhow: also true when it is gone and nothing of it waits any more.
+  [[nodiscard]] bool MayLeave() { return SaveAll() || ReadsAsLoaded(); }
   // Whether the shown supplier is a stored one, and nothing of it has been edited since it was loaded.
   bool ReadsAsLoaded() const;
 
@@ -231,7 +234,8 @@ class FrmMain : public Window {
   void ShowNoSupplier();
   void StayAtShownSupplier();
   void ReportMissingSupplier();
-  void LeaveMissingSupplier();
+  bool PutBackOrLeave();
+  bool IsThereAgain(const RemovedRows& removed);
   void TxtSupplier_Changed(int field, bool changedBefore);
   void LvwSuppliers_ColumnClick(int column);
   void TxtFilter_Change();

@@ -6,7 +6,6 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
-#include "ui/main/FrmConflict.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -82,14 +81,6 @@ bool FrmMain::ReadsAsLoaded() const {
   return shown.CurrentSupplierId != 0 && !forms.FormLinksChanged && !contacts.ContactChanged && !fields_.Edited();
 }
 
-// Somebody else has removed the shown supplier: nothing is written for it, what it showed goes with it, and another one
-// is shown.
-void FrmMain::LeaveMissingSupplier() {
-  shown.SupplierChanged = forms.FormLinksChanged = contacts.ContactChanged = false;
-  ReportMissingSupplier();
-  LvwSuppliers_ItemClick();
-}
-
 bool FrmMain::SavePendingChanges() {
   run.SetStatus(false, run.ReplaceAliases("Saving <SUPPLIER>"), 20);
   if (!Nameless() && !TabMain.Tabs()[kTabSettings].enabled) {
@@ -107,57 +98,6 @@ bool FrmMain::NeedsStoring() {
   if (!ReadsAsLoaded()) return true;
   shown.SupplierChanged = false;
   return false;
-}
-
-// The transaction is over while the user chooses; then it is looked at again.
-bool FrmMain::StoreShown() {
-  for (;;) {
-    SupplierRow now;
-    std::vector<MetField> met;
-    if (StoreUnlessMet(now, met)) return true;
-    if (!now.Found()) {
-      LeaveMissingSupplier();
-      return true;
-    }
-    if (!Decide(met)) return false;
-    fields_.Decide(now.row, met);
-    contacts.Decide(met);
-  }
-}
-
-// Looks and stores in one transaction. False when the supplier is gone, or fields meet what somebody else has stored.
-bool FrmMain::StoreUnlessMet(SupplierRow& now, std::vector<MetField>& met) {
-  Transaction transaction(database);
-  if (shown.CurrentSupplierId != 0) {
-    now = ReadSupplier(database, shown.CurrentSupplierId);
-    if (!now.Found()) return false;
-    met = Meet(now);
-    if (!met.empty()) return false;
-  }
-  SaveSupplier(true);
-  forms.SaveSupplierFormLinks(shown.CurrentSupplierId);
-  static_cast<void>(contacts.SaveContact());  // it meets nothing: it has been looked at in this transaction
-  transaction.Commit();
-  return true;
-}
-
-std::vector<MetField> FrmMain::Meet(const SupplierRow& now) {
-  std::vector<MetField> met = fields_.Meet(now.row);
-  for (MetField& field : met) field.words = supplier.WordsOf(field.control) + rateCard.WordsOf(field.control);
-  const std::vector<MetField> contact = contacts.Meet();
-  met.insert(met.end(), contact.begin(), contact.end());
-  return met;
-}
-
-bool FrmMain::Decide(std::vector<MetField>& met) {
-  run.SetStatus(false, "", -1);
-  FrmConflict conflict(
-      Tr("%1 has been changed by another program since it was loaded here, in fields that you have changed too. Choose "
-         "what is to be stored.",
-         {std::string(Trim(supplier.Name().Text()))}),
-      met);
-  TheDesktop().ShowModal(conflict);
-  return conflict.Confirmed;
 }
 
 // A supplier that is only shown counts as changed, because loading fills its fields. Keys that act on it need no second
@@ -244,10 +184,21 @@ void FrmMain::OfferUndo(RemovedRows removed) {
   menu.SetEnabled(!Removed.statements.empty());
 }
 
+// Another program has put it back first.
+bool FrmMain::IsThereAgain(const RemovedRows& removed) {
+  if (removed.contact != 0) return ReadContact(database, removed.contact, removed.supplier).Found();
+  return removed.supplier != 0 && SupplierIsStored(database, removed.supplier);
+}
+
 int FrmMain::UndoRemove() {
   const RemovedRows removed = Removed;
   if (removed.statements.empty()) return 0;
   OfferUndo({});
+  if (IsThereAgain(removed)) {
+    run.MessageBox(Tr("It has been put back by another program"), "", BoxButtons::Ok, BoxIcon::Information);
+    LoadSupplierList(false);
+    return removed.contact;
+  }
   if (removed.contact != 0 && !SupplierIsStored(database, removed.supplier)) {
     run.ShowError(run.ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
     return 0;

@@ -207,7 +207,7 @@ void FrmMain::StayAtShownSupplier() {
 void FrmMain::LvwSuppliers_ItemClick() {
   const std::string chosen = LvwSuppliers.Selected() < 0 ? std::string() : LvwSuppliers.At(LvwSuppliers.Selected()).key;
   if (!shown.SupplierChanged) shown.LoadingSupplier = true;
-  if (!SaveAll()) return StayAtShownSupplier();
+  if (!MayLeave()) return StayAtShownSupplier();
   // A new supplier that has been stored is selected in a list filled anew.
   if (const int row = LvwSuppliers.Find(chosen); row >= 0) LvwSuppliers.Select(row);
   LoadSupplier();

@@ -1,0 +1,80 @@
+// What of the shown supplier was edited here meets what somebody else has stored meanwhile.
+#include "controls/Desktop.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
+#include "ui/main/FrmConflict.h"
+#include "ui/main/FrmMain.h"
+
+namespace tarvolinex {
+
+// The transaction is over while the user chooses; then it is looked at again.
+bool FrmMain::StoreShown() {
+  for (;;) {
+    SupplierRow now;
+    std::vector<MetField> met;
+    if (StoreUnlessMet(now, met)) return true;
+    if (!now.Found()) {
+      if (!PutBackOrLeave()) return false;
+    } else if (contacts.IsMissing()) {
+      contacts.PutBackOrForget();
+    } else {
+      if (!Decide(met)) return false;
+      fields_.Decide(now.row, met);
+      contacts.Decide(met);
+    }
+  }
+}
+
+// Looks and stores in one transaction. False when the supplier or the contact is gone, or fields meet what somebody
+// else has stored.
+bool FrmMain::StoreUnlessMet(SupplierRow& now, std::vector<MetField>& met) {
+  Transaction transaction(database);
+  if (shown.CurrentSupplierId != 0) {
+    now = ReadSupplier(database, shown.CurrentSupplierId);
+    if (!now.Found() || contacts.IsMissing()) return false;
+    met = Meet(now);
+    if (!met.empty()) return false;
+  }
+  SaveSupplier(true);
+  forms.SaveSupplierFormLinks(shown.CurrentSupplierId);
+  static_cast<void>(contacts.SaveContact());  // it meets nothing: it has been looked at in this transaction
+  transaction.Commit();
+  return true;
+}
+
+std::vector<MetField> FrmMain::Meet(const SupplierRow& now) {
+  std::vector<MetField> met = fields_.Meet(now.row);
+  for (MetField& field : met) field.words = supplier.WordsOf(field.control) + rateCard.WordsOf(field.control);
+  const std::vector<MetField> contact = contacts.Meet();
+  met.insert(met.end(), contact.begin(), contact.end());
+  return met;
+}
+
+bool FrmMain::Decide(std::vector<MetField>& met) {
+  run.SetStatus(false, "", -1);
+  FrmConflict conflict(
+      Tr("%1 has been changed by another program since it was loaded here, in fields that you have changed too. Choose "
+         "what is to be stored.",
+         {std::string(Trim(supplier.Name().Text()))}),
+      met);
+  TheDesktop().ShowModal(conflict);
+  return conflict.Confirmed;
+}
+
+// Somebody else has removed the supplier that is edited here. False when the user lets it go: what was typed is
+// forgotten with it, and another one is shown.
+bool FrmMain::PutBackOrLeave() {
+  run.SetStatus(false, "", -1);
+  const std::string question =
+      Tr("%1 has been removed by another program while you were changing it.\n\nPut it back with what you typed?",
+         {fields_.LoadedRow().Text("CompanyName")});
+  if (run.MessageBox(question, Tr("Removed Meanwhile"), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes) {
+    PutSupplierBack(database, fields_.LoadedRow(), contacts.LoadedContacts(), forms.LoadedLinks());
+    return true;
+  }
+  shown.SupplierChanged = forms.FormLinksChanged = contacts.ContactChanged = false;
+  LoadStartLists();
+  return false;
+}
+
+}  // namespace tarvolinex
