@@ -140,7 +140,19 @@ void ListView::SetCell(int row, int cell, std::string_view text) {
   if (row < 0 || row >= Count()) return;
   auto& cells = rows_[static_cast<std::size_t>(row)].cells;
   if (cells.size() <= static_cast<std::size_t>(cell)) cells.resize(static_cast<std::size_t>(cell) + 1);
+  if (cells[static_cast<std::size_t>(cell)] == text) return;
   cells[static_cast<std::size_t>(cell)] = text;
+  Paint(Aspect::Row, row);
+}
+
+std::string_view SignOf(RowMark mark) {
+  constexpr std::string_view kSigns[] = {"", "\u25CF", "\u25CB", "\u2713"};
+  return kSigns[static_cast<std::size_t>(mark)];
+}
+
+void ListView::SetMark(int row, RowMark mark) {
+  if (row < 0 || row >= Count() || At(row).mark == mark) return;
+  rows_[static_cast<std::size_t>(row)].mark = mark;
   Paint(Aspect::Row, row);
 }
 

@@ -57,6 +57,11 @@ class ListBox : public Control {
   int listIndex_ = -1;
 };
 
+// A sign before a row's first text, told by its shape.
+enum class RowMark { None, Full, Empty, Tick };
+// The sign as a character; "" for None.
+std::string_view SignOf(RowMark mark);
+
 class ListView : public Control {
  public:
   using Control::Control;
@@ -70,11 +75,13 @@ class ListView : public Control {
   };
   struct Row {
     std::string key;
+
     std::string text;                // first column
     std::vector<std::string> cells;  // the others
     std::string toolTip;
     bool checked = false;
     bool hidden = false;  // by the filter
+    RowMark mark = RowMark::None;
   };
 
   std::vector<Column>& Columns() { return columns_; }
@@ -100,6 +107,7 @@ class ListView : public Control {
   // cell 0 is the second column. Cells that the row does not have yet are added empty.
   void SetCell(int row, int cell, std::string_view text);
   void SetChecked(int row, bool checked);
+  void SetMark(int row, RowMark mark);
 
   // Rows that the filter refuses are kept but not shown; nullptr shows all. Asked again after every fill.
   void SetFilter(std::function<bool(const Row&)> filter);

@@ -2,17 +2,23 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
+#include <vector>
 
 #include "publish/CalculatorFolder.h"
+#include "publish/Ingredients.h"
 #include "store/Database.h"
 #include "store/Deliveries.h"
+#include "store/Row.h"
 
 namespace tarvolinex {
 
 // "never", "current", "stale".
 enum class Currentness { Never, Current, Stale };
 const char* NameOf(Currentness state);
+// For a person: "out of date".
+std::string WordsOf(Currentness state);
 
 struct Standing {
   int supplierId = 0;
@@ -21,6 +27,28 @@ struct Standing {
   std::string lastSent, sentAs;  // of the last message that was taken
   std::string changes;           // since then, in words
 };
+
+// Tells it of one supplier after the other, by what all of them have in common at the moment of the construction. The
+// members throw RuntimeError. The database must outlive it.
+class Standings {
+ public:
+  Standings(Database& database, const Branding& branding);
+  // Without the name when nothing has been sent: its row is then not read.
+  Standing Of(int supplierId);
+  Standing Of(const Row& supplier);
+
+ private:
+  std::vector<FormRow> FormsOf(int supplier) const;
+  Database& database_;
+  std::map<int, LastSent> sent_;
+  std::string organisation_;
+  std::map<int, std::vector<int>> links_;
+  std::map<int, FormRow> forms_;
+  FormPrints prints_;
+};
+
+// One supplier's, without its name. Throws RuntimeError.
+Standing StandingOf(Database& database, const Branding& branding, int supplierId);
 
 // Gives every supplier's, in the order of the names. Throws RuntimeError.
 void ForEachStanding(Database& database, const Branding& branding, const std::function<void(const Standing&)>& read);

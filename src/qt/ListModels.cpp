@@ -7,6 +7,7 @@
 
 #include "qt/EventBoundary.h"
 #include "qt/Look.h"
+#include "qt/RowSigns.h"
 
 namespace tarvolinex {
 
@@ -61,6 +62,7 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::CheckStateRole && column == 0 && list_.CheckBoxes) {
     return static_cast<int>(row.checked ? Qt::Checked : Qt::Unchecked);
   }
+  if (role == Qt::DecorationRole && column == 0 && row.mark != RowMark::None) return RowSign(row.mark);
   if (role == Qt::ToolTipRole && !row.toolTip.empty()) return PlainToolTip(row.toolTip);
   if (role == Qt::TextAlignmentRole) return headerData(column, Qt::Horizontal, role);
   if (role == Qt::SizeHintRole) return RowSize();

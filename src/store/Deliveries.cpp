@@ -5,6 +5,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
+#include "store/Row.h"
 #include "store/Statements.h"
 
 namespace tarvolinex {
@@ -135,6 +136,20 @@ std::map<int, LastSent> LastSentOf(Database& database) {
     sent.supplierIngredients = byId[contents[supplier].second];
   }
   return last;
+}
+
+std::optional<LastSent> LastSentTo(Database& database, int supplierId) {
+  if (!database.Plain().HasTable(kDeliveriesTable)) return std::nullopt;
+  Recordset found;
+  found.Open(FillStatement(statements::kLastDelivery, "<SUPPLIERID>", supplierId), database.Plain());
+  if (found.EndOfFile()) return std::nullopt;
+  const Row row(found);
+  const auto content = [&](std::string_view column) {
+    Recordset text;
+    text.Open(FillStatement(statements::kDeliveredContent, "<ID>", row.Number(column)), database.Plain());
+    return text.EndOfFile() ? std::string() : ValueText(text.Field("Content"));
+  };
+  return LastSent{row.Text("SentAt"), row.Text("SentAs"), content("OrganisationContent"), content("SupplierContent")};
 }
 
 }  // namespace tarvolinex

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,5 +47,7 @@ struct LastSent {
   std::string date, sentAs, organisationIngredients, supplierIngredients;
 };
 std::map<int, LastSent> LastSentOf(Database& database);
+// The same of one; nullopt when it was sent nothing.
+std::optional<LastSent> LastSentTo(Database& database, int supplierId);
 
 }  // namespace tarvolinex

@@ -101,6 +101,9 @@ inline constexpr std::string_view kInsertDelivery =
     "OrganisationContent, SupplierContent) VALUES('<DATE>', <SUPPLIERID>, '<COMPANYNAME>', <CONTACTID>, '<CONTACT>', "
     "'<EMAIL>', '<SENTAS>', '<RESULT>', <MESSAGE>, <ORGANISATION>, <SUPPLIER>)";
 inline constexpr std::string_view kDeliveries = "SELECT * FROM Deliveries";
+inline constexpr std::string_view kLastDelivery =
+    "SELECT * FROM Deliveries WHERE SupplierId=<SUPPLIERID> AND Result='sent' ORDER BY ID DESC";
+inline constexpr std::string_view kDeliveredContent = "SELECT Content FROM DeliveredContents WHERE ID=<ID>";
 inline constexpr std::string_view kFindDelivery =
     "SELECT ID FROM Deliveries WHERE SentAt='<DATE>' AND SupplierId=<SUPPLIERID> AND ContactId=<CONTACTID>";
 inline constexpr std::string_view kDeliveryMessage =

@@ -75,11 +75,14 @@ TEST_F(SendLettersTest, EachReaderHasAFateAndNobodyGetsTwo) {
   form->database.ExecuteStatement("UPDATE contacts SET DateLastSent='1 May 2026' WHERE supplierid=5");
   form->database.ExecuteStatement("UPDATE Deliveries SET SentAs='exe' WHERE SupplierId=3");
   order.wayOfLast = true;
-  order.contacts = {3, 5};
+  order.contacts.emplace();
+  for (const int supplier : {2, 3, 5}) {
+    order.contacts->insert(ContactsOf(form->database, supplier).front().id);
+  }
   Begin(5, true);
   std::string ways;
   for (const Letter& each : Letters(form->database)) {
-    ways += std::to_string(each.contactId) + " " + WayName(each.sendType) + ", ";
+    ways += std::to_string(each.supplierId) + " " + WayName(each.sendType) + ", ";
   }
   EXPECT_EQ(ways, "3 exe, 5 zip, ") << "also who has a date from before there was a list";
 }

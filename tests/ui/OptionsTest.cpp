@@ -1,6 +1,7 @@
 #include <set>
 
 #include "core/Limits.h"
+#include "support/Hindrances.h"
 #include "support/OptionsFixture.h"
 
 namespace tarvolinex {
@@ -202,9 +203,16 @@ TEST_F(OptionsTest, WhatIsChosenForThePageIsStoredByOkAndViewAlone) {
   EXPECT_TRUE(desktop.boxes.back().text.starts_with("The options of the calculator page could not be saved"));
   EXPECT_FALSE(options.Closed());
   // Options that could not be read are not replaced by usual ones, also when the file can be read by then.
-  options.Load();
   std::filesystem::remove(AppFolder + "/General.INI");
   WritePageOptions(AppFolder, chosen);
+  const std::filesystem::path file = AppFolder + "/General.INI";
+  std::filesystem::permissions(AppFolder, std::filesystem::perms(0755));  // others may look, and not read it
+  std::filesystem::permissions(file, std::filesystem::perms::none);
+  {
+    const AnotherUser user;
+    options.Load();
+  }
+  std::filesystem::permissions(file, std::filesystem::perms::owner_all);
   Select("PAGE0");
   options.CboLanguage.Choose(2);
   options.Cmd(0).Press();

@@ -125,6 +125,7 @@ void FrmMain::ShowAbout() {
 void FrmMain::ReloadForms() {
   forms.LoadFormsList();
   forms.LoadSupplierFormLinks(shown.CurrentSupplierId);
+  standing.LookAtAll();
 }
 
 void FrmMain::Serve(FrmOptions& options) {
@@ -176,6 +177,7 @@ void FrmMain::ShowBatch() {
   batch.Load();
   TheDesktop().ShowModal(batch);
   contacts.ListContacts();
+  standing.LookAtAll();
 }
 
 void FrmMain::ShowSent() {

@@ -51,6 +51,7 @@ FrmMain::FrmMain(Run& theRun)
       LblFilter(*this, "LblFilter", -1, Tr("Fi&lter")),
       TxtFilter(*this, "TxtFilter"),
       LvwSuppliers(*this, "LvwSuppliers"),
+      standing(*this, database, LvwSuppliers, shown),
       LblCompany(*this, "LblCompany"),
       TabMain(*this, "TabMain"),
       quote(*this, theRun, shown),
@@ -102,6 +103,8 @@ void FrmMain::WireShell() {
   Toolbar1.ButtonClick = [this](const std::string& key) { Toolbar1_ButtonClick(key); };
   TabMain.Click = [this] { TabMain_Click(); };
   Timer1.Tick = [this] { Timer1_Tick(); };
+  standing.BrandingNow = [this] { return OwnBranding(); };
+  standing.Changed = [this] { ShowStandings(); };
   KeyUp = [this](Key key) { Form_KeyUp(key); };
   Resized = [this](int width, int height) { Arrange(width, height); };
   Unloading = [this] { Unload(); };
@@ -210,6 +213,7 @@ void FrmMain::UsePreferences() {
   const UnchangedQuote kept(quote);
   ApplyCaptions();
   quote.NameWhatIsLocked();
+  standing.LookAtAll();
 }
 
 void FrmMain::ShowStatus(bool flashing, std::string_view text, int progress) {

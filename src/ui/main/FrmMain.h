@@ -22,6 +22,7 @@
 #include "ui/main/RateCardPanel.h"
 #include "ui/main/SendPanel.h"
 #include "ui/main/ShownSupplier.h"
+#include "ui/main/StandingMarks.h"
 #include "ui/main/SupplierPanel.h"
 
 namespace tarvolinex {
@@ -46,6 +47,7 @@ class FrmMain : public Window {
   Label LblFilter;
   TextBox TxtFilter;  // hides rows of the list below it
   ListView LvwSuppliers;
+  StandingMarks standing;
   Label LblCompany;
   TabStrip TabMain;
   QuotePanel quote;
@@ -226,6 +228,8 @@ class FrmMain : public Window {
   void UseFreshDatabase();
 
   void FillSupplierList(bool selectNewest);
+  std::function<bool(const ListView::Row&)> Named(const std::string& wanted);
+  void ShowStandings();
   std::vector<std::string> ReadSuppliers(std::vector<ListView::Row>& rows);
   void ShowSupplier(const SupplierRow& row);
   void UseSupplierSettings(const SupplierRow& row);

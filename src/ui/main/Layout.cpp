@@ -12,7 +12,8 @@ constexpr int kGap = 50;         // between the list and the tab set
 constexpr int kRightEdge = 150;  // clear of the window's right edge
 constexpr int kToolbarHeight = 780;
 constexpr int kCompanyTop = 800, kCompanyHeight = 450;
-constexpr int kFilterLabel = 750, kFilterTop = 860, kFilterHeight = 375, kSmallestFilter = 1500;
+constexpr int kFilterLabel = 750, kFilterTop = 860, kFilterHeight = 375, kSmallestFilter = 1500, kFilter = 4500,
+              kChoice = 2100;
 constexpr int kTop = 1300;         // of the list and the tab set
 constexpr int kAroundTabs = 1850;  // what the window's height has beyond the tab set's
 constexpr int kStatusHeight = 375, kProgressWidth = 2400;
@@ -54,9 +55,12 @@ void FrmMain::Arrange(int width, int height) {
   const bool roomForFilter = listWidth >= kSmallestFilter;
   LblFilter.SetVisible(roomForFilter);
   TxtFilter.SetVisible(roomForFilter);
+  standing.CboStanding.SetVisible(roomForFilter);
   LblFilter.SetPosition({kRightEdge, kFilterTop, kFilterLabel, kFilterHeight});
-  TxtFilter.SetPosition(
-      {kRightEdge + kFilterLabel, kFilterTop, std::min(listWidth - kFilterLabel - kRightEdge, 4500), kFilterHeight});
+  const int filters = listWidth - kFilterLabel - kRightEdge - kGap;
+  const int choice = std::min(filters / 2, kChoice), filter = std::min(filters - choice, kFilter);
+  TxtFilter.SetPosition({kRightEdge + kFilterLabel, kFilterTop, filter, kFilterHeight});
+  standing.CboStanding.SetPosition({kRightEdge + kFilterLabel + filter + kGap, kFilterTop, choice, kFilterHeight});
   quote.SetRoom(tabHeight);
   // The status text has half of the line, the database in use the other; the progress bar covers its name while it
   // runs.

@@ -12,7 +12,10 @@ bool FrmMain::StoreShown() {
   for (;;) {
     SupplierRow now;
     std::vector<MetField> met;
-    if (StoreUnlessMet(now, met)) return true;
+    if (StoreUnlessMet(now, met)) {
+      standing.LookAt(shown.CurrentSupplierId);
+      return true;
+    }
     if (!now.Found()) {
       if (!PutBackOrLeave()) return false;
     } else if (contacts.IsMissing()) {

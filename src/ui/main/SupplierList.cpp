@@ -28,7 +28,7 @@ void WriteRowToolTip(std::string& toolTip, std::string_view name) {
 void NameRow(ListView::Row& row, std::string_view name) {
   row.text = name.empty() ? Tr("<NEW>") : name;
   WriteRowToolTip(row.toolTip, name);
-  row.cells.resize(kListColumns.size() - kFirstCell);
+  row.cells.resize(StandingMarks::kStateCell + 1);
 }
 
 }  // namespace
@@ -40,7 +40,8 @@ void FrmMain::WireSuppliers() {
                             {Tr("Address 2"), "FIELDNAME=Address2", 2000},
                             {Tr("Town"), "FIELDNAME=Town", 1500},
                             {Tr("County"), "FIELDNAME=County", 1500},
-                            {Tr("Post Code"), "FIELDNAME=PostCode", 1200}};
+                            {Tr("Post Code"), "FIELDNAME=PostCode", 1200},
+                            {Tr("Calculator"), "", 1300}};
   TxtFilter.SetToolTip(
       Tr("Show only suppliers whose name, town or post code holds this text, or a contact of whom is called so"));
   LvwSuppliers.ItemClick = [this] { LvwSuppliers_ItemClick(); };
@@ -68,6 +69,8 @@ std::vector<std::string> FrmMain::ReadSuppliers(std::vector<ListView::Row>& rows
     row.key.assign("ID").append(texts[0]);
     NameRow(row, Trim(texts[1]));
     for (std::size_t i = kFirstCell; i < texts.size(); ++i) row.cells[i - kFirstCell] = Trim(texts[i]);
+    row.cells[StandingMarks::kStateCell].clear();
+    row.mark = RowMark::None;
     names.push_back(FoldCase(texts[1]));
   });
   rows.resize(names.size());
@@ -93,6 +96,7 @@ void FrmMain::FillSupplierList(bool selectNewest) {
   TheDesktop().Repaint();
   list.EndFill();
   if (!selectNewest) list.Select(list.FirstShown());
+  standing.LookAtAll();
 }
 
 void FrmMain::LoadSupplierList(bool selectNewest) {
@@ -146,6 +150,7 @@ void FrmMain::ShowSupplier(const SupplierRow& row) {
   contacts.ListContacts();
   LoadSupplierRateCard(row);
   fields_.RememberLoadedFields(row.row);
+  standing.LookAt(shown.CurrentSupplierId);
 }
 
 // No supplier is left: the fields are those of a new one, without a row yet, and no rate card is in force.
@@ -164,6 +169,7 @@ void FrmMain::ShowNoSupplier() {
   quote.ApplySupplierOptions();
   quote.RecalculateQuote();
   fields_.RememberLoadedFields(nobody.row);
+  standing.LookAt(0);
   shown.SupplierChanged = forms.FormLinksChanged = false;
   run.SetStatus(false, "", -1);
 }
@@ -234,18 +240,33 @@ void FrmMain::LvwSuppliers_ColumnClick(int column) {
   run.SetStatus(false, "", -1);
 }
 
+// Names, towns, post codes and people that hold the text; nullptr for all.
+std::function<bool(const ListView::Row&)> FrmMain::Named(const std::string& wanted) {
+  if (wanted.empty()) return nullptr;
+  return [wanted, people = SuppliersOfContacts(database, wanted)](const ListView::Row& row) {
+    constexpr std::size_t kTown = 3, kPostCode = 5;
+    const auto holds = [&](const std::string& text) { return FoldCase(text).find(wanted) != std::string::npos; };
+    return holds(row.text) || holds(row.cells.at(kTown)) || holds(row.cells.at(kPostCode)) ||
+           people.contains(IdOfKey(row.key));
+  };
+}
+
+void FrmMain::ShowStandings() {
+  const int column = StandingMarks::kStateCell + 1;
+  if (LvwSuppliers.SortColumn == column) LvwSuppliers.Sort();
+  shown.CurrentSupplierIndex = LvwSuppliers.Selected();
+  TxtFilter_Change();
+}
+
 void FrmMain::TxtFilter_Change() {
-  const std::string wanted = FoldCase(Trim(TxtFilter.Text()));
-  if (wanted.empty()) {
+  const auto named = Named(FoldCase(Trim(TxtFilter.Text())));
+  if (!named && standing.CboStanding.ItemData() < 0) {
     LvwSuppliers.SetFilter(nullptr);
     return LvwSuppliers.Select(LvwSuppliers.Selected());  // scrolled to again
   }
   LvwSuppliers.NoMatchText = run.ReplaceAliases("No <SUPPLIER> matches");
-  LvwSuppliers.SetFilter([wanted, people = SuppliersOfContacts(database, wanted)](const ListView::Row& row) {
-    constexpr std::size_t kTown = 3, kPostCode = 5;
-    const auto holds = [&](const std::string& text) { return FoldCase(text).find(wanted) != std::string::npos; };
-    return row.key == "ID0" || holds(row.text) || holds(row.cells.at(kTown)) || holds(row.cells.at(kPostCode)) ||
-           people.contains(IdOfKey(row.key));
+  LvwSuppliers.SetFilter([this, named](const ListView::Row& row) {
+    return row.key == "ID0" || (standing.Shows(row) && (!named || named(row)));
   });
   // Whatever acts on the selected supplier acts on one that is seen.
   const int selected = LvwSuppliers.Selected();
