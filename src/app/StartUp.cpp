@@ -6,16 +6,42 @@
 #include "core/ProgramFiles.h"
 #include "core/Settings.h"
 #include "platform/RuntimeError.h"
+#include "platform/data/ConnectionText.h"
 #include "platform/files/Files.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 #include "publish/Preferences.h"
 #include "publish/Template.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 
 namespace tarvolinex {
 
+namespace {
+
+// The database that this run was started with.
+void UseDatabase(const std::string& connectionString, Run& run) {
+  if (connectionString.empty()) return;
+  if (IsPostgres(connectionString)) {
+    run.SharedDatabase = connectionString;
+    return;
+  }
+  const std::string path = WholePath(FileIn(connectionString));
+  const auto name = path.find_last_of("/\\");
+  if (name == std::string::npos || !EqualNoCase(path.substr(name + 1), "Tarvolinex.mdb")) {
+    throw RuntimeError(kBadFileName,
+                       Tr("A connection string names a server (driver={PostgreSQL};...) or a file that is "
+                          "called Tarvolinex.mdb (dbq=...): %1",
+                          {connectionString}));
+  }
+  run.ChosenDataFolder = path.substr(0, name);
+}
+
+}  // namespace
+
 void PrepareRun(const ProgramOptions& options, Run& run) {
   run.AppFolder = ChooseAppFolder(options.appFolder);
   run.ChosenDataFolder = options.dataFolder.empty() ? "" : WholePath(options.dataFolder);
+  UseDatabase(options.database, run);
   run.DataFolder = RememberedDataFolder(run);
   const std::string_view only = OnlyFileOfCommand(options.command);
   const bool untouched = IsDryRun(options) && FileExists(run.AppFolder + "\\General.dat");

@@ -25,18 +25,19 @@ bool OpenDatabaseForCommand(Run& run, Database& database) {
   run.DataFolder = WithoutTrailingSeparator(run.DataFolder);
   const Unpacked unpacked = UnpackDatabase(run.Places(), run);
   if (unpacked == Unpacked::Failed) return false;
-  if (!FileExists(DatabasePath(run.DataFolder))) {
+  if (run.SharedDatabase.empty() && !FileExists(DatabasePath(run.DataFolder))) {
     run.ShowError(Tr("Database Could not be found :-\n\n%1", {run.DataFolder}));
     return false;
   }
   try {
-    database.Open(run.DataFolder);
+    database.Open(run.DataFolder, run.SharedDatabase);
   } catch (const RuntimeError& failure) {
     run.ShowError(std::to_string(failure.Number()) + " " + failure.Description(), true);
   }
   // Until the organisation has an address the sample contacts keep their own, which lead nowhere.
   const std::string email = run.CalculatorPreferences.OrgEmail.Trimmed();
-  if (unpacked == Unpacked::Yes && !email.empty()) PointContactsAtOrganisation(database, email);
+  if (unpacked == Unpacked::Yes && run.SharedDatabase.empty() && !email.empty())
+    PointContactsAtOrganisation(database, email);
   run.SetStatus(false, "", -1);
   return true;
 }

@@ -227,6 +227,13 @@ const Command* FindCommand(const std::string& name) {
   return found == std::end(kCommands) ? nullptr : found;
 }
 
+// Where the value of an option goes that has one; nullptr for every other word.
+std::string* ValueOf(const std::string& word, ProgramOptions& options) {
+  if (word == "--app-folder") return &options.appFolder;
+  if (word == "--data-folder") return &options.dataFolder;
+  return word == "--database" ? &options.database : nullptr;
+}
+
 }  // namespace
 
 ProgramOptions ParseProgramOptions(const std::vector<std::string>& arguments) {
@@ -240,11 +247,14 @@ ProgramOptions ParseProgramOptions(const std::vector<std::string>& arguments) {
       options.version = true;
     } else if (word == "--yes") {
       options.yes = true;
-    } else if ((word == "--app-folder" || word == "--data-folder") && i + 1 < arguments.size()) {
-      (word == "--app-folder" ? options.appFolder : options.dataFolder) = arguments[++i];
+    } else if (std::string* value = ValueOf(word, options)) {
+      if (i + 1 == arguments.size()) {
+        options.error = word + (word == "--database" ? " needs a connection string" : " needs a folder");
+        return options;
+      }
+      *value = arguments[++i];
     } else {
-      options.error =
-          word == "--app-folder" || word == "--data-folder" ? word + " needs a folder" : "unknown option " + word;
+      options.error = "unknown option " + word;
       return options;
     }
   }
@@ -263,7 +273,7 @@ ProgramOptions ParseProgramOptions(const std::vector<std::string>& arguments) {
 
 std::string UsageText() {
   std::string text =
-      "usage: tarvolinex [--app-folder DIR] [--data-folder DIR] [COMMAND [ARGUMENTS]]\n\n"
+      "usage: tarvolinex [--app-folder DIR] [--data-folder DIR] [--database STRING] [COMMAND [ARGUMENTS]]\n\n"
       "Without a command the window opens. Commands:\n";
   for (const Command& command : kCommands) {
     text += "  " + std::string(command.name) + std::string(14 - std::string(command.name).size(), ' ') +
@@ -273,6 +283,9 @@ std::string UsageText() {
          "\n  --app-folder DIR   where the program keeps its files; made when it is missing (default: the program's\n"
          "                     own folder where its delivered files lie in it, else $XDG_DATA_HOME/tarvolinex)\n"
          "  --data-folder DIR  where the database lies (default: as remembered, else the app folder)\n"
+         "  --database STRING  the database on a server, "
+         "\"driver={PostgreSQL};server=HOST;port=N;database=NAME;uid=USER;\n"
+         "                     sslmode=MODE\", or a file, \"dbq=DIR/Tarvolinex.mdb\"; DIR is then the data folder\n"
          "  --yes              answer every question with yes; without it a command takes the safe answer\n"
          "  --help             this text, or with a command the command's own\n"
          "  --version          the program's version\n"

@@ -11,6 +11,7 @@ namespace tarvolinex {
 // What stands before the command.
 struct ProgramOptions {
   std::string appFolder, dataFolder;
+  std::string database;                // a connection string
   std::string command;                 // empty = the window
   std::vector<std::string> arguments;  // of the command
   bool help = false, version = false, yes = false;

@@ -18,6 +18,9 @@ class Run final : public Reporter {
   // Without a trailing separator; a path is built by appending a name that starts with "\".
   std::string AppFolder;   // the program's folder
   std::string DataFolder;  // the folder of the database file
+  // The connection string of a database on a server, without its password; empty = the file in the data folder, which
+  // holds this desk's pages and pictures either way.
+  std::string SharedDatabase;
   // The data folder that this run was started with; empty = the remembered one.
   std::string ChosenDataFolder;
   // The folder that every preview and every send builds anew; ends with "\".

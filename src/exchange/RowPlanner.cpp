@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "exchange/CellValues.h"
+#include "platform/text/Clock.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 
@@ -18,6 +19,12 @@ bool IsNumber(ColumnType type) {
 std::string Shown(ColumnType type, const Value& value) {
   const bool number = IsNumber(type) || type == ColumnType::WholeNumber || type == ColumnType::YesNo;
   return number && !IsNull(value) ? CellText(value) : "\"" + CellText(value) + "\"";
+}
+
+// A day is the same however it is written.
+bool IsSameCell(const TableColumn& column, const Value& a, const Value& b) {
+  if (column.type == ColumnType::Date) return LongMoment(CellText(a)) == LongMoment(CellText(b));
+  return CellText(a) == CellText(b);
 }
 
 }  // namespace
@@ -85,7 +92,8 @@ std::vector<FieldChange> RowPlanner::Compare(const TextRow& row, const std::vect
     ReadCell read = ReadCellFor(table_.columns[at], cell, decimalCommas_);
     if (!read.fault.empty()) {
       faults.Add(table_.columns[at].name, read.fault);
-    } else if (read.value != from && !(stored ? CellText(read.value) == CellText(from) : IsNull(read.value))) {
+    } else if (read.value != from &&
+               !(stored ? IsSameCell(table_.columns[at], read.value, from) : IsNull(read.value))) {
       fields.push_back({column, from, std::move(read.value)});
     }
   }

@@ -19,6 +19,7 @@ enum ErrorNumber {
   kNoCurrentRecord = 3021,
   kItemNotFound = 3265,
   kDatabase = 3100,
+  kDatabasePassword = 3101,  // missing or wrong
   kBadArchive = 3200,
   kBadPicture = 481,
   kLimits = 3300,  // limits that contradict each other

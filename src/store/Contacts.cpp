@@ -97,7 +97,7 @@ void SetDatesLastSent(Database& database, const std::vector<ContactDate>& dates,
   try {
     connection.Begin();
     for (const ContactDate& date : dates) SetDateLastSent(database, date.dateText, date.contactId);
-    if (keep) connection.Commit();
+    keep ? connection.Commit() : connection.Flush();
   } catch (const RuntimeError& failure) {
     failed = connection.Errors().empty() ? failure.Description() : connection.Errors().front();
   }

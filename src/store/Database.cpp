@@ -5,26 +5,42 @@
 #include <vector>
 
 #include "platform/RuntimeError.h"
+#include "platform/data/ConnectionText.h"
 #include "platform/files/Files.h"
 #include "platform/text/Clock.h"
 #include "platform/text/Translation.h"
+#include "store/SharedDatabase.h"
 
 namespace tarvolinex {
 
-void Database::Open(const std::string& folder) {
-  const std::string path = folder + "\\Tarvolinex.mdb";
+void Database::Open(const std::string& folder, const std::string& shared) {
   folder_ = folder;
-  connection_.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + path);
+  readOnly_ = false;
+  name_ = shared.empty() ? folder : DatabaseName(shared);
+  const std::string path = folder + "\\Tarvolinex.mdb";
+  if (shared.empty()) {
+    connection_.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + path);
+  } else {
+    OpenShared(shared, connection_);
+  }
   try {
-    for (const char* table : {"suppliers", "DefaultSupplier", "SupplierFormLink", "Forms", "contacts"}) {
-      if (!connection_.HasTable(table)) {
-        throw RuntimeError(kDatabase, Tr("The database %1 cannot be opened: it has no table %2", {path, table}));
-      }
-    }
+    Check(shared.empty() ? path : name_);
   } catch (const RuntimeError&) {
     connection_.Close();
     throw;
   }
+}
+
+// Whether it is a database that this version works on.
+void Database::Check(const std::string& name) {
+  RefuseNewer(connection_, name);
+  for (const char* table : {"suppliers", "DefaultSupplier", "SupplierFormLink", "Forms", "contacts"}) {
+    if (connection_.HasTable(table)) continue;
+    throw RuntimeError(kDatabase, Tr("The database %1 cannot be opened: it has no table %2", {name, table}));
+  }
+  if (connection_.IsFile()) return;
+  readOnly_ = !connection_.MayWrite();
+  if (!readOnly_) tarvolinex::BringTo(connection_, kNewestStep);
 }
 
 // Runs a step on the connection; its failure is the fatal report of an action statement.
@@ -41,7 +57,7 @@ void Database::Report(Action action) {
 
 void Database::OpenRecordset(std::string_view statement, Recordset& recordSet, bool readFirst) {
   try {
-    recordSet.Open(statement, connection_);
+    recordSet.Open(statement, connection_, readFirst ? Recordset::Rows::Now : Recordset::Rows::Later);
     if (readFirst) static_cast<void>(recordSet.EndOfFile());
   } catch (const RuntimeError&) {
     reporter_.ShowError("Database Error", true);
@@ -53,8 +69,12 @@ void Database::ExecuteStatement(std::string_view statement) {
   Report([&] { connection_.Execute(statement); });
 }
 
+void Database::BringTo(SchemaStep step) {
+  Report([&] { tarvolinex::BringTo(connection_, step); });
+}
+
 void Database::KeepDailyCopy() {
-  if (connection_.InTransaction()) return;
+  if (connection_.InTransaction() || !connection_.IsFile()) return;
   const std::string today = IsoDate(reporter_.Now());
   if (copied_ == folder_ + " " + today) return;
   copied_ = folder_ + " " + today;

@@ -7,6 +7,7 @@
 
 #include "core/Reports.h"
 #include "platform/data/Database.h"
+#include "store/Schema.h"
 
 namespace tarvolinex {
 
@@ -15,13 +16,19 @@ class Database {
   // The reporter must outlive the database. It tells of a statement that failed, which ends the program.
   explicit Database(Reporter& reporter) : reporter_(reporter) {}
 
-  // Opens the folder's Tarvolinex.mdb, closing what is open. Throws RuntimeError when the file is missing or no
-  // database of ours; none is open then.
-  void Open(const std::string& folder);
+  // Opens the folder's Tarvolinex.mdb, or the database on a server that the connection string names, closing what is
+  // open. The tables of one on a server are brought to this version's, unless this user may only read. A password that
+  // is missing comes from the desktop's key store. Throws RuntimeError when there is none, or it is no database of
+  // ours, or a newer version's; none is open then.
+  void Open(const std::string& folder, const std::string& shared = {});
   void Close() { connection_.Close(); }
   bool IsOpen() const { return connection_.IsOpen(); }
-  // Of the file that was opened last.
+  // Of the file that was opened last; of one on a server, where this desk keeps its pages and pictures.
   const std::string& Folder() const { return folder_; }
+  // For people: the folder, or "NAME on HOST".
+  const std::string& Name() const { return name_; }
+  // The server lets this user store nothing.
+  bool ReadOnly() const { return readOnly_; }
 
   // For whoever has more to tell of a failure than that it came: what it throws is RuntimeError.
   Connection& Plain() { return connection_; }
@@ -34,8 +41,12 @@ class Database {
   // connection.
   void ExecuteStatement(std::string_view statement);
 
+  // Makes the tables that are missing up to this step. A failure is as above.
+  void BringTo(SchemaStep step);
+
   // Before the first write of a day: copies the database to "Backup" in its folder, named by the date, and keeps the
-  // five newest. A copy that cannot be made is passed over; the work in hand goes on. Nothing inside a transaction.
+  // five newest. A copy that cannot be made is passed over; the work in hand goes on. Nothing inside a transaction, and
+  // nothing of a server, which is copied by whoever keeps it.
   void KeepDailyCopy();
 
  private:
@@ -43,9 +54,11 @@ class Database {
   template <typename Action>
   void Report(Action action);
   void Copy(const std::string& today);
+  void Check(const std::string& name);
   Reporter& reporter_;
   Connection connection_;
-  std::string folder_;
+  std::string folder_, name_;
+  bool readOnly_ = false;
   std::string copied_;  // folder and day of the last daily copy
 };
 

@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "store/Row.h"
+#include "store/Schema.h"
 #include "store/Statements.h"
 
 namespace tarvolinex {
@@ -14,12 +15,6 @@ namespace {
 
 constexpr const char* kDeliveriesTable = "Deliveries";
 constexpr const char* kTaken = "sent";
-
-void MakeDeliveryTables(Database& database) {
-  if (database.Plain().HasTable(kDeliveriesTable)) return;
-  database.Plain().Execute(statements::kMakeDeliveredContents);
-  database.Plain().Execute(statements::kMakeDeliveries);
-}
 
 // The ID of the content, which is stored once however often it went out.
 std::string KeepDelivered(Database& database, std::string_view content) {
@@ -40,7 +35,7 @@ int NumberOf(std::string_view text) {
 
 void AddDeliveries(Database& database, const std::vector<Delivery>& deliveries,
                    const std::string& organisationIngredients, const std::string& supplierIngredients) {
-  MakeDeliveryTables(database);
+  BringTo(database.Plain(), SchemaStep::Deliveries);
   const std::string organisation = KeepDelivered(database, organisationIngredients);
   const std::string supplier = KeepDelivered(database, supplierIngredients);
   for (const Delivery& each : deliveries) {
@@ -90,7 +85,7 @@ bool HasDelivery(Database& database, const Delivery& delivery) {
 void ListDeliveries(Database& database, const std::function<void(int number, const Delivery&)>& read) {
   if (!database.Plain().HasTable(kDeliveriesTable)) return;
   Recordset rows;
-  rows.Open(statements::kDeliveries, database.Plain());
+  rows.Open(statements::kDeliveries, database.Plain(), Recordset::Rows::Later);
   rows.ReadRows({"ID", "SentAt", "SupplierId", "CompanyName", "ContactId", "Contact", "Email", "SentAs", "Result"},
                 [&](const std::vector<std::string_view>& texts) {
                   Delivery each;
@@ -118,7 +113,7 @@ std::map<int, LastSent> LastSentOf(Database& database) {
   if (!database.Plain().HasTable(kDeliveriesTable)) return last;
   std::map<int, std::pair<int, int>> contents;
   Recordset rows, texts;
-  rows.Open(statements::kDeliveries, database.Plain());
+  rows.Open(statements::kDeliveries, database.Plain(), Recordset::Rows::Later);
   rows.ReadRows({"SentAt", "SupplierId", "SentAs", "Result", "OrganisationContent", "SupplierContent"},
                 [&](const std::vector<std::string_view>& row) {
                   if (row[3] != kTaken) return;
@@ -128,7 +123,7 @@ std::map<int, LastSent> LastSentOf(Database& database) {
                   contents[supplier] = {NumberOf(row[4]), NumberOf(row[5])};
                 });
   std::map<int, std::string> byId;
-  texts.Open(statements::kDeliveredContents, database.Plain());
+  texts.Open(statements::kDeliveredContents, database.Plain(), Recordset::Rows::Later);
   texts.ReadRows({"ID", "Content"},
                  [&](const std::vector<std::string_view>& row) { byId.emplace(NumberOf(row[0]), row[1]); });
   for (auto& [supplier, sent] : last) {

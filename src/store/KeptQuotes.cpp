@@ -9,6 +9,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "store/Schema.h"
 
 namespace tarvolinex {
 
@@ -54,11 +55,11 @@ QuoteState StateOf(std::string_view name) {
   return name == kStates[2] ? QuoteState::Declined : QuoteState::Open;
 }
 
-struct ColumnTypeOf {
-  const char* operator()(std::int16_t*) const { return " SHORT"; }
-  const char* operator()(float*) const { return " SINGLE"; }
-  const char* operator()(Currency*) const { return " CURRENCY"; }
-  const char* operator()(bool*) const { return " YESNO"; }
+struct ColumnKindOf {
+  ColumnKind operator()(std::int16_t*) const { return ColumnKind::SmallNumber; }
+  ColumnKind operator()(float*) const { return ColumnKind::Single; }
+  ColumnKind operator()(Currency*) const { return ColumnKind::Currency; }
+  ColumnKind operator()(bool*) const { return ColumnKind::YesNo; }
 };
 
 // What of both records has a column: its name and the field in the record that it belongs to.
@@ -67,17 +68,6 @@ void ForEachFigure(QuoteFigures& figures, const std::function<void(const std::st
     if (field.input) visit(std::string(kAsked) + field.name, field.member(figures.asked));
   }
   for (const QuoteField& field : kQuoteFields) visit(field.name, field.member(figures.priced));
-}
-
-void MakeQuoteTables(Database& database) {
-  if (database.Plain().HasTable(kQuoteTable)) return;
-  std::string columns;
-  QuoteFigures any;
-  ForEachFigure(any, [&](const std::string& name, QuoteMember member) {
-    columns += (columns.empty() ? "" : ", ") + name + std::visit(ColumnTypeOf{}, member);
-  });
-  database.ExecuteStatement(statements::kMakeKeptRecords);
-  database.ExecuteStatement(FillStatement(statements::kMakeKeptQuotes, "<FIGURES>", columns));
 }
 
 std::string Quoted(std::string_view text) {
@@ -250,6 +240,33 @@ Number WholeOf(std::string_view text) {
 
 }  // namespace
 
+std::vector<TableDesign> QuoteTables() {
+  using Kind = ColumnKind;
+  TableDesign quotes = {kQuoteTable,
+                        {{"ID", Kind::Id},
+                         {"QuoteDate", Kind::Day},
+                         {"SupplierId", Kind::WholeNumber},
+                         {"CompanyName", Kind::Text, 50},
+                         {"Customer", Kind::Text, kMostInCustomer},
+                         {"CustomerEmail", Kind::Text, kMostInEmail},
+                         {"CustomerTel", Kind::Text, kMostInTel},
+                         {"Equipment", Kind::Text, kMostInEquipment},
+                         {"Reference", Kind::Text, kMostInReference},
+                         {"Note", Kind::Text, kMostInNote},
+                         {"StartDate", Kind::Day},
+                         {"ValidUntil", Kind::Day},
+                         {"State", Kind::Text, 10},
+                         {"Mode", Kind::SmallNumber},
+                         {"CapLock", Kind::YesNo}}};
+  QuoteFigures any;
+  ForEachFigure(any, [&](const std::string& name, QuoteMember member) {
+    quotes.columns.push_back({name, std::visit(ColumnKindOf{}, member)});
+  });
+  quotes.columns.push_back({"SupplierRecord", Kind::WholeNumber});
+  quotes.columns.push_back({"PreferencesRecord", Kind::WholeNumber});
+  return {{"KeptRecords", {{"ID", Kind::Id}, {"Content", Kind::OnceText}}}, std::move(quotes)};
+}
+
 std::span<const QuoteField> QuoteFields() {
   return kQuoteFields;
 }
@@ -288,7 +305,7 @@ std::vector<int> KeepQuotes(Database& database, const KeptQuote& common, const s
   }
   std::vector<int> numbers;
   Transaction transaction(database);
-  MakeQuoteTables(database);
+  database.BringTo(SchemaStep::Quotes);
   const std::string supplier = KeepRecord(database, ContentOf(common.origin.supplier));
   const std::string preferences = KeepRecord(database, ContentOf(common.origin.preferences));
   for (Lists& lists : rows) {
@@ -335,7 +352,7 @@ void ListQuotes(Database& database, CalendarDay today, const std::function<void(
     return *stored;
   };
   Recordset quotes;
-  quotes.Open(statements::kKeptQuotes, database.Plain());
+  quotes.Open(statements::kKeptQuotes, database.Plain(), Recordset::Rows::Later);
   quotes.ReadRows(kListColumns, [&](const std::vector<std::string_view>& texts) {
     QuoteListRow row;
     row.number = WholeOf<int>(texts[0]);

@@ -4,6 +4,7 @@
 
 #include "platform/text/Text.h"
 #include "store/Row.h"
+#include "store/Schema.h"
 #include "store/Statements.h"
 
 namespace tarvolinex {
@@ -53,7 +54,7 @@ std::vector<Letter> Letters(Database& database) {
 
 void BeginLetters(Database& database, const std::vector<Letter>& letters) {
   Transaction transaction(database);
-  database.ExecuteStatement(statements::kMakeLetters);
+  database.BringTo(SchemaStep::Letters);
   database.ExecuteStatement(statements::kDeleteLetters);
   for (const Letter& letter : letters) {
     database.ExecuteStatement(
@@ -73,9 +74,7 @@ void BeginLetters(Database& database, const std::vector<Letter>& letters) {
 
 bool ClaimLetter(Database& database, int id) {
   database.Plain().Execute(FillStatement(statements::kClaimLetter, "<ID>", id));
-  Recordset changed;
-  changed.Open(statements::kChangedRows, database.Plain());
-  return ValueNumber(changed.Field(0)) == 1;
+  return database.Plain().ChangedRows() == 1;
 }
 
 void SetLetterState(Database& database, int id, LetterState state, std::string_view detail) {

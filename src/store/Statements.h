@@ -57,8 +57,6 @@ inline constexpr std::string_view kContactsById =
     "SELECT contacts.*, suppliers.CompanyName FROM contacts LEFT JOIN suppliers ON suppliers.ID=contacts.Supplierid "
     "ORDER BY contacts.ID";
 inline constexpr std::string_view kLargestId = "SELECT MAX(ID) AS largest FROM <TABLE>";
-inline constexpr std::string_view kLargestIdEver =
-    "SELECT seq AS largest FROM sqlite_sequence WHERE name LIKE '<TABLE>'";
 inline constexpr std::string_view kRowOfId = "SELECT ID FROM <TABLE> WHERE ID=<ID>";
 inline constexpr std::string_view kInsertRow = "INSERT INTO <TABLE> (<FIELDS>) VALUES(<VALUES>)";
 inline constexpr std::string_view kUpdateRow = "UPDATE <TABLE> SET <VALUES> WHERE ID=<ID>";
@@ -66,14 +64,7 @@ inline constexpr std::string_view kUpdateRow = "UPDATE <TABLE> SET <VALUES> WHER
 inline constexpr std::string_view kDeleteRows = "DELETE FROM <TABLE> WHERE <COLUMN> IN (<IDS>)";
 inline constexpr std::string_view kDeleteFormLink =
     "DELETE FROM SupplierFormLink WHERE FormId=<formid> AND SupplierId=<supplierid>";
-// Quotes that were kept: tables that a database gets when it is first needed. <FIGURES> are the columns of QuoteFields.
-inline constexpr std::string_view kMakeKeptQuotes =
-    "CREATE TABLE IF NOT EXISTS KeptQuotes (ID INTEGER PRIMARY KEY AUTOINCREMENT, QuoteDate DATE, SupplierId LONG, "
-    "CompanyName TEXT(50), Customer TEXT(100), CustomerEmail TEXT(100), CustomerTel TEXT(50), Equipment TEXT(250), "
-    "Reference TEXT(50), Note TEXT(2000), StartDate DATE, ValidUntil DATE, State TEXT(10), Mode SHORT, CapLock YESNO, "
-    "<FIGURES>, SupplierRecord LONG, PreferencesRecord LONG)";
-inline constexpr std::string_view kMakeKeptRecords =
-    "CREATE TABLE IF NOT EXISTS KeptRecords (ID INTEGER PRIMARY KEY AUTOINCREMENT, Content TEXT UNIQUE)";
+// Quotes that were kept.
 inline constexpr std::string_view kKeptQuotes = "SELECT * FROM KeptQuotes ORDER BY ID";
 inline constexpr std::string_view kKeptQuote = "SELECT * FROM KeptQuotes WHERE ID=<ID>";
 inline constexpr std::string_view kKeptRecord = "SELECT * FROM KeptRecords WHERE ID=<ID>";
@@ -85,13 +76,7 @@ inline constexpr std::string_view kUpdateKeptQuote =
     "Equipment='<EQUIPMENT>', Reference='<REFERENCE>', Note='<NOTE>', StartDate=<START>, ValidUntil=<VALIDUNTIL>, "
     "State='<STATE>' WHERE ID=<ID>";
 inline constexpr std::string_view kDeleteKeptQuote = "DELETE FROM KeptQuotes WHERE ID=<ID>";
-// What has gone out: tables that a database gets when it is first needed.
-inline constexpr std::string_view kMakeDeliveries =
-    "CREATE TABLE IF NOT EXISTS Deliveries (ID INTEGER PRIMARY KEY AUTOINCREMENT, SentAt TEXT(19), SupplierId LONG, "
-    "CompanyName TEXT(50), ContactId LONG, Contact TEXT(120), Email TEXT(100), SentAs TEXT(10), Result TEXT(250), "
-    "Message LONG, OrganisationContent LONG, SupplierContent LONG)";
-inline constexpr std::string_view kMakeDeliveredContents =
-    "CREATE TABLE IF NOT EXISTS DeliveredContents (ID INTEGER PRIMARY KEY AUTOINCREMENT, Content TEXT UNIQUE)";
+// What has gone out.
 inline constexpr std::string_view kInsertDeliveredContent =
     "INSERT OR IGNORE INTO DeliveredContents (Content) VALUES('<CONTENT>')";
 inline constexpr std::string_view kFindDeliveredContent = "SELECT ID FROM DeliveredContents WHERE Content='<CONTENT>'";
@@ -110,10 +95,6 @@ inline constexpr std::string_view kDeliveryMessage =
     "SELECT DeliveredContents.* FROM DeliveredContents INNER JOIN Deliveries ON DeliveredContents.ID = "
     "Deliveries.Message WHERE Deliveries.ID = <ID>";
 // The run of letters that is on its way.
-inline constexpr std::string_view kMakeLetters =
-    "CREATE TABLE IF NOT EXISTS Letters (ID INTEGER PRIMARY KEY AUTOINCREMENT, SupplierId LONG, CompanyName TEXT(50), "
-    "ContactId LONG, Contact TEXT(120), FirstName TEXT(50), Email TEXT(100), Subject TEXT(250), Message TEXT, "
-    "Way SHORT, Instructions YESNO, State TEXT(10), Detail TEXT(250))";
 inline constexpr std::string_view kDeleteLetters = "DELETE FROM Letters";
 inline constexpr std::string_view kLetters = "SELECT * FROM Letters ORDER BY ID";
 inline constexpr std::string_view kInsertLetter =
@@ -121,7 +102,6 @@ inline constexpr std::string_view kInsertLetter =
     "Instructions, State, Detail) VALUES(<SUPPLIERID>, '<COMPANYNAME>', <CONTACTID>, '<CONTACT>', '<FIRSTNAME>', "
     "'<EMAIL>', '<SUBJECT>', '<MESSAGE>', <WAY>, <INSTRUCTIONS>, 'waiting', '')";
 inline constexpr std::string_view kLetterState = "UPDATE Letters SET State='<STATE>', Detail='<DETAIL>' WHERE ID=<ID>";
-inline constexpr std::string_view kChangedRows = "SELECT changes() AS changed";
 inline constexpr std::string_view kClaimLetter =
     "UPDATE Letters SET State='sending', Detail='' WHERE ID=<ID> AND State='waiting'";
 }  // namespace statements

@@ -189,15 +189,11 @@ Table ReadContactTable(Database& database, Rows rows) {
 }
 
 int LargestId(Database& database, std::string_view table) {
-  const int present = LargestOf(database, statements::kLargestId, table);
-  if (!database.Plain().HasTable("sqlite_sequence")) return present;
-  return std::max(present, LargestOf(database, statements::kLargestIdEver, table));
+  return std::max(LargestOf(database, statements::kLargestId, table), database.Plain().LargestIdGiven(table));
 }
 
 std::string DatabaseVersion(Database& database) {
-  Recordset version;
-  version.Open("PRAGMA data_version", database.Plain());
-  return ValueText(version.Field(0));
+  return database.Plain().Version();
 }
 
 RemovedRows StoreChange(Database& database, const DatabaseChange& change) {

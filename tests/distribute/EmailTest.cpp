@@ -38,15 +38,22 @@ class EmailTest : public SampleTest {
   // Without the reason that follows.
   std::string LastReport() { return LastBox().substr(0, LastBox().find("\r\n\r\n")); }
   std::size_t OutboxFiles() { return ListFiles(AppFolder + "\\Outbox\\*.eml").size(); }
-  std::string Dates() { return Ask("SELECT group_concat(DateLastSent, '|') FROM contacts"); }
+  std::string Dates() {
+    std::string dates;
+    Recordset rows;
+    rows.Open("SELECT DateLastSent FROM contacts WHERE DateLastSent IS NOT NULL ORDER BY ID", form->database.Plain());
+    for (; !rows.EndOfFile(); rows.MoveNext()) dates += (dates.empty() ? "" : "|") + ValueText(rows.Field(0));
+    return dates;
+  }
   void ExpectFreeWindow() {
     EXPECT_TRUE(form->menus.MnuFile.Enabled() && form->send.CmdCalcGo(0).Enabled() &&
                 form->send.FraCalCreate(0).Enabled());
   }
   // Another program keeps the database to itself.
   void Hold() {
-    if (!other.IsOpen()) other.Open("dbq=" + DataFolder + "\\Tarvolinex.mdb");
+    if (!other.IsOpen()) other.Open(Where());
     if (!other.InTransaction()) other.Begin();
+    other.Flush();
   }
   Connection other;
   int way = kSendZip;
@@ -151,7 +158,7 @@ TEST_F(EmailTest, NothingIsSentWhileTheDatabaseTakesNoDate) {
   Hold();
   Send();
   EXPECT_EQ(LastReport(), "Sending email failed");
-  EXPECT_NE(LastBox().find("does not take the date of sending: database is locked"), std::string::npos) << LastBox();
+  EXPECT_NE(LastBox().find("does not take the date of sending: " + Held()), std::string::npos) << LastBox();
   EXPECT_EQ(ListFiles(CalculatorFolder() + "*.html").size(), 0U);
   other.Rollback();
   desktop.events = [&] {  // while the calculator is built
@@ -177,7 +184,7 @@ TEST_F(EmailTest, MailThatCouldNotBeNotedIsToldRememberedAndNotedLater) {
   };
   const std::string date = LongDateTime(desktop.now);
   sendAndFail({0});
-  EXPECT_EQ(LastBox().substr(0, 26), "Database update failed.\n\nd");
+  EXPECT_EQ(LastBox().find("Database update failed.\n\n" + Held()), 0U);
   EXPECT_NE(LastBox().find("\n\nThe message has gone out already to:\n\nHelen Ackroyd\n\n"), std::string::npos);
   EXPECT_EQ(Dates(), "");
 

@@ -21,7 +21,8 @@ class KeptQuotesTest : public ProgramTest {
   KeptQuotesTest() {
     std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
     EXPECT_EQ(UnpackDatabase(run.Places(), run), Unpacked::Yes);
-    database.Open(DataFolder);
+    UseSampleRows();
+    database.Open(DataFolder, run.SharedDatabase);
     ReadRecord(DELIVERED_FOLDER "/General.dat", CalculatorPreferences);
     CalculatorPreferences.OrgCompanyName = "Smith's <ID> \"Leasing\"";  // on paper as it is written
     quote.origin = OriginOf(ReadSupplier(database, 3), CalculatorPreferences);

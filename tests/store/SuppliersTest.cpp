@@ -12,7 +12,8 @@ class StoreTest : public ProgramTest {
  protected:
   StoreTest() {
     PutFreshDatabase();
-    database.Open(DataFolder);
+    UseSampleRows();
+    database.Open(DataFolder, run.SharedDatabase);
   }
   void PutFreshDatabase() {
     std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
@@ -102,7 +103,8 @@ TEST_F(StoreTest, PlaceholdersAreFilledInOnePassAndAnApostropheEndsNoText) {
 
 TEST_F(StoreTest, FailuresEndTheProgramWithTheirText) {
   EXPECT_THROW(database.ExecuteStatement("DELETE FROM none"), ProgramEnded);
-  EXPECT_EQ(desktop.boxes.at(0).text, "Database update failed.\n\nno such table: none");
+  EXPECT_EQ(desktop.boxes.at(0).text, std::string("Database update failed.\n\n") +
+                                          (OnServer() ? "relation \"none\" does not exist" : "no such table: none"));
   Recordset set;
   EXPECT_THROW(database.OpenRecordset("SELECT none", set), ProgramEnded);
   EXPECT_EQ(desktop.boxes.at(1).text, "Database Error");

@@ -10,6 +10,7 @@
 #include "platform/files/Files.h"
 #include "support/Delivered.h"
 #include "support/ScriptedDesktop.h"
+#include "support/SharedServer.h"
 #include "support/TemporaryFolder.h"
 #include "ui/main/FrmMain.h"
 #include "ui/main/FrmSearch.h"
@@ -38,7 +39,23 @@ class ProgramTest : public ::testing::Test, protected WithRun {
     UseDesktop(&desktop);
     AppFolder = DataFolder = folder.Path();
   }
-  ~ProgramTest() override { UseDesktop(nullptr); }
+  ~ProgramTest() override {
+    UseDesktop(nullptr);
+    if (OnServer() && !run.SharedDatabase.empty()) SharedServer::The().Remove(run.SharedDatabase);
+  }
+
+  // The sample's rows on the engine that the tests run on; REQUIRES: on a file, that one lies in the data folder.
+  void UseSampleRows() {
+    if (OnServer()) run.SharedDatabase = SharedServer::The().NewSample();
+  }
+  // Why nothing can be stored while another program is storing something.
+  static std::string Held() {
+    return OnServer() ? "another desk is storing something; try again" : "database is locked";
+  }
+  // As another program opens the database.
+  std::string Where() const {
+    return OnServer() ? run.SharedDatabase : "driver={x};dbq=" + run.DataFolder + "\\Tarvolinex.mdb";
+  }
 
   TemporaryFolder folder;
   ScriptedDesktop desktop;
@@ -70,7 +87,12 @@ class SampleTest : public WindowTest {
     DeliverInto(folder.Path());
     CalculatorPreferences.OrgEmail = "leases@example.com";
     CalculatorPreferences.OrgCompanyName = "Example Leasing";
+    UseSampleRows();
     form->Load();
+    if (OnServer()) {
+      form->PointContactsAtOrganisation();
+      form->menus.MnuRefresh.Choose();
+    }
   }
   void Choose(const std::string& name) {
     for (int row = 0; row < form->LvwSuppliers.Count(); ++row) {

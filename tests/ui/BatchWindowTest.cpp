@@ -100,7 +100,7 @@ TEST_F(BatchWindowTest, StopKeepsWhatIsLeftForTheNextTime) {
 }
 
 TEST_F(BatchWindowTest, FoldersOfManyWithAReport) {
-  form->database.ExecuteStatement("UPDATE suppliers SET Yield0='x' WHERE ID=3");
+  form->database.ExecuteStatement("UPDATE suppliers SET Yield0='NaN' WHERE ID=3");
   batch.OpWhat(kBatchPublish).SetValue(true);
   batch.CmdTick(kTickFound).Press();
   batch.TxtFolder.SetText(folder.Path() + "\\out");

@@ -64,7 +64,7 @@ TEST_F(ContactPanelTest, TypingOnAfterASaveIsNoSecondContact) {
   form->TabMain.Choose(kTabDetails);
   Type(Field(5), "late@x.example");
   form->TabMain.Choose(kTabQuote);
-  EXPECT_EQ(Ask("SELECT group_concat(email) FROM contacts WHERE surname='Late'"), "late@x.example");
+  EXPECT_EQ(Ask("SELECT MIN(email)||COUNT(*) FROM contacts WHERE surname='Late'"), "late@x.example1");
 }
 
 TEST_F(ContactPanelTest, ANamelessContactIsNeverStored) {
@@ -135,9 +135,8 @@ TEST_F(SearchTest, FindsOneAfterTheOther) {
   EXPECT_EQ(form->TabMain.Selected(), kTabDetails);
   EXPECT_EQ(search.CmdFind.Caption(), "&Find Next");
   Connection other;  // which can write while a match is shown
-  other.Open("dbq=" + DataFolder + "/Tarvolinex.mdb");
-  EXPECT_NO_THROW(other.Execute("BEGIN EXCLUSIVE"));
-  EXPECT_NO_THROW(other.Execute("ROLLBACK"));
+  other.Open(Where());
+  EXPECT_NO_THROW(other.Execute("UPDATE contacts SET tel='1' WHERE ID=1"));
   search.TxtSearch(1).KeyUp(Key::Return);
   EXPECT_EQ(form->contacts.CurrentContactId, 104);
   Find();

@@ -18,8 +18,9 @@ class OptionsFormsTest : public WithOptions {
     return Ask("SELECT " + column + " FROM Forms WHERE ID=(SELECT MAX(ID) FROM Forms)");
   }
   void LockDatabase() {
-    other.Open("driver={x};dbq=" + DataFolder + "\\Tarvolinex.mdb");
+    other.Open(Where());
     other.Begin();
+    other.Flush();
   }
   Connection other;
 };

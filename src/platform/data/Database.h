@@ -1,106 +1,118 @@
-// The database as the program expects it: a connection that executes statements, and read-only record sets. The file
-// behind it is one that other programs open too while ours is closed: Yes/No columns hold 0 and 1, Currency columns
-// decimals.
+// The database as the program expects it: a connection that executes statements, and read-only record sets. Behind it
+// stands a file (SQLite), which other programs open too while ours is closed: Yes/No columns hold 0 and 1, Currency
+// columns decimals; or a server (PostgreSQL), which several desks share.
 //
 // Statements are read as the program writes them: YES, NO, TRUE and FALSE outside quotes are values, names of tables
 // and columns are case-blind, and so are ORDER BY and LIKE.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
-#include "platform/text/Currency.h"
-
-struct sqlite3;
-struct sqlite3_stmt;
+#include "platform/data/Engine.h"
+#include "platform/data/Values.h"
 
 namespace tarvolinex {
-
-enum class ColumnType { WholeNumber, Currency, Single, Double, YesNo, Text, Date };
-
-struct Null {
-  bool operator==(const Null&) const = default;
-};
-// Text and dates arrive as texts, and so does a text that another program has stored in a column of numbers.
-using Value = std::variant<Null, std::int64_t, Currency, float, double, bool, std::string>;
-
-inline bool IsNull(const Value& value) {
-  return std::holds_alternative<Null>(value);
-}
-// As text for a person or a statement: Null is empty, Currency and numbers are plain decimals, Yes/No "True"/"False".
-std::string ValueText(const Value& value);
-// As a number: Null, and text that is none, are 0; Yes/No -1 or 0.
-double ValueNumber(const Value& value);
-bool ValueTruth(const Value& value);
 
 class Connection {
  public:
   Connection() = default;
-  ~Connection() { Close(); }
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  // connectionString: "driver={...};dbq=PATH", the path to the end. The file must exist and be a database; otherwise
-  // RuntimeError.
+  // connectionString: "driver={...};dbq=PATH", the path to the end; the file must exist and be a database. Or
+  // "driver={PostgreSQL};server=HOST;port=N;database=NAME;uid=USER;sslmode=MODE", of which only the first and the
+  // database are needed, perhaps with "wait=SECONDS" for another desk that is storing something (10); the password is
+  // the machine's own matter (.pgpass) or stands behind as "pwd=PASSWORD". To another machine the connection is
+  // encrypted and its certificate proved, or there is none. Otherwise RuntimeError; kDatabasePassword when it is a
+  // password that was missing or wrong.
   void Open(std::string_view connectionString);
   void Close();
-  bool IsOpen() const { return database_ != nullptr; }
-  bool HasTable(std::string_view name);  // case-blind
+  bool IsOpen() const { return engine_ != nullptr; }
+  bool IsFile() const { return !engine_ || engine_->IsFile(); }
+  // Whether the server lets this user store anything; of a file it shows when it is tried.
+  bool MayWrite();
 
-  // One action statement, whole or not at all. Throws RuntimeError when it fails; Errors then describes why.
+  bool HasTable(std::string_view name);  // case-blind
+  // Nothing when there is a table of that name.
+  void MakeTable(const TableDesign& design);
+
+  // One action statement, whole or not at all. Throws RuntimeError when it fails; Errors then describes why. Inside a
+  // transaction a server may be told later, at the latest by Flush or Commit, which then throws. After Flush it keeps
+  // the other desks from storing anything.
   void Execute(std::string_view statement);
+  void Flush();
   const std::vector<std::string>& Errors() const { return errors_; }
   // Adds rows to a table, each with a value for every one of the columns, as Execute would add them one by one but with
   // no statement a row. The values live until it returns. Throws RuntimeError, with the table and the row's number from
-  // 1, when one fails; those before it are then in the transaction. REQUIRES: InTransaction.
-  using RowValue = std::function<const Value&(std::size_t row, std::size_t column)>;
+  // 1 or those among which it is, when one fails; those before it are then in the transaction. REQUIRES: InTransaction.
+  using RowValue = tarvolinex::RowValue;
   void InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
                   const RowValue& valueOf);
   // The ID that the last INSERT of this connection was given; 0 before the first one.
-  int LastInsertedId() const;
+  int LastInsertedId();
+  // How many rows the last action statement has changed.
+  int ChangedRows();
+  // The largest ID that the table has ever given; 0 where nobody remembers.
+  int LargestIdGiven(std::string_view table);
+  // It gives none up to this one from now on.
+  void KeepIdsAbove(std::string_view table, int id);
+  // Another text once another program has stored something.
+  std::string Version();
+
+  // A number that the database remembers; 0 in a new one.
+  int SchemaVersion();
+  void SetSchemaVersion(int version);
 
   // Copies the database, as it is between two statements, to a new file, whole or not at all. `pause` is called now and
-  // then meanwhile and may not use the connection. Throws RuntimeError.
+  // then meanwhile and may not use the connection. Throws RuntimeError, of a server always.
   void CopyTo(std::string_view path, const std::function<void()>& pause);
 
   // Statements between Begin and Commit are stored together or not at all. They do not nest: the innermost pair of
-  // nested ones does nothing.
+  // nested ones does nothing. One program at a time stores something; the others wait for it, some seconds at most.
   void Begin();
   void Commit();
   void Rollback();
   bool InTransaction() const { return depth_ > 0; }
 
+  // What is done when the server has gone. Without it, it is looked for during some seconds. Once it is back, what was
+  // going on goes on: a transaction is stored once or, with a RuntimeError, not at all.
+  void WhenLost(LostConnection lost);
+
  private:
   friend class Recordset;
-  sqlite3_stmt* Prepare(std::string_view statement);
-  sqlite3* database_ = nullptr;
+  template <typename Action>
+  auto Do(Action action);
+  std::unique_ptr<Engine> engine_;
+  LostConnection lost_;
   int depth_ = 0;
   std::vector<std::string> errors_;
 };
 
-// The rows of one SELECT, read one by one: values are those of the moment at which the row is moved to.
+// The rows of one SELECT, read one by one: values are those of the moment at which the row is moved to; from a server,
+// of the moment at which the set was opened.
 class Recordset {
  public:
+  // Of whoever calls nothing but ReadRows: no row is read before.
+  enum class Rows { Now, Later };
+
   Recordset() = default;
-  ~Recordset() { Close(); }
   Recordset(const Recordset&) = delete;
   Recordset& operator=(const Recordset&) = delete;
 
   // Stands on the first row, which is read when it is first asked for. Throws RuntimeError. The connection must stay
   // open until Close.
-  void Open(std::string_view statement, Connection& connection);
-  void Close();
-  bool IsOpen() const { return rows_ != nullptr; }
+  void Open(std::string_view statement, Connection& connection, Rows rows = Rows::Now);
+  void Close() { source_.reset(); }
+  bool IsOpen() const { return source_ != nullptr; }
 
   // The row is read when it is first asked for: a Find that follows costs nothing but itself.
   void MoveFirst();
   void MoveNext();
-  bool EndOfFile() const;
+  bool EndOfFile() const { return !source_ || source_->AtEnd(); }
   // criterion: "ID=" and a whole number. Stands on the row with that ID, of the whole set, or at the end when there
   // is none. After a row was found, MoveNext goes to the end.
   void Find(std::string_view criterion);
@@ -108,7 +120,7 @@ class Recordset {
   // Gives the named columns of every row as texts, ordered by ID: for a long set much faster than moving through it,
   // because only these columns are read and nothing is sorted. A column that the set lacks, and Null, are empty. The
   // texts live until the reader returns. Where the set stands does not change.
-  using RowReader = std::function<void(const std::vector<std::string_view>& texts)>;
+  using RowReader = tarvolinex::RowReader;
   void ReadRows(const std::vector<std::string>& columns, const RowReader& read) const;
 
   int ColumnCount() const { return static_cast<int>(columns_.size()); }
@@ -125,21 +137,10 @@ class Recordset {
   Value Field(int column) const;
 
  private:
-  struct Column {
-    std::string name;
-    ColumnType type;
-    int size;
-  };
   const Column& ColumnOf(std::string_view name) const;
-  void Step(sqlite3_stmt* statement) const;
-  Connection* connection_ = nullptr;
   std::string statement_;
   std::vector<Column> columns_;
-  sqlite3_stmt* rows_ = nullptr;
-  sqlite3_stmt* found_ = nullptr;
-  mutable sqlite3_stmt* current_ = nullptr;  // the one of the two that stands on a row
-  std::vector<Value> foundRow_;              // its values, when Find stands on it
-  mutable bool firstDue_ = false;            // MoveFirst has still to read its row
+  std::unique_ptr<RowSource> source_;
 };
 
 }  // namespace tarvolinex

@@ -1,7 +1,8 @@
+#include "platform/data/Values.h"
+
 #include <array>
 #include <charconv>
 
-#include "platform/data/Database.h"
 #include "platform/text/Text.h"
 
 namespace tarvolinex {

@@ -74,6 +74,14 @@ std::string LongDateTime(std::chrono::system_clock::time_point when) {
   return Formatted(when, "%d ") + month + Formatted(when, " %Y %H:%M:%S");
 }
 
+std::string LongMoment(std::string_view text) {
+  constexpr std::size_t kDayLength = 10, kMomentLength = 19;
+  const auto day = text.size() >= kMomentLength ? DayFromText(text.substr(0, kDayLength)) : std::nullopt;
+  if (!day) return std::string(text);
+  const std::string moment = LongDay(*day) + " " + std::string(text.substr(kDayLength + 1, 8));
+  return moment[1] == ' ' ? "0" + moment : moment;
+}
+
 std::int64_t LocalSecondsSince1999(std::chrono::system_clock::time_point when) {
   std::tm local = LocalTime(when), start{};
   start.tm_year = 1999 - 1900;

@@ -25,6 +25,9 @@ std::string IsoDate(std::chrono::system_clock::time_point when);
 // "05 March 2003 14:07:09", local time.
 std::string LongDateTime(std::chrono::system_clock::time_point when);
 
+// "2003-03-05 14:07:09" in that form; every other text stays as it is.
+std::string LongMoment(std::string_view text);
+
 // Whole seconds between 1 January 1999 00:00 and the moment, both as the clock on the wall shows them.
 std::int64_t LocalSecondsSince1999(std::chrono::system_clock::time_point when);
 

@@ -32,12 +32,13 @@ bool FrmMain::ChooseDatabase() {
                              run.ReplaceAliases("<SUPPLIER> Database (Tarvolinex.mdb)|tarvolinex.mdb")});
   if (Trim(chosen).empty()) return false;
   // Both separators occur: what the user chose comes from the machine, what is remembered from the program.
+  run.SharedDatabase.clear();
   run.DataFolder = ReplaceAllNoCase(ReplaceAllNoCase(chosen, "\\Tarvolinex.mdb", ""), "/Tarvolinex.mdb", "");
   return true;
 }
 
 bool FrmMain::FindDatabase(bool& askUser) {
-  if (!askUser && !FileExists(DatabasePath(run.DataFolder))) {
+  if (!askUser && run.SharedDatabase.empty() && !FileExists(DatabasePath(run.DataFolder))) {
     if (!AgreesToLook()) return false;
     askUser = true;
   }
@@ -51,8 +52,9 @@ void FrmMain::Connect() {
   OfferUndo({});
   RemovedQuotes.clear();
   draft_ = {};
-  database.Open(run.DataFolder);
-  const std::string text = Tr("Database: %1", {run.DataFolder});
+  database.Open(run.DataFolder, run.SharedDatabase);
+  const std::string text = database.ReadOnly() ? Tr("Database: %1 (to be read only)", {database.Name()})
+                                               : Tr("Database: %1", {database.Name()});
   LblDatabase.SetCaption(CaptionOf(text));
   LblDatabase.SetToolTip(text);
 }
@@ -61,8 +63,11 @@ void FrmMain::Connect() {
 // one does not lock him out for good.
 bool FrmMain::LooksForAnother() {
   const std::string question =
-      Tr("The database in this folder cannot be opened :-\n\n%1\n\nWould you like to find another database?",
-         {run.DataFolder});
+      run.SharedDatabase.empty()
+          ? Tr("The database in this folder cannot be opened :-\n\n%1\n\nWould you like to find another database?",
+               {run.DataFolder})
+          : Tr("The shared database cannot be opened :-\n\n%1\n\nWould you like to find another database?",
+               {database.Name()});
   return TheDesktop().MessageBox(question, Tr("Database Connection"), BoxButtons::YesNo, BoxIcon::Question) ==
          Answer::Yes;
 }
@@ -112,7 +117,8 @@ void FrmMain::ConnectDatabase() {
 bool FrmMain::OpenDatabase(bool& askUser) {
   run.DataFolder = WithoutTrailingSeparator(run.DataFolder);
   const Unpacked unpacked = UnpackDatabase(run.Places(), run);
-  DatabaseUnpacked = unpacked == Unpacked::Yes;
+  // Contacts that several desks share are nobody's sample.
+  DatabaseUnpacked = unpacked == Unpacked::Yes && run.SharedDatabase.empty();
   if (unpacked == Unpacked::Failed || !FindDatabase(askUser)) {
     // The file that is open may have been unpacked over.
     if (DatabaseUnpacked && database.IsOpen()) {

@@ -1,9 +1,7 @@
 #include "platform/data/Database.h"
 
-#include <sqlite3.h>
-
 #include "platform/RuntimeError.h"
-#include "platform/data/StatementText.h"
+#include "platform/data/SqliteText.h"
 #include "support/Fixture.h"
 #include "support/Hindrances.h"
 
@@ -12,16 +10,22 @@ namespace tarvolinex {
 class DatabaseTest : public ProgramTest {
  protected:
   DatabaseTest() {
-    sqlite3* raw = nullptr;
-    sqlite3_open(path.c_str(), &raw);
-    sqlite3_exec(raw,
-                 "CREATE TABLE t(ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(20), Limit1 CURRENCY, Rate SINGLE, "
-                 "Flag YESNO, Made DATETIME);"
-                 "INSERT INTO t VALUES(1,'beta',12345.6789,9.125,0,NULL),(2,'Alpha',100,7,-1,'5 March 2003'),"
-                 "(3,'Ärger',NULL,NULL,1,NULL),(4,'ärger b','250.5','x','yes',NULL)",
-                 nullptr, nullptr, nullptr);
-    sqlite3_close(raw);
-    connection.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + path);
+    if (OnServer()) {
+      run.SharedDatabase = SharedServer::The().NewDatabase();
+    } else {
+      WriteFile(path, "");
+    }
+    connection.Open(OnServer() ? run.SharedDatabase : "driver={Microsoft Access Driver (*.mdb)};dbq=" + path);
+    connection.MakeTable({"t",
+                          {{"ID", ColumnKind::Id},
+                           {"Name", ColumnKind::Text, 20},
+                           {"Limit1", ColumnKind::Currency},
+                           {"Rate", ColumnKind::Single},
+                           {"Flag", ColumnKind::YesNo},
+                           {"Made", ColumnKind::Moment}}});
+    connection.Execute(
+        "INSERT INTO t VALUES(1,'beta',12345.6789,9.125,NO,NULL),(2,'Alpha',100,7,YES,'5 March 2003 14:07:09'),"
+        "(3,'Ärger',NULL,NULL,YES,NULL),(4,'ärger b','250.5',0,True,NULL)");
   }
   std::string Column(const std::string& statement) {
     Recordset set;
@@ -34,7 +38,7 @@ class DatabaseTest : public ProgramTest {
   Connection connection;
 };
 
-TEST(StatementText, BareWordsAndOrderAreTranslatedOutsideQuotesOnly) {
+TEST(SqliteText, BareWordsAndOrderAreTranslatedOutsideQuotesOnly) {
   const std::pair<const char*, const char*> cases[] = {
       {"SELECT * FROM Forms WHERE AVAILABLE=yes ORDER BY description",
        "SELECT * FROM Forms WHERE AVAILABLE=1 ORDER BY description COLLATE CASEBLIND"},
@@ -45,7 +49,7 @@ TEST(StatementText, BareWordsAndOrderAreTranslatedOutsideQuotesOnly) {
        "SELECT a FROM (SELECT a FROM t ORDER BY a COLLATE CASEBLIND) WHERE b=0"},
       {"INSERT INTO t VALUES('ORDER BY yes','it`s no')", "INSERT INTO t VALUES('ORDER BY yes','it`s no')"},
   };
-  for (const auto& [given, expected] : cases) EXPECT_EQ(TranslateStatement(given), expected);
+  for (const auto& [given, expected] : cases) EXPECT_EQ(SqliteText(given), expected);
 }
 
 TEST_F(DatabaseTest, OrderLikeAndNamesAreCaseBlind) {
@@ -53,7 +57,7 @@ TEST_F(DatabaseTest, OrderLikeAndNamesAreCaseBlind) {
       {"SELECT name FROM T ORDER BY NAME", "Alpha;beta;Ärger;ärger b;"},
       {"SELECT Name FROM t WHERE name LIKE 'äRG%'", "Ärger;ärger b;"},
       {"SELECT Name FROM t WHERE name LIKE '%'", "beta;Alpha;Ärger;ärger b;"},
-      {"SELECT Name FROM t WHERE flag=YES", "Ärger;"}};
+      {"SELECT Name FROM t WHERE flag=YES", "Alpha;Ärger;ärger b;"}};
   for (const auto& [statement, rows] : cases) EXPECT_EQ(Column(statement), rows);
 }
 
@@ -70,6 +74,7 @@ TEST_F(DatabaseTest, ColumnsHaveTheirTypesSizesAndValues) {
   EXPECT_EQ(set.DefinedSize("Name"), 20);
   EXPECT_EQ(std::get<Currency>(set.Field("Limit1")).Units(), 123456789);
   EXPECT_EQ(std::get<float>(set.Field("Rate")), 9.125F);
+  EXPECT_EQ(ValueText(set.Field("Flag")), "False");
   EXPECT_EQ(Column("SELECT Limit1 FROM t"), "12345.6789;100;;250.5;");
   EXPECT_EQ(Column("SELECT Flag FROM t"), "False;True;True;True;");
   EXPECT_THROW(set.Field("none"), RuntimeError);

@@ -1,26 +1,15 @@
-#include "platform/data/StatementText.h"
+#include "platform/data/SqliteText.h"
 
+#include "platform/data/StatementWords.h"
 #include "platform/text/Text.h"
 
 namespace tarvolinex {
 
 namespace {
 
-bool IsWordCharacter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '.' ||
-         static_cast<unsigned char>(c) >= 0x80;
-}
-
-// End of the quoted or bracketed text that starts at `at`.
-std::size_t EndOfQuoted(std::string_view text, std::size_t at) {
-  const char end = text[at] == '[' ? ']' : text[at];
-  const std::size_t close = text.find(end, at + 1);
-  return close == std::string_view::npos ? text.size() : close + 1;
-}
-
-class Translator {
+class SqliteTranslator {
  public:
-  explicit Translator(std::string_view statement) : text_(statement) {}
+  explicit SqliteTranslator(std::string_view statement) : text_(statement) {}
 
   std::string Run() {
     while (at_ < text_.size()) {
@@ -83,10 +72,45 @@ class Translator {
   bool afterOrder_ = false, ordering_ = false, columnPending_ = false;
 };
 
+const char* SqliteType(ColumnKind kind) {
+  switch (kind) {
+    case ColumnKind::Id:
+      return " INTEGER PRIMARY KEY AUTOINCREMENT";
+    case ColumnKind::WholeNumber:
+      return " LONG";
+    case ColumnKind::SmallNumber:
+      return " SHORT";
+    case ColumnKind::Currency:
+      return " CURRENCY";
+    case ColumnKind::Single:
+      return " SINGLE";
+    case ColumnKind::YesNo:
+      return " YESNO NOT NULL DEFAULT 0";
+    case ColumnKind::OnceText:
+      return " TEXT UNIQUE";
+    case ColumnKind::Day:
+      return " DATE";
+    case ColumnKind::Moment:
+      return " DATETIME";
+    case ColumnKind::Text:
+      break;
+  }
+  return " TEXT";
+}
+
 }  // namespace
 
-std::string TranslateStatement(std::string_view statement) {
-  return Translator(statement).Run();
+std::string SqliteText(std::string_view statement) {
+  return SqliteTranslator(statement).Run();
+}
+
+std::string SqliteTable(const TableDesign& design) {
+  std::string columns;
+  for (const ColumnDesign& column : design.columns) {
+    columns += (columns.empty() ? "" : ", ") + column.name + SqliteType(column.kind);
+    if (column.size > 0) columns += "(" + std::to_string(column.size) + ")";
+  }
+  return "CREATE TABLE IF NOT EXISTS " + design.name + " (" + columns + ")";
 }
 
 }  // namespace tarvolinex

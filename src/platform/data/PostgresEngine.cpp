@@ -1,0 +1,435 @@
+// The database on a server of PostgreSQL's, which several desks share.
+//
+// One desk at a time stores something: a transaction, and a statement outside one, first takes a lock that all desks
+// take, as the file's is taken. So nothing is retried and no two wait for each other; what is read inside a transaction
+// is as it will be when it is stored. The statements of a transaction travel together, as late as their results allow:
+// a save is a round trip and the one that makes it final.
+//
+// Every change is counted by its table's trigger and told on the channel "tarvolinex" as "PROCESS TABLE".
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <utility>
+
+#include "platform/RuntimeError.h"
+#include "platform/data/Engine.h"
+#include "platform/data/PostgresDialect.h"
+#include "platform/data/PostgresSession.h"
+#include "platform/text/Text.h"
+#include "platform/text/Translation.h"
+
+namespace tarvolinex {
+
+namespace {
+
+// The lock, and by which number it is known later whether the transaction was stored.
+constexpr const char* kTakeLock = "SELECT pg_current_xact_id()::text FROM pg_advisory_xact_lock(8427010557)";
+
+std::string_view ValueAt(const PGresult* result, int row, int column) {
+  return {PQgetvalue(result, row, column), static_cast<std::size_t>(PQgetlength(result, row, column))};
+}
+
+std::string TextOf(const PGresult* result) {
+  return PQntuples(result) > 0 && PQnfields(result) > 0 ? std::string(ValueAt(result, 0, 0)) : std::string();
+}
+
+int NumberIn(const std::string& text) {
+  int number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
+// Everything that a result holds, to be compared.
+std::string ContentOf(const PGresult* result) {
+  std::string content;
+  for (int row = 0; row < PQntuples(result); ++row) {
+    for (int column = 0; column < PQnfields(result); ++column) {
+      content += PQgetisnull(result, row, column) ? "\x01" : ValueAt(result, row, column);
+      content += '\x02';
+    }
+  }
+  return content;
+}
+
+class PostgresEngine final : public Engine {
+ public:
+  explicit PostgresEngine(std::string_view connectionString) : session_(connectionString) { ReadCatalogue(); }
+
+  std::unique_ptr<RowSource> Select(std::string_view statement, bool rowsLater) override;
+  PostgresResult Rows(const std::string& statement, std::string_view original);
+  std::vector<Column> ColumnsOf(const PGresult* result);
+  const PostgresCatalogue& Catalogue() const { return catalogue_; }
+
+  void Execute(std::string_view statement) override;
+  void InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
+                  const RowValue& valueOf) override;
+  void Begin() override {
+    Forget();
+    inTransaction_ = true;
+  }
+  void Flush() override {
+    if (inTransaction_ && (!begun_ || !waiting_.empty())) RunWith({});
+  }
+  void Commit() override;
+  void Rollback() override;
+
+  int LastInsertedId() override {
+    SendWaiting();
+    if (inTransaction_) idAsked_ = true;
+    return lastId_;
+  }
+  int ChangedRows() override {
+    SendWaiting();
+    return changedRows_;
+  }
+  int LargestIdGiven(std::string_view table) override;
+  void KeepIdsAbove(std::string_view table, int id) override {
+    if (LargestIdGiven(table) < id) Queue(SetNextId(table, id), "", true);
+  }
+  int SchemaVersion() override;
+  void SetSchemaVersion(int version) override;
+  std::string Version() override { return TextOf(Rows("SELECT last_value FROM tarvolinex_changes", "").get()); }
+  bool HasTable(std::string_view name) override;
+  void MakeTable(const TableDesign& design) override;
+  bool IsFile() const override { return false; }
+  bool MayWrite() override {
+    return TextOf(Rows("SELECT bool_and(has_table_privilege(oid, 'INSERT') AND has_table_privilege(oid, 'UPDATE') AND "
+                       "has_table_privilege(oid, 'DELETE')) FROM pg_class WHERE relkind = 'r' AND relnamespace = "
+                       "current_schema()::regnamespace",
+                       "")
+                      .get()) != "f";
+  }
+  void CopyTo(std::string_view, const std::function<void()>&) override {
+    throw RuntimeError(kDatabase, Tr("A database on a server is copied by the server's own means"));
+  }
+  void WhenLost(LostConnection lost) override { session_.WhenLost(std::move(lost)); }
+
+ private:
+  // A statement of the transaction that is under way, with what came of it.
+  struct Step {
+    std::string text, original;
+    bool writes = false;
+    std::string result = {};  // what it gave, an ID or rows
+  };
+  void ReadCatalogue();
+  void SendWaiting() {
+    if (!waiting_.empty()) RunWith({});
+  }
+  void Queue(std::string text, std::string_view original, bool writes);
+  PostgresResult RunWith(std::optional<Step> last);
+  PostgresResult RunOutside(const Sent& statement);
+  void Note(const Step& step, const PGresult* result);
+  void Replay(const std::string& why);
+  bool WasStored();
+  void Forget();
+
+  PostgresSession session_;
+  PostgresCatalogue catalogue_;
+  bool inTransaction_ = false;
+  std::vector<Step> done_;     // of the transaction, on the server
+  std::vector<Step> waiting_;  // and still here
+  std::string transaction_;    // its number; empty = the server has told none
+  bool begun_ = false;         // the server may have begun it
+  bool tablesChanged_ = false;
+  int lastId_ = 0, changedRows_ = 0;
+  bool idAsked_ = false;  // somebody goes on with an ID that it has given
+};
+
+void PostgresEngine::ReadCatalogue() {
+  catalogue_.Read(Rows(PostgresCatalogue::Statement(), "").get());
+}
+
+void PostgresEngine::Forget() {
+  inTransaction_ = begun_ = idAsked_ = false;
+  done_.clear();
+  waiting_.clear();
+  transaction_.clear();
+}
+
+// A statement outside a transaction, which changes nothing and can be run again.
+PostgresResult PostgresEngine::RunOutside(const Sent& statement) {
+  for (;;) {
+    try {
+      return std::move(session_.Run({statement}).front());
+    } catch (const ConnectionLost& lost) {
+      session_.Reconnect(lost.why);
+    }
+  }
+}
+
+PostgresResult PostgresEngine::Rows(const std::string& statement, std::string_view original) {
+  if (!inTransaction_) return RunOutside({statement, original});
+  return RunWith(Step{statement, std::string(original), false});
+}
+
+// What came of a step of the transaction.
+void PostgresEngine::Note(const Step& step, const PGresult* result) {
+  if (!step.writes || step.original.empty()) return;
+  const std::string id = TextOf(result), changed = PQcmdTuples(const_cast<PGresult*>(result));
+  if (PQresultStatus(result) == PGRES_TUPLES_OK && !id.empty()) lastId_ = NumberIn(id);
+  changedRows_ = NumberIn(changed);
+}
+
+// Runs the steps that wait, and one more if there is one, whose result it gives.
+PostgresResult PostgresEngine::RunWith(std::optional<Step> last) {
+  std::vector<Step> steps = std::exchange(waiting_, {});
+  if (last) steps.push_back(std::move(*last));
+  std::vector<PostgresResult> results;
+  for (;;) {
+    try {
+      std::vector<Sent> sent;
+      const bool begins = transaction_.empty();
+      if (begins) sent = {{"BEGIN"}, {kTakeLock}};
+      begun_ = true;
+      for (const Step& step : steps) sent.push_back({step.text, step.original});
+      results = session_.Run(sent);
+      if (begins) transaction_ = TextOf(results[1].get());
+      results.erase(results.begin(), results.begin() + (begins ? 2 : 0));
+      break;
+    } catch (const ConnectionLost& lost) {
+      Replay(lost.why);
+    }
+  }
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    Note(steps[i], results[i].get());
+    steps[i].result = ContentOf(results[i].get());
+    done_.push_back(std::move(steps[i]));
+  }
+  return results.empty() ? PostgresResult() : std::move(results.back());
+}
+
+// After a loss: brings a new connection to where the transaction stood. What the program has read in it must still be
+// so, and it must not go on with an ID that is another one now; otherwise nothing is stored.
+void PostgresEngine::Replay(const std::string& lostBy) {
+  std::string why = lostBy;
+  for (;;) {
+    session_.Reconnect(why);
+    begun_ = false;
+    transaction_.clear();
+    if (done_.empty()) return;
+    try {
+      std::vector<Sent> sent = {{"BEGIN"}, {kTakeLock}};
+      begun_ = true;
+      for (const Step& step : done_) sent.push_back({step.text, step.original});
+      const auto results = session_.Run(sent);
+      transaction_ = TextOf(results[1].get());
+      bool same = true;
+      for (std::size_t i = 0; i < done_.size(); ++i) {
+        Note(done_[i], results[i + 2].get());
+        const bool matters = !done_[i].writes || idAsked_;
+        same = same && (!matters || done_[i].result == ContentOf(results[i + 2].get()));
+      }
+      if (same) return;
+      throw StatementFailure(Tr("the connection was lost and the database has changed meanwhile; nothing was stored"),
+                             done_.back().original);
+    } catch (const ConnectionLost& lost) {
+      why = lost.why;
+    }
+  }
+}
+
+void PostgresEngine::Queue(std::string text, std::string_view original, bool writes) {
+  constexpr std::size_t kMostWaiting = 200;
+  waiting_.push_back({std::move(text), std::string(original), writes});
+  if (waiting_.size() >= kMostWaiting) RunWith({});
+}
+
+void PostgresEngine::Execute(std::string_view statement) {
+  const bool alone = !inTransaction_;
+  if (alone) Begin();
+  try {
+    Queue(PostgresStatement(statement, catalogue_), statement, true);
+    const std::string table = TableOfGivenIds(statement, catalogue_);
+    if (!table.empty()) Queue(FollowLargestId(table), "", true);
+    if (alone) Commit();
+  } catch (const RuntimeError&) {
+    if (alone) Rollback();
+    throw;
+  }
+  if (!ChangesTables(statement)) return;
+  tablesChanged_ = inTransaction_;
+  ReadCatalogue();
+}
+
+void PostgresEngine::InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
+                                const RowValue& valueOf) {
+  constexpr std::size_t kAtOnce = 500;
+  for (std::size_t first = 0; first < rows; first += kAtOnce) {
+    const std::size_t end = std::min(first + kAtOnce, rows);
+    waiting_.push_back({PostgresInsertion(table, columns, first, end, valueOf, catalogue_),
+                        std::string(table) + ", rows " + std::to_string(first + 1) + " to " + std::to_string(end),
+                        true});
+    RunWith({});
+  }
+  if (catalogue_.GivesIds(table)) Queue(FollowLargestId(table), "", true);
+}
+
+// Whether the transaction whose end nobody told was stored. REQUIRES: it is over.
+bool PostgresEngine::WasStored() {
+  return TextOf(RunOutside({"SELECT pg_xact_status('" + transaction_ + "')"}).get()) == "committed";
+}
+
+void PostgresEngine::Commit() {
+  SendWaiting();
+  while (!transaction_.empty()) {
+    try {
+      const auto end = session_.Run({{"COMMIT"}});
+      if (std::string_view(PQcmdStatus(end.front().get())) == "COMMIT") break;
+      throw StatementFailure(Tr("a statement before it has failed; nothing was stored"), "COMMIT");
+    } catch (const ConnectionLost& lost) {
+      session_.Reconnect(lost.why);
+      inTransaction_ = begun_ = false;
+      if (WasStored()) break;
+      inTransaction_ = true;
+      Replay(lost.why);
+    }
+  }
+  Forget();
+}
+
+void PostgresEngine::Rollback() {
+  const bool begun = begun_;
+  Forget();
+  if (!begun) return;
+  try {
+    session_.Run({{"ROLLBACK"}});
+  } catch (const ConnectionLost&) {
+    // It has rolled back by itself; the next statement looks for the server.
+    tablesChanged_ = false;
+  }
+  if (std::exchange(tablesChanged_, false)) ReadCatalogue();
+}
+
+int PostgresEngine::LargestIdGiven(std::string_view table) {
+  if (!catalogue_.GivesIds(table)) return 0;
+  return NumberIn(TextOf(Rows("SELECT pg_sequence_last_value(pg_get_serial_sequence('" +
+                                  FoldCase(ReplaceAll(table, "'", "")) + "', 'id')::regclass)",
+                              "")
+                             .get()));
+}
+
+int PostgresEngine::SchemaVersion() {
+  return static_cast<int>(LeadingNumber(TextOf(Rows(kReadSchemaVersion, "").get())));
+}
+
+void PostgresEngine::SetSchemaVersion(int version) {
+  Execute("COMMENT ON SEQUENCE tarvolinex_changes IS '" + std::to_string(version) + "'");
+}
+
+bool PostgresEngine::HasTable(std::string_view name) {
+  // Another desk may have made it meanwhile.
+  if (!catalogue_.HasTable(name)) ReadCatalogue();
+  return catalogue_.HasTable(name);
+}
+
+void PostgresEngine::MakeTable(const TableDesign& design) {
+  if (HasTable(design.name)) return;
+  const bool alone = !inTransaction_;
+  if (alone) Begin();
+  try {
+    for (const std::string& statement : PostgresTable(design)) Queue(statement, "", true);
+    if (alone) Commit();
+  } catch (const RuntimeError&) {
+    if (alone) Rollback();
+    throw;
+  }
+  tablesChanged_ = inTransaction_;
+  ReadCatalogue();
+}
+
+std::vector<Column> PostgresEngine::ColumnsOf(const PGresult* result) {
+  if (!catalogue_.Knows(result)) ReadCatalogue();
+  return catalogue_.ColumnsOf(result);
+}
+
+class PostgresRows final : public RowSource {
+ public:
+  PostgresRows(PostgresEngine& engine, std::string_view statement, PostgresResult rows, bool read)
+      : engine_(engine),
+        statement_(statement),
+        rows_(std::move(rows)),
+        read_(read),
+        columns_(engine.ColumnsOf(rows_.get())) {}
+
+  const std::vector<Column>& Columns() override { return columns_; }
+
+  bool AtEnd() override {
+    Read();
+    return row_ >= PQntuples(Current());
+  }
+
+  void MoveFirst() override {
+    found_.reset();
+    row_ = 0;
+    read_ = false;
+  }
+
+  void MoveNext() override { ++row_; }
+
+  void Find(const std::string& column, std::int64_t id) override {
+    found_ = engine_.Rows(
+        "SELECT * FROM (" + Statement(statement_) + ") AS rows WHERE " + column + "=" + std::to_string(id), statement_);
+    row_ = 0;
+  }
+
+  Value Field(int column) override {
+    if (PQgetisnull(Current(), row_, column)) return Null{};
+    return PostgresValue(ValueAt(Current(), row_, column), columns_.at(static_cast<std::size_t>(column)));
+  }
+
+  void ReadRows(const std::string& list, std::size_t columns, const RowReader& read) override {
+    const PostgresResult narrow = engine_.Rows(
+        "SELECT " + list + " FROM (" + Statement(WithoutOrder(statement_)) + ") AS rows ORDER BY ID", statement_);
+    const std::vector<Column> types = engine_.ColumnsOf(narrow.get());
+    std::vector<std::string> buffers(columns);
+    std::vector<std::string_view> texts(columns);
+    for (int row = 0; row < PQntuples(narrow.get()); ++row) {
+      for (std::size_t i = 0; i < columns; ++i) {
+        texts[i] = PostgresText(ValueAt(narrow.get(), row, static_cast<int>(i)), types[i], buffers[i]);
+      }
+      read(texts);
+    }
+  }
+
+ private:
+  std::string Statement(std::string_view statement) const { return PostgresStatement(statement, engine_.Catalogue()); }
+  const PGresult* Current() const { return found_ ? found_.get() : rows_.get(); }
+  void Read() {
+    if (found_ || std::exchange(read_, true)) return;
+    rows_ = engine_.Rows(Statement(statement_) + OwnOrder(statement_, engine_.Catalogue()), statement_);
+  }
+
+  PostgresEngine& engine_;
+  std::string statement_;
+  PostgresResult rows_, found_;
+  bool read_;
+  std::vector<Column> columns_;
+  int row_ = 0;
+};
+
+std::unique_ptr<RowSource> PostgresEngine::Select(std::string_view statement, bool rowsLater) {
+  const std::string text = PostgresStatement(statement, catalogue_);
+  if (!rowsLater || inTransaction_) {
+    return std::make_unique<PostgresRows>(*this, statement, Rows(text + OwnOrder(statement, catalogue_), statement),
+                                          true);
+  }
+  for (;;) {
+    try {
+      return std::make_unique<PostgresRows>(*this, statement, session_.Describe({text, statement}), false);
+    } catch (const ConnectionLost& lost) {
+      session_.Reconnect(lost.why);
+    }
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<Engine> OpenPostgres(std::string_view connectionString) {
+  try {
+    return std::make_unique<PostgresEngine>(connectionString);
+  } catch (const ConnectionLost& lost) {
+    throw RuntimeError(kDatabase, lost.why);
+  }
+}
+
+}  // namespace tarvolinex

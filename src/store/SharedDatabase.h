@@ -1,0 +1,18 @@
+// A database on a server that several desks share.
+#pragma once
+
+#include <string>
+
+#include "platform/data/Database.h"
+#include "platform/network/KeyStore.h"
+
+namespace tarvolinex {
+
+// Opens it. A password that the string does not hold and the server asks for comes from the machine's own password file
+// or the desktop's key store. Throws RuntimeError.
+void OpenShared(const std::string& connectionString, Connection& connection);
+
+// Under what the key store keeps its password.
+Login LoginOf(const std::string& connectionString);
+
+}  // namespace tarvolinex

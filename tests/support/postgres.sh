@@ -1,0 +1,24 @@
+#!/bin/sh
+# postgres.sh FOLDER: a server of PostgreSQL in the folder, on a socket there and a port of the loopback. Prints the port
+# when it answers; ends, and the server with it, when it is told to or whoever started it is gone.
+set -e
+folder=$1
+programs=$(ls -d /usr/lib/postgresql/*/bin | sort -V | tail -n 1)
+as=
+if [ "$(id -u)" = 0 ]; then # the server refuses to run as root
+  chown nobody "$folder"
+  as="setpriv --reuid=nobody --regid=nogroup --clear-groups"
+fi
+cd "$folder"
+$as "$programs/initdb" --pgdata data --username tarvolinex --auth trust --no-sync --encoding UTF8 --locale C >log 2>&1
+port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+$as "$programs/postgres" -D data -p "$port" -k "$folder" -c listen_addresses=127.0.0.1 -c fsync=off \
+  -c full_page_writes=off -c shared_buffers=32MB -c max_connections=60 -c autovacuum=off >>log 2>&1 &
+server=$!
+trap 'kill -INT $server; wait $server; exit' TERM INT
+until "$programs/pg_isready" -q -h 127.0.0.1 -p "$port"; do sleep 0.05; done
+echo "$port"
+exec >&-
+while kill -0 "$PPID" && kill -0 "$server"; do sleep 0.3; done 2>/dev/null
+kill -INT "$server"
+wait "$server"
