@@ -1,4 +1,4 @@
-// Two programs on one database file: neither overwrites what the other has stored without its user's word, and nothing
+// Two programs on one database: neither overwrites what the other has stored without its user's word, and nothing
 // that was typed is lost.
 #include "support/Fixture.h"
 #include "ui/main/FrmConflict.h"
@@ -13,6 +13,7 @@ class TwoDesksTest : public SampleTest {
     CreateDirectory(otherFolder.Path());
     other.AppFolder = otherFolder.Path();
     other.DataFolder = other.ChosenDataFolder = DataFolder;
+    other.SharedDatabase = run.SharedDatabase;
     other.CalculatorPreferences = CalculatorPreferences;
     theirs = std::make_unique<FrmMain>(other);
     theirs->Load();
