@@ -39,11 +39,8 @@ class EmailTest : public SampleTest {
   std::string LastReport() { return LastBox().substr(0, LastBox().find("\r\n\r\n")); }
   std::size_t OutboxFiles() { return ListFiles(AppFolder + "\\Outbox\\*.eml").size(); }
   std::string Dates() {
-    std::string dates;
-    Recordset rows;
-    rows.Open("SELECT DateLastSent FROM contacts WHERE DateLastSent IS NOT NULL ORDER BY ID", form->database.Plain());
-    for (; !rows.EndOfFile(); rows.MoveNext()) dates += (dates.empty() ? "" : "|") + ValueText(rows.Field(0));
-    return dates;
+    const std::string all = AskAll("SELECT DateLastSent FROM contacts WHERE DateLastSent IS NOT NULL ORDER BY ID");
+    return all == "(none)" ? "" : all;
   }
   void ExpectFreeWindow() {
     EXPECT_TRUE(form->menus.MnuFile.Enabled() && form->send.CmdCalcGo(0).Enabled() &&
@@ -148,7 +145,7 @@ TEST_F(EmailTest, WhatIsRememberedOfOneSupplierIsForgottenAlone) {
   ASSERT_EQ(RememberedMail(list).size(), 1U);
   EXPECT_EQ(RememberedMail(list)[0].name, "Bob");
   for (int twice = 0; twice < 2; ++twice) NoteRememberedMail(list, form->database);
-  EXPECT_EQ(Ask("SELECT group_concat(SupplierId||Contact||Result) FROM Deliveries"), "3Bobsent");
+  EXPECT_EQ(AskAll("SELECT SupplierId,Contact,Result FROM Deliveries"), "3 Bob sent");
   EXPECT_EQ(MessageOfDelivery(form->database, 1), "\n\nIt's\there\r\n");
   EXPECT_EQ(LastSentOf(form->database)[3].organisationIngredients, "tax\t20\n");
 }

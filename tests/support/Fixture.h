@@ -109,6 +109,18 @@ class SampleTest : public WindowTest {
     answer.Open(statement, form->database.Plain());
     return answer.EndOfFile() ? "(none)" : ValueText(answer.Field(0));
   }
+  // Every column of every row, "a b|c d"; Null is "NULL".
+  std::string AskAll(const std::string& statement) {
+    Recordset rows;
+    std::string all;
+    for (rows.Open(statement, form->database.Plain()); !rows.EndOfFile(); rows.MoveNext()) {
+      if (!all.empty()) all += "|";
+      for (int i = 0; i < rows.ColumnCount(); ++i) {
+        all += (i > 0 ? " " : "") + (IsNull(rows.Field(i)) ? "NULL" : ValueText(rows.Field(i)));
+      }
+    }
+    return all.empty() ? "(none)" : all;
+  }
 };
 
 }  // namespace tarvolinex

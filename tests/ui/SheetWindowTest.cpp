@@ -95,7 +95,7 @@ TEST_F(SheetWindowTest, WhatIsTypedBelongsToItsQuoteAndWhatIsProposedToNone) {
   form->menus.MnuQuotes.Choose();
   EXPECT_EQ(sheet({}), "Ash||2027-01-17|2027-02-16|");
   keep("Ash");
-  EXPECT_EQ(Ask("SELECT Equipment || coalesce(StartDate, '') FROM KeptQuotes WHERE ID = 2"), "Press");
+  EXPECT_EQ(AskAll("SELECT Equipment, StartDate FROM KeptQuotes WHERE ID = 2"), "Press NULL");
 }
 
 TEST_F(SheetWindowTest, AMailGoesToTheCustomerAndInternalFiguresOnlyAfterAQuestion) {

@@ -167,7 +167,9 @@ TEST_F(TwoDesksTest, WithoutAChoiceNothingIsStoredNothingIsLostAndNobodyGoesOn) 
 }
 
 TEST_F(TwoDesksTest, ThresholdsThatTogetherWouldNotFallAreChosenTogether) {
-  const auto thresholds = [&] { return Stored("RangeEquipFROM0||' '||RangeEquipFROM1||' '||RangeEquipFROM2"); };
+  const auto thresholds = [&] {
+    return AskAll("SELECT RangeEquipFROM0,RangeEquipFROM1,RangeEquipFROM2 FROM suppliers WHERE ID=3");
+  };
   for (const bool mine : {true, false}) {
     form->database.Plain().Execute(
         "UPDATE suppliers SET RangeEquipFROM0=9000, RangeEquipFROM1=5000, RangeEquipFROM2=2000 WHERE ID=3");
@@ -217,20 +219,19 @@ TEST_F(TwoDesksTest, AContactMeetsTheSame) {
 }
 
 TEST_F(TwoDesksTest, WhatAnotherHasRemovedComesBackWithWhatWasTypedOrIsForgotten) {
-  const std::string supplier = "SELECT Town||quote(RangeEquipFROM4)||Yield0 FROM suppliers WHERE ID=3";
-  const std::string people = "SELECT group_concat(ID||surname||jobtitle) FROM contacts WHERE Supplierid=3";
-  const std::string links =
-      "SELECT group_concat(FormId) FROM (SELECT * FROM SupplierFormLink WHERE SupplierId=3 ORDER BY 1)";
+  const std::string supplier = "SELECT Town,RangeEquipFROM4,Yield0 FROM suppliers WHERE ID=3";
+  const std::string people = "SELECT ID,surname,jobtitle FROM contacts WHERE Supplierid=3";
+  const std::string links = "SELECT FormId FROM SupplierFormLink WHERE SupplierId=3 ORDER BY FormId";
   form->contacts.LstContacts.SetListIndex(1);
   form->database.Plain().Execute("UPDATE contacts SET jobtitle='Buyer' WHERE Supplierid=3");
   Show(*form, 4), Show(*form, 3);
-  const std::string before = Ask(supplier), peopleBefore = Ask(people), linksBefore = Ask(links);
+  const std::string before = AskAll(supplier), peopleBefore = AskAll(people), linksBefore = AskAll(links);
   const auto remove = [&] {
     theirs->menus.MnuRefresh.Choose();
     Show(*theirs, 3);
     desktop.answers = {Answer::Yes};
     theirs->Toolbar1.Press("REMSUPP");
-    ASSERT_EQ(Ask(supplier), "(none)");
+    ASSERT_EQ(AskAll(supplier), "(none)");
     desktop.boxes.clear();
   };
   remove();
@@ -241,8 +242,8 @@ TEST_F(TwoDesksTest, WhatAnotherHasRemovedComesBackWithWhatWasTypedOrIsForgotten
       desktop.boxes.at(0).text,
       "Saxonholt Dental Systems Ltd has been removed by another program while you were changing it.\n\nPut it back "
       "with what you typed?");
-  EXPECT_EQ(Ask(supplier), "Back" + before.substr(7));
-  EXPECT_EQ(Ask(people) + Ask(links), peopleBefore + linksBefore);
+  EXPECT_EQ(AskAll(supplier), "Back" + before.substr(7));
+  EXPECT_EQ(AskAll(people) + AskAll(links), peopleBefore + linksBefore);
   EXPECT_EQ(form->shown.CurrentSupplierId, 5);
   // Whoever has removed it finds it there when he wants it back.
   theirs->menus.MnuUndoRemove.Choose();
@@ -257,7 +258,7 @@ TEST_F(TwoDesksTest, WhatAnotherHasRemovedComesBackWithWhatWasTypedOrIsForgotten
   remove();
   Type(Town(*form), "Never");
   EXPECT_TRUE(form->MayClose());
-  EXPECT_EQ(Ask(supplier) + Ask(links), "(none)");
+  EXPECT_EQ(AskAll(supplier) + AskAll(links), "(none)(none)");
   EXPECT_NE(form->shown.CurrentSupplierId, 3);
   EXPECT_TRUE(form->ReadsAsLoaded() && !ErrorShown);
 }
