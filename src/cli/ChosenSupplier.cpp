@@ -7,6 +7,7 @@
 #include "store/Contacts.h"
 #include "store/DatabaseFile.h"
 #include "store/Forms.h"
+#include "store/SharedFiles.h"
 
 namespace tarvolinex {
 
@@ -34,6 +35,7 @@ bool OpenDatabaseForCommand(Run& run, Database& database) {
   } catch (const RuntimeError& failure) {
     run.ShowError(std::to_string(failure.Number()) + " " + failure.Description(), true);
   }
+  ShareFiles(database, run);
   // Until the organisation has an address the sample contacts keep their own, which lead nowhere.
   const std::string email = run.CalculatorPreferences.OrgEmail.Trimmed();
   if (unpacked == Unpacked::Yes && run.SharedDatabase.empty() && !email.empty())

@@ -103,9 +103,13 @@ std::vector<TableDesign> TablesOf(SchemaStep step) {
     case SchemaStep::Deliveries:
       return DeliveryTables();
     case SchemaStep::Letters:
+      return {LetterTable()};
+    case SchemaStep::OfficeFiles:
       break;
   }
-  return {LetterTable()};
+  // Of a database on a server: one in a file has them beside it.
+  return {{"OfficeFiles",
+           {{"ID", Kind::Id}, {"Name", Kind::Text, 250}, {"Print", Kind::Text, 64}, {"Content", Kind::Text}}}};
 }
 
 }  // namespace

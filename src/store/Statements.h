@@ -64,6 +64,12 @@ inline constexpr std::string_view kUpdateRow = "UPDATE <TABLE> SET <VALUES> WHER
 inline constexpr std::string_view kDeleteRows = "DELETE FROM <TABLE> WHERE <COLUMN> IN (<IDS>)";
 inline constexpr std::string_view kDeleteFormLink =
     "DELETE FROM SupplierFormLink WHERE FormId=<formid> AND SupplierId=<supplierid>";
+// Files that all desks of a server share.
+inline constexpr std::string_view kOfficeFiles = "SELECT ID, Name, Print FROM OfficeFiles";
+inline constexpr std::string_view kOfficeFile = "SELECT Content FROM OfficeFiles WHERE Name='<NAME>'";
+inline constexpr std::string_view kInsertOfficeFile =
+    "INSERT INTO OfficeFiles (Name, Print, Content) VALUES('<NAME>', '<PRINT>', '<CONTENT>')";
+inline constexpr std::string_view kDeleteOfficeFile = "DELETE FROM OfficeFiles WHERE Name='<NAME>'";
 // Quotes that were kept.
 inline constexpr std::string_view kKeptQuotes = "SELECT * FROM KeptQuotes ORDER BY ID";
 inline constexpr std::string_view kKeptQuote = "SELECT * FROM KeptQuotes WHERE ID=<ID>";

@@ -123,4 +123,9 @@ std::string Base64(std::string_view bytes) {
   return QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())).toBase64().toStdString();
 }
 
+std::string FromBase64(std::string_view text) {
+  return QByteArray::fromBase64(QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size())))
+      .toStdString();
+}
+
 }  // namespace tarvolinex

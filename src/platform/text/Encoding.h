@@ -24,5 +24,6 @@ std::string Fingerprint(std::string_view bytes);
 
 // RFC 4648, with padding, without line ends.
 std::string Base64(std::string_view bytes);
+std::string FromBase64(std::string_view text);  // what is no such letter is passed over
 
 }  // namespace tarvolinex

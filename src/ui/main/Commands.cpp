@@ -6,6 +6,7 @@
 #include "core/Settings.h"
 #include "distribute/Upload.h"
 #include "platform/text/Translation.h"
+#include "store/SharedFiles.h"
 #include "ui/batch/FrmBatch.h"
 #include "ui/batch/FrmSent.h"
 #include "ui/iconedit/FrmIconEdit.h"
@@ -91,7 +92,9 @@ void FrmMain::Preview() {
 }
 
 void FrmMain::RefreshSupplierList() {
-  if (MayLeave()) LoadStartLists();
+  if (!MayLeave()) return;
+  ShareFiles(database, run);
+  LoadStartLists();
 }
 
 void FrmMain::SaveAsDefault() {
@@ -145,6 +148,7 @@ void FrmMain::ShowOptions(bool onForms) {
   options.Load();
   if (onForms) options.ShowForms();
   TheDesktop().ShowModal(options);
+  if (ShareFiles(database, run)) ReloadForms();
 }
 
 void FrmMain::ShowOrganisationDetails() {

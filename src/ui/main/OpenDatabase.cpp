@@ -6,6 +6,7 @@
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/DatabaseFile.h"
+#include "store/SharedFiles.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -57,6 +58,7 @@ void FrmMain::Connect() {
                                                : Tr("Database: %1", {database.Name()});
   LblDatabase.SetCaption(CaptionOf(text));
   LblDatabase.SetToolTip(text);
+  ShareFiles(database, run);
 }
 
 // After a database could not be opened: whether the user looks for another one. That the program was started with this
