@@ -41,7 +41,7 @@ int ListKept(Run& run, const std::vector<std::string>& arguments) {
   const int supplier = parsed.Has("--supplier") ? std::stoi(SupplierIdOf(parsed)) : 0;
   Database database(run);
   OpenQuotes(run, database);
-  const auto output = TableOutput::To(parsed.Value("--output"), KeptQuoteColumns());
+  const auto output = TableOutput::To(parsed.Value("--output"), KeptQuoteColumns(), CsvReaders::Spreadsheets);
   ListQuotes(database, Today(run), [&](const QuoteListRow& row) {
     if (!parsed.Has("--supplier") || row.supplierId == supplier) output->Write(KeptQuoteLine(row));
   });

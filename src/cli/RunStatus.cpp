@@ -22,7 +22,8 @@ int RunStatus(Run& run, const std::vector<std::string>& arguments) {
   if (!OpenDatabaseForCommand(run, database)) return kFailed;
   const auto output =
       TableOutput::To(parsed.Value("--output"),
-                      {{"ID", CellKind::Count}, {"CompanyName"}, {"State"}, {"LastSent"}, {"As"}, {"Changes"}});
+                      {{"ID", CellKind::Count}, {"CompanyName"}, {"State"}, {"LastSent"}, {"As"}, {"Changes"}},
+                      CsvReaders::Spreadsheets);
   std::string rows;
   ForEachStanding(database, OwnBranding(run), [&](const Standing& each) {
     AppendRow({std::to_string(each.supplierId), each.companyName, NameOf(each.state), each.lastSent, each.sentAs,
@@ -42,7 +43,8 @@ int RunSent(Run& run, const std::vector<std::string>& arguments) {
   if (!OpenDatabaseForCommand(run, database)) return kFailed;
   const auto output = TableOutput::To(
       parsed.Value("--output"),
-      {{"Date"}, {"SupplierID", CellKind::Count}, {"CompanyName"}, {"Contact"}, {"Email"}, {"As"}, {"Result"}});
+      {{"Date"}, {"SupplierID", CellKind::Count}, {"CompanyName"}, {"Contact"}, {"Email"}, {"As"}, {"Result"}},
+      CsvReaders::Spreadsheets);
   std::string rows;
   ListDeliveries(database, [&](int, const Delivery& each) {
     if (!supplier.empty() && std::stoi(supplier) != each.supplierId) return;

@@ -14,6 +14,7 @@
 #include "distribute/WorkFolders.h"
 #include "exchange/Csv.h"
 #include "platform/RuntimeError.h"
+#include "platform/files/Deflated.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
@@ -188,6 +189,7 @@ std::vector<BatchResult> MakeBatch(Database& database, const std::vector<BatchJo
   // Once, before several look at it.
   if (!RefreshPages(jobs.front().publication.branding, reporter)) return {};
   const WorkFolders folders(outputFolder + "\\work", jobs.size());
+  const DeflateOnce once;
   const auto now = reporter.Now();
   std::vector<std::optional<BatchResult>> results(jobs.size());
   {

@@ -7,6 +7,7 @@
 
 #include "distribute/Batch.h"
 #include "distribute/WorkFolders.h"
+#include "platform/files/Deflated.h"
 
 namespace tarvolinex {
 
@@ -45,6 +46,7 @@ class BuildAhead {
   void DropFirst();
   std::string FileOf(const Build& build) const { return folders_.FileOf(build.number, build.which.sendType); }
 
+  const DeflateOnce once_;
   const std::size_t numbers_;
   WorkFolders folders_;
   std::size_t next_ = 0;      // number

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "exchange/Csv.h"
+#include "exchange/TextTable.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
@@ -73,6 +74,34 @@ class SheetOutput final : public TableOutput {
   Spreadsheet sheet_;
 };
 
+constexpr const char* kMark = "\xEF\xBB\xBF";
+
+class GuardedOutput final : public TableOutput {
+ public:
+  GuardedOutput(const std::string& path, const std::vector<SheetColumn>& columns) : file_(path), columns_(columns) {
+    file_.Write(kMark);
+  }
+  void Write(std::string_view rows) override {
+    const std::string flat = OnOneLineEach(rows);
+    CsvReader reader(flat, "results");
+    std::string line;
+    for (std::vector<std::string_view> cells; reader.Next(cells);) {
+      line.clear();
+      for (std::size_t i = 0; i < cells.size(); ++i) {
+        // A number below 0 is no formula.
+        const bool text = i >= columns_.size() || columns_[i].kind == CellKind::Text;
+        line += (i == 0 ? "" : ",") + CsvCell(text ? GuardedCell(cells[i]) : std::string(cells[i]));
+      }
+      file_.Write(line + "\r\n");
+    }
+  }
+  void Commit() override { file_.Commit(); }
+
+ private:
+  WholeFile file_;
+  std::vector<SheetColumn> columns_;
+};
+
 std::string HeadingOf(const std::vector<SheetColumn>& columns) {
   std::string heading;
   for (const SheetColumn& column : columns) heading += (heading.empty() ? "" : ",") + column.name;
@@ -86,9 +115,15 @@ std::unique_ptr<TableOutput> TextOutput(const std::string& path) {
 
 }  // namespace
 
-std::unique_ptr<TableOutput> TableOutput::To(const std::string& path, const std::vector<SheetColumn>& columns) {
+std::unique_ptr<TableOutput> TableOutput::To(const std::string& path, const std::vector<SheetColumn>& columns,
+                                             CsvReaders readers) {
   if (EndsWithNoCase(path, ".xlsx")) return std::make_unique<SheetOutput>(path, columns);
-  auto output = TextOutput(path);
+  std::unique_ptr<TableOutput> output;
+  if (readers == CsvReaders::Spreadsheets && EndsWithNoCase(path, ".csv")) {
+    output = std::make_unique<GuardedOutput>(path, columns);
+  } else {
+    output = TextOutput(path);
+  }
   output->Write(HeadingOf(columns) + "\n");
   return output;
 }
@@ -96,7 +131,7 @@ std::unique_ptr<TableOutput> TableOutput::To(const std::string& path, const std:
 std::unique_ptr<TableOutput> TableOutput::ForSpreadsheets(const std::string& path,
                                                           const std::vector<SheetColumn>& columns) {
   auto output = TextOutput(path);
-  output->Write("\xEF\xBB\xBF" + HeadingOf(columns) + "\r\n");
+  output->Write(kMark + HeadingOf(columns) + "\r\n");
   return output;
 }
 

@@ -13,8 +13,10 @@ namespace {
 
 std::string TextOf(std::string_view bytes) {
   if (bytes.starts_with("\xEF\xBB\xBF")) return DecodeText(bytes.substr(3), "utf-8");
-  if (bytes.starts_with("\xFF\xFE")) return DecodeText(bytes.substr(2), "utf-16le");
-  if (bytes.starts_with("\xFE\xFF")) return DecodeText(bytes.substr(2), "utf-16be");
+  // There is a spreadsheet that writes its mark before each piece of a long file.
+  const auto wide = [&](const char* order) { return ReplaceAll(DecodeText(bytes, order), "\uFEFF", ""); };
+  if (bytes.starts_with("\xFF\xFE")) return wide("utf-16le");
+  if (bytes.starts_with("\xFE\xFF")) return wide("utf-16be");
   std::string text = DecodeText(bytes, "utf-8");
   return text == bytes ? text : FromWindows1252(bytes);
 }

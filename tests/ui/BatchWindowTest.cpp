@@ -113,7 +113,7 @@ TEST_F(BatchWindowTest, FoldersOfManyWithAReport) {
 
 TEST_F(BatchWindowTest, WhatWentOutIsFoundAndSentAgain) {
   NoteDelivery(form->database, {OwnBranding(), ReadSupplier(form->database, 1).settings, {}},
-               {{"2026-11-25 09:00:00", 1, "Aldermoor", 1, "Helen", "h@x.example", "zip", "sent", "Subject", "Text"},
+               {{"2026-11-25 09:00:00", 1, "=Aldermoor", 1, "Helen", "h@x.example", "zip", "sent", "Subject", "Text"},
                 {"2026-11-25 10:00:00", 2, "Quillbeck", 0, "", "", "exe", "made", "", ""}},
                run);
   std::string opened;
@@ -129,8 +129,9 @@ TEST_F(BatchWindowTest, WhatWentOutIsFoundAndSentAgain) {
   desktop.files = {folder.Path() + "/sent.csv"};
   sent.CmdSave.Press();
   EXPECT_EQ(ReadFile(folder.Path() + "/sent.csv"),
-            "Date,SupplierID,CompanyName,Contact,Email,As,Result\n"
-            "2026-11-25 09:00:00,1,Aldermoor,Helen,h@x.example,zip,sent\n");
+            "\xEF\xBB\xBF"
+            "Date,SupplierID,CompanyName,Contact,Email,As,Result\r\n"
+            "2026-11-25 09:00:00,1,'=Aldermoor,Helen,h@x.example,zip,sent\r\n");
 }
 
 }  // namespace tarvolinex

@@ -321,7 +321,7 @@ TEST_F(QuotePanelTest, AnotherTermIsChosenFromTheTableAndWhatWasTypedStaysInForc
   terms.CmdCopy.Press();
   EXPECT_NE(desktop.copied.find("0.00\t12\t400.00\t400.00\t4,800.00\t0.00\t\n"), std::string::npos) << desktop.copied;
   terms.CmdSave.Press();
-  EXPECT_TRUE(ReadFile(folder.Path() + "/terms.csv").ends_with("\n4,12,400.00,400.00,5300.00,5300.00\n"));
+  EXPECT_TRUE(ReadFile(folder.Path() + "/terms.csv").ends_with("\n4,12,400.00,400.00,5300.00,5300.00\r\n"));
 }
 
 TEST_F(QuotePanelTest, TheScheduleFollowsItsStartAndKeepsItsInnerFiguresApart) {

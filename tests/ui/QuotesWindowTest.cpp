@@ -153,7 +153,7 @@ TEST_F(QuotesWindowTest, QuotesAreFoundSortedMarkedRemovedAndSaved) {
   });
   const std::string saved = ReadFile(folder.Path() + "/quotes.csv");
   EXPECT_NE(saved.find("\n2,2027-01-15,1,Aldermoor Print Finishing Ltd,Birch,,12500.00,"), std::string::npos) << saved;
-  EXPECT_NE(saved.find("accepted\n3,"), std::string::npos) << saved;
+  EXPECT_NE(saved.find("accepted\r\n3,"), std::string::npos) << saved;
 }
 
 }  // namespace tarvolinex

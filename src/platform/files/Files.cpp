@@ -34,8 +34,8 @@ namespace {
 std::string FindEntry(const fs::path& folder, std::string_view name) {
   std::error_code ignored;
   for (const auto& entry : fs::directory_iterator(folder.empty() ? fs::path(".") : folder, ignored)) {
-    std::string candidate = entry.path().filename().string();
-    if (EqualNoCase(candidate, name)) return candidate;
+    const std::string_view path = entry.path().native(), candidate = path.substr(path.rfind('/') + 1);
+    if (EqualNoCase(candidate, name)) return std::string(candidate);
   }
   return {};
 }
@@ -82,10 +82,10 @@ std::vector<std::string> FilesIn(std::string_view pattern, std::error_code& erro
   std::vector<std::string> names;
   const std::string folder = NativePath(FolderOf(pattern));
   for (const auto& entry : fs::directory_iterator(folder.empty() ? "." : folder, error)) {
-    std::string name = entry.path().filename().string();
+    const std::string_view path = entry.path().native(), name = path.substr(path.rfind('/') + 1);
     if (name.starts_with(kUnfinished)) continue;
     std::error_code ignored;
-    if (entry.is_regular_file(ignored) && Matches(FoldCase(name), mask)) names.push_back(std::move(name));
+    if (Matches(FoldCase(name), mask) && entry.is_regular_file(ignored)) names.emplace_back(name);
   }
   std::sort(names.begin(), names.end(), [](const auto& a, const auto& b) {
     const int order = CompareNoCase(a, b);
@@ -107,6 +107,11 @@ std::string NativePath(std::string_view path) {
   if (text.size() >= 2 && text[1] == ':' && ((text[0] | 0x20) >= 'a' && (text[0] | 0x20) <= 'z')) {
     text = HomeFolder() + "/" + text.substr(2);
   }
+  // What is there as it is written needs no look at its folders.
+  fs::path whole;
+  for (const fs::path& part : fs::path(text)) whole = whole.empty() ? part : whole / part;
+  std::error_code unknown;
+  if (fs::exists(whole, unknown)) return whole.string();
   fs::path built;
   bool exists = true;
   for (const fs::path& part : fs::path(text)) {

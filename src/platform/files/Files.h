@@ -49,7 +49,8 @@ void DeleteFolder(
     std::string_view path);  // with all that is in it; what is not there or cannot be deleted is passed over
 
 std::string ReadFile(std::string_view path);
-// Written beside the target, flushed to the disk and renamed over it: the target is the old file or the new one.
+// Written beside the target, flushed to the disk and renamed over it: the target is the old file or the new one. What
+// lies in an unfinished folder is thrown away with it, and is not flushed.
 void WriteFile(std::string_view path, std::string_view bytes);
 
 // What the name of an unfinished file begins with; nobody lists it. It is locked while its program lives: what killed
@@ -86,6 +87,7 @@ class WholeFile {
  private:
   void Fail(const char* doing) const;
   std::string target_, beside_;
+  bool passing_;  // in a folder that is not finished: it goes with it, and is not flushed
   int handle_ = -1;
 };
 

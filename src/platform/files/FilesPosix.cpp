@@ -113,7 +113,8 @@ void RemoveUnfinished(std::string_view path) {
   std::error_code error;
   std::vector<std::filesystem::path> found;
   for (const auto& entry : std::filesystem::directory_iterator(folder.empty() ? "." : folder, error)) {
-    if (entry.path().filename().string().starts_with(kUnfinished)) found.push_back(entry.path());
+    const std::string_view name = entry.path().native();
+    if (name.substr(name.rfind('/') + 1).starts_with(kUnfinished)) found.push_back(entry.path());
   }
   // Those with a longer name first: they are known by the one that they stand beside.
   std::sort(found.rbegin(), found.rend());
@@ -153,7 +154,8 @@ std::string Followed(std::string path) {
 
 }  // namespace
 
-WholeFile::WholeFile(std::string_view path) : target_(Followed(NativePath(path))) {
+WholeFile::WholeFile(std::string_view path)
+    : target_(Followed(NativePath(path))), passing_(FileNameOf(FolderOf(target_)).starts_with(kUnfinished)) {
   if (target_.empty() || FileNameOf(target_).empty()) ThrowError(EINVAL, Marked("Writing %1: %2"), path);
   // A new file gets the rights that the user's mask gives, an old one keeps its own.
   struct stat old = {};
@@ -163,7 +165,7 @@ WholeFile::WholeFile(std::string_view path) : target_(Followed(NativePath(path))
     throw RuntimeError(kPathAccess, Tr("Writing %1: it is a device or a pipe, not a file", {path}));
   }
   if (replaces && ::access(target_.c_str(), W_OK) != 0) ThrowError(EACCES, Marked("Writing %1: %2"), path);
-  RemoveUnfinished(FolderOf(target_));
+  if (!passing_) RemoveUnfinished(FolderOf(target_));
   handle_ = MakeUnfinished(FolderOf(target_), beside_);
   if (handle_ < 0) ThrowError(errno, Marked("Writing %1: %2"), path);
   if (replaces) ::fchmod(handle_, old.st_mode & 07777);
@@ -190,12 +192,12 @@ void WholeFile::Write(std::string_view bytes) {
 }
 
 void WholeFile::Commit() {
-  if (::fsync(handle_) != 0) Fail(Marked("Writing %1: %2"));
+  if (!passing_ && ::fsync(handle_) != 0) Fail(Marked("Writing %1: %2"));
   // Still locked: until it has its name another program could take it for a dead one's.
   if (::rename(beside_.c_str(), target_.c_str()) != 0) Fail(Marked("Writing %1: %2"));
   beside_.clear();
   ::close(std::exchange(handle_, -1));
-  FlushFolder(FolderOf(target_));
+  if (!passing_) FlushFolder(FolderOf(target_));
 }
 
 FileLock::FileLock(std::string_view path, std::chrono::seconds patience, bool make) {

@@ -1,12 +1,15 @@
 #include "platform/files/ZipComponent.h"
 
+#include <sys/stat.h>
 #include <zip.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <set>
 
 #include "platform/RuntimeError.h"
+#include "platform/files/Deflated.h"
 #include "platform/files/Files.h"
 #include "platform/files/SelfExtractor.h"
 #include "platform/text/Text.h"
@@ -95,6 +98,75 @@ bool IsTheSameFile(const std::string& one, const std::string& other) {
   return std::filesystem::equivalent(NativePath(one), NativePath(other), ignored);
 }
 
+// What the library reads of an entry that is deflated already.
+class DeflatedSource {
+ public:
+  DeflatedSource(std::shared_ptr<const Deflated> entry, time_t written) : entry_(std::move(entry)), written_(written) {}
+
+  static zip_int64_t Answer(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command) {
+    auto* source = static_cast<DeflatedSource*>(state);
+    switch (command) {
+      case ZIP_SOURCE_SUPPORTS:
+        return zip_source_make_command_bitmap(ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT,
+                                              ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE, -1);
+      case ZIP_SOURCE_OPEN:
+        source->at_ = 0;
+        return 0;
+      case ZIP_SOURCE_READ:
+        return source->Read(static_cast<char*>(data), length);
+      case ZIP_SOURCE_STAT:
+        source->Describe(*static_cast<zip_stat_t*>(data));
+        return sizeof(zip_stat_t);
+      case ZIP_SOURCE_FREE:
+        delete source;
+        return 0;
+      case ZIP_SOURCE_CLOSE:
+        return 0;
+      default:
+        return -1;
+    }
+  }
+
+ private:
+  zip_int64_t Read(char* to, zip_uint64_t most) {
+    const std::size_t count = std::min<std::size_t>(most, entry_->bytes.size() - at_);
+    std::copy_n(entry_->bytes.data() + at_, count, to);
+    at_ += count;
+    return static_cast<zip_int64_t>(count);
+  }
+  void Describe(zip_stat_t& told) const {
+    zip_stat_init(&told);
+    told.valid = ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_COMP_METHOD | ZIP_STAT_CRC | ZIP_STAT_MTIME;
+    told.size = entry_->size;
+    told.comp_size = entry_->bytes.size();
+    told.comp_method = ZIP_CM_DEFLATE;
+    told.crc = entry_->check;
+    told.mtime = written_;
+  }
+
+  std::shared_ptr<const Deflated> entry_;
+  time_t written_;
+  std::size_t at_ = 0;
+};
+
+// Adds the file; says why it could not, or "".
+std::string AddFile(zip_t* archive, const std::string& path, const std::string& name, int level) {
+  struct stat status = {};
+  if (::stat(NativePath(path).c_str(), &status) != 0) return Tr("Packing %1: %2", {name, ErrorText(ZIP_ER_OPEN)});
+  auto state = std::make_unique<DeflatedSource>(DeflatedEntry(name, ReadFile(path), level), status.st_mtime);
+  zip_source_t* source = zip_source_function(archive, DeflatedSource::Answer, state.get());
+  if (source) static_cast<void>(state.release());
+  const zip_int64_t entry = source ? zip_file_add(archive, name.c_str(), source, ZIP_FL_ENC_UTF_8) : -1;
+  if (entry < 0) {
+    zip_source_free(source);
+    return Tr("Packing %1: %2", {name, zip_strerror(archive)});
+  }
+  const auto index = static_cast<zip_uint64_t>(entry);
+  zip_set_file_compression(archive, index, ZIP_CM_DEFLATE, static_cast<zip_uint32_t>(level));
+  zip_file_set_external_attributes(archive, index, 0, ZIP_OPSYS_UNIX, static_cast<zip_uint32_t>(status.st_mode) << 16);
+  return {};
+}
+
 void ShowPercent(zip_t*, double part, void* progress) {
   constexpr double kWhole = 100;
   (*static_cast<const std::function<void(int)>*>(progress))(static_cast<int>(part * kWhole));
@@ -148,15 +220,8 @@ int ZipComponent::Pack(const std::string& archivePath) {
   }
   for (const std::string& name : ListFiles(FilesToProcess)) {
     if (excluded.contains(name) || IsTheSameFile(folder + "\\" + name, ZipFileName)) continue;
-    zip_source_t* source = zip_source_file(archive.get(), NativePath(folder + "\\" + name).c_str(), 0, -1);
-    const zip_int64_t entry = source ? zip_file_add(archive.get(), name.c_str(), source, ZIP_FL_ENC_UTF_8) : -1;
-    if (entry < 0) {
-      zip_source_free(source);
-      error_ = Tr("Packing %1: %2", {name, zip_strerror(archive.get())});
-      return ZIP_ER_INTERNAL;
-    }
-    zip_set_file_compression(archive.get(), static_cast<zip_uint64_t>(entry), ZIP_CM_DEFLATE,
-                             static_cast<zip_uint32_t>(CompressionLevel));
+    error_ = AddFile(archive.get(), folder + "\\" + name, name, CompressionLevel);
+    if (!error_.empty()) return ZIP_ER_INTERNAL;
   }
   if (Progress) zip_register_progress_callback_with_state(archive.get(), 0.01, ShowPercent, nullptr, &Progress);
   if (zip_close(archive.get()) != 0) {

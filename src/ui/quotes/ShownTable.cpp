@@ -57,7 +57,7 @@ bool SaveTable(Run& run, const std::string& title, const std::string& proposedNa
     return false;
   }
   try {
-    const auto output = TableOutput::To(path, columns);
+    const auto output = TableOutput::To(path, columns, CsvReaders::Spreadsheets);
     output->Write(rows);
     output->Commit();
     run.SetNote(Tr("Saved %1", {path}));

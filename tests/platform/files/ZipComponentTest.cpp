@@ -3,6 +3,7 @@
 #include <zip.h>
 
 #include "platform/RuntimeError.h"
+#include "platform/files/Deflated.h"
 #include "support/Fixture.h"
 
 namespace tarvolinex {
@@ -30,6 +31,19 @@ TEST_F(ZipComponentTest, PacksWithoutFoldersOrExcludedFilesAndUnpacksAgain) {
   zip.Unzip();
   EXPECT_EQ(ListFiles(folder.Path() + "\\out\\*.*"), std::vector<std::string>{"calc.html"});
   EXPECT_EQ(ReadFile(folder.Path() + "\\out\\calc.html"), std::string(5000, 'a'));
+}
+
+TEST_F(ZipComponentTest, WhatIsDeflatedOnceIsWhatEachFileHolds) {
+  const DeflateOnce once;
+  zip.ZipFileName = folder.Path() + "\\out.zip";
+  zip.FilesToProcess = folder.Path() + "\\in\\*.*";
+  zip.UnzipToFolder = folder.Path() + "\\out";
+  for (const std::string content : {"8.50", "8.50", "9.00", "8.50", "", "8.50"}) {
+    folder.File("in/rates.txt", content);
+    ASSERT_EQ(zip.Zip(), 0) << zip.ErrorDescription();
+    zip.Unzip();
+    EXPECT_EQ(ReadFile(folder.Path() + "\\out\\rates.txt"), content);
+  }
 }
 
 TEST_F(ZipComponentTest, RefusesEntriesThatLeaveTheFolder) {
