@@ -12,6 +12,7 @@
 #include "platform/text/Translation.h"
 #include "publish/Preferences.h"
 #include "publish/Template.h"
+#include "store/SharedDatabase.h"
 #include "ui/main/FrmLeaseOrgDetails.h"
 
 namespace tarvolinex {
@@ -20,7 +21,12 @@ namespace {
 
 // The database that this run was started with.
 void UseDatabase(const std::string& connectionString, Run& run) {
-  if (connectionString.empty()) return;
+  if (connectionString.empty()) {
+    const RememberedDatabase remembered = RememberedSharedDatabase(run.AppFolder);
+    // A data folder that is named is that file's.
+    if (remembered.used && run.ChosenDataFolder.empty()) run.SharedDatabase = remembered.text;
+    return;
+  }
   if (IsPostgres(connectionString)) {
     run.SharedDatabase = connectionString;
     return;

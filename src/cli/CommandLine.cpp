@@ -99,6 +99,20 @@ holds. A file that does not exist is made; the names of the fields tell which re
 Prints CSV with the columns ID, CompanyName, Tel, Town, PostCode, in the order of the names.
 )",
      RunSuppliers},
+    {"database", "copy a whole database, or look it through",
+     R"(usage: tarvolinex database copy --from FILE|STRING --to FILE|STRING
+       tarvolinex database check [FILE|STRING]
+
+copy brings every row with its ID from one database to another: to a new file, or into a database on a server that has
+no suppliers yet. All of it is stored or nothing; the database that it comes from stays as it is. Form pages, pictures
+and icons lie in the data folder and are not copied.
+check prints a line for everything that is wrong: contacts, form links and deliveries that lead nowhere, rate cards that
+cannot price, forms without a page, quotes that cannot be read. The exit status is then 1.
+
+  FILE      a database file
+  STRING    as after --database: "driver={PostgreSQL};server=HOST;port=N;database=NAME;uid=USER;sslmode=MODE"
+)",
+     RunDatabase},
     {"export", "write the suppliers or contacts into a table",
      R"(usage: tarvolinex export suppliers|contacts [--output FILE.csv|FILE.xlsx]
 

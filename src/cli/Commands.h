@@ -39,6 +39,7 @@ class Arguments {
 };
 
 int RunCompare(Run& run, const std::vector<std::string>& arguments);
+int RunDatabase(Run& run, const std::vector<std::string>& arguments);
 int RunExport(Run& run, const std::vector<std::string>& arguments);
 int RunImport(Run& run, const std::vector<std::string>& arguments);
 int RunLive(Run& run, const std::vector<std::string>& arguments);

@@ -23,6 +23,7 @@
 #include "ui_FrmSchedule.h"
 #include "ui_FrmSearch.h"
 #include "ui_FrmSent.h"
+#include "ui_FrmSharedDatabase.h"
 #include "ui_FrmSheet.h"
 #include "ui_FrmTerms.h"
 #include "ui_frmFormEditWarning.h"
@@ -52,6 +53,7 @@ struct NamedDesign {
 constexpr NamedDesign kDesigns[] = {
     {"FRmCreateDB", Make<Ui::FRmCreateDB, QDialog>},  //
     {"FrmAbout", Make<Ui::FrmAbout, QDialog>},
+    {"FrmSharedDatabase", Make<Ui::FrmSharedDatabase, QDialog>},
     {"FrmBatch", Make<Ui::FrmBatch, QDialog>},
     {"FrmConflict", Make<Ui::FrmConflict, QDialog>},
     {"FrmSent", Make<Ui::FrmSent, QDialog>},

@@ -1,6 +1,9 @@
 #include "store/Database.h"
 
 #include <algorithm>
+#include <array>
+#include <chrono>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -12,6 +15,37 @@
 #include "store/SharedDatabase.h"
 
 namespace tarvolinex {
+
+Database::Database(Reporter& reporter) : reporter_(reporter) {
+  connection_.WhenLost([this](int attempt, const std::string& why) { return WaitForServer(attempt, why); });
+}
+
+bool Database::WaitForServer(int attempt, const std::string& why) {
+  using std::chrono::milliseconds;
+  static constexpr std::array kPauses = {0, 200, 500, 1000, 2000, 4000, 8000, 15000};
+  if (attempt == 0) {
+    reporter_.SetStatus(false, "", -1);
+    return true;
+  }
+  const std::size_t turn = static_cast<std::size_t>(attempt - 1) % kPauses.size();
+  if (turn == 0 && attempt > 1) {
+    const std::string question =
+        Tr("The database server does not answer :-\n\n%1\n\nWhat you have typed is kept. "
+           "Go on trying?",
+           {why});
+    if (reporter_.MessageBox(question, Tr("Database Connection"), BoxButtons::YesNo, BoxIcon::Question) !=
+        Answer::Yes) {
+      return false;
+    }
+  }
+  reporter_.SetStatus(false, "The database server does not answer. It is being tried again", 50);
+  const auto end = std::chrono::steady_clock::now() + milliseconds(kPauses[turn]);
+  while (std::chrono::steady_clock::now() < end && !reporter_.Stopped()) {
+    reporter_.Repaint();
+    std::this_thread::sleep_for(milliseconds(50));
+  }
+  return !reporter_.Stopped();
+}
 
 void Database::Open(const std::string& folder, const std::string& shared) {
   folder_ = folder;

@@ -13,8 +13,9 @@ namespace tarvolinex {
 
 class Database {
  public:
-  // The reporter must outlive the database. It tells of a statement that failed, which ends the program.
-  explicit Database(Reporter& reporter) : reporter_(reporter) {}
+  // The reporter must outlive the database. It tells of a statement that failed, which ends the program, and that the
+  // server has gone and is waited for, at growing intervals and, from time to time, when the user says so.
+  explicit Database(Reporter& reporter);
 
   // Opens the folder's Tarvolinex.mdb, or the database on a server that the connection string names, closing what is
   // open. The tables of one on a server are brought to this version's, unless this user may only read. A password that
@@ -54,6 +55,7 @@ class Database {
   template <typename Action>
   void Report(Action action);
   void Copy(const std::string& today);
+  bool WaitForServer(int attempt, const std::string& why);
   void Check(const std::string& name);
   Reporter& reporter_;
   Connection connection_;

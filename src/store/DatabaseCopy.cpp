@@ -64,6 +64,7 @@ class TableCopy {
   void Run(const std::function<void(int rows)>& progress) {
     std::vector<std::vector<Value>> rows;
     const auto store = [&] {
+      if (rows.empty()) return;
       to_.InsertRows(table_, names_, rows.size(),
                      [&](std::size_t row, std::size_t column) -> const Value& { return rows[row][column]; });
       progress(static_cast<int>(rows.size()));

@@ -55,13 +55,6 @@ QuoteState StateOf(std::string_view name) {
   return name == kStates[2] ? QuoteState::Declined : QuoteState::Open;
 }
 
-struct ColumnKindOf {
-  ColumnKind operator()(std::int16_t*) const { return ColumnKind::SmallNumber; }
-  ColumnKind operator()(float*) const { return ColumnKind::Single; }
-  ColumnKind operator()(Currency*) const { return ColumnKind::Currency; }
-  ColumnKind operator()(bool*) const { return ColumnKind::YesNo; }
-};
-
 // What of both records has a column: its name and the field in the record that it belongs to.
 void ForEachFigure(QuoteFigures& figures, const std::function<void(const std::string&, QuoteMember)>& visit) {
   for (const QuoteField& field : kQuoteFields) {
@@ -239,33 +232,6 @@ Number WholeOf(std::string_view text) {
 }
 
 }  // namespace
-
-std::vector<TableDesign> QuoteTables() {
-  using Kind = ColumnKind;
-  TableDesign quotes = {kQuoteTable,
-                        {{"ID", Kind::Id},
-                         {"QuoteDate", Kind::Day},
-                         {"SupplierId", Kind::WholeNumber},
-                         {"CompanyName", Kind::Text, 50},
-                         {"Customer", Kind::Text, kMostInCustomer},
-                         {"CustomerEmail", Kind::Text, kMostInEmail},
-                         {"CustomerTel", Kind::Text, kMostInTel},
-                         {"Equipment", Kind::Text, kMostInEquipment},
-                         {"Reference", Kind::Text, kMostInReference},
-                         {"Note", Kind::Text, kMostInNote},
-                         {"StartDate", Kind::Day},
-                         {"ValidUntil", Kind::Day},
-                         {"State", Kind::Text, 10},
-                         {"Mode", Kind::SmallNumber},
-                         {"CapLock", Kind::YesNo}}};
-  QuoteFigures any;
-  ForEachFigure(any, [&](const std::string& name, QuoteMember member) {
-    quotes.columns.push_back({name, std::visit(ColumnKindOf{}, member)});
-  });
-  quotes.columns.push_back({"SupplierRecord", Kind::WholeNumber});
-  quotes.columns.push_back({"PreferencesRecord", Kind::WholeNumber});
-  return {{"KeptRecords", {{"ID", Kind::Id}, {"Content", Kind::OnceText}}}, std::move(quotes)};
-}
 
 std::span<const QuoteField> QuoteFields() {
   return kQuoteFields;

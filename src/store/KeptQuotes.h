@@ -110,7 +110,4 @@ struct QuoteField {
 };
 std::span<const QuoteField> QuoteFields();
 
-// The tables that hold quotes.
-std::vector<TableDesign> QuoteTables();
-
 }  // namespace tarvolinex

@@ -60,6 +60,44 @@ std::vector<TableDesign> SupplierTables() {
        "Supplierid"}};
 }
 
+struct ColumnKindOf {
+  ColumnKind operator()(std::int16_t*) const { return ColumnKind::SmallNumber; }
+  ColumnKind operator()(float*) const { return ColumnKind::Single; }
+  ColumnKind operator()(Currency*) const { return ColumnKind::Currency; }
+  ColumnKind operator()(bool*) const { return ColumnKind::YesNo; }
+};
+
+// A column for each input as it was asked, and then for each figure as it was priced.
+std::vector<TableDesign> QuoteTables() {
+  TableDesign quotes = {"KeptQuotes",
+                        {{"ID", Kind::Id},
+                         {"QuoteDate", Kind::Day},
+                         {"SupplierId", Kind::WholeNumber},
+                         {"CompanyName", Kind::Text, 50},
+                         {"Customer", Kind::Text, kMostInCustomer},
+                         {"CustomerEmail", Kind::Text, kMostInEmail},
+                         {"CustomerTel", Kind::Text, kMostInTel},
+                         {"Equipment", Kind::Text, kMostInEquipment},
+                         {"Reference", Kind::Text, kMostInReference},
+                         {"Note", Kind::Text, kMostInNote},
+                         {"StartDate", Kind::Day},
+                         {"ValidUntil", Kind::Day},
+                         {"State", Kind::Text, 10},
+                         {"Mode", Kind::SmallNumber},
+                         {"CapLock", Kind::YesNo}}};
+  QuoteRecord any;
+  const auto add = [&](const std::string& before, const QuoteField& field) {
+    quotes.columns.push_back({before + field.name, std::visit(ColumnKindOf{}, field.member(any))});
+  };
+  for (const QuoteField& field : QuoteFields()) {
+    if (field.input) add("Asked", field);
+  }
+  for (const QuoteField& field : QuoteFields()) add("", field);
+  quotes.columns.push_back({"SupplierRecord", Kind::WholeNumber});
+  quotes.columns.push_back({"PreferencesRecord", Kind::WholeNumber});
+  return {{"KeptRecords", {{"ID", Kind::Id}, {"Content", Kind::OnceText}}}, std::move(quotes)};
+}
+
 std::vector<TableDesign> DeliveryTables() {
   return {{"DeliveredContents", {{"ID", Kind::Id}, {"Content", Kind::OnceText}}},
           {"Deliveries",

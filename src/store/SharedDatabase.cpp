@@ -2,12 +2,16 @@
 
 #include <optional>
 
+#include "core/Settings.h"
 #include "platform/RuntimeError.h"
 #include "platform/data/ConnectionText.h"
 
 namespace tarvolinex {
 
 namespace {
+
+constexpr const char* kSection = "DATABASE";
+constexpr const char* kKeys[] = {"server", "port", "database", "uid", "sslmode", "sslrootcert"};
 
 // Nothing also when there is no key store to ask.
 std::optional<std::string> KeptPassword(const std::string& connectionString) {
@@ -23,6 +27,27 @@ std::optional<std::string> KeptPassword(const std::string& connectionString) {
 Login LoginOf(const std::string& connectionString) {
   const std::string server = ValueIn(connectionString, "server");
   return {server.empty() ? "localhost" : server, ValueIn(connectionString, "uid")};
+}
+
+RememberedDatabase RememberedSharedDatabase(const std::string& appFolder) {
+  RememberedDatabase database;
+  try {
+    const auto read = [&](const char* key) { return ReadIni(appFolder, "General", kSection, key, ""); };
+    database.used = read("Shared") == "1";
+    for (const char* key : kKeys) {
+      const std::string value = read(key);
+      if (!value.empty()) database.text += KeyAndValue(key, value);
+    }
+  } catch (const RuntimeError&) {
+    return {};  // reported where the window reads its settings
+  }
+  if (!database.text.empty()) database.text = KeyAndValue("driver", "PostgreSQL") + database.text;
+  return database;
+}
+
+void RememberSharedDatabase(const std::string& appFolder, const RememberedDatabase& database) {
+  WriteIni(appFolder, "General", kSection, "Shared", database.used ? "1" : "0");
+  for (const char* key : kKeys) WriteIni(appFolder, "General", kSection, key, ValueIn(database.text, key));
 }
 
 void OpenShared(const std::string& connectionString, Connection& connection) {

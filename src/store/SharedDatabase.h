@@ -12,6 +12,15 @@ namespace tarvolinex {
 // or the desktop's key store. Throws RuntimeError.
 void OpenShared(const std::string& connectionString, Connection& connection);
 
+// The database on a server that General.INI of the app folder names, without a password, and whether it is worked on.
+struct RememberedDatabase {
+  bool used = false;
+  std::string text;  // the connection string; empty = none
+};
+// Settings that cannot be read name none.
+RememberedDatabase RememberedSharedDatabase(const std::string& appFolder);
+void RememberSharedDatabase(const std::string& appFolder, const RememberedDatabase& database);
+
 // Under what the key store keeps its password.
 Login LoginOf(const std::string& connectionString);
 

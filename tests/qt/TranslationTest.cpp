@@ -16,6 +16,7 @@
 #include "ui/main/FrmLeaseOrgDetails.h"
 #include "ui/main/FrmMailSettings.h"
 #include "ui/main/FrmSearch.h"
+#include "ui/main/FrmSharedDatabase.h"
 #include "ui/main/frmSendCalc.h"
 #include "ui/options/FrmOptions.h"
 #include "ui/options/frmFormEditWarning.h"
@@ -104,6 +105,7 @@ TEST_F(Translated, EveryControlHasItsWidgetEveryWidgetItsControlAndANameAndEvery
   frmFormEditWarning warning(run, "");
   FRmCreateDB create(run, [](bool&) { return false; });
   FrmMailSettings mail(run);
+  FrmSharedDatabase shared(run, [] { return false; });
   Sending sending;
   frmSendCalc send(run, sending, form.send);
   std::vector<MetField> met(1);
@@ -136,8 +138,8 @@ TEST_F(Translated, EveryControlHasItsWidgetEveryWidgetItsControlAndANameAndEvery
   };
   check(form, Root(), *desktop.BinderOf(form));
   for (Window* window :
-       std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning, &create, &mail, &send,
-                                      &conflict, &schedule, &terms, &quotes, &batch, &sent}) {
+       std::initializer_list<Window*>{&about, &details, &search, &editor, &options, &warning, &create, &mail, &shared,
+                                      &send, &conflict, &schedule, &terms, &quotes, &batch, &sent}) {
     const auto root = MakeDesign(window->Name());
     const Binder binder(*window, *root);
     check(*window, *root, binder);

@@ -45,7 +45,7 @@ class RowSource {
 using RowValue = std::function<const Value&(std::size_t row, std::size_t column)>;
 
 // Asked before a database that has gone is looked for again: which attempt it is, from 1, and why the last one failed.
-// Waits as long as it sees fit; false gives up.
+// Waits as long as it sees fit; false gives up. Told with 0 when the database is back.
 using LostConnection = std::function<bool(int attempt, const std::string& why)>;
 
 // Its functions are those of Connection; each throws StatementFailure, or RuntimeError where no statement is at fault.

@@ -1,20 +1,11 @@
-// The database on a server of PostgreSQL's, which several desks share.
-//
-// One desk at a time stores something: a transaction, and a statement outside one, first takes a lock that all desks
-// take, as the file's is taken. So nothing is retried and no two wait for each other; what is read inside a transaction
-// is as it will be when it is stored. The statements of a transaction travel together, as late as their results allow:
-// a save is a round trip and the one that makes it final.
-//
-// Every change is counted by its table's trigger and told on the channel "tarvolinex" as "PROCESS TABLE".
+#include "platform/data/PostgresEngine.h"
+
 #include <algorithm>
 #include <charconv>
-#include <optional>
 #include <utility>
 
 #include "platform/RuntimeError.h"
-#include "platform/data/Engine.h"
 #include "platform/data/PostgresDialect.h"
-#include "platform/data/PostgresSession.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 
@@ -24,10 +15,6 @@ namespace {
 
 // The lock, and by which number it is known later whether the transaction was stored.
 constexpr const char* kTakeLock = "SELECT pg_current_xact_id()::text FROM pg_advisory_xact_lock(8427010557)";
-
-std::string_view ValueAt(const PGresult* result, int row, int column) {
-  return {PQgetvalue(result, row, column), static_cast<std::size_t>(PQgetlength(result, row, column))};
-}
 
 std::string TextOf(const PGresult* result) {
   return PQntuples(result) > 0 && PQnfields(result) > 0 ? std::string(ValueAt(result, 0, 0)) : std::string();
@@ -51,89 +38,7 @@ std::string ContentOf(const PGresult* result) {
   return content;
 }
 
-class PostgresEngine final : public Engine {
- public:
-  explicit PostgresEngine(std::string_view connectionString) : session_(connectionString) { ReadCatalogue(); }
-
-  std::unique_ptr<RowSource> Select(std::string_view statement, bool rowsLater) override;
-  PostgresResult Rows(const std::string& statement, std::string_view original);
-  std::vector<Column> ColumnsOf(const PGresult* result);
-  const PostgresCatalogue& Catalogue() const { return catalogue_; }
-
-  void Execute(std::string_view statement) override;
-  void InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
-                  const RowValue& valueOf) override;
-  void Begin() override {
-    Forget();
-    inTransaction_ = true;
-  }
-  void Flush() override {
-    if (inTransaction_ && (!begun_ || !waiting_.empty())) RunWith({});
-  }
-  void Commit() override;
-  void Rollback() override;
-
-  int LastInsertedId() override {
-    SendWaiting();
-    if (inTransaction_) idAsked_ = true;
-    return lastId_;
-  }
-  int ChangedRows() override {
-    SendWaiting();
-    return changedRows_;
-  }
-  int LargestIdGiven(std::string_view table) override;
-  void KeepIdsAbove(std::string_view table, int id) override {
-    if (LargestIdGiven(table) < id) Queue(SetNextId(table, id), "", true);
-  }
-  int SchemaVersion() override;
-  void SetSchemaVersion(int version) override;
-  std::string Version() override { return TextOf(Rows("SELECT last_value FROM tarvolinex_changes", "").get()); }
-  bool HasTable(std::string_view name) override;
-  void MakeTable(const TableDesign& design) override;
-  bool IsFile() const override { return false; }
-  bool MayWrite() override {
-    return TextOf(Rows("SELECT bool_and(has_table_privilege(oid, 'INSERT') AND has_table_privilege(oid, 'UPDATE') AND "
-                       "has_table_privilege(oid, 'DELETE')) FROM pg_class WHERE relkind = 'r' AND relnamespace = "
-                       "current_schema()::regnamespace",
-                       "")
-                      .get()) != "f";
-  }
-  void CopyTo(std::string_view, const std::function<void()>&) override {
-    throw RuntimeError(kDatabase, Tr("A database on a server is copied by the server's own means"));
-  }
-  void WhenLost(LostConnection lost) override { session_.WhenLost(std::move(lost)); }
-
- private:
-  // A statement of the transaction that is under way, with what came of it.
-  struct Step {
-    std::string text, original;
-    bool writes = false;
-    std::string result = {};  // what it gave, an ID or rows
-  };
-  void ReadCatalogue();
-  void SendWaiting() {
-    if (!waiting_.empty()) RunWith({});
-  }
-  void Queue(std::string text, std::string_view original, bool writes);
-  PostgresResult RunWith(std::optional<Step> last);
-  PostgresResult RunOutside(const Sent& statement);
-  void Note(const Step& step, const PGresult* result);
-  void Replay(const std::string& why);
-  bool WasStored();
-  void Forget();
-
-  PostgresSession session_;
-  PostgresCatalogue catalogue_;
-  bool inTransaction_ = false;
-  std::vector<Step> done_;     // of the transaction, on the server
-  std::vector<Step> waiting_;  // and still here
-  std::string transaction_;    // its number; empty = the server has told none
-  bool begun_ = false;         // the server may have begun it
-  bool tablesChanged_ = false;
-  int lastId_ = 0, changedRows_ = 0;
-  bool idAsked_ = false;  // somebody goes on with an ID that it has given
-};
+}  // namespace
 
 void PostgresEngine::ReadCatalogue() {
   catalogue_.Read(Rows(PostgresCatalogue::Statement(), "").get());
@@ -308,6 +213,26 @@ int PostgresEngine::LargestIdGiven(std::string_view table) {
                              .get()));
 }
 
+void PostgresEngine::KeepIdsAbove(std::string_view table, int id) {
+  if (LargestIdGiven(table) < id) Queue(SetNextId(table, id), "", true);
+}
+
+std::string PostgresEngine::Version() {
+  return TextOf(Rows("SELECT last_value FROM tarvolinex_changes", "").get());
+}
+
+bool PostgresEngine::MayWrite() {
+  return TextOf(Rows("SELECT bool_and(has_table_privilege(oid, 'INSERT') AND has_table_privilege(oid, 'UPDATE') AND "
+                     "has_table_privilege(oid, 'DELETE')) FROM pg_class WHERE relkind = 'r' AND relnamespace = "
+                     "current_schema()::regnamespace",
+                     "")
+                    .get()) != "f";
+}
+
+void PostgresEngine::CopyTo(std::string_view, const std::function<void()>&) {
+  throw RuntimeError(kDatabase, Tr("A database on a server is copied by the server's own means"));
+}
+
 int PostgresEngine::SchemaVersion() {
   return static_cast<int>(LeadingNumber(TextOf(Rows(kReadSchemaVersion, "").get())));
 }
@@ -341,88 +266,6 @@ std::vector<Column> PostgresEngine::ColumnsOf(const PGresult* result) {
   if (!catalogue_.Knows(result)) ReadCatalogue();
   return catalogue_.ColumnsOf(result);
 }
-
-class PostgresRows final : public RowSource {
- public:
-  PostgresRows(PostgresEngine& engine, std::string_view statement, PostgresResult rows, bool read)
-      : engine_(engine),
-        statement_(statement),
-        rows_(std::move(rows)),
-        read_(read),
-        columns_(engine.ColumnsOf(rows_.get())) {}
-
-  const std::vector<Column>& Columns() override { return columns_; }
-
-  bool AtEnd() override {
-    Read();
-    return row_ >= PQntuples(Current());
-  }
-
-  void MoveFirst() override {
-    found_.reset();
-    row_ = 0;
-    read_ = false;
-  }
-
-  void MoveNext() override { ++row_; }
-
-  void Find(const std::string& column, std::int64_t id) override {
-    found_ = engine_.Rows(
-        "SELECT * FROM (" + Statement(statement_) + ") AS rows WHERE " + column + "=" + std::to_string(id), statement_);
-    row_ = 0;
-  }
-
-  Value Field(int column) override {
-    if (PQgetisnull(Current(), row_, column)) return Null{};
-    return PostgresValue(ValueAt(Current(), row_, column), columns_.at(static_cast<std::size_t>(column)));
-  }
-
-  void ReadRows(const std::string& list, std::size_t columns, const RowReader& read) override {
-    const PostgresResult narrow = engine_.Rows(
-        "SELECT " + list + " FROM (" + Statement(WithoutOrder(statement_)) + ") AS rows ORDER BY ID", statement_);
-    const std::vector<Column> types = engine_.ColumnsOf(narrow.get());
-    std::vector<std::string> buffers(columns);
-    std::vector<std::string_view> texts(columns);
-    for (int row = 0; row < PQntuples(narrow.get()); ++row) {
-      for (std::size_t i = 0; i < columns; ++i) {
-        texts[i] = PostgresText(ValueAt(narrow.get(), row, static_cast<int>(i)), types[i], buffers[i]);
-      }
-      read(texts);
-    }
-  }
-
- private:
-  std::string Statement(std::string_view statement) const { return PostgresStatement(statement, engine_.Catalogue()); }
-  const PGresult* Current() const { return found_ ? found_.get() : rows_.get(); }
-  void Read() {
-    if (found_ || std::exchange(read_, true)) return;
-    rows_ = engine_.Rows(Statement(statement_) + OwnOrder(statement_, engine_.Catalogue()), statement_);
-  }
-
-  PostgresEngine& engine_;
-  std::string statement_;
-  PostgresResult rows_, found_;
-  bool read_;
-  std::vector<Column> columns_;
-  int row_ = 0;
-};
-
-std::unique_ptr<RowSource> PostgresEngine::Select(std::string_view statement, bool rowsLater) {
-  const std::string text = PostgresStatement(statement, catalogue_);
-  if (!rowsLater || inTransaction_) {
-    return std::make_unique<PostgresRows>(*this, statement, Rows(text + OwnOrder(statement, catalogue_), statement),
-                                          true);
-  }
-  for (;;) {
-    try {
-      return std::make_unique<PostgresRows>(*this, statement, session_.Describe({text, statement}), false);
-    } catch (const ConnectionLost& lost) {
-      session_.Reconnect(lost.why);
-    }
-  }
-}
-
-}  // namespace
 
 std::unique_ptr<Engine> OpenPostgres(std::string_view connectionString) {
   try {

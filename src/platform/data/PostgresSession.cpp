@@ -207,7 +207,9 @@ void PostgresSession::Reconnect(const std::string& lostBy) {
     try {
       Wire wire = Connect();
       EndPredecessor(wire.get());
-      return Adopt(std::move(wire));
+      Adopt(std::move(wire));
+      if (lost_) lost_(0, "");
+      return;
     } catch (const ConnectionLost& lost) {
       why = lost.why;
     } catch (const RuntimeError& failure) {

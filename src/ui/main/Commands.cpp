@@ -16,6 +16,7 @@
 #include "ui/main/FrmMailSettings.h"
 #include "ui/main/FrmMain.h"
 #include "ui/main/FrmSearch.h"
+#include "ui/main/FrmSharedDatabase.h"
 #include "ui/options/FrmOptions.h"
 #include "ui/quotes/FrmSchedule.h"
 #include "ui/quotes/FrmTerms.h"
@@ -54,6 +55,7 @@ void FrmMain::WireMenus() {
     contacts.SelectContact(contact);
   };
   menus.MnuCreate.Click = [this] { CreateNewDatabase(); };
+  menus.MnuShared.Click = [this] { ShowSharedDatabase(); };
   menus.MnuDetails.Click = [this] { ShowOrganisationDetails(); };
   menus.MnuHelpPage.Click = [this] { ShowHelpPage(run, 0); };
   menus.MnuAbout.Click = [this] { ShowAbout(); };
@@ -118,6 +120,15 @@ void FrmMain::CreateNewDatabase() {
   if (!SaveAll()) return;
   FRmCreateDB create(run, [this](bool& askUser) { return OpenDatabase(askUser); });
   TheDesktop().ShowModal(create);
+}
+
+void FrmMain::ShowSharedDatabase() {
+  if (!SaveAll()) return;
+  FrmSharedDatabase shared(run, [this] {
+    bool askUser = false;
+    return OpenDatabase(askUser);
+  });
+  TheDesktop().ShowModal(shared);
 }
 
 void FrmMain::ShowAbout() {

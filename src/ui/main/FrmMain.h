@@ -189,6 +189,7 @@ class FrmMain : public Window {
   void SaveAppearance();
   void LoadIniFileValues();
   void NoteEarlierMail();
+  void ShowSharedDatabase();
   void ShowAbout();
   void ShowOptions(bool onForms);
   void ShowOrganisationDetails();

@@ -8,6 +8,7 @@ MainMenus::MainMenus(Window& window)
     : MnuFile(window, "MnuFile", "", Tr("&File")),
       MnuOpen(window, "MnuOpen", "MnuFile", Tr("Open <SUPPLIER> Database..."), "Ctrl+O"),
       MnuCreate(window, "MnuCreate", "MnuFile", Tr("Create New <SUPPLIER> Database...")),
+      MnuShared(window, "MnuShared", "MnuFile", Tr("Shared &Database...")),
       MnuQuotes(window, "MnuQuotes", "MnuFile", Tr("&Quotes..."), "Ctrl+Shift+Q"),
       MnuImport(window, "MnuImport", "MnuFile", Tr("&Import...")),
       MnuExportSuppliers(window, "MnuExportSuppliers", "MnuFile", Tr("&Export <SUPPLIER>s...")),

@@ -7,7 +7,7 @@ namespace tarvolinex {
 
 struct MainMenus {
   explicit MainMenus(Window& window);
-  Menu MnuFile, MnuOpen, MnuCreate, MnuQuotes, MnuImport, MnuExportSuppliers, MnuExportContacts, MnuBatch, MnuSent,
+  Menu MnuFile, MnuOpen, MnuCreate, MnuShared, MnuQuotes, MnuImport, MnuExportSuppliers, MnuExportContacts, MnuBatch, MnuSent,
       MnuExit;
   Menu MnuEdit, MnuAdd, MnuRemove, MnuSaveDefault, MnuRefresh, MnuSearch, MnuCopyRates, MnuChangeRates, MnuUndoRemove;
   Menu MnuOptions, MnuPreferences, MnuDetails, MnuPreview, MnuMail;

@@ -6,6 +6,7 @@
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/DatabaseFile.h"
+#include "store/SharedDatabase.h"
 #include "store/SharedFiles.h"
 #include "ui/main/FrmMain.h"
 
@@ -33,6 +34,7 @@ bool FrmMain::ChooseDatabase() {
                              run.ReplaceAliases("<SUPPLIER> Database (Tarvolinex.mdb)|tarvolinex.mdb")});
   if (Trim(chosen).empty()) return false;
   // Both separators occur: what the user chose comes from the machine, what is remembered from the program.
+  RememberSharedDatabase(run.AppFolder, {false, RememberedSharedDatabase(run.AppFolder).text});
   run.SharedDatabase.clear();
   run.DataFolder = ReplaceAllNoCase(ReplaceAllNoCase(chosen, "\\Tarvolinex.mdb", ""), "/Tarvolinex.mdb", "");
   return true;

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/data/SqliteText.h"
+#include "platform/text/Text.h"
 #include "support/Fixture.h"
 #include "support/Hindrances.h"
 
@@ -78,6 +79,42 @@ TEST_F(DatabaseTest, ColumnsHaveTheirTypesSizesAndValues) {
   EXPECT_EQ(Column("SELECT Limit1 FROM t"), "12345.6789;100;;250.5;");
   EXPECT_EQ(Column("SELECT Flag FROM t"), "False;True;True;True;");
   EXPECT_THROW(set.Field("none"), RuntimeError);
+}
+
+TEST_F(DatabaseTest, OddTextsComeBackAndDoNothingElse) {
+  for (const std::string& odd :
+       {std::string("Robert'); DROP TABLE t;--"), std::string("back\\slash\\"), std::string("YES ORDER BY 1"),
+        std::string("$1 ? %s \"x\" [y] `z`"), std::string("\n\t\x7F"), std::string("\u00A0\U0001F600\uFEFF"),
+        std::string("%_"), std::string("")}) {
+    connection.Execute("UPDATE t SET Name='" + ReplaceAll(odd, "'", "''") + "' WHERE ID=1");
+    EXPECT_EQ(Column("SELECT Name FROM t WHERE ID=1"), odd + ";");
+    const std::string pattern = ReplaceAll(odd.substr(0, 6), "'", "''");
+    EXPECT_NE(Column("SELECT ID FROM t WHERE Name LIKE '" + pattern + "%'").find("1;"), std::string::npos) << odd;
+    const std::vector<Value> row = {odd, Null{}};
+    connection.Begin();
+    connection.InsertRows("t", {"Name", "Made"}, 1,
+                          [&](std::size_t, std::size_t column) -> const Value& { return row[column]; });
+    connection.Commit();
+    EXPECT_EQ(Column("SELECT Name FROM t WHERE ID=(SELECT MAX(ID) FROM t)"), odd + ";");
+  }
+  connection.Execute("UPDATE t SET Rate='', Made='' WHERE ID=1");  // nothing there
+  EXPECT_EQ(Column("SELECT Rate FROM t WHERE ID=1") + Column("SELECT Made FROM t WHERE ID=1"), ";;");
+}
+
+TEST_F(DatabaseTest, IdsAreGivenOnceAlsoBehindThoseThatWereSaid) {
+  const auto add = [&](const std::string& id) {
+    connection.Execute(std::string("INSERT INTO t(") + (id.empty() ? "" : "ID,") + std::string("Name) VALUES(") +
+                       (id.empty() ? "" : id + ",") + "'x')");
+    return connection.LastInsertedId();
+  };
+  EXPECT_EQ(add(""), 5);
+  EXPECT_EQ(add("9"), 9);
+  EXPECT_EQ(add("7"), 7);
+  EXPECT_EQ(add(""), 10);
+  EXPECT_EQ(add("5000"), 5000);
+  connection.Execute("DELETE FROM t WHERE ID>=10");
+  EXPECT_EQ(add(""), 5001);
+  EXPECT_EQ(connection.LargestIdGiven("T"), 5001);
 }
 
 TEST_F(DatabaseTest, FindReadsTheRowAsItIsNow) {

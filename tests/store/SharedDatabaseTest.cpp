@@ -1,0 +1,243 @@
+// What a database on a server is alone in: several desks, a connection that goes, rights, and copies there and back.
+#include "store/SharedDatabase.h"
+
+#include <atomic>
+#include <set>
+#include <thread>
+
+#include "platform/RuntimeError.h"
+#include "platform/data/ConnectionText.h"
+#include "store/DatabaseCheck.h"
+#include "store/DatabaseCopy.h"
+#include "store/DatabaseFile.h"
+#include "store/Tables.h"
+#include "support/DroppingProxy.h"
+#include "support/Failure.h"
+#include "support/Fixture.h"
+
+namespace tarvolinex {
+
+class SharedDatabaseTest : public ProgramTest {
+ protected:
+  ~SharedDatabaseTest() override {
+    for (const std::string& each : made) server.Remove(each);
+  }
+  std::string Made(std::string connectionString) { return made.emplace_back(std::move(connectionString)); }
+  static std::string Ask(Connection& connection, const std::string& statement) {
+    Recordset rows;
+    rows.Open(statement, connection);
+    return rows.EndOfFile() ? "(none)" : ValueText(rows.Field(0));
+  }
+  // Every value of every table, a line a row.
+  static std::multiset<std::string> Everything(const std::string& where) {
+    Connection connection;
+    connection.Open(where);
+    std::multiset<std::string> all;
+    for (const TableDesign& table : AllTables()) {
+      if (!connection.HasTable(table.name)) continue;
+      Recordset rows;
+      for (rows.Open("SELECT * FROM " + table.name, connection); !rows.EndOfFile(); rows.MoveNext()) {
+        std::string row = table.name;
+        for (int i = 0; i < rows.ColumnCount(); ++i) row += "|" + rows.ColumnName(i) + "=" + ValueText(rows.Field(i));
+        all.insert(row);
+      }
+      all.insert(table.name + std::to_string(connection.LargestIdGiven(table.name)));
+    }
+    return all;
+  }
+  SharedServer& server = SharedServer::The();
+  std::vector<std::string> made;
+};
+
+TEST_F(SharedDatabaseTest, ATransactionIsStoredOnceWheneverTheConnectionGoes) {
+  DroppingProxy proxy(server.Port());
+  const std::string where = Made(server.NewSample());
+  Connection desk, judge;
+  judge.Open(where);
+  desk.Open("driver={PostgreSQL};server=127.0.0.1;uid=tarvolinex;sslmode=disable;port=" + proxy.Port() +
+            ";database=" + ValueIn(where, "database"));
+  int lost = 0;
+  desk.WhenLost([&](int attempt, const std::string&) {
+    lost += attempt == 1;
+    return attempt < 20;
+  });
+  constexpr int kSaves = 500;
+  for (int i = 0; i < kSaves; ++i) {
+    proxy.DropAt(1 + i % 3, i % 2 == 0);
+    const std::string text = std::to_string(i);
+    desk.Begin();
+    desk.Execute("INSERT INTO contacts(surname) VALUES('s" + text + "')");
+    if (i % 5 == 0) {
+      EXPECT_EQ(Ask(desk, "SELECT COUNT(*) FROM contacts WHERE surname='s" + text + "'"), "1");
+    }
+    desk.Execute("UPDATE suppliers SET Town='" + text + "' WHERE ID=3");
+    desk.Commit();
+    EXPECT_EQ(Ask(judge, "SELECT Town FROM suppliers WHERE ID=3"), text);
+  }
+  EXPECT_EQ(Ask(judge, "SELECT COUNT(*) FROM contacts WHERE surname LIKE 's%'"),
+            std::to_string(kSaves + std::stoi(Ask(judge,
+                                                  "SELECT COUNT(*) FROM contacts WHERE surname LIKE 's%' AND "
+                                                  "firstname IS NOT NULL"))));
+  EXPECT_EQ(Ask(judge, "SELECT COUNT(DISTINCT surname) FROM contacts WHERE firstname IS NULL"), std::to_string(kSaves));
+  EXPECT_GT(lost, kSaves / 2);
+}
+
+TEST_F(SharedDatabaseTest, WhatWasReadInATransactionMustStillBeSoAfterALoss) {
+  DroppingProxy proxy(server.Port());
+  const std::string where = Made(server.NewSample());
+  Connection desk, other;
+  other.Open(where);
+  desk.Open("driver={PostgreSQL};server=127.0.0.1;uid=tarvolinex;port=" + proxy.Port() +
+            ";database=" + ValueIn(where, "database"));
+  desk.Begin();
+  EXPECT_EQ(Ask(desk, "SELECT Town FROM suppliers WHERE ID=3"), "Reading");
+  desk.WhenLost([&](int attempt, const std::string&) {
+    if (attempt == 1) {
+      other.Execute("UPDATE suppliers SET Town='Theirs' WHERE ID=3");
+    }
+    return attempt < 5;
+  });
+  proxy.DropAt(1, false);
+  desk.Execute("UPDATE suppliers SET Town='Mine' WHERE ID=3");
+  const RuntimeError failure = FailureOf([&] { desk.Commit(); });
+  EXPECT_NE(failure.Description().find("nothing was stored"), std::string::npos) << failure.Description();
+  desk.Rollback();
+  EXPECT_EQ(Ask(other, "SELECT Town FROM suppliers WHERE ID=3"), "Theirs");
+}
+
+TEST_F(SharedDatabaseTest, FiveDesksLoseNoUpdate) {
+  const std::string where = Made(server.NewSample());
+  constexpr int kDesks = 5, kSaves = 60;
+  std::vector<std::thread> desks;
+  for (int desk = 0; desk < kDesks; ++desk) {
+    desks.emplace_back([&where] {
+      Connection connection;
+      connection.Open(where + ";wait=60");
+      for (int i = 0; i < kSaves; ++i) {
+        connection.Begin();
+        connection.Flush();
+        const int before = std::stoi(Ask(connection, "SELECT RangeEquipFROM4 FROM suppliers WHERE ID=3"));
+        connection.Execute("UPDATE suppliers SET RangeEquipFROM4=" + std::to_string(before + 1) + " WHERE ID=3");
+        connection.Commit();
+      }
+    });
+  }
+  for (std::thread& desk : desks) desk.join();
+  Connection judge;
+  judge.Open(where);
+  EXPECT_EQ(Ask(judge, "SELECT RangeEquipFROM4 FROM suppliers WHERE ID=3"), std::to_string(kDesks * kSaves));
+}
+
+TEST_F(SharedDatabaseTest, TablesAreMadeOnceAndThoseOfANewerVersionAreLeftAlone) {
+  const std::string where = Made(server.NewDatabase());
+  std::vector<std::thread> desks;
+  std::atomic<int> failed = 0;
+  for (int desk = 0; desk < 4; ++desk) {
+    desks.emplace_back([&] {
+      Connection connection;
+      connection.Open(where);
+      failed += FailureOf([&] { BringTo(connection, kNewestStep); }).Number() != 0;
+    });
+  }
+  for (std::thread& desk : desks) desk.join();
+  EXPECT_EQ(failed, 0);
+  Connection newer;
+  newer.Open(where);
+  EXPECT_EQ(newer.SchemaVersion(), static_cast<int>(kNewestStep));
+  newer.SetSchemaVersion(99);
+  Database database(run);
+  const RuntimeError failure = FailureOf([&] { database.Open(DataFolder, where); });
+  EXPECT_NE(failure.Description().find("belongs to a newer version"), std::string::npos) << failure.Description();
+  EXPECT_FALSE(database.IsOpen());
+}
+
+TEST_F(SharedDatabaseTest, WhoMayOnlyReadIsTold) {
+  const std::string where = Made(server.NewSample()), name = ValueIn(where, "database");
+  server.Tell("CREATE ROLE reader" + name + " LOGIN");
+  server.Tell("GRANT SELECT ON ALL TABLES IN SCHEMA public TO reader" + name, name);
+  Database database(run);
+  database.Open(DataFolder, server.Address("reader" + name) + name);
+  EXPECT_TRUE(database.ReadOnly());
+  EXPECT_EQ(ReadSupplier(database, 3).row.Text("Town"), "Reading");
+  EXPECT_THROW(database.ExecuteStatement("UPDATE suppliers SET Town='Never'"), ProgramEnded);
+  database.Close();
+  server.Tell("DROP OWNED BY reader" + name, name);
+  server.Tell("DROP ROLE reader" + name);
+}
+
+TEST_F(SharedDatabaseTest, WhatKeepsItShutIsSaidWithoutThePassword) {
+  const std::string where = server.Address() + "none;pwd={secret;}}x}";
+  const auto said = [](const std::string& text) {
+    Connection connection;
+    const RuntimeError failure = FailureOf([&] { connection.Open(text); });
+    EXPECT_FALSE(connection.IsOpen());
+    EXPECT_EQ(failure.Description().find("secret"), std::string::npos);
+    return failure.Description();
+  };
+  EXPECT_NE(said(where).find("database \"none\" does not exist"), std::string::npos) << said(where);
+  const std::string far = "driver={PostgreSQL};server=db.example;database=x;pwd=secret";
+  EXPECT_NE(said(far + ";sslmode=require").find("must be encrypted and its certificate proved"), std::string::npos);
+  EXPECT_NE(said("driver={PostgreSQL};server=127.0.0.1;port=1;database=x;pwd=secret").find("refused"),
+            std::string::npos);
+  EXPECT_EQ(ValueIn(where, "pwd"), "secret;}x");
+}
+
+TEST_F(SharedDatabaseTest, ACopyIsWholeThereAndBackOrNothing) {
+  std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+  EXPECT_EQ(UnpackDatabase(run.Places(), run), Unpacked::Yes);
+  const std::string file = "dbq=" + DataFolder + "\\Tarvolinex.mdb", shared = Made(server.NewDatabase());
+  {
+    Connection from;
+    from.Open(file);
+    from.Execute("UPDATE contacts SET tel='it''s', DateLastSent='05 March 2003 14:07:09' WHERE ID=1");
+    from.Execute("DELETE FROM suppliers WHERE ID=12");
+    BringTo(from, kNewestStep);
+  }
+  const auto copy = [](const std::string& here, const std::string& there) {
+    Connection from, to;
+    from.Open(here);
+    to.Open(there);
+    CopyDatabase(from, to, [](int, const std::string&) {});
+  };
+  Connection edit;
+  edit.Open(file);
+  edit.Execute("UPDATE contacts SET surname='" + std::string(31, 'x') + "' WHERE ID=30");
+  const RuntimeError tooLong = FailureOf([&] { copy(file, shared); });
+  EXPECT_NE(tooLong.Description().find("contacts, ID 30: the column surname holds"), std::string::npos)
+      << tooLong.Description();
+  Connection target;
+  target.Open(shared);
+  EXPECT_FALSE(target.HasTable("suppliers"));
+  edit.Execute("UPDATE contacts SET surname='Fits' WHERE ID=30");
+  const auto before = Everything(file);
+  copy(file, shared);
+  EXPECT_EQ(Everything(shared), before);
+  EXPECT_EQ(Everything(file), before);
+  EXPECT_NE(FailureOf([&] { copy(file, shared); }).Description().find("already has suppliers"), std::string::npos);
+  Connection from;
+  from.Open(shared);
+  CopyDatabaseToFile(from, folder.Path() + "/home.mdb", [](int, const std::string&) {});
+  EXPECT_EQ(Everything("dbq=" + folder.Path() + "/home.mdb"), before);
+}
+
+TEST_F(SharedDatabaseTest, ACheckNamesWhatIsWrong) {
+  std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+  EXPECT_EQ(UnpackDatabase(run.Places(), run), Unpacked::Yes);
+  const std::string shared = Made(server.NewSample());
+  for (const std::string& where : {std::string(), shared}) {
+    Database database(run);
+    database.Open(DataFolder, where);
+    EXPECT_TRUE(CheckDatabase(database).empty());
+    database.Plain().Execute("DELETE FROM suppliers WHERE ID=12");
+    database.Plain().Execute("UPDATE suppliers SET Com1='NaN' WHERE ID=3");
+    database.Plain().Execute("INSERT INTO Forms(Description,LinkName,Available) VALUES('Lost','Lost',YES)");
+    std::string all;
+    for (const std::string& line : CheckDatabase(database)) all += line + "\n";
+    for (const char* part : {": its supplier does not exist\n", "supplier 3: ", "the column Com1",
+                             "its page is missing", "form link of supplier 12: there is no such supplier"}) {
+      EXPECT_NE(all.find(part), std::string::npos) << part << " in " << all;
+    }
+  }
+}
+
+}  // namespace tarvolinex
