@@ -104,8 +104,8 @@ Prints CSV with the columns ID, CompanyName, Tel, Town, PostCode, in the order o
        tarvolinex database check [FILE|STRING]
 
 copy brings every row with its ID from one database to another: to a new file, or into a database on a server that has
-no suppliers yet. All of it is stored or nothing; the database that it comes from stays as it is. Form pages, pictures
-and icons lie in the data folder and are not copied.
+no suppliers yet. All of it is stored or nothing; the database that it comes from stays as it is. The form pages,
+pictures and icons beside a file are not copied: the first desk that opens the database on the server brings its own.
 check prints a line for everything that is wrong: contacts, form links and deliveries that lead nowhere, rate cards that
 cannot price, forms without a page, quotes that cannot be read. The exit status is then 1.
 
