@@ -21,7 +21,7 @@ using windows::Archive, windows::Container, windows::Entry, windows::InputFile;
 
 constexpr std::size_t kMostEntries = 500;
 
-bool IsOurProgram(const std::string& bytes, const std::string& known) {
+bool IsOurProgram(std::string_view bytes, const std::string& known) {
   const auto modules = ListFiles(known + "/*.bin");
   return std::any_of(modules.begin(), modules.end(),
                      [&](const std::string& module) { return BeginsWithModule(bytes, known + "/" + module); });
@@ -67,8 +67,8 @@ std::map<std::string, PageFile> Unpacked(const InputFile& file, const Demands& d
 
 }  // namespace
 
-CheckedCalculator CheckInstallFile(const std::string& path, const Demands& demands) {
-  if (!IsOurProgram(ReadFile(path), demands.known)) {
+CheckedCalculator CheckInstallFile(const std::string& path, std::string_view bytes, const Demands& demands) {
+  if (!IsOurProgram(bytes, demands.known)) {
     throw Refusal{"The file does not begin with a self-extractor that this server knows."};
   }
   try {

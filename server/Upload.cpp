@@ -96,7 +96,7 @@ Record Stored(const UploadedFile& file, const std::string& id, const Reference& 
   const Store::Incoming incoming(store);
   const std::string given = incoming.Path() + "/given";
   BeginFile(given, file.bytes);
-  const CheckedCalculator calculator = CheckInstallFile(given, {settings.known, settings.unpacked});
+  const CheckedCalculator calculator = CheckInstallFile(given, file.bytes, {settings.known, settings.unpacked});
   Record record = RecordOf(calculator, id, reference);
   record.received = request.now;
   record.expires = request.now + std::chrono::days(settings.days);
