@@ -35,6 +35,8 @@ class DroppingProxy {
   DroppingProxy& operator=(const DroppingProxy&) = delete;
 
   const std::string& Port() const { return port_; }
+  // How many parcels the program has sent by now: each is a round trip.
+  int Parcels() const { return parcels_; }
   // The connection goes before the nth parcel from now, or before the answer to it; 0 = never.
   void DropAt(int parcel, bool answer) {
     answer_ = answer;
@@ -86,6 +88,7 @@ class DroppingProxy {
     bool alive = true;
     if (fromProgram) {
       const auto count = read(pair.program, bytes, sizeof bytes);
+      ++parcels_;
       const bool dropped = count > 0 && due_ > 0 && --due_ == 0;
       if (dropped) pair.silent = answer_;
       alive = count > 0 && (!dropped || answer_) && write(pair.server, bytes, static_cast<std::size_t>(count)) == count;
@@ -102,7 +105,7 @@ class DroppingProxy {
   int listener_ = -1;
   std::string port_;
   std::atomic<bool> over_ = false, answer_ = false;
-  std::atomic<int> due_ = 0;
+  std::atomic<int> due_ = 0, parcels_ = 0;
   std::vector<Pair> pairs_;
   std::thread thread_;
 };

@@ -83,7 +83,7 @@ TEST_F(DatabaseTest, ColumnsHaveTheirTypesSizesAndValues) {
 
 TEST_F(DatabaseTest, OddTextsComeBackAndDoNothingElse) {
   for (const std::string& odd :
-       {std::string("Robert'); DROP TABLE t;--"), std::string("back\\slash\\"), std::string("YES ORDER BY 1"),
+       {std::string("R'); DROP TABLE t;--"), std::string("back\\slash\\"), std::string("YES ORDER BY 1"),
         std::string("$1 ? %s \"x\" [y] `z`"), std::string("\n\t\x7F"), std::string("\u00A0\U0001F600\uFEFF"),
         std::string("%_"), std::string("")}) {
     connection.Execute("UPDATE t SET Name='" + ReplaceAll(odd, "'", "''") + "' WHERE ID=1");
