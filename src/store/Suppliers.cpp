@@ -112,6 +112,12 @@ SupplierRow ReadSupplier(Database& database, int id) {
   return supplier;
 }
 
+void ForeseeSupplier(Database& database, int id) {
+  database.Plain().Foresee({FillStatement(statements::kSupplier, "<ID>", id),
+                            FillStatement(statements::kFormLinks, "<ID>", id),
+                            FillStatement(statements::kContacts, "<SUPPLIERID>", id)});
+}
+
 Row ReadDefaultSupplier(Database& database) {
   Recordset defaults;
   database.OpenRecordset(statements::kDefaultSupplier, defaults);

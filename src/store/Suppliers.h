@@ -27,6 +27,9 @@ struct SupplierRow {
 // Reads that one row. Throws RuntimeError.
 SupplierRow ReadSupplier(Database& database, int id);
 
+// What is read next is that row, its form links and its contacts. Throws RuntimeError.
+void ForeseeSupplier(Database& database, int id);
+
 // The default supplier's row. A failure is the fatal report "Database Error".
 Row ReadDefaultSupplier(Database& database);
 

@@ -63,9 +63,10 @@ TEST_F(SharedDatabaseTest, ATransactionIsStoredOnceWheneverTheConnectionGoes) {
   });
   constexpr int kSaves = 500;
   for (int i = 0; i < kSaves; ++i) {
-    proxy.DropAt(1 + i % 3, i % 2 == 0);
+    proxy.DropAt(1 + i % 4, i % 2 == 0);
     const std::string text = std::to_string(i);
     desk.Begin();
+    if (i % 7 == 0) desk.Flush();
     desk.Execute("INSERT INTO contacts(surname) VALUES('s" + text + "')");
     if (i % 5 == 0) {
       EXPECT_EQ(Ask(desk, "SELECT COUNT(*) FROM contacts WHERE surname='s" + text + "'"), "1");
@@ -74,12 +75,9 @@ TEST_F(SharedDatabaseTest, ATransactionIsStoredOnceWheneverTheConnectionGoes) {
     desk.Commit();
     EXPECT_EQ(Ask(judge, "SELECT Town FROM suppliers WHERE ID=3"), text);
   }
-  EXPECT_EQ(Ask(judge, "SELECT COUNT(*) FROM contacts WHERE surname LIKE 's%'"),
-            std::to_string(kSaves + std::stoi(Ask(judge,
-                                                  "SELECT COUNT(*) FROM contacts WHERE surname LIKE 's%' AND "
-                                                  "firstname IS NOT NULL"))));
-  EXPECT_EQ(Ask(judge, "SELECT COUNT(DISTINCT surname) FROM contacts WHERE firstname IS NULL"), std::to_string(kSaves));
-  EXPECT_GT(lost, kSaves / 2);
+  EXPECT_EQ(Ask(judge, "SELECT COUNT(*)||' '||COUNT(DISTINCT surname) FROM contacts WHERE firstname IS NULL"),
+            std::to_string(kSaves) + " " + std::to_string(kSaves));
+  EXPECT_GT(lost, kSaves / 3);
 }
 
 TEST_F(SharedDatabaseTest, WhatWasReadInATransactionMustStillBeSoAfterALoss) {

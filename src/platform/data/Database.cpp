@@ -48,6 +48,10 @@ void Connection::MakeTable(const TableDesign& design) {
   Do([&](Engine& engine) { engine.MakeTable(design); });
 }
 
+void Connection::Foresee(const std::vector<std::string>& statements) {
+  Do([&](Engine& engine) { engine.Foresee(statements); });
+}
+
 void Connection::Execute(std::string_view statement) {
   Do([&](Engine& engine) { engine.Execute(statement); });
 }

@@ -40,6 +40,10 @@ class Connection {
   // Nothing when there is a table of that name.
   void MakeTable(const TableDesign& design);
 
+  // The SELECTs that are opened next, within a second and without anything else between them: a server is asked for all
+  // of them at once. One that fails does so when it is opened.
+  void Foresee(const std::vector<std::string>& statements);
+
   // One action statement, whole or not at all. Throws RuntimeError when it fails; Errors then describes why. Inside a
   // transaction a server may be told later, at the latest by Flush or Commit, which then throws. After Flush it keeps
   // the other desks from storing anything.

@@ -53,6 +53,7 @@ class Engine {
  public:
   virtual ~Engine() = default;
   virtual std::unique_ptr<RowSource> Select(std::string_view statement, bool rowsLater) = 0;
+  virtual void Foresee(const std::vector<std::string>&) {}
   virtual void Execute(std::string_view statement) = 0;
   virtual void InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
                           const RowValue& valueOf) = 0;

@@ -62,8 +62,41 @@ PostgresResult PostgresEngine::RunOutside(const Sent& statement) {
   }
 }
 
+// A result that was asked for before, and has not grown old; nullptr when there is none.
+PostgresResult PostgresEngine::Foreseen(const std::string& statement) {
+  const auto found = foreseen_.find(statement);
+  if (found == foreseen_.end() || std::chrono::steady_clock::now() - foreseenAt_ > std::chrono::seconds(1)) {
+    foreseen_.clear();
+    return {};
+  }
+  PostgresResult result = std::move(found->second);
+  foreseen_.erase(found);
+  return result;
+}
+
+void PostgresEngine::Foresee(const std::vector<std::string>& statements) {
+  foreseen_.clear();
+  if (inTransaction_) return;
+  std::vector<Sent> sent;
+  for (const std::string& each : statements) {
+    sent.push_back({PostgresStatement(each, catalogue_) + OwnOrder(each, catalogue_)});
+  }
+  try {
+    std::vector<PostgresResult> results = session_.Run(sent);
+    for (std::size_t i = 0; i < sent.size(); ++i) foreseen_[sent[i].text] = std::move(results[i]);
+    foreseenAt_ = std::chrono::steady_clock::now();
+  } catch (const StatementFailure&) {
+    // It fails once more when it is opened.
+  } catch (const ConnectionLost& lost) {
+    session_.Reconnect(lost.why);
+  }
+}
+
 PostgresResult PostgresEngine::Rows(const std::string& statement, std::string_view original) {
-  if (!inTransaction_) return RunOutside({statement, original});
+  if (!inTransaction_) {
+    PostgresResult foreseen = Foreseen(statement);
+    return foreseen ? std::move(foreseen) : RunOutside({statement, original});
+  }
   return RunWith(Step{statement, std::string(original), false});
 }
 
@@ -175,11 +208,17 @@ bool PostgresEngine::WasStored() {
 }
 
 void PostgresEngine::Commit() {
-  SendWaiting();
-  while (!transaction_.empty()) {
+  for (;;) {
+    // The first statements tell the transaction's number, by which its end can be asked for; the last go with the end.
+    if (transaction_.empty()) SendWaiting();
+    if (transaction_.empty()) break;  // nothing is to be stored
     try {
-      const auto end = session_.Run({{"COMMIT"}});
-      if (std::string_view(PQcmdStatus(end.front().get())) == "COMMIT") break;
+      std::vector<Sent> sent;
+      for (const Step& step : waiting_) sent.push_back({step.text, step.original});
+      sent.push_back({"COMMIT"});
+      const auto results = session_.Run(sent);
+      for (std::size_t i = 0; i < waiting_.size(); ++i) Note(waiting_[i], results[i].get());
+      if (std::string_view(PQcmdStatus(results.back().get())) == "COMMIT") break;
       throw StatementFailure(Tr("a statement before it has failed; nothing was stored"), "COMMIT");
     } catch (const ConnectionLost& lost) {
       session_.Reconnect(lost.why);

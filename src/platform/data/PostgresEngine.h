@@ -8,6 +8,8 @@
 // Every change is counted by its table's trigger and told on the channel "tarvolinex" as "PROCESS TABLE".
 #pragma once
 
+#include <chrono>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,11 +37,13 @@ class PostgresEngine final : public Engine {
   std::vector<Column> ColumnsOf(const PGresult* result);
   const PostgresCatalogue& Catalogue() const { return catalogue_; }
 
+  void Foresee(const std::vector<std::string>& statements) override;
   void Execute(std::string_view statement) override;
   void InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
                   const RowValue& valueOf) override;
   void Begin() override {
     Forget();
+    foreseen_.clear();
     inTransaction_ = true;
   }
   void Flush() override {
@@ -83,6 +87,7 @@ class PostgresEngine final : public Engine {
   void Queue(std::string text, std::string_view original, bool writes);
   PostgresResult RunWith(std::optional<Step> last);
   PostgresResult RunOutside(const Sent& statement);
+  PostgresResult Foreseen(const std::string& statement);
   void Note(const Step& step, const PGresult* result);
   void Replay(const std::string& why);
   bool WasStored();
@@ -91,6 +96,8 @@ class PostgresEngine final : public Engine {
   PostgresSession session_;
   PostgresCatalogue catalogue_;
   bool inTransaction_ = false;
+  std::map<std::string, PostgresResult> foreseen_;  // by the text for the server
+  std::chrono::steady_clock::time_point foreseenAt_;
   std::vector<Step> done_;     // of the transaction, on the server
   std::vector<Step> waiting_;  // and still here
   std::string transaction_;    // its number; empty = the server has told none

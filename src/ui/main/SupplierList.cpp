@@ -188,6 +188,7 @@ void FrmMain::LoadSupplier() {
     if (list.Selected() < 0) return ShowNoSupplier();
     shown.CurrentSupplierIndex = list.Selected();
     shown.CurrentSupplierId = IdOfKey(list.At(shown.CurrentSupplierIndex).key);
+    ForeseeSupplier(database, shown.CurrentSupplierId);
     const SupplierRow row = ReadSupplier(database, shown.CurrentSupplierId);
     if (!row.Found()) return ReportMissingSupplier();
     ShowSupplier(row);
