@@ -65,6 +65,13 @@ void Database::Open(const std::string& folder, const std::string& shared) {
   }
 }
 
+void Database::OpenToRead(const std::string& folder, const std::string& path, const std::string& name) {
+  connection_.Open("driver={Microsoft Access Driver (*.mdb)};dbq=" + path);
+  folder_ = folder;
+  name_ = name;
+  readOnly_ = true;
+}
+
 // Whether it is a database that this version works on.
 void Database::Check(const std::string& name) {
   RefuseNewer(connection_, name);

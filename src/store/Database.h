@@ -22,6 +22,8 @@ class Database {
   // is missing comes from the desktop's key store. Throws RuntimeError when there is none, or it is no database of
   // ours, or a newer version's; none is open then.
   void Open(const std::string& folder, const std::string& shared = {});
+  // Opens a file to look at it only. name: for people. Throws RuntimeError as above.
+  void OpenToRead(const std::string& folder, const std::string& path, const std::string& name);
   void Close() { connection_.Close(); }
   bool IsOpen() const { return connection_.IsOpen(); }
   // Of the file that was opened last; of one on a server, where this desk keeps its pages and pictures.

@@ -100,6 +100,7 @@ void FrmMain::RefreshSupplierList() {
 }
 
 void FrmMain::SaveAsDefault() {
+  if (!MayStore()) return;
   const std::string text = run.ReplaceAliases(
       "You are about to save the current <SUPPLIER> as the default.\r\n\r\n"
       "Any new <SUPPLIER> created, on this database, will have their initial rates, commission etc set to the\r\n"

@@ -11,12 +11,14 @@
 namespace tarvolinex {
 
 void FrmMain::ShowImport() {
+  if (!MayStore()) return;
   if (!SaveShown()) return;
   FrmImport import(run, database, [this](RemovedRows undo) { TakeChanges(std::move(undo)); });
   TheDesktop().ShowModal(import);
 }
 
 void FrmMain::ShowRates(bool copies) {
+  if (!MayStore()) return;
   if (!SaveShown()) return;
   FrmRates rates(run, database, {shown.CurrentSupplierId, supplier.Name().Text(), copies},
                  [this](RemovedRows undo) { TakeChanges(std::move(undo)); });

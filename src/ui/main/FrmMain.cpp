@@ -241,6 +241,7 @@ void FrmMain::EnableCommands(bool blocked) {
   for (int i = 0; i < static_cast<int>(TabMain.Tabs().size()); ++i) TabMain.SetTabEnabled(i, enabled);
   for (int i = 0; i < static_cast<int>(Toolbar1.Buttons().size()); ++i) Toolbar1.SetButtonEnabled(i, enabled);
   for (Menu* menu : {&menus.MnuFile, &menus.MnuEdit, &menus.MnuOptions, &menus.MnuHelp}) menu->SetEnabled(enabled);
+  LockButtons();
 }
 
 void FrmMain::TabMain_Click() {

@@ -220,6 +220,13 @@ class FrmMain : public Window {
   std::optional<CalendarDay> ProposedEnd(CalendarDay day);
   void ShowSheet(const SheetContents& contents, SheetDraft& draft);
 
+  // Whether the database can be written to; the user is told when it cannot.
+  bool MayStore();
+  void LockFields();
+  void LockButtons();
+  void ShowDatabaseName();
+  void KeepDeskCopy();
+  bool LooksAtCopy();
   bool AgreesToLook();
   bool ChooseDatabase();
   bool FindDatabase(bool& askUser);
@@ -261,7 +268,8 @@ class FrmMain : public Window {
 
   BoundFields fields_{*this, "SUPPLIER"};
   SheetDraft draft_;
-  std::string note_;  // what the status line reads while nothing goes on
+  bool locked_ = false;  // the fields, because the database can only be read
+  std::string note_;     // what the status line reads while nothing goes on
 };
 
 }  // namespace tarvolinex

@@ -56,11 +56,17 @@ void FrmMain::Connect() {
   RemovedQuotes.clear();
   draft_ = {};
   database.Open(run.DataFolder, run.SharedDatabase);
+  ShowDatabaseName();
+  ShareFiles(database, run);
+  KeepDeskCopy();
+}
+
+void FrmMain::ShowDatabaseName() {
   const std::string text = database.ReadOnly() ? Tr("Database: %1 (to be read only)", {database.Name()})
                                                : Tr("Database: %1", {database.Name()});
   LblDatabase.SetCaption(CaptionOf(text));
   LblDatabase.SetToolTip(text);
-  ShareFiles(database, run);
+  LockFields();
 }
 
 // After a database could not be opened: whether the user looks for another one. That the program was started with this
@@ -95,6 +101,7 @@ void FrmMain::ConnectOrChooseAnother() {
     } catch (const RuntimeError& failure) {
       remember(before);
       run.ShowError(ConnectReport(failure));
+      if (LooksAtCopy()) return;
       if (!LooksForAnother() || !ChooseDatabase()) throw ProgramEnded{1};
     }
   }

@@ -32,6 +32,7 @@ int FrmMain::DaysOfValidity() const {
 }
 
 void FrmMain::KeepShownQuote() {
+  if (!MayStore()) return;
   if (quote.Kept()) return ChangeKeptQuote(*quote.Kept());
   const int supplierId = shown.CurrentSupplierId;
   if (!SavePendingChanges()) return;  // what prices the quote is what is stored
@@ -70,6 +71,7 @@ void FrmMain::ChangeKeptQuote(const KeptQuote& kept) {
 }
 
 void FrmMain::StoreDetails(int number, const QuoteDetails& details) {
+  if (!MayStore()) return;
   try {
     if (!UpdateQuote(database, number, details)) {
       return run.ShowError(Tr("Quote %1 has been removed", {std::to_string(number)}));

@@ -92,6 +92,7 @@ bool FrmMain::SavePendingChanges() {
 }
 
 bool FrmMain::NeedsStoring() {
+  if (database.ReadOnly()) shown.SupplierChanged = false;
   // A supplier without a name is never stored.
   if (shown.LoadingSupplier || !shown.SupplierChanged || (Nameless() && shown.CurrentSupplierId == 0)) return false;
   // Loading marks the supplier as changed too; fields that read as they were loaded need no writing.

@@ -53,6 +53,13 @@ void FrmOptions::WireForms() {
     box.Validate = [&box] { box.SetText(EscapeQuotes(box.Text())); };
   }
   ChkFrmAvailable.Click = [this] { formDetailsChanged_ = true; };
+  if (database_.ReadOnly()) {
+    for (Control* control : {static_cast<Control*>(&cmdForm(kEditForm)), static_cast<Control*>(&cmdForm(kImportForm)),
+                             static_cast<Control*>(&ChkFrmAvailable)}) {
+      control->SetEnabled(false);
+    }
+    for (int i : {kDescription, kLinkName}) txtForms(i).SetLocked(true);
+  }
   cmdForm(kEditForm).Click = [this] {
     SaveChangedValue();
     frmFormEditWarning warning(run_, FormPagePath(run_.DataFolder, currentFormId_));

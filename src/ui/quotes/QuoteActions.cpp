@@ -49,8 +49,9 @@ void FrmQuotes::ShowCount() {
 
 void FrmQuotes::ShowSelected() {
   const bool any = SelectedNumber() != 0;
-  for (const char* key : {"REOPEN", "COPY", "DETAILS", "ACCEPT", "DECLINE", "REMOVE"}) {
-    Toolbar1.SetButtonEnabled(key, any);
+  for (const char* key : {"REOPEN", "COPY"}) Toolbar1.SetButtonEnabled(key, any);
+  for (const char* key : {"DETAILS", "ACCEPT", "DECLINE", "REMOVE"}) {
+    Toolbar1.SetButtonEnabled(key, any && !database_.ReadOnly());
   }
   for (Label* label : {&LblQuote, &LblToday, &LblNote}) label->SetCaption("");
   LvwFigures.Clear();
