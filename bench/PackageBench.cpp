@@ -36,8 +36,9 @@ class Sample {
   bool Pack() { return BuildDistFiles(form_->OwnBranding(), kSendProgram, std::nullopt, run_); }
 
  private:
+  // On the disk, or in the folder that TMPDIR names.
   static std::string MakeFolder() {
-    std::string name = "/tmp/package-bench-XXXXXX";
+    std::string name = (std::filesystem::temp_directory_path() / "package-bench-XXXXXX").string();
     return mkdtemp(name.data());
   }
   std::string folder_ = MakeFolder();

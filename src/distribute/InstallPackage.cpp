@@ -4,6 +4,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
+#include "platform/files/FlushTogether.h"
 #include "platform/files/SelfExtractor.h"
 #include "platform/files/ZipComponent.h"
 #include "platform/text/Text.h"
@@ -181,10 +182,13 @@ bool BuildDistFiles(const Branding& branding, int sendType, const std::optional<
   if (target.empty()) return false;
   reporter.SetStatus(false, "Creating Install file", 0);
   try {
+    FlushTogether together;
     BringInstallIcon(branding);
     WriteSetupList(branding);
     // What was asked of the last send does not decide what a file that is made by hand holds.
-    return Pack(branding, target, !chosenName && sendType == kSendLink, reporter);
+    const bool packed = Pack(branding, target, !chosenName && sendType == kSendLink, reporter);
+    together.Commit();
+    return packed;
   } catch (const RuntimeError& failure) {
     ReportFailure(reporter, Marked("Install File Creation Failed"), failure.Description());
     return false;

@@ -7,6 +7,7 @@
 #include "core/Limits.h"
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
+#include "platform/files/FlushTogether.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "publish/CalculatorData.h"
@@ -102,6 +103,7 @@ std::string FillCalculatorFolder(const Publication& publication, Reporter& repor
   if (!RefreshPages(publication.branding, reporter)) {
     throw RuntimeError(kDeviceError, Tr("One of the two pages in %1 is older than the other", {folders.app}));
   }
+  FlushTogether together;
   SaveSupplierCalcSettings(publication, reporter);
   for (const char* old : {"*.html", "background.*", "logo.*"}) DeleteFileIfPresent(reporter, folder + old);
   CopyFileOrStop(reporter, folders.app + "\\calc.html", folder + "calc.html");
@@ -115,6 +117,7 @@ std::string FillCalculatorFolder(const Publication& publication, Reporter& repor
   WriteFile(folder + "calcdata.txt",
             CalculatorData(reporter.Now(), ReadPageOptions(folders.app), ReadFile(folder + "general.dat"),
                            ReadFile(folder + "Supplier.dat"), published));
+  together.Commit();
   return warnings.Text();
 }
 

@@ -19,6 +19,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
+#include "platform/files/FlushTogether.h"
 #include "platform/text/Translation.h"
 
 namespace tarvolinex {
@@ -192,12 +193,57 @@ void WholeFile::Write(std::string_view bytes) {
 }
 
 void WholeFile::Commit() {
-  if (!passing_ && ::fsync(handle_) != 0) Fail(Marked("Writing %1: %2"));
+  FlushTogether* const together = passing_ ? nullptr : FlushTogether::Current();
+  const bool flushed = !passing_ && !together;
+  if (flushed && ::fsync(handle_) != 0) Fail(Marked("Writing %1: %2"));
   // Still locked: until it has its name another program could take it for a dead one's.
   if (::rename(beside_.c_str(), target_.c_str()) != 0) Fail(Marked("Writing %1: %2"));
   beside_.clear();
-  ::close(std::exchange(handle_, -1));
-  if (!passing_) FlushFolder(FolderOf(target_));
+  const int handle = std::exchange(handle_, -1);
+  if (together) return together->Add(handle, target_);
+  ::close(handle);
+  if (flushed) FlushFolder(FolderOf(target_));
+}
+
+namespace {
+
+FlushTogether*& CurrentOfThread() {
+  thread_local FlushTogether* current = nullptr;
+  return current;
+}
+
+}  // namespace
+
+FlushTogether::FlushTogether() : outer_(std::exchange(CurrentOfThread(), this)) {}
+
+FlushTogether::~FlushTogether() {
+  CurrentOfThread() = outer_;
+  Close();
+}
+
+FlushTogether* FlushTogether::Current() {
+  return CurrentOfThread();
+}
+
+void FlushTogether::Add(int handle, std::string path) {
+  ::flock(handle, LOCK_UN);  // it has its name
+  folders_.insert(FolderOf(path));
+  files_.push_back({handle, std::move(path)});
+}
+
+void FlushTogether::Close() {
+  for (const Written& file : files_) ::close(file.handle);
+  files_.clear();
+}
+
+void FlushTogether::Commit() {
+  // All are on their way before the first is waited for, so that one wait does for most of them.
+  for (const Written& file : files_) ::sync_file_range(file.handle, 0, 0, SYNC_FILE_RANGE_WRITE);
+  for (const Written& file : files_) {
+    if (::fsync(file.handle) != 0) ThrowError(errno, Marked("Writing %1: %2"), file.path);
+  }
+  for (const std::string& folder : folders_) FlushFolder(folder);
+  Close();
 }
 
 FileLock::FileLock(std::string_view path, std::chrono::seconds patience, bool make) {
