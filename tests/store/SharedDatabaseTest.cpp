@@ -14,6 +14,7 @@
 #include "support/DroppingProxy.h"
 #include "support/Failure.h"
 #include "support/Fixture.h"
+#include "ui/main/FrmSharedDatabase.h"
 
 namespace tarvolinex {
 
@@ -216,6 +217,38 @@ TEST_F(SharedDatabaseTest, ACopyIsWholeThereAndBackOrNothing) {
   from.Open(shared);
   CopyDatabaseToFile(from, folder.Path() + "/home.mdb", [](int, const std::string&) {});
   EXPECT_EQ(Everything("dbq=" + folder.Path() + "/home.mdb"), before);
+}
+
+TEST_F(SharedDatabaseTest, TheWindowSaysWhatIsWrongMovesTheFileAndRemembersNoPassword) {
+  std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+  EXPECT_EQ(UnpackDatabase(run.Places(), run), Unpacked::Yes);
+  const std::string where = Made(server.NewDatabase());
+  int opened = 0;
+  FrmSharedDatabase window(run, [&] { return ++opened > 0; });
+  window.ChkShared.SetValue(true);
+  window.TxtServer.SetText("127.0.0.1");
+  window.TxtPort.SetText(server.Port());
+  window.TxtDatabase.SetText("none");
+  window.TxtUser.SetText("tarvolinex");
+  const auto said = [&](CommandButton& button) {
+    button.Press();
+    return window.LblSaid.Caption();
+  };
+  EXPECT_EQ(said(window.CmdTest), "The server at 127.0.0.1 offers no encrypted connection.");
+  window.CboSecurity.SetListIndex(1);
+  EXPECT_EQ(said(window.CmdTest), "The server has no database none.");
+  window.TxtDatabase.SetText(ValueIn(where, "database"));
+  EXPECT_EQ(said(window.cmdaction(0)), "The database on the server is empty. Move this one there first.");
+  EXPECT_EQ(said(window.CmdMove).substr(0, 31), "All of it is on the server now.");
+  EXPECT_EQ(said(window.CmdTest), "The server answers. Its database holds 12 suppliers.");
+  EXPECT_EQ(opened, 0);
+  window.cmdaction(0).Press();
+  EXPECT_EQ(opened, 1);
+  const RememberedDatabase remembered = RememberedSharedDatabase(AppFolder);
+  EXPECT_TRUE(remembered.used);
+  Database database(run);
+  database.Open(DataFolder, remembered.text);
+  EXPECT_EQ(remembered.text.find("pwd"), std::string::npos);
 }
 
 TEST_F(SharedDatabaseTest, ACheckNamesWhatIsWrong) {

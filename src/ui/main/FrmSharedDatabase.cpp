@@ -47,6 +47,8 @@ std::string InWords(const RuntimeError& failure, const std::string& connectionSt
   if (says("does not exist") && says("database \"")) {
     return Tr("The server has no database %1.", {ValueIn(connectionString, "database")});
   }
+  if (says("does not support SSL")) return Tr("The server at %1 offers no encrypted connection.", {server});
+  if (says("certificate")) return Tr("The certificate of the server could not be proved: %1", {said});
   if (says("permission denied")) return Tr("This user has no rights to the database: %1", {said});
   return said;
 }
