@@ -73,7 +73,7 @@ class Engine {
   virtual bool IsFile() const = 0;
   virtual bool MayWrite() = 0;
   virtual void CopyTo(std::string_view path, const std::function<void()>& pause) = 0;
-  virtual void WhenLost(LostConnection) {}
+  virtual void WhenLost(const LostConnection& /*lost*/) {}
 };
 
 // REQUIRES: a connection string of that engine.

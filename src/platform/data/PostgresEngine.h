@@ -71,7 +71,7 @@ class PostgresEngine final : public Engine {
   bool IsFile() const override { return false; }
   bool MayWrite() override;
   void CopyTo(std::string_view path, const std::function<void()>& pause) override;
-  void WhenLost(LostConnection lost) override { session_.WhenLost(std::move(lost)); }
+  void WhenLost(const LostConnection& lost) override { session_.WhenLost(lost); }
 
  private:
   // A statement of the transaction that is under way, with what came of it.
