@@ -72,6 +72,8 @@ class Desktop {
   virtual void BringToFront(Window& window) = 0;
   // Returns when the window has been closed.
   virtual void ShowModal(Window& window) = 0;
+  // Whether a window or a box waits for the user's answer.
+  virtual bool Waits() const { return false; }
 
   virtual std::chrono::system_clock::time_point Now() { return std::chrono::system_clock::now(); }
 };

@@ -13,6 +13,7 @@ class ComboBox : public Control {
   struct Item {
     std::string text;
     int data = 0;
+    bool operator==(const Item&) const = default;
   };
   const std::vector<Item>& Items() const { return items_; }
   // Leaves nothing selected, without a Click.
@@ -48,6 +49,8 @@ class ListBox : public Control {
   int ListIndex() const { return listIndex_; }
   void SetListIndex(int index);
   int ItemData() const;
+  // Other items: the one that was selected stays so, by its data, where it still is there. Fires nothing.
+  void Renew(std::vector<Item> items);
 
   Event Click;
   Event DblClick;
@@ -100,6 +103,8 @@ class ListView : public Control {
   std::vector<Row> TakeRows();
   void Add(Row row);
   void Remove(int row);
+  // Other rows, in the list's order: those of the same key stay selected and ticked, and where the user looks stays.
+  void Renew(std::vector<Row> rows);
   // -1 when no row has the key.
   int Find(std::string_view key) const;
   void SetRowText(int row, std::string_view text);

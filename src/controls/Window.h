@@ -21,7 +21,8 @@ inline constexpr Colour kSystemWindowText = 0x80000008;  // text on a window
 inline constexpr Colour kSystemButtonFace = 0x8000000F;  // background of a locked input
 
 // What of a control has changed; lets a painter update one row instead of the whole list.
-enum class Aspect { State, Text, Items, Row, Selection, Focus };
+// Renewed: items that came, went or changed while the user looks at the others.
+enum class Aspect { State, Text, Items, Renewed, Row, Selection, Focus };
 
 // Keys that windows and lists handle themselves, by their virtual key codes.
 enum class Key { None = 0, Return = 13, Escape = 27, Up = 38, Down = 40, Delete = 46 };

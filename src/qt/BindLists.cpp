@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QListView>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTreeView>
@@ -40,6 +41,23 @@ class Selection : public QObject {
     } else {
       selection.clear();
     }
+    painting_ = was;
+  }
+
+  // As Reset, but the selected row stays where it is on the screen.
+  void Renew(auto& model, auto selectedLine) {
+    const bool was = std::exchange(painting_, true);
+    QScrollBar& bar = *view_->verticalScrollBar();
+    const int before = view_->currentIndex().row(), top = bar.value();
+    model.Reset();
+    const QModelIndex index = model.index(selectedLine(), 0);
+    if (index.isValid()) {
+      view_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+      view_->scrollTo(index);
+    }
+    const bool byRows = view_->verticalScrollMode() == QAbstractItemView::ScrollPerItem;
+    const int line = byRows ? 1 : std::max(view_->sizeHintForRow(0), 1);
+    bar.setValue(top + (index.isValid() && before >= 0 ? (index.row() - before) * line : 0));
     painting_ = was;
   }
 
@@ -144,6 +162,8 @@ void SetListPainter(ListView& list, QTreeView& view, RowsModel& model, Selection
         return model.RowChanged(row);
       case Aspect::Selection:
         return selection.Paint(model.LineOf(list.Selected()));
+      case Aspect::Renewed:
+        return selection.Renew(model, [&] { return model.LineOf(list.Selected()); });
       case Aspect::Items:
       case Aspect::Text:
         selection.Reset(model, [&] { return model.LineOf(list.Selected()); });
@@ -199,6 +219,7 @@ bool BindListBox(ListBox& box, QWidget& widget, QObject& owner) {
     if (aspect == Aspect::Focus) return view->setFocus();
     if (aspect == Aspect::State) return PaintView(box, *view);
     if (aspect == Aspect::Items) return selection->Reset(*model, [&] { return box.ListIndex(); });
+    if (aspect == Aspect::Renewed) return selection->Renew(*model, [&] { return box.ListIndex(); });
     selection->Paint(box.ListIndex());
   };
   box.Painter(Aspect::State, -1);

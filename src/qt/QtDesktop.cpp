@@ -164,6 +164,10 @@ void QtDesktop::ShowModal(Window& window) {
   ThrowIfEnded();
 }
 
+bool QtDesktop::Waits() const {
+  return !modal_.empty() || QApplication::activeModalWidget() || QApplication::activePopupWidget();
+}
+
 int QtDesktop::Run() {
   running_ = true;
   if (!EndedStatus() && AnyShown()) QCoreApplication::exec();

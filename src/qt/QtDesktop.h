@@ -49,6 +49,7 @@ class QtDesktop : public Desktop {
   void Hide(Window& window) override;
   void BringToFront(Window& window) override;
   void ShowModal(Window& window) override;
+  bool Waits() const override;
 
   // Runs the event loop until the last window is closed or the program ends; at once when no window is shown. Returns
   // the exit status.

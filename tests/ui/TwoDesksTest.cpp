@@ -31,6 +31,7 @@ class TwoDesksTest : public SampleTest {
     Type(box, text);
     desk.Toolbar1.Press("SAVE");
   }
+  static void Execute(FrmMain& desk, const std::string& statement) { desk.database.Plain().Execute(statement); }
   std::string Stored(const std::string& column) { return Ask("SELECT " + column + " FROM suppliers WHERE ID=3"); }
   // What the user is shown, and does with it.
   void Meet(FrmConflict& window) {
@@ -286,6 +287,63 @@ TEST_F(TwoDesksTest, ARemovedContactComesBackWithWhatWasTypedOrIsForgotten) {
       if (!back) theirs->menus.MnuUndoRemove.Choose(), form->contacts.ListContacts();
     }
   }
+}
+
+TEST_F(TwoDesksTest, WhatAnotherStoresIsShownSoonAndMovesNothing) {
+  const auto& list = form->LvwSuppliers;
+  form->contacts.LstContacts.SetListIndex(1);
+  form->send.lvSendContacts.ToggleCheck(1);
+  form->forms.LvwForms.ToggleCheck(0);
+  form->forms.LvwForms.Select(1);
+  Type(Box(kBoxCapitalCost), "12500");
+  Type(form->supplier.TxtSupplier(5), "Typed");
+  Type(form->contacts.TxtContact(2), "Typed");
+  const std::string payment = Box(kBoxPayment).Text(), tick = form->send.lvSendContacts.At(1).key;
+  const bool mine = form->forms.LvwForms.At(0).checked;
+  // Everything at once: fields, rates, ticks, a contact, a new one, other suppliers.
+  theirs->contacts.LstContacts.SetListIndex(1);
+  Type(Town(*theirs), "Theirs");
+  for (int band = 0; band < 5; ++band) Type(theirs->rateCard.TxtRangeYield(band), "25");
+  theirs->forms.LvwForms.ToggleCheck(1);
+  Type(theirs->contacts.TxtContact(3), "0118 999");
+  theirs->Toolbar1.Press("SAVE");
+  Execute(*theirs, "INSERT INTO contacts (Supplierid, firstname, surname, email) VALUES(3, 'A', 'Aaa', 'a@x.example')");
+  Execute(*theirs, "INSERT INTO suppliers (ID, CompanyName) VALUES(77, 'AAA')");
+  Execute(*theirs, "DELETE FROM suppliers WHERE ID=5");
+  form->TimerOthers.Tick();
+  EXPECT_EQ(Town(*form).Text() + form->rateCard.TxtRangeYield(0).Text(), "Theirs25.00");
+  EXPECT_NE(Box(kBoxPayment).Text(), payment);
+  EXPECT_EQ(Box(kBoxCapitalCost).Text(), "12500.00");
+  EXPECT_EQ(form->supplier.TxtSupplier(5).Text() + form->contacts.TxtContact(2).Text(), "TypedTyped");
+  EXPECT_EQ(form->ActiveControl(), &form->contacts.TxtContact(2));
+  EXPECT_EQ(form->contacts.TxtContact(3).Text(), "0118 999");
+  EXPECT_EQ(form->contacts.LstContacts.ItemData(), form->contacts.CurrentContactId);
+  EXPECT_EQ(form->contacts.LstContacts.Items().front().text, "A Aaa");
+  const auto& sendTo = form->send.lvSendContacts;
+  EXPECT_TRUE(sendTo.At(sendTo.Find(tick)).checked && sendTo.Count() == 4);
+  EXPECT_EQ(form->forms.LvwForms.At(0).checked, mine);
+  EXPECT_EQ(form->forms.LvwForms.At(1).checked, theirs->forms.LvwForms.At(1).checked);
+  EXPECT_EQ(form->forms.LvwForms.Selected(), 1);
+  EXPECT_EQ(std::to_string(list.Find("ID77")) + list.At(list.Selected()).key, "0ID3");
+  EXPECT_EQ(list.Find("ID5"), -1);
+  EXPECT_EQ(form->shown.CurrentSupplierIndex, list.Selected());
+  // What was typed is still an edit, and all of it is stored.
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Stored("Town||PostCode||Yield0"), "TheirsTyped25");
+  EXPECT_EQ(Asked(), "");
+  // A removed supplier stays while it is edited and goes when it is not.
+  Type(Town(*form), "Mine");
+  Execute(*theirs, "DELETE FROM suppliers WHERE ID=3");
+  form->TimerOthers.Tick();
+  EXPECT_EQ(list.At(list.Selected()).key + Town(*form).Text(), "ID3Mine");
+  EXPECT_EQ(form->TxtStatus.Text(), "Saxonholt Dental Systems Ltd has been removed by another program");
+  desktop.answers = {Answer::Yes};
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(Stored("Town"), "Mine");
+  Execute(*theirs, "DELETE FROM suppliers WHERE ID=3");
+  form->TimerOthers.Tick();
+  EXPECT_EQ(list.Find("ID3"), -1);
+  EXPECT_EQ("ID" + std::to_string(form->shown.CurrentSupplierId), list.At(list.Selected()).key);
 }
 
 }  // namespace tarvolinex

@@ -77,6 +77,7 @@ void ContactsPanel::StayAtShownContact() {
 }
 
 void ContactsPanel::TxtContact_Change() {
+  if (following_) return;
   ContactChanged = true;
   CmdContact(kAddOrSave).SetCaption(Tr(kSaveContact));
   CmdContact(kAddOrSave).SetEnabled(true);
@@ -160,6 +161,35 @@ void ContactsPanel::ListContacts() {
   ContactListStale = false;
   ContactChanged = false;
   run_.SetStatus(false, "", -1);
+}
+
+void ContactsPanel::Follow() {
+  const std::vector<ContactRow> contacts = ContactsOf(database_, shown_.CurrentSupplierId);
+  std::vector<ListBox::Item> items;
+  loadedContacts_.clear();
+  for (const ContactRow& contact : contacts) {
+    items.push_back({contact.name, contact.id});
+    loadedContacts_.push_back(contact.row);
+  }
+  if (items != LstContacts.Items()) LstContacts.Renew(std::move(items));
+  Surroundings.renewed(contacts);
+  following_ = true;
+  FollowShown(contacts);
+  following_ = false;
+}
+
+// A contact that is gone stays in its fields while something of it is edited: the user is asked when it is stored.
+void ContactsPanel::FollowShown(const std::vector<ContactRow>& contacts) {
+  if (CurrentContactId == 0) return;
+  const auto found = std::ranges::find(contacts, CurrentContactId, &ContactRow::id);
+  if (found != contacts.end()) {
+    fields_.TakeStored(found->row);
+  } else if (!ContactChanged && contacts.empty()) {
+    ClearContactFields();
+    CmdContact(kRemove).SetEnabled(false);
+  } else if (!ContactChanged) {
+    LstContacts.SetListIndex(0);
+  }
 }
 
 void ContactsPanel::RefreshContacts() {

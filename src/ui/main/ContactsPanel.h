@@ -37,6 +37,7 @@ class ContactsPanel {
     std::function<bool()> putSupplierBack;                       // it has been removed; false when it stays so
     std::function<bool()> storeNewSupplier;                      // false when there is none that waits with a name
     std::function<void(RemovedRows)> removed;
+    std::function<void(const std::vector<ContactRow>&)> renewed;  // another program has changed them
   };
   Around Surroundings;
 
@@ -62,6 +63,8 @@ class ContactsPanel {
   void Decide(const std::vector<MetField>& met);
   // Selects the contact in the list, which shows it; nothing when it is not there.
   void SelectContact(int contactId);
+  // Shows what another program has changed of the supplier's contacts. What is typed, selected and ticked stays.
+  void Follow();
   // Empties the list and the six fields.
   void ClearContacts();
   void ClearContactFields();
@@ -77,6 +80,7 @@ class ContactsPanel {
   void FillContactList();
   void StayAtShownContact();
   bool StoreUnlessMet();
+  void FollowShown(const std::vector<ContactRow>& contacts);
   void TellThatSupplierIsMissing();
   void Store();
 
@@ -86,6 +90,7 @@ class ContactsPanel {
   BoundFields fields_;
   Row now_;  // the shown contact as it was last found stored
   std::vector<Row> loadedContacts_;
+  bool following_ = false;  // what changes meanwhile was not typed
 };
 
 }  // namespace tarvolinex

@@ -26,14 +26,29 @@ FormsPanel::FormsPanel(Window& window, Run& run, Database& database, ShownSuppli
   LvwForms.DblClick = [this] { LvwForms_DblClick(); };
 }
 
-void FormsPanel::FillFormsList() {
+std::vector<ListView::Row> FormsPanel::AvailableRows() const {
+  std::vector<ListView::Row> rows;
   for (const FormRow& form : AvailableForms(database_)) {
     if (!FileExists(FormPagePath(run_.DataFolder, form.id))) continue;
-    LvwForms.Add({"ID" + std::to_string(form.id),
-                  std::string(Trim(form.linkName)),
-                  {},
-                  Tr("Double click to view <%1> form", {std::string(Trim(form.description))})});
+    rows.push_back({"ID" + std::to_string(form.id),
+                    std::string(Trim(form.linkName)),
+                    {},
+                    Tr("Double click to view <%1> form", {std::string(Trim(form.description))})});
   }
+  return rows;
+}
+
+void FormsPanel::Follow(int supplierId) {
+  std::set<std::string> listed;
+  for (const ListView::Row& row : LvwForms.Rows()) listed.insert(row.key);
+  LvwForms.Renew(AvailableRows());
+  if (supplierId != loadedSupplier_) return;
+  for (int row = 0; row < LvwForms.Count(); ++row) {
+    // One that has just come into the list has had no tick to change.
+    const std::string& key = LvwForms.At(row).key;
+    if (!listed.contains(key)) LvwForms.SetChecked(row, loaded_.contains(IdOfKey(key)));
+  }
+  TakeStored(StoredLinks(supplierId));
 }
 
 void FormsPanel::LoadFormsList() {
@@ -41,7 +56,7 @@ void FormsPanel::LoadFormsList() {
   LvwForms.BeginFill();
   LvwForms.Clear();
   try {
-    FillFormsList();
+    for (ListView::Row& row : AvailableRows()) LvwForms.Add(std::move(row));
   } catch (const RuntimeError& failure) {
     run_.ShowError(failure.Description());
   }

@@ -31,6 +31,9 @@ class FormsPanel {
   // Replaces the supplier's links by the ticked forms. The default supplier's (0) only when the user changed ticks. Of
   // the supplier whose links were loaded, ticks that nobody has changed here first follow what others have stored.
   void SaveSupplierFormLinks(int supplierId);
+  // Shows which forms there are now, and the ticks of the shown supplier that another program has changed. Ticks that
+  // were changed here stay.
+  void Follow(int supplierId);
   // The shown supplier's links as they were last read.
   const std::set<int>& LoadedLinks() const { return loaded_; }
   // Ticks that nobody has changed here follow these links. Returns whether one has changed.
@@ -40,7 +43,7 @@ class FormsPanel {
   void ClearTicks();
 
  private:
-  void FillFormsList();
+  std::vector<ListView::Row> AvailableRows() const;
   void LvwForms_DblClick();
   std::set<int> Ticked() const;
   std::set<int> StoredLinks(int supplierId) const;

@@ -63,7 +63,8 @@ FrmMain::FrmMain(Run& theRun)
       TxtStatus(*this, "TxtStatus"),
       LblDatabase(*this, "LblDatabase"),
       ProgressBar1(*this, "ProgressBar1"),
-      Timer1(*this, "Timer1") {
+      Timer1(*this, "Timer1"),
+      TimerOthers(*this, "TimerOthers") {
   MakeToolbar();
   MakeTabs();
   TxtStatus.SetLocked(true);
@@ -105,6 +106,8 @@ void FrmMain::WireShell() {
   Timer1.Tick = [this] { Timer1_Tick(); };
   standing.BrandingNow = [this] { return OwnBranding(); };
   standing.Changed = [this] { ShowStandings(); };
+  TimerOthers.Interval = 500;
+  TimerOthers.Tick = [this] { TimerOthers_Tick(); };
   KeyUp = [this](Key key) { Form_KeyUp(key); };
   Resized = [this](int width, int height) { Arrange(width, height); };
   Unloading = [this] { Unload(); };
@@ -134,6 +137,7 @@ void FrmMain::WirePanels() {
         return SavePendingChanges();
       },
       [this](RemovedRows removed) { OfferUndo(std::move(removed)); },
+      [this](const std::vector<ContactRow>& renewed) { send.RenewContacts(renewed); },
   };
   forms.View = [this](const std::string& page) { PreviewFormPage(page); };
   quote.CmdSchedule.Click = [this] { ShowSchedule(); };
@@ -173,6 +177,7 @@ void FrmMain::Load() {
     quote.SetDefaults();
   });
   quote.loading = false;
+  TimerOthers.SetRunning(true);
 }
 
 void FrmMain::NoteEarlierMail() {
@@ -217,11 +222,11 @@ void FrmMain::UsePreferences() {
 }
 
 void FrmMain::ShowStatus(bool flashing, std::string_view text, int progress) {
-  const bool busy = progress >= 0 || flashing;
+  busy_ = progress >= 0 || flashing;
   Timer1.SetRunning(progress < 0 && flashing);
-  TxtStatus.SetText(busy ? Tr(text) : note_);
+  TxtStatus.SetText(busy_ ? Tr(text) : note_);
   if (progress >= 0) ProgressBar1.SetValue(progress);
-  if (!busy) ProgressBar1.SetValue(0);
+  if (!busy_) ProgressBar1.SetValue(0);
 }
 
 void FrmMain::SetNote(std::string_view text) {

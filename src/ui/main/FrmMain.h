@@ -60,6 +60,7 @@ class FrmMain : public Window {
   Label LblDatabase;  // the database in use
   ProgressBar ProgressBar1;
   Timer Timer1;
+  Timer TimerOthers;  // looks whether another program has stored something
 
   bool DatabaseUnpacked = false;           // the last opening has put a fresh database in place
   bool Working = false;                    // a calculator is packed and sent
@@ -239,6 +240,7 @@ class FrmMain : public Window {
   std::function<bool(const ListView::Row&)> Named(const std::string& wanted);
   void ShowStandings();
   std::vector<std::string> ReadSuppliers(std::vector<ListView::Row>& rows);
+  std::vector<ListView::Row> RowsByName();
   void ShowSupplier(const SupplierRow& row);
   void UseSupplierSettings(const SupplierRow& row);
   // The same, applies what the supplier offers and recalculates the quote.
@@ -261,6 +263,12 @@ class FrmMain : public Window {
   void StoreFields(bool asSupplier);
   void RefreshRow();
   void UseStoredRateCard();
+  void UseRateCard(const SupplierRow& row);
+  void TimerOthers_Tick();
+  void FollowOthers();
+  void FollowShownSupplier();
+  void FollowSupplierList();
+  void LoadInsteadOfMissing();
   void ShowInsertedSupplier();
 
   void SendCalculator();
@@ -270,6 +278,8 @@ class FrmMain : public Window {
   SheetDraft draft_;
   bool locked_ = false;  // the fields, because the database can only be read
   std::string note_;     // what the status line reads while nothing goes on
+  bool busy_ = false;    // the status line tells of work
+  std::string version_;  // of the database, as it was last looked at
 };
 
 }  // namespace tarvolinex

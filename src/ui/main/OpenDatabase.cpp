@@ -8,6 +8,7 @@
 #include "store/DatabaseFile.h"
 #include "store/SharedDatabase.h"
 #include "store/SharedFiles.h"
+#include "store/Tables.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -56,6 +57,7 @@ void FrmMain::Connect() {
   RemovedQuotes.clear();
   draft_ = {};
   database.Open(run.DataFolder, run.SharedDatabase);
+  version_ = DatabaseVersion(database);
   ShowDatabaseName();
   ShareFiles(database, run);
   KeepDeskCopy();

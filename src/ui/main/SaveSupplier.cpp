@@ -29,11 +29,15 @@ void FrmMain::RefreshRow() {
 void FrmMain::UseStoredRateCard() {
   const SupplierRow row = ReadSupplier(database, shown.CurrentSupplierId);
   if (!row.Found()) return run.ShowError(run.ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
+  fields_.TakeStored(row.row);
+  fields_.RememberLoadedFields(row.row);
+  UseRateCard(row);
+}
+
+void FrmMain::UseRateCard(const SupplierRow& row) {
   const RateCard before = run.SupplierCalcSettings;
   const bool faultBefore = !shown.RateCardFault.empty();
   UseSupplierSettings(row);
-  fields_.TakeStored(row.row);
-  fields_.RememberLoadedFields(row.row);
   quote.ApplySupplierOptions();
   const bool same = static_cast<const RateCard&>(run.SupplierCalcSettings) == before;
   if (!same || faultBefore || !shown.RateCardFault.empty() || quote.Kept()) quote.RecalculateShownQuote();

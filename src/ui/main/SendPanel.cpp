@@ -21,6 +21,17 @@ constexpr std::array<LabelWords, 4> kSendWords = {{
     {Marked("&Install file")},
 }};
 
+// Those that a calculator can be sent to.
+std::vector<ListView::Row> RowsOf(const std::vector<ContactRow>& contacts) {
+  std::vector<ListView::Row> rows;
+  for (const ContactRow& contact : contacts) {
+    if (contact.email.empty()) continue;
+    const std::string key = "ID" + std::to_string(contact.id);
+    rows.push_back({key, contact.name, {contact.email, contact.dateLastSent}, contact.name});
+  }
+  return rows;
+}
+
 }  // namespace
 
 SendPanel::SendPanel(Window& window, Run& run)
@@ -72,14 +83,14 @@ void SendPanel::LoadTexts() {
 void SendPanel::ListContacts(const std::vector<ContactRow>& contacts) {
   lvSendContacts.BeginFill();
   lvSendContacts.Clear();
-  for (const ContactRow& contact : contacts) {
-    if (contact.email.empty()) continue;
-    const std::string key = "ID" + std::to_string(contact.id);
-    lvSendContacts.Add({key, contact.name, {contact.email, contact.dateLastSent}, contact.name});
-  }
+  for (ListView::Row& row : RowsOf(contacts)) lvSendContacts.Add(std::move(row));
   lvSendContacts.EndFill();
   // No tick is left that could be taken away.
   CmdCalcGo(kGoCheckAll).SetCaption(Tr(kCheckAll));
+}
+
+void SendPanel::RenewContacts(const std::vector<ContactRow>& contacts) {
+  lvSendContacts.Renew(RowsOf(contacts));
 }
 
 std::vector<Recipient> SendPanel::TickedContacts() const {

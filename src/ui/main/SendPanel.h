@@ -41,6 +41,8 @@ class SendPanel {
 
   // Those of them that have an e-mail address; none is ticked.
   void ListContacts(const std::vector<ContactRow>& contacts);
+  // The same, with the ticks and the selection that the list has.
+  void RenewContacts(const std::vector<ContactRow>& contacts);
   std::vector<Recipient> TickedContacts() const;
   void TickContacts(const std::vector<Recipient>& contacts);
 

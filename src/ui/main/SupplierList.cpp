@@ -77,6 +77,14 @@ std::vector<std::string> FrmMain::ReadSuppliers(std::vector<ListView::Row>& rows
   return names;
 }
 
+std::vector<ListView::Row> FrmMain::RowsByName() {
+  std::vector<ListView::Row> rows, ordered;
+  const std::vector<std::string> names = ReadSuppliers(rows);
+  ordered.reserve(rows.size());
+  for (const std::size_t next : OrderOf(names)) ordered.push_back(std::move(rows[next]));
+  return ordered;
+}
+
 // In the order of the names. The newest supplier is the one with the highest ID: it was read last.
 void FrmMain::FillSupplierList(bool selectNewest) {
   ListView& list = LvwSuppliers;

@@ -1,0 +1,103 @@
+// What other programs store in the database is shown without being in the user's way: what he has typed, selected and
+// ticked stays, and so does where he looks.
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "controls/Desktop.h"
+#include "platform/RuntimeError.h"
+#include "platform/text/Translation.h"
+#include "store/Tables.h"
+#include "ui/main/FrmMain.h"
+
+namespace tarvolinex {
+
+namespace {
+
+bool ReadsTheSame(const std::vector<ListView::Row>& one, const std::vector<ListView::Row>& other) {
+  return std::ranges::equal(one, other, [](const ListView::Row& a, const ListView::Row& b) {
+    return a.key == b.key && a.text == b.text && a.cells == b.cells;
+  });
+}
+
+// Marks stay until they have been looked at again.
+void KeepMarks(const std::vector<ListView::Row>& from, std::vector<ListView::Row>& rows) {
+  std::map<std::string_view, const ListView::Row*> known;
+  for (const ListView::Row& row : from) known[row.key] = &row;
+  for (ListView::Row& row : rows) {
+    const auto before = known.find(row.key);
+    if (before == known.end()) continue;
+    row.mark = before->second->mark;
+    row.cells[StandingMarks::kStateCell] = before->second->cells[StandingMarks::kStateCell];
+  }
+}
+
+}  // namespace
+
+// Nothing while work goes on or a window waits for an answer: what they were begun with must not change below them.
+void FrmMain::TimerOthers_Tick() {
+  if (Working || busy_ || shown.LoadingSupplier || quote.loading || !database.IsOpen() ||
+      database.Plain().InTransaction() || TheDesktop().Waits()) {
+    return;
+  }
+  try {
+    const std::string version = DatabaseVersion(database);
+    if (std::exchange(version_, version) != version) FollowOthers();
+  } catch (const RuntimeError&) {
+    // What cannot be read now is read with the next command, which tells why it cannot.
+  }
+}
+
+void FrmMain::FollowOthers() {
+  if (shown.CurrentSupplierId != 0) FollowShownSupplier();
+  FollowSupplierList();
+  RefreshKeptQuote();
+}
+
+// One that is gone stays in the fields while something of it is edited: the user is asked when it is stored.
+void FrmMain::FollowShownSupplier() {
+  const SupplierRow now = ReadSupplier(database, shown.CurrentSupplierId);
+  if (!now.Found()) {
+    SetNote(Tr("%1 has been removed by another program", {fields_.LoadedRow().Text("CompanyName")}));
+    return TxtStatus.SetText(note_);
+  }
+  const bool changedBefore = shown.SupplierChanged;
+  shown.LoadingSupplier = true;
+  const bool taken = fields_.TakeStored(now.row);
+  forms.Follow(shown.CurrentSupplierId);
+  contacts.Follow();
+  shown.LoadingSupplier = false;
+  shown.SupplierChanged = changedBefore;
+  if (!taken) return;
+  if (!Nameless()) ShowSupplierName();
+  UseRateCard(now);
+}
+
+// The row of what is edited, or not stored yet, stays as it is.
+void FrmMain::FollowSupplierList() {
+  ListView& list = LvwSuppliers;
+  std::vector<ListView::Row> rows = RowsByName();
+  const std::string key = "ID" + std::to_string(shown.CurrentSupplierId);
+  if (const int own = list.Find(key); own >= 0 && !ReadsAsLoaded()) {
+    const auto found = std::ranges::find(rows, key, &ListView::Row::key);
+    if (found == rows.end()) {
+      rows.push_back(list.At(own));
+    } else {
+      *found = list.At(own);
+    }
+  }
+  KeepMarks(list.Rows(), rows);
+  standing.LookAtAll();
+  if (ReadsTheSame(rows, list.Rows())) return;
+  list.Renew(std::move(rows));
+  shown.CurrentSupplierIndex = list.Selected();
+  if (list.Selected() < 0) LoadInsteadOfMissing();
+}
+
+void FrmMain::LoadInsteadOfMissing() {
+  shown.SupplierChanged = false;
+  LvwSuppliers.Select(LvwSuppliers.FirstShown());
+  LvwSuppliers_ItemClick();
+}
+
+}  // namespace tarvolinex
