@@ -94,9 +94,7 @@ Standing StandingOf(Database& database, const Branding& branding, int supplierId
 }
 
 std::string DeliveryDate(std::chrono::system_clock::time_point when) {
-  const std::string words = LongDateTime(when);
-  constexpr std::size_t kTime = 8;
-  return IsoDate(when) + " " + words.substr(words.size() - kTime);
+  return IsoMoment(when);
 }
 
 void NoteDelivery(Database& database, const Publication& publication, const std::vector<Delivery>& deliveries,

@@ -79,7 +79,12 @@ void Database::Check(const std::string& name) {
     if (connection_.HasTable(table)) continue;
     throw RuntimeError(kDatabase, Tr("The database %1 cannot be opened: it has no table %2", {name, table}));
   }
+  user_ = LoginName();
   if (connection_.IsFile()) return;
+  Recordset user;
+  user.Open("SELECT current_user AS name", connection_);
+  user_ = ValueText(user.Field(0));
+  user.Close();
   readOnly_ = !connection_.MayWrite();
   if (!readOnly_) tarvolinex::BringTo(connection_, kNewestStep);
 }
@@ -111,6 +116,7 @@ void Database::ExecuteStatement(std::string_view statement) {
 }
 
 void Database::BringTo(SchemaStep step) {
+  if (!connection_.IsFile()) return;  // it has been when it was opened
   Report([&] { tarvolinex::BringTo(connection_, step); });
 }
 

@@ -30,6 +30,9 @@ class Database {
   const std::string& Folder() const { return folder_; }
   // For people: the folder, or "NAME on HOST".
   const std::string& Name() const { return name_; }
+  // Who works at this desk: the user of the server, or of a file the user of the machine.
+  const std::string& User() const { return user_; }
+  std::chrono::system_clock::time_point Now() const { return reporter_.Now(); }
   // The server lets this user store nothing.
   bool ReadOnly() const { return readOnly_; }
 
@@ -61,7 +64,7 @@ class Database {
   void Check(const std::string& name);
   Reporter& reporter_;
   Connection connection_;
-  std::string folder_, name_;
+  std::string folder_, name_, user_;
   bool readOnly_ = false;
   std::string copied_;  // folder and day of the last daily copy
 };

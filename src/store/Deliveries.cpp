@@ -5,6 +5,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
+#include "store/Changes.h"
 #include "store/Row.h"
 #include "store/Schema.h"
 #include "store/Statements.h"
@@ -52,6 +53,7 @@ void AddDeliveries(Database& database, const std::vector<Delivery>& deliveries,
                                       {"<MESSAGE>", KeepDelivered(database, each.subject + "\n\n" + each.message)},
                                       {"<ORGANISATION>", organisation},
                                       {"<SUPPLIER>", supplier}}));
+    NoteMaker(database, Changed::Delivery, database.Plain().LastInsertedId());
   }
 }
 

@@ -9,6 +9,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "store/Changes.h"
 #include "store/Schema.h"
 
 namespace tarvolinex {
@@ -279,6 +280,7 @@ std::vector<int> KeepQuotes(Database& database, const KeptQuote& common, const s
     lists.Add("PreferencesRecord", preferences);
     database.ExecuteStatement(lists.Statement());
     numbers.push_back(database.Plain().LastInsertedId());
+    NoteChange(database, Changed::Quote, numbers.back());
   }
   transaction.Commit();
   return numbers;

@@ -132,6 +132,16 @@ TableDesign LetterTable() {
            {"Detail", Kind::Text, 250}}};
 }
 
+TableDesign ChangesTable() {
+  return {"Changes",
+          {{"ID", Kind::Id},
+           {"What", Kind::Text, 10},
+           {"RowId", Kind::WholeNumber},
+           {"ChangedBy", Kind::Text, 60},
+           {"ChangedAt", Kind::Text, 19}},
+          "RowId"};
+}
+
 std::vector<TableDesign> TablesOf(SchemaStep step) {
   switch (step) {
     case SchemaStep::Suppliers:
@@ -143,11 +153,13 @@ std::vector<TableDesign> TablesOf(SchemaStep step) {
     case SchemaStep::Letters:
       return {LetterTable()};
     case SchemaStep::OfficeFiles:
+      // Of a database on a server: one in a file has them beside it.
+      return {{"OfficeFiles",
+               {{"ID", Kind::Id}, {"Name", Kind::Text, 250}, {"Print", Kind::Text, 64}, {"Content", Kind::Text}}}};
+    case SchemaStep::Changes:
       break;
   }
-  // Of a database on a server: one in a file has them beside it.
-  return {{"OfficeFiles",
-           {{"ID", Kind::Id}, {"Name", Kind::Text, 250}, {"Print", Kind::Text, 64}, {"Content", Kind::Text}}}};
+  return {ChangesTable()};
 }
 
 }  // namespace

@@ -100,6 +100,11 @@ inline constexpr std::string_view kFindDelivery =
 inline constexpr std::string_view kDeliveryMessage =
     "SELECT DeliveredContents.* FROM DeliveredContents INNER JOIN Deliveries ON DeliveredContents.ID = "
     "Deliveries.Message WHERE Deliveries.ID = <ID>";
+// Who has changed what last.
+inline constexpr std::string_view kForgetChange = "DELETE FROM Changes WHERE What='<WHAT>' AND RowId=<ROWID>";
+inline constexpr std::string_view kInsertChange =
+    "INSERT INTO Changes (What, RowId, ChangedBy, ChangedAt) VALUES('<WHAT>', <ROWID>, '<NAME>', '<DATE>')";
+inline constexpr std::string_view kLastChange = "SELECT * FROM Changes WHERE What='<WHAT>' AND RowId=<ROWID>";
 // The run of letters that is on its way.
 inline constexpr std::string_view kDeleteLetters = "DELETE FROM Letters";
 inline constexpr std::string_view kLetters = "SELECT * FROM Letters ORDER BY ID";

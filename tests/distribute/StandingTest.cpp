@@ -71,6 +71,7 @@ TEST_F(StandingTest, DeliveriesKeepWhomAndWhatAndOnlyWholeOnesAreNoted) {
   Execute("DROP TABLE DeliveredContents");
   Send("sent");
   EXPECT_EQ(Ask("SELECT COUNT(*) FROM Deliveries"), "2");
+  EXPECT_EQ(Ask("SELECT COUNT(*) FROM Changes WHERE What='delivery'"), "2");
   EXPECT_NE(desktop.boxes.back().text.find("could not be noted"), std::string::npos);
 }
 

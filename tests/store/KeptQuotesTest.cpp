@@ -2,6 +2,8 @@
 #include "store/KeptQuotes.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/text/Clock.h"
+#include "store/Changes.h"
 #include "store/DatabaseFile.h"
 #include "support/Fixture.h"
 
@@ -67,6 +69,7 @@ TEST_F(KeptQuotesTest, AQuoteIsReadAsItWasKeptWhateverHappensToItsSupplier) {
   EXPECT_EQ(Listed(kToday), "");
   EXPECT_FALSE(ReadQuote(database, 1));
   quote.number = KeepQuote(database, quote);
+  EXPECT_EQ(LastChange(database, Changed::Quote, quote.number), (Change{database.User(), IsoMoment(desktop.now)}));
   DeleteSupplier(database, 3);
   EXPECT_EQ(ReadQuote(database, quote.number), quote);
   const KeptQuote typed = quote;

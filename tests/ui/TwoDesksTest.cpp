@@ -1,5 +1,11 @@
 // Two programs on one database: neither overwrites what the other has stored without its user's word, and nothing
 // that was typed is lost.
+#include <cstdlib>
+#include <ctime>
+#include <map>
+#include <random>
+#include <set>
+
 #include "support/Fixture.h"
 #include "ui/main/FrmConflict.h"
 
@@ -291,6 +297,10 @@ TEST_F(TwoDesksTest, ARemovedContactComesBackWithWhatWasTypedOrIsForgotten) {
 
 TEST_F(TwoDesksTest, WhatAnotherStoresIsShownSoonAndMovesNothing) {
   const auto& list = form->LvwSuppliers;
+  std::tm clock = {};
+  clock.tm_year = 126, clock.tm_mon = 10, clock.tm_mday = 26, clock.tm_hour = 14, clock.tm_min = 5, clock.tm_isdst = -1;
+  desktop.now = std::chrono::system_clock::from_time_t(std::mktime(&clock));
+  form->TimerOthers.Tick();
   form->contacts.LstContacts.SetListIndex(1);
   form->send.lvSendContacts.ToggleCheck(1);
   form->forms.LvwForms.ToggleCheck(0);
@@ -311,6 +321,8 @@ TEST_F(TwoDesksTest, WhatAnotherStoresIsShownSoonAndMovesNothing) {
   Execute(*theirs, "INSERT INTO suppliers (ID, CompanyName) VALUES(77, 'AAA')");
   Execute(*theirs, "DELETE FROM suppliers WHERE ID=5");
   form->TimerOthers.Tick();
+  EXPECT_EQ(form->LblChanged.Caption(), "Changed by " + form->database.User() + " at 14:05");
+  EXPECT_TRUE(form->LblChanged.Visible() && !theirs->LblChanged.Visible());
   EXPECT_EQ(Town(*form).Text() + form->rateCard.TxtRangeYield(0).Text(), "Theirs25.00");
   EXPECT_NE(Box(kBoxPayment).Text(), payment);
   EXPECT_EQ(Box(kBoxCapitalCost).Text(), "12500.00");
@@ -330,7 +342,7 @@ TEST_F(TwoDesksTest, WhatAnotherStoresIsShownSoonAndMovesNothing) {
   // What was typed is still an edit, and all of it is stored.
   form->Toolbar1.Press("SAVE");
   EXPECT_EQ(Stored("Town||PostCode||Yield0"), "TheirsTyped25");
-  EXPECT_EQ(Asked(), "");
+  EXPECT_TRUE(Asked().empty() && !form->LblChanged.Visible());
   // A removed supplier stays while it is edited and goes when it is not.
   Type(Town(*form), "Mine");
   Execute(*theirs, "DELETE FROM suppliers WHERE ID=3");
@@ -344,6 +356,125 @@ TEST_F(TwoDesksTest, WhatAnotherStoresIsShownSoonAndMovesNothing) {
   form->TimerOthers.Tick();
   EXPECT_EQ(list.Find("ID3"), -1);
   EXPECT_EQ("ID" + std::to_string(form->shown.CurrentSupplierId), list.At(list.Selected()).key);
+}
+
+// What two desks may have done to the supplier, by the words of its fields.
+class TwoDesksAtRandom : public TwoDesksTest {
+ protected:
+  struct Desk {
+    FrmMain& window;
+    std::map<std::string, std::string> typed;  // and not stored yet
+    std::map<std::string, std::string> seen;   // what was stored when the field was loaded
+  };
+  TwoDesksAtRandom() {
+    desktop.modal = [this](Window& window) { Decide(dynamic_cast<FrmConflict&>(window)); };
+    for (const auto& [words, box] : kFields) stored[words] = box(*form).Text();
+  }
+  int Any(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
+  // Everything is asked that must be, and nothing else; the user chooses at random, or not at all.
+  void Decide(FrmConflict& window) {
+    std::set<std::string> rows, expected;
+    for (const auto& [words, text] : active->typed) {
+      if (stored[words] != active->seen[words] && stored[words] != text) expected.insert(words);
+    }
+    cancelled = Any(3) == 0;
+    for (int row = 0; row < window.LvwFields.Count(); ++row) {
+      const ListView::Row& shown = window.LvwFields.At(row);
+      rows.insert(shown.text);
+      EXPECT_EQ(shown.cells[1] + shown.cells[2], active->typed[shown.text] + stored[shown.text]);
+      window.LvwFields.Select(row);
+      const bool mine = Any(2) == 0;
+      (mine ? window.CmdMine : window.CmdTheirs).Press();
+      if (!mine && !cancelled) active->typed.erase(shown.text);
+      if (!cancelled) active->seen[shown.text] = stored[shown.text];
+    }
+    EXPECT_EQ(rows, expected);
+    asked += "asked";
+    if (!cancelled) window.CmdStore.Press();
+  }
+  void Save(Desk& desk, const Event& how) {
+    bool mustAsk = false;
+    for (const auto& [words, text] : desk.typed) {
+      mustAsk = mustAsk || (stored[words] != desk.seen[words] && stored[words] != text);
+    }
+    active = &desk;
+    cancelled = false;
+    how();
+    EXPECT_EQ(!Asked().empty(), mustAsk);
+    if (cancelled) return;
+    for (const auto& [words, text] : std::exchange(desk.typed, {})) stored[words] = text;
+  }
+  // What nobody has typed here shows what is stored.
+  void CheckShown(Desk& desk, const std::string& after) {
+    for (const auto& [words, box] : kFields) {
+      if (desk.typed.contains(words)) continue;
+      EXPECT_EQ(box(desk.window).Text(), stored[words]) << after;
+    }
+  }
+  void Check(const std::string& after) {
+    EXPECT_EQ(Stored("Town||'|'||County||'|'||PostCode"),
+              stored["Town"] + "|" + stored["County"] + "|" + stored["Post Code"])
+        << after;
+    EXPECT_EQ(Ask("SELECT Yield0 FROM suppliers WHERE ID=3"), Plain(stored["Yield of band 1"])) << after;
+    EXPECT_EQ(Ask("SELECT tel FROM contacts WHERE ID=7"), stored["Contact: Tel"]) << after;
+    for (const Desk& desk : desks) {
+      for (const auto& [words, text] : desk.typed) EXPECT_EQ(kFields.at(words)(desk.window).Text(), text) << after;
+    }
+  }
+  static std::string Plain(const std::string& rate) { return rate.substr(0, rate.find('.')); }
+
+  const std::map<std::string, std::function<TextBox&(FrmMain&)>> kFields = {
+      {"Town", [](FrmMain& desk) -> TextBox& { return desk.supplier.TxtSupplier(3); }},
+      {"County", [](FrmMain& desk) -> TextBox& { return desk.supplier.TxtSupplier(4); }},
+      {"Post Code", [](FrmMain& desk) -> TextBox& { return desk.supplier.TxtSupplier(5); }},
+      {"Yield of band 1", [](FrmMain& desk) -> TextBox& { return desk.rateCard.TxtRangeYield(0); }},
+      {"Contact: Tel", [](FrmMain& desk) -> TextBox& { return desk.contacts.TxtContact(3); }}};
+  std::mt19937 random{7};
+  std::map<std::string, std::string> stored;
+  std::vector<Desk> desks = {{*form, {}, {}}, {*theirs, {}, {}}};
+  Desk* active = nullptr;
+  bool cancelled = false;
+};
+
+// For longer: TWO_DESKS_SECONDS=60.
+TEST_F(TwoDesksAtRandom, NoUpdateIsLostAndNothingTypedIsLost) {
+  form->database.Plain().Execute("UPDATE suppliers SET Yield0=9 WHERE ID=3");
+  for (Desk& desk : desks) {
+    Show(desk.window, 4), Show(desk.window, 3);
+    desk.window.contacts.SelectContact(7);
+  }
+  stored["Yield of band 1"] = "9.00";
+  stored["Contact: Tel"] = form->contacts.TxtContact(3).Text();
+  const char* seconds = std::getenv("TWO_DESKS_SECONDS");
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds ? std::atoi(seconds) : 0);
+  for (int step = 0; step < 250 || std::chrono::steady_clock::now() < end; ++step) {
+    Desk& desk = desks[static_cast<std::size_t>(Any(2))];
+    const int way = Any(8);
+    const std::string after = std::to_string(step) + " " + std::to_string(way) + " " + desk.window.run.AppFolder;
+    if (way < 4) {
+      const auto field = std::next(kFields.begin(), Any(static_cast<int>(kFields.size())));
+      TextBox& box = field->second(desk.window);
+      if (!desk.typed.contains(field->first)) desk.seen[field->first] = box.Text();
+      Type(box, std::to_string(10 + Any(4)) + (field->first == "Yield of band 1" ? ".00" : ""));
+      desk.typed[field->first] = box.Text();
+      if (box.Text() == desk.seen[field->first]) desk.typed.erase(field->first);
+    } else if (way < 6) {
+      Save(desk, [&] { desk.window.Toolbar1.Press("SAVE"); });
+    } else if (way == 6) {
+      desk.window.TimerOthers.Tick();
+      CheckShown(desk, after);
+    } else {
+      Save(desk, [&] {
+        desk.window.LvwSuppliers.ClickRow(desk.window.LvwSuppliers.Find("ID4"));
+        if (cancelled) return;
+        desk.window.LvwSuppliers.ClickRow(desk.window.LvwSuppliers.Find("ID3"));
+        desk.window.contacts.SelectContact(7);
+      });
+      if (!cancelled) CheckShown(desk, after);
+    }
+    Check(after);
+    if (HasFailure()) return;
+  }
 }
 
 }  // namespace tarvolinex

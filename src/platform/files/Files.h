@@ -125,4 +125,7 @@ std::string UserDataFolder(std::string_view program);
 std::string HomeFolder();
 std::string CurrentFolder();
 
+// The name under which the user of this program has signed on to the machine.
+std::string LoginName();
+
 }  // namespace tarvolinex

@@ -1,5 +1,6 @@
 // The parts of the file service that need the operating system itself: flushing, locking, well-known folders.
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -300,6 +301,12 @@ std::string UserDataFolder(std::string_view program) {
   const char* data = std::getenv("XDG_DATA_HOME");
   const std::string base = data && *data == '/' ? data : HomeFolder() + "/.local/share";
   return base + "/" + std::string(program);
+}
+
+std::string LoginName() {
+  const uid_t user = geteuid();
+  const passwd* entry = getpwuid(user);
+  return entry ? std::string(entry->pw_name) : std::to_string(user);
 }
 
 }  // namespace tarvolinex

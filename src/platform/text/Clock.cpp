@@ -69,6 +69,10 @@ std::string IsoDate(std::chrono::system_clock::time_point when) {
   return Formatted(when, "%Y-%m-%d");
 }
 
+std::string IsoMoment(std::chrono::system_clock::time_point when) {
+  return Formatted(when, "%Y-%m-%d %H:%M:%S");
+}
+
 std::string LongDateTime(std::chrono::system_clock::time_point when) {
   const std::string month = kMonths.at(static_cast<std::size_t>(LocalTime(when).tm_mon));
   return Formatted(when, "%d ") + month + Formatted(when, " %Y %H:%M:%S");

@@ -22,6 +22,9 @@ std::optional<CalendarDay> DayFromText(std::string_view text);
 // The local day as YYYY-MM-DD.
 std::string IsoDate(std::chrono::system_clock::time_point when);
 
+// "2003-03-05 14:07:09", local time.
+std::string IsoMoment(std::chrono::system_clock::time_point when);
+
 // "05 March 2003 14:07:09", local time.
 std::string LongDateTime(std::chrono::system_clock::time_point when);
 

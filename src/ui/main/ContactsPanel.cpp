@@ -163,7 +163,7 @@ void ContactsPanel::ListContacts() {
   run_.SetStatus(false, "", -1);
 }
 
-void ContactsPanel::Follow() {
+bool ContactsPanel::Follow() {
   const std::vector<ContactRow> contacts = ContactsOf(database_, shown_.CurrentSupplierId);
   std::vector<ListBox::Item> items;
   loadedContacts_.clear();
@@ -171,25 +171,27 @@ void ContactsPanel::Follow() {
     items.push_back({contact.name, contact.id});
     loadedContacts_.push_back(contact.row);
   }
-  if (items != LstContacts.Items()) LstContacts.Renew(std::move(items));
+  const bool listed = items != LstContacts.Items();
+  if (listed) LstContacts.Renew(std::move(items));
   Surroundings.renewed(contacts);
   following_ = true;
-  FollowShown(contacts);
+  const bool taken = FollowShown(contacts);
   following_ = false;
+  return listed || taken;
 }
 
 // A contact that is gone stays in its fields while something of it is edited: the user is asked when it is stored.
-void ContactsPanel::FollowShown(const std::vector<ContactRow>& contacts) {
-  if (CurrentContactId == 0) return;
+bool ContactsPanel::FollowShown(const std::vector<ContactRow>& contacts) {
+  if (CurrentContactId == 0) return false;
   const auto found = std::ranges::find(contacts, CurrentContactId, &ContactRow::id);
-  if (found != contacts.end()) {
-    fields_.TakeStored(found->row);
-  } else if (!ContactChanged && contacts.empty()) {
+  if (found != contacts.end()) return fields_.TakeStored(found->row);
+  if (!ContactChanged && contacts.empty()) {
     ClearContactFields();
     CmdContact(kRemove).SetEnabled(false);
   } else if (!ContactChanged) {
     LstContacts.SetListIndex(0);
   }
+  return true;
 }
 
 void ContactsPanel::RefreshContacts() {

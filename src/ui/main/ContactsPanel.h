@@ -64,7 +64,8 @@ class ContactsPanel {
   // Selects the contact in the list, which shows it; nothing when it is not there.
   void SelectContact(int contactId);
   // Shows what another program has changed of the supplier's contacts. What is typed, selected and ticked stays.
-  void Follow();
+  // Returns whether something has changed.
+  bool Follow();
   // Empties the list and the six fields.
   void ClearContacts();
   void ClearContactFields();
@@ -80,7 +81,7 @@ class ContactsPanel {
   void FillContactList();
   void StayAtShownContact();
   bool StoreUnlessMet();
-  void FollowShown(const std::vector<ContactRow>& contacts);
+  bool FollowShown(const std::vector<ContactRow>& contacts);
   void TellThatSupplierIsMissing();
   void Store();
 

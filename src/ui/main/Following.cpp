@@ -42,7 +42,12 @@ void FrmMain::TimerOthers_Tick() {
   }
   try {
     const std::string version = DatabaseVersion(database);
-    if (std::exchange(version_, version) != version) FollowOthers();
+    // A server tells of a change that may not be finished yet: it is looked for once more.
+    const bool again = std::exchange(lookAgain_, false);
+    const bool changed = std::exchange(version_, version) != version;
+    lookAgain_ = changed && !database.Plain().IsFile();
+    if (changed || again) FollowOthers();
+    RememberLastChange();
   } catch (const RuntimeError&) {
     // What cannot be read now is read with the next command, which tells why it cannot.
   }
@@ -63,9 +68,13 @@ void FrmMain::FollowShownSupplier() {
   }
   const bool changedBefore = shown.SupplierChanged;
   shown.LoadingSupplier = true;
+  const bool met = !Meet(now).empty();
+  // What meets is shown once it is no edit any more.
+  lookAgain_ = lookAgain_ || met;
   const bool taken = fields_.TakeStored(now.row);
-  forms.Follow(shown.CurrentSupplierId);
-  contacts.Follow();
+  const bool ticks = forms.Follow(shown.CurrentSupplierId);
+  const bool people = contacts.Follow();
+  if (met || taken || ticks || people) ShowWhoChanged();
   shown.LoadingSupplier = false;
   shown.SupplierChanged = changedBefore;
   if (!taken) return;

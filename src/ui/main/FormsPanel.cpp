@@ -38,17 +38,17 @@ std::vector<ListView::Row> FormsPanel::AvailableRows() const {
   return rows;
 }
 
-void FormsPanel::Follow(int supplierId) {
+bool FormsPanel::Follow(int supplierId) {
   std::set<std::string> listed;
   for (const ListView::Row& row : LvwForms.Rows()) listed.insert(row.key);
   LvwForms.Renew(AvailableRows());
-  if (supplierId != loadedSupplier_) return;
+  if (supplierId != loadedSupplier_) return false;
   for (int row = 0; row < LvwForms.Count(); ++row) {
     // One that has just come into the list has had no tick to change.
     const std::string& key = LvwForms.At(row).key;
     if (!listed.contains(key)) LvwForms.SetChecked(row, loaded_.contains(IdOfKey(key)));
   }
-  TakeStored(StoredLinks(supplierId));
+  return TakeStored(StoredLinks(supplierId));
 }
 
 void FormsPanel::LoadFormsList() {

@@ -32,8 +32,8 @@ class FormsPanel {
   // the supplier whose links were loaded, ticks that nobody has changed here first follow what others have stored.
   void SaveSupplierFormLinks(int supplierId);
   // Shows which forms there are now, and the ticks of the shown supplier that another program has changed. Ticks that
-  // were changed here stay.
-  void Follow(int supplierId);
+  // were changed here stay. Returns whether a tick has changed.
+  bool Follow(int supplierId);
   // The shown supplier's links as they were last read.
   const std::set<int>& LoadedLinks() const { return loaded_; }
   // Ticks that nobody has changed here follow these links. Returns whether one has changed.

@@ -53,6 +53,7 @@ FrmMain::FrmMain(Run& theRun)
       LvwSuppliers(*this, "LvwSuppliers"),
       standing(*this, database, LvwSuppliers, shown),
       LblCompany(*this, "LblCompany"),
+      LblChanged(*this, "LblChanged"),
       TabMain(*this, "TabMain"),
       quote(*this, theRun, shown),
       supplier(*this, theRun, shown),
@@ -68,6 +69,7 @@ FrmMain::FrmMain(Run& theRun)
   MakeToolbar();
   MakeTabs();
   TxtStatus.SetLocked(true);
+  LblChanged.SetVisible(false);
   run.Line = {[this](bool flashing, std::string_view text, int progress) { ShowStatus(flashing, text, progress); },
               [this](std::string_view reason) { TxtStatus.SetText(reason); },
               [this](std::string_view text) { SetNote(text); }};

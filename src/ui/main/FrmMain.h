@@ -13,6 +13,7 @@
 #include "publish/CalculatorFolder.h"
 #include "publish/LivePage.h"
 #include "publish/QuoteSheet.h"
+#include "store/Changes.h"
 #include "store/Database.h"
 #include "ui/main/BoundFields.h"
 #include "ui/main/ContactsPanel.h"
@@ -49,6 +50,7 @@ class FrmMain : public Window {
   ListView LvwSuppliers;
   StandingMarks standing;
   Label LblCompany;
+  Label LblChanged;  // who else has changed the shown supplier since it was loaded; else it is not seen
   TabStrip TabMain;
   QuotePanel quote;
   SupplierPanel supplier;
@@ -257,6 +259,10 @@ class FrmMain : public Window {
 
   bool NeedsStoring();
   bool StoreShown();
+  void NoteOwnChange();
+  void RememberLastChange();
+  void ForgetLastChange();
+  void ShowWhoChanged();
   bool StoreUnlessMet(SupplierRow& now, std::vector<MetField>& met);
   std::vector<MetField> Meet(const SupplierRow& now);
   bool Decide(std::vector<MetField>& met);
@@ -276,10 +282,13 @@ class FrmMain : public Window {
 
   BoundFields fields_{*this, "SUPPLIER"};
   SheetDraft draft_;
-  bool locked_ = false;  // the fields, because the database can only be read
-  std::string note_;     // what the status line reads while nothing goes on
-  bool busy_ = false;    // the status line tells of work
-  std::string version_;  // of the database, as it was last looked at
+  bool locked_ = false;               // the fields, because the database can only be read
+  std::string note_;                  // what the status line reads while nothing goes on
+  bool busy_ = false;                 // the status line tells of work
+  int lastChangeOf_ = 0;              // whose change lastChange_ is
+  std::optional<Change> lastChange_;  // of the shown supplier, as it was loaded or stored
+  bool lookAgain_ = false;            // at the next look, whether something has changed or not
+  std::string version_;               // of the database, as it was last looked at
 };
 
 }  // namespace tarvolinex

@@ -11,7 +11,7 @@ constexpr int kTabWidth = 10200;
 constexpr int kGap = 50;         // between the list and the tab set
 constexpr int kRightEdge = 150;  // clear of the window's right edge
 constexpr int kToolbarHeight = 780;
-constexpr int kCompanyTop = 800, kCompanyHeight = 450;
+constexpr int kCompanyTop = 800, kCompanyHeight = 450, kChangedWidth = 2700;
 constexpr int kFilterLabel = 750, kFilterTop = 860, kFilterHeight = 375, kSmallestFilter = 1500, kFilter = 4500,
               kChoice = 2100;
 constexpr int kTop = 1300;         // of the list and the tab set
@@ -48,7 +48,8 @@ void FrmMain::Arrange(int width, int height) {
   const int tabHeight = height - kAroundTabs;
   const int statusTop = height - kStatusHeight - kGap;
   Toolbar1.SetPosition({0, 0, width, kToolbarHeight});
-  LblCompany.SetPosition({tabLeft, kCompanyTop, kTabWidth, kCompanyHeight});
+  LblCompany.SetPosition({tabLeft, kCompanyTop, kTabWidth - kChangedWidth, kCompanyHeight});
+  LblChanged.SetPosition({tabLeft + kTabWidth - kChangedWidth, kCompanyTop, kChangedWidth, kCompanyHeight});
   const int listWidth = width - kTabWidth - kGap - kRightEdge;
   TabMain.SetPosition({tabLeft, kTop, kTabWidth, tabHeight});
   LvwSuppliers.SetPosition({0, kTop, listWidth, tabHeight});

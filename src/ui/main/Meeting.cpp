@@ -2,6 +2,7 @@
 #include "controls/Desktop.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "store/Changes.h"
 #include "ui/main/FrmConflict.h"
 #include "ui/main/FrmMain.h"
 
@@ -41,8 +42,41 @@ bool FrmMain::StoreUnlessMet(SupplierRow& now, std::vector<MetField>& met) {
   SaveSupplier(true);
   forms.SaveSupplierFormLinks(shown.CurrentSupplierId);
   static_cast<void>(contacts.SaveContact());  // it meets nothing: it has been looked at in this transaction
+  NoteOwnChange();
   transaction.Commit();
   return true;
+}
+
+// Of the shown supplier, with what belongs to it.
+void FrmMain::NoteOwnChange() {
+  lastChange_ = NoteChange(database, Changed::Supplier, shown.CurrentSupplierId);
+  lastChangeOf_ = shown.CurrentSupplierId;
+  LblChanged.SetVisible(false);
+}
+
+// What is noted after this is somebody else's. It is not read while a supplier is being selected, which has to be fast.
+void FrmMain::RememberLastChange() {
+  if (lastChangeOf_ == shown.CurrentSupplierId) return;
+  lastChangeOf_ = shown.CurrentSupplierId;
+  lastChange_ = LastChange(database, Changed::Supplier, lastChangeOf_);
+}
+
+void FrmMain::ForgetLastChange() {
+  lastChangeOf_ = 0;
+  LblChanged.SetVisible(false);
+}
+
+// The shown supplier has been changed by another program since it was loaded or stored here.
+void FrmMain::ShowWhoChanged() {
+  const auto change = LastChange(database, Changed::Supplier, shown.CurrentSupplierId);
+  constexpr std::size_t kTimeAt = 11, kTime = 5;
+  const bool known = lastChangeOf_ == shown.CurrentSupplierId;
+  const bool told = known && change && change != lastChange_ && change->at.size() >= kTimeAt + kTime;
+  const std::string text = told ? Tr("Changed by %1 at %2", {change->by, change->at.substr(kTimeAt, kTime)})
+                                : Tr("Changed by another program");
+  LblChanged.SetCaption(CaptionOf(text));
+  LblChanged.SetToolTip(told ? Tr("Changed by %1 at %2", {change->by, change->at}) : text);
+  LblChanged.SetVisible(true);
 }
 
 std::vector<MetField> FrmMain::Meet(const SupplierRow& now) {

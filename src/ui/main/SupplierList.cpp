@@ -158,6 +158,7 @@ void FrmMain::ShowSupplier(const SupplierRow& row) {
   contacts.ListContacts();
   LoadSupplierRateCard(row);
   fields_.RememberLoadedFields(row.row);
+  ForgetLastChange();
   standing.LookAt(shown.CurrentSupplierId);
 }
 
@@ -166,6 +167,7 @@ void FrmMain::ShowNoSupplier() {
   const SupplierRow nobody = ReadSupplier(database, 0);
   shown.CurrentSupplierId = 0;
   shown.CurrentSupplierIndex = -1;
+  ForgetLastChange();
   fields_.Bind(nobody.row, true);
   forms.ClearTicks();
   contacts.ClearContacts();
@@ -318,6 +320,7 @@ void FrmMain::LoadDefaultSupplier() {
 
 void FrmMain::NewSupplier() {
   shown.CurrentSupplierId = 0;
+  ForgetLastChange();
   run.SetStatus(false, "Loading Defaults", 20);
   ListView::Row row;
   row.key = "ID0";
