@@ -46,7 +46,13 @@ void FrmMain::TimerOthers_Tick() {
     const bool again = std::exchange(lookAgain_, false);
     const bool changed = std::exchange(version_, version) != version;
     lookAgain_ = changed && !database.Plain().IsFile();
-    if (changed || again) FollowOthers();
+    // What was edited here and elsewhere is shown once it is no edit any more, without another change.
+    const bool edited = !ReadsAsLoaded() || contacts.ContactChanged, wasEdited = std::exchange(edited_, edited);
+    if (changed || again) {
+      FollowOthers();
+    } else if (wasEdited && shown.CurrentSupplierId != 0) {
+      FollowShownSupplier();
+    }
     RememberLastChange();
   } catch (const RuntimeError&) {
     // What cannot be read now is read with the next command, which tells why it cannot.
@@ -69,8 +75,6 @@ void FrmMain::FollowShownSupplier() {
   const bool changedBefore = shown.SupplierChanged;
   shown.LoadingSupplier = true;
   const bool met = !Meet(now).empty();
-  // What meets is shown once it is no edit any more.
-  lookAgain_ = lookAgain_ || met;
   const bool taken = fields_.TakeStored(now.row);
   const bool ticks = forms.Follow(shown.CurrentSupplierId);
   const bool people = contacts.Follow();

@@ -287,6 +287,7 @@ class FrmMain : public Window {
   bool busy_ = false;                 // the status line tells of work
   int lastChangeOf_ = 0;              // whose change lastChange_ is
   std::optional<Change> lastChange_;  // of the shown supplier, as it was loaded or stored
+  bool edited_ = false;               // something of the shown supplier, at the last look
   bool lookAgain_ = false;            // at the next look, whether something has changed or not
   std::string version_;               // of the database, as it was last looked at
 };
