@@ -1,6 +1,8 @@
 #include "cli/ManySuppliers.h"
 
 #include <algorithm>
+#include <atomic>
+#include <csignal>
 #include <iostream>
 
 #include "cli/ChosenSupplier.h"
@@ -8,6 +10,34 @@
 #include "platform/files/Files.h"
 
 namespace tarvolinex {
+
+namespace {
+
+std::atomic<std::atomic<bool>*> toBeStopped = nullptr;
+
+extern "C" void StopRun(int signal) {
+  std::signal(signal, SIG_DFL);
+  if (std::atomic<bool>* stop = toBeStopped) *stop = true;
+}
+
+// A signal that whoever started the program keeps from it stays so.
+void Handle(void (*handler)(int)) {
+  for (const int signal : {SIGINT, SIGTERM}) {
+    if (std::signal(signal, handler) == SIG_IGN) std::signal(signal, SIG_IGN);
+  }
+}
+
+}  // namespace
+
+StopWhenInterrupted::StopWhenInterrupted(Run& run) {
+  toBeStopped = &run.StopRequested;
+  Handle(StopRun);
+}
+
+StopWhenInterrupted::~StopWhenInterrupted() {
+  Handle(SIG_DFL);
+  toBeStopped = nullptr;
+}
 
 bool IsForMany(const Arguments& parsed) {
   const bool all = parsed.Has("--all"), stale = parsed.Has("--stale");
@@ -28,6 +58,7 @@ int MakeForMany(Run& run, const Arguments& parsed, int sendType) {
   if (!OpenDatabaseForCommand(run, database)) return kFailed;
   const std::string folder = WholePath(output);
   const auto jobs = BatchJobs(database, OwnBranding(run), WantedBy(parsed));
+  const StopWhenInterrupted stop(run);
   const auto results = MakeBatch(database, jobs, sendType, folder, run);
   const std::string report = folder + "\\report.csv";
   WriteFile(report, BatchReport(results));

@@ -119,6 +119,7 @@ int SendToMany(Run& run, const Arguments& parsed) {
   }
   PostRoom room(database, {OwnBranding(run), OwnWebAccount(run), perMinute}, run);
   if (!resumes) BeginRun(run, database, room, parsed, order);
+  const StopWhenInterrupted stop(run);
   room.Send();
   const std::vector<Letter> letters = Letters(database);
   std::cout << LetterReport(letters);

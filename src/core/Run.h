@@ -2,6 +2,7 @@
 // the run owns it and hands it down; the floors below the windows and commands are given values of it.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -39,7 +40,7 @@ class Run final : public Reporter {
   // does not save pending edits.
   bool ErrorShown = false;
   // The user's wish to stop what is being built or sent.
-  bool StopRequested = false;
+  std::atomic<bool> StopRequested = false;
 
   Words OwnWords() const { return {CalculatorPreferences, SupplierCalcSettings}; }
   std::string ReplaceAliases(std::string_view text) const { return tarvolinex::ReplaceAliases(text, OwnWords()); }

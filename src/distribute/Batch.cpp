@@ -188,7 +188,7 @@ std::vector<BatchResult> MakeBatch(Database& database, const std::vector<BatchJo
   if (jobs.empty()) return {};
   // Once, before several look at it.
   if (!RefreshPages(jobs.front().publication.branding, reporter)) return {};
-  const WorkFolders folders(outputFolder + "\\work", jobs.size());
+  const WorkFolders folders(outputFolder + "\\work");
   const DeflateOnce once;
   const auto now = reporter.Now();
   std::vector<std::optional<BatchResult>> results(jobs.size());

@@ -16,7 +16,7 @@ std::size_t BuildsAtOnce() {
 }  // namespace
 
 BuildAhead::BuildAhead(const Branding& branding)
-    : numbers_(BuildsAtOnce()), folders_(branding.folders.app + "\\CalcInstall", numbers_) {}
+    : numbers_(BuildsAtOnce()), folders_(branding.folders.app + "\\CalcInstall") {}
 
 bool BuildAhead::Holds(const Which& which) const {
   return std::any_of(builds_.begin(), builds_.end(), [&](const Build& each) { return each.which == which; });

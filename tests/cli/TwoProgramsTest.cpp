@@ -74,4 +74,32 @@ TEST_F(TwoProgramsTest, PackagesThatAreMadeAtOnceHoldTheirOwnSupplier) {
   }
 }
 
+TEST_F(TwoProgramsTest, ABatchThatIsCutOffOrStoppedLeavesWholeFilesAlone) {
+  constexpr int kSuppliers = 300;
+  RunBeside({Program("app", "suppliers", "list")});
+  Connection database;
+  database.Open("dbq=" + Folder("app") + "/Tarvolinex.mdb");
+  database.Begin();
+  for (int i = 13; i <= kSuppliers; ++i) {
+    database.Execute("INSERT INTO suppliers (ID,CompanyName) VALUES (" + std::to_string(i) + ",'Dealer')");
+  }
+  database.Commit();
+  database.Close();
+  const std::string out = Folder("out");
+  // Once the first is there.
+  const auto endWith = [&](const std::string& signal) {
+    return std::system((Program("app", "package --all --as zip --output '" + out + "'", "said") + " & p=$!; " +
+                        "until ls 2>&1 '" + out + "' | grep -q zip; do sleep 0.02; done; kill -" + signal +
+                        " $p; wait $p")
+                           .c_str());
+  };
+  EXPECT_NE(endWith("KILL"), 0);
+  for (const std::string& made : ListFiles(out + "/*.zip")) std::filesystem::remove(out + "/" + made);
+  EXPECT_NE(endWith("TERM"), 0);
+  const std::string report = ReadFile(out + "/report.csv");
+  const auto made = std::count(report.begin(), report.end(), '\n') - 1;
+  EXPECT_LT(made, kSuppliers);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(out), {}), made + 1) << report;
+}
+
 }  // namespace tarvolinex

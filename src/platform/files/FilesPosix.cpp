@@ -104,7 +104,7 @@ void RemoveDead(const std::filesystem::path& path, bool here) {
   const bool gone = here && handle < 0 && errno == ENOENT;
   const bool dead = gone || (handle >= 0 && ::flock(handle, LOCK_EX | LOCK_NB) == 0);
   const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
-  if (dead || (fs::last_write_time(path, error) < old && !error)) fs::remove(path, error);
+  if (dead || (fs::last_write_time(path, error) < old && !error)) fs::remove_all(path, error);
   if (handle >= 0) ::close(handle);
 }
 
@@ -133,7 +133,7 @@ UnfinishedFile::~UnfinishedFile() {
   const std::string name = FileNameOf(path_);
   for (const auto& entry : std::filesystem::directory_iterator(FolderOf(path_), ignored)) {
     const std::string other = entry.path().filename().string();
-    if (other != name && other.starts_with(name)) std::filesystem::remove(entry.path(), ignored);
+    if (other != name && other.starts_with(name)) std::filesystem::remove_all(entry.path(), ignored);
   }
   ::unlink(path_.c_str());
   ::close(handle_);
