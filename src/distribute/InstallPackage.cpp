@@ -185,8 +185,7 @@ bool BuildDistFiles(const Branding& branding, int sendType, const std::optional<
     FlushTogether together;
     BringInstallIcon(branding);
     WriteSetupList(branding);
-    // What was asked of the last send does not decide what a file that is made by hand holds.
-    const bool packed = Pack(branding, target, !chosenName && sendType == kSendLink, reporter);
+    const bool packed = Pack(branding, target, sendType == kSendLink, reporter);
     together.Commit();
     return packed;
   } catch (const RuntimeError& failure) {

@@ -93,7 +93,7 @@ class Postman {
     }
     if (!built_.fault.empty()) Settle(letter, LetterState::Refused, built_.fault);
     if (!uploadFault_.empty()) Mark(letter, LetterState::Waiting, uploadFault_);
-    return built_.fault.empty() && uploadFault_.empty();
+    return built_.fault.empty() && uploadFault_.empty() && !ended_;
   }
 
   // What goes with the file that was built.
@@ -105,9 +105,19 @@ class Postman {
     instructions_ = letter.instructions ? GetInstructions(app, letter.sendType, reporter_) : std::string();
     organisation_ = OrganisationIngredients(run_.branding);
     supplier_ = SupplierIngredients(publication.supplier, publication.forms, prints_);
-    if (letter.sendType != kSendLink) return;
+    if (letter.sendType == kSendLink && WaitForIdentifier()) Upload();
+  }
+
+  // An identifier names a second: no two files have the same.
+  bool WaitForIdentifier() {
+    if (uploaded_ && !Wait(*uploaded_ + std::chrono::seconds(1) - std::chrono::steady_clock::now())) return false;
+    uploaded_ = std::chrono::steady_clock::now();
+    return true;
+  }
+
+  void Upload() {
     Unattended quiet(reporter_.Now());
-    const auto uploaded = TransferInstallFile(app, built_.file, run_.web, quiet);
+    const auto uploaded = TransferInstallFile(run_.branding.folders.app, built_.file, run_.web, quiet);
     if (uploaded) identifier_ = *uploaded;
     // The line's or the server's, and not the reader's.
     if (!uploaded) uploadFault_ = quiet.Reports().empty() ? Tr("File Upload failed") : quiet.Reports();
@@ -254,7 +264,7 @@ class Postman {
   std::vector<Letter> letters_;
   std::size_t done_ = 0;
   bool ended_ = false;
-  std::optional<std::chrono::steady_clock::time_point> last_;  // a message left
+  std::optional<std::chrono::steady_clock::time_point> last_, uploaded_;  // a message left, or a file
   std::optional<BuildAhead> ahead_;
   // What is in hand.
   std::optional<BuildAhead::Which> which_;
