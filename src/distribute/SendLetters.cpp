@@ -275,8 +275,15 @@ class Postman {
   int doubtfulInARow_ = 0;
 };
 
+constexpr const char* kLetters = "letters";
+
 std::string LockPath(const Database& database) {
   return database.Folder() + "\\Letters.lock";
+}
+
+RuntimeError InOtherHands(const Database& database) {
+  return RuntimeError(kFileAlreadyOpen, Tr("Another running Tarvolinex is sending the letters of the database in %1",
+                                           {NativePath(database.Name())}));
 }
 
 }  // namespace
@@ -342,10 +349,19 @@ PostRoom::PostRoom(Database& database, LetterRun run, Reporter& reporter)
     alone_.emplace(LockPath(database), std::chrono::seconds(0), true);
   } catch (const RuntimeError& failure) {
     if (failure.Number() != kFileAlreadyOpen) throw;
-    throw RuntimeError(kFileAlreadyOpen, Tr("Another running Tarvolinex is sending the letters of the database in %1",
-                                            {NativePath(database.Folder())}));
+    throw InOtherHands(database);
   }
+  if (!database.Plain().Hold(kLetters)) throw InOtherHands(database);
+  held_.reset(&database.Plain());
   Postman(database_, run_, reporter_).SettleInterrupted();
+}
+
+void PostRoom::LetGo::operator()(Connection* server) const {
+  try {
+    server->LetGo(kLetters);
+  } catch (const RuntimeError&) {
+    // The server has lost the connection, and lets go itself.
+  }
 }
 
 void PostRoom::Begin(const std::vector<Letter>& letters) {

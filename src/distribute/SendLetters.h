@@ -6,6 +6,7 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -51,7 +52,8 @@ struct LetterRun {
                                                    std::chrono::minutes(2)};
 };
 
-// A database's letters in the hands of this program: none beside it sends or drops them.
+// A database's letters in the hands of this program: none beside it, and at a server no other desk, sends or drops
+// them.
 class PostRoom {
  public:
   // Letters that were leaving when an earlier run ended are doubtful from here on. The database and the reporter must
@@ -74,6 +76,10 @@ class PostRoom {
   const LetterRun run_;
   Reporter& reporter_;
   std::optional<FileLock> alone_;
+  struct LetGo {
+    void operator()(Connection* server) const;
+  };
+  std::unique_ptr<Connection, LetGo> held_;  // by whom all desks at a server are kept out
 };
 
 // SupplierID, CompanyName, Contact, Email, Result, Detail as CSV with its heading; one that is left is "left".

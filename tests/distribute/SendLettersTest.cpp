@@ -118,6 +118,13 @@ TEST_F(SendLettersTest, OneProgramHasTheLettersAndForgetsNoneThatWasLeaving) {
     EXPECT_TRUE(ClaimLetter(form->database, first));
     EXPECT_FALSE(ClaimLetter(form->database, first)) << "it does not wait any more";
   }
+  if (OnServer()) {
+    Connection otherDesk;
+    otherDesk.Open(Where());
+    ASSERT_TRUE(otherDesk.Hold("letters"));
+    EXPECT_THROW(Room(), RuntimeError) << "in a data folder of its own";
+    otherDesk.LetGo("letters");
+  }
   Room().Forget();
   EXPECT_EQ(Ask("SELECT Result||SupplierId FROM Deliveries"), "doubtful1");
   EXPECT_TRUE(Letters(form->database).empty());

@@ -81,6 +81,14 @@ std::string Connection::Version() {
   return Do([](Engine& engine) { return engine.Version(); });
 }
 
+bool Connection::Hold(std::string_view name) {
+  return Do([&](Engine& engine) { return engine.Hold(name); });
+}
+
+void Connection::LetGo(std::string_view name) {
+  Do([&](Engine& engine) { engine.LetGo(name); });
+}
+
 void Connection::KeepIdsAbove(std::string_view table, int id) {
   Do([&](Engine& engine) { engine.KeepIdsAbove(table, id); });
 }

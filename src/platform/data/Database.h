@@ -67,6 +67,11 @@ class Connection {
   // Another text once another program has stored something.
   std::string Version();
 
+  // Something at the database, by its name, that one program at a time does: false when another one holds it. Of a file
+  // always true: it is locked by a file beside it. After a lost connection it is taken again, when nobody has it.
+  bool Hold(std::string_view name);
+  void LetGo(std::string_view name);
+
   // A number that the database remembers; 0 in a new one.
   int SchemaVersion();
   void SetSchemaVersion(int version);

@@ -73,6 +73,8 @@ class Engine {
   virtual bool IsFile() const = 0;
   virtual bool MayWrite() = 0;
   virtual void CopyTo(std::string_view path, const std::function<void()>& pause) = 0;
+  virtual bool Hold(std::string_view /*name*/) { return true; }
+  virtual void LetGo(std::string_view /*name*/) {}
   virtual void WhenLost(const LostConnection& /*lost*/) {}
 };
 

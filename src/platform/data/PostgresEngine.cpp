@@ -20,6 +20,11 @@ std::string TextOf(const PGresult* result) {
   return PQntuples(result) > 0 && PQnfields(result) > 0 ? std::string(ValueAt(result, 0, 0)) : std::string();
 }
 
+// Of what one desk at a time does, by its name.
+std::string Lock(const char* function, std::string_view name) {
+  return std::string("SELECT ") + function + "(hashtextextended('tarvolinex " + std::string(name) + "', 0))";
+}
+
 int NumberIn(const std::string& text) {
   int number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);
@@ -270,6 +275,18 @@ bool PostgresEngine::MayWrite() {
                      "current_schema()::regnamespace",
                      "")
                     .get()) != "f";
+}
+
+bool PostgresEngine::Hold(std::string_view name) {
+  const std::string take = Lock("pg_try_advisory_lock", name);
+  if (TextOf(RunOutside({take}).get()) != "t") return false;
+  session_.AfterReconnecting(take);
+  return true;
+}
+
+void PostgresEngine::LetGo(std::string_view name) {
+  session_.AfterReconnecting({});
+  RunOutside({Lock("pg_advisory_unlock", name)});
 }
 
 void PostgresEngine::CopyTo(std::string_view, const std::function<void()>&) {

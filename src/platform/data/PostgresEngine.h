@@ -71,6 +71,8 @@ class PostgresEngine final : public Engine {
   bool IsFile() const override { return false; }
   bool MayWrite() override;
   void CopyTo(std::string_view path, const std::function<void()>& pause) override;
+  bool Hold(std::string_view name) override;
+  void LetGo(std::string_view name) override;
   void WhenLost(const LostConnection& lost) override { session_.WhenLost(lost); }
 
  private:

@@ -19,10 +19,11 @@ namespace {
 // Where the server of this machine listens when no address is given.
 constexpr const char* kSocketFolder = "/var/run/postgresql";
 constexpr const char* kAnswerSeconds = "10";
-// How the server is to speak and how long it waits: for another desk that stores something, and for one that fell
-// silent while it did.
+// How the server is to speak and how long it waits: for another desk that stores something, for one that fell silent
+// while it did, and for one that has gone without a word and holds something.
 constexpr const char* kManners =
     "-c datestyle=ISO -c extra_float_digits=1 -c standard_conforming_strings=on -c client_min_messages=warning "
+    "-c tcp_keepalives_idle=10 -c tcp_keepalives_interval=5 -c tcp_keepalives_count=3 "
     "-c idle_in_transaction_session_timeout=60s -c lock_timeout=";
 constexpr int kWaitSeconds = 10;
 
@@ -208,6 +209,7 @@ void PostgresSession::Reconnect(const std::string& lostBy) {
       Wire wire = Connect();
       EndPredecessor(wire.get());
       Adopt(std::move(wire));
+      if (!first_.empty()) Run({{first_}});
       if (lost_) lost_(0, "");
       return;
     } catch (const ConnectionLost& lost) {

@@ -39,6 +39,8 @@ class PostgresSession {
   // asked gives up, or the server refuses.
   void Reconnect(const std::string& why);
   void WhenLost(LostConnection lost) { lost_ = std::move(lost); }
+  // What the new connection is told first; empty = nothing.
+  void AfterReconnecting(std::string statement) { first_ = std::move(statement); }
 
  private:
   struct Closer {
@@ -55,7 +57,8 @@ class PostgresSession {
 
   std::string connectionString_;
   Wire wire_;
-  std::string self_;  // which process of the server it is, and since when
+  std::string self_;   // which process of the server it is, and since when
+  std::string first_;  // what a new connection is told
   LostConnection lost_;
 };
 
