@@ -173,7 +173,7 @@ earlier time are replaced.
                        [--instructions]
        tarvolinex send --all|--stale --to all|last --as exe|zip|link --subject TEXT --message TEXT [--instructions]
                        [--per-minute N] [--dry-run] [--resume]
-       tarvolinex send --resume [--per-minute N]
+       tarvolinex send --resume [--per-minute N] [--dry-run]
 
 Builds and packs the supplier's calculator and sends one message to the contacts, in the way that Mail.INI of the app
 folder says; without it through the local sendmail, or into the folder "Outbox". The day of sending is noted with each

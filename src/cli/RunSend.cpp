@@ -76,22 +76,21 @@ LetterOrder OrderOf(const Arguments& parsed) {
   return order;
 }
 
-void ShowLetters(Run& run, const std::vector<Letter>& letters, const std::vector<BatchJob>& jobs) {
+// Of a run that is taken up those that are left.
+void ShowWhatWouldGo(Run& run, Database& database, const std::vector<Letter>& letters) {
   for (const Letter& letter : letters) {
-    const auto job = std::find_if(jobs.begin(), jobs.end(),
-                                  [&](const BatchJob& each) { return each.supplierId == letter.supplierId; });
+    if (letter.state != LetterState::Waiting) continue;
     const std::string instructions = letter.instructions ? GetInstructions(run.AppFolder, letter.sendType, run) : "";
-    const WrittenLetter written =
-        Written(letter, OwnBranding(run), job->publication.supplier, instructions, "", OwnWebAccount(run));
+    const WrittenLetter written = Written(letter, OwnBranding(run), ReadSupplier(database, letter.supplierId).settings,
+                                          instructions, "", OwnWebAccount(run));
     std::cout << "To: " << written.to << "\nSubject: " << written.subject << '\n';
     if (!written.attachment.empty()) std::cout << "Attached: " << written.attachment << '\n';
     std::cout << '\n' << ReplaceAll(written.text, "\r", "") << "\n\n";
   }
 }
 
-void ShowWhatWouldGo(Run& run, Database& database, const Arguments& parsed, const LetterOrder& order) {
-  const auto jobs = BatchJobs(database, OwnBranding(run), WantedBy(parsed));
-  ShowLetters(run, LettersFor(database, jobs, order), jobs);
+std::vector<Letter> NewLetters(Run& run, Database& database, const Arguments& parsed, const LetterOrder& order) {
+  return LettersFor(database, BatchJobs(database, OwnBranding(run), WantedBy(parsed)), order);
 }
 
 // One that is unfinished is forgotten only when the user agrees.
@@ -102,7 +101,7 @@ void BeginRun(Run& run, Database& database, PostRoom& room, const Arguments& par
                                  Tr("Email"), BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes) {
     throw RuntimeError(kItemNotFound, "--resume goes on with the unfinished run, --yes begins another one");
   }
-  room.Begin(LettersFor(database, BatchJobs(database, OwnBranding(run), WantedBy(parsed)), order));
+  room.Begin(NewLetters(run, database, parsed, order));
 }
 
 int SendToMany(Run& run, const Arguments& parsed) {
@@ -114,7 +113,7 @@ int SendToMany(Run& run, const Arguments& parsed) {
   Database database(run);
   if (!OpenDatabaseForCommand(run, database)) return kFailed;
   if (parsed.Has("--dry-run")) {
-    ShowWhatWouldGo(run, database, parsed, order);
+    ShowWhatWouldGo(run, database, resumes ? Letters(database) : NewLetters(run, database, parsed, order));
     return kDone;
   }
   PostRoom room(database, {OwnBranding(run), OwnWebAccount(run), perMinute}, run);

@@ -296,6 +296,19 @@ TEST_F(CommandLineTest, LimitsThatContradictEachOtherStopEveryCommandThatStoresO
   EXPECT_FALSE(FileExists(app + "/calculator/Supplier.dat") || FileExists(app + "/x.exe"));
 }
 
+TEST_F(CommandLineTest, ARunToManyThatIsTakenUpShowsWhatIsLeft) {
+  Program("preferences write", R"({"OrgCompanyName":"Acme","OrgEmail":"a@acme.example"})");
+  folder.File("app/Mail.INI", "[PROFILES]\nDefaultProfile=out\n[out]\nTransport=outbox\n");
+  const Run sent = Program("send --all --to all --as zip --subject Hello --message m");
+  EXPECT_EQ(sent.status, 0) << sent.out << sent.err;
+  Connection database;
+  database.Open(OnServer() ? shared : "dbq=" + folder.Path() + "/app/Tarvolinex.mdb");
+  database.Execute("UPDATE Letters SET State='waiting' WHERE ID IN (SELECT MIN(ID) FROM Letters)");
+  const Run left = Program("send --resume --dry-run");
+  ASSERT_NE(left.out.find("Subject: Hello"), std::string::npos) << left.err;
+  EXPECT_EQ(left.out.find("Subject: Hello"), left.out.rfind("Subject: Hello")) << left.out;
+}
+
 TEST_F(CommandLineTest, ANewVersionReplacesWhatNobodyHasChanged) {
   const std::string app = folder.Path() + "/app";
   const Run run = Program("suppliers");
