@@ -9,7 +9,6 @@
 #include "platform/files/Files.h"
 #include "store/DatabaseCheck.h"
 #include "store/DatabaseCopy.h"
-#include "store/SharedDatabase.h"
 
 namespace tarvolinex {
 
@@ -35,15 +34,7 @@ int RunCopy(const std::vector<std::string>& arguments) {
     if (line != shown) std::cerr << line << '\n';
     shown = line;
   };
-  Connection from;
-  OpenShared(source, from);
-  if (IsPostgres(target)) {
-    Connection to;
-    OpenShared(target, to);
-    CopyDatabase(from, to, progress);
-  } else {
-    CopyDatabaseToFile(from, FileIn(target), progress);
-  }
+  CopyOffice(source, target, progress);
   std::cout << DatabaseName(target) << '\n';
   return kDone;
 }

@@ -101,11 +101,7 @@ void SetDatesLastSent(Database& database, const std::vector<ContactDate>& dates,
   } catch (const RuntimeError& failure) {
     failed = connection.Errors().empty() ? failure.Description() : connection.Errors().front();
   }
-  try {
-    connection.Rollback();
-  } catch (const RuntimeError&) {
-    // A statement that failed has rolled back by itself.
-  }
+  connection.Rollback();
   if (!failed.empty()) throw RuntimeError(kDatabase, failed);
 }
 

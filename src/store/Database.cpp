@@ -82,16 +82,14 @@ void Database::Check(const std::string& name) {
   user_ = LoginName();
   if (connection_.IsFile()) return;
   Recordset user;
-  user.Open("SELECT current_user AS name", connection_);
+  user.Open("SELECT session_user AS name", connection_);
   user_ = ValueText(user.Field(0));
   user.Close();
   readOnly_ = !connection_.MayWrite();
   if (!readOnly_) tarvolinex::BringTo(connection_, kNewestStep);
 }
 
-// Runs a step on the connection; its failure is the fatal report of an action statement.
-template <typename Action>
-void Database::Report(Action action) {
+void Database::Report(const std::function<void()>& action) {
   try {
     action();
   } catch (const RuntimeError&) {
@@ -161,11 +159,7 @@ Transaction::~Transaction() {
 
 void Transaction::Abandon() {
   if (!std::exchange(open_, false)) return;
-  try {
-    database_.connection_.Rollback();
-  } catch (const RuntimeError&) {
-    // The statement that failed has already been reported, and has rolled back by itself.
-  }
+  database_.connection_.Rollback();
 }
 
 void Transaction::Commit() {

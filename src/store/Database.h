@@ -2,6 +2,7 @@
 // three operations below it: open a record set, execute a statement, execute several together.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -46,6 +47,8 @@ class Database {
   // One action statement. A failure is a fatal report: "Database update failed." with the first error of the
   // connection.
   void ExecuteStatement(std::string_view statement);
+  // The same of several steps on the connection.
+  void Report(const std::function<void()>& action);
 
   // Makes the tables that are missing up to this step. A failure is as above.
   void BringTo(SchemaStep step);
@@ -57,8 +60,6 @@ class Database {
 
  private:
   friend class Transaction;
-  template <typename Action>
-  void Report(Action action);
   void Copy(const std::string& today);
   bool WaitForServer(int attempt, const std::string& why);
   void Check(const std::string& name);

@@ -5,6 +5,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
+#include "platform/text/Text.h"
 #include "store/Forms.h"
 #include "store/KeptQuotes.h"
 #include "store/Statements.h"
@@ -63,10 +64,20 @@ void FindBadRates(Database& database, Found& found) {
   }
 }
 
+// The pages of a file lie beside it, those of a server in it.
+bool HasPage(Database& database, const std::string& page) {
+  Connection& connection = database.Plain();
+  if (connection.IsFile()) return FileExists(page);
+  if (!connection.HasTable(kOfficeFilesTable)) return false;
+  Recordset found;
+  found.Open(FillStatement(statements::kOfficeFileId, "<NAME>", "forms/" + FoldCase(FileNameOf(page))), connection);
+  return !found.EndOfFile();
+}
+
 void FindMissingPages(Database& database, Found& found) {
   for (const FormRow& form : AllForms(database)) {
     const std::string page = FormPagePath(database.Folder(), form.id);
-    if (form.available && !FileExists(page)) {
+    if (form.available && !HasPage(database, page)) {
       found.push_back("form " + std::to_string(form.id) + " (" + form.description + "): its page is missing: " + page);
     }
   }

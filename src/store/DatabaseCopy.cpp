@@ -4,10 +4,13 @@
 #include <filesystem>
 
 #include "platform/RuntimeError.h"
+#include "platform/data/ConnectionText.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/Schema.h"
+#include "store/SharedDatabase.h"
+#include "store/SharedFiles.h"
 #include "store/Statements.h"
 
 namespace tarvolinex {
@@ -98,8 +101,22 @@ class TableCopy {
   std::vector<Column> columns_;
 };
 
+// Whatever is read while it lives is of one moment.
+class OneMoment {
+ public:
+  explicit OneMoment(Connection& connection) : connection_(connection) { connection_.BeginReading(); }
+  ~OneMoment() { connection_.Rollback(); }
+  OneMoment(const OneMoment&) = delete;
+  OneMoment& operator=(const OneMoment&) = delete;
+
+ private:
+  Connection& connection_;
+};
+
 void CopyTables(Connection& from, Connection& to, const CopyProgress& progress) {
-  const auto tables = AllTables();
+  const OneMoment moment(from);
+  auto tables = AllTables();
+  std::erase_if(tables, [](const TableDesign& table) { return table.name == kOfficeFilesTable; });
   int all = 0, done = 0;
   for (const TableDesign& table : tables) all += CountOf(from, table.name);
   for (const TableDesign& table : tables) {
@@ -115,7 +132,7 @@ void CopyTables(Connection& from, Connection& to, const CopyProgress& progress) 
 }  // namespace
 
 void CopyDatabase(Connection& from, Connection& to, const CopyProgress& progress) {
-  if (CountOf(from, "suppliers") == 0 && !from.HasTable("suppliers")) {
+  if (!from.HasTable("suppliers")) {
     throw RuntimeError(kDatabase, Tr("What is to be copied is no database of this program: it has no table suppliers"));
   }
   to.Begin();
@@ -127,11 +144,7 @@ void CopyDatabase(Connection& from, Connection& to, const CopyProgress& progress
     CopyTables(from, to, progress);
     to.Commit();
   } catch (const RuntimeError&) {
-    try {
-      to.Rollback();
-    } catch (const RuntimeError&) {
-      // It has rolled back by itself.
-    }
+    to.Rollback();
     throw;
   }
 }
@@ -151,6 +164,35 @@ void CopyDatabaseToFile(Connection& from, const std::string& path, const CopyPro
     std::filesystem::rename(beside, NativePath(path));
   } catch (const RuntimeError&) {
     if (FileExists(beside)) DeleteFile(beside);
+    throw;
+  }
+}
+
+void CopyOffice(const std::string& from, const std::string& to, const CopyProgress& progress) {
+  Connection source;
+  OpenShared(from, source);
+  RefuseNewer(source, DatabaseName(from));
+  const FilesByName files = OfficeFilesOf(source, FolderOf(WholePath(FileIn(from))));
+  if (!IsPostgres(to)) {
+    const std::string path = WholePath(FileIn(to));
+    CopyDatabaseToFile(source, path, progress);
+    try {
+      return LayOut(files, FolderOf(path));
+    } catch (const RuntimeError&) {
+      DeleteFile(path);
+      throw;
+    }
+  }
+  Connection target;
+  OpenShared(to, target);
+  RefuseNewer(target, DatabaseName(to));
+  target.Begin();
+  try {
+    CopyDatabase(source, target, progress);
+    StoreOfficeFiles(files, target);
+    target.Commit();
+  } catch (const RuntimeError&) {
+    target.Rollback();
     throw;
   }
 }

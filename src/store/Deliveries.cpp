@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "store/Changes.h"
+#include "store/KeptContent.h"
 #include "store/Row.h"
 #include "store/Schema.h"
 #include "store/Statements.h"
@@ -16,15 +17,6 @@ namespace {
 
 constexpr const char* kDeliveriesTable = "Deliveries";
 constexpr const char* kTaken = "sent";
-
-// The ID of the content, which is stored once however often it went out.
-std::string KeepDelivered(Database& database, std::string_view content) {
-  const std::string text = DoubleQuotes(content);
-  database.Plain().Execute(FillStatement(statements::kInsertDeliveredContent, "<CONTENT>", text));
-  Recordset found;
-  found.Open(FillStatement(statements::kFindDeliveredContent, "<CONTENT>", text), database.Plain());
-  return ValueText(found.Field("ID"));
-}
 
 int NumberOf(std::string_view text) {
   int number = 0;
@@ -37,22 +29,24 @@ int NumberOf(std::string_view text) {
 void AddDeliveries(Database& database, const std::vector<Delivery>& deliveries,
                    const std::string& organisationIngredients, const std::string& supplierIngredients) {
   BringTo(database.Plain(), SchemaStep::Deliveries);
-  const std::string organisation = KeepDelivered(database, organisationIngredients);
-  const std::string supplier = KeepDelivered(database, supplierIngredients);
+  const auto keep = [&](const std::string& content) {
+    return KeepContent(database.Plain(), kDeliveredContentsTable, content);
+  };
+  const std::string organisation = keep(organisationIngredients), supplier = keep(supplierIngredients);
   for (const Delivery& each : deliveries) {
     constexpr int kMostInResult = 250;
-    database.Plain().Execute(FillStatement(
-        statements::kInsertDelivery, {{"<DATE>", each.date},
-                                      {"<SUPPLIERID>", std::int64_t{each.supplierId}},
-                                      {"<COMPANYNAME>", DoubleQuotes(each.companyName)},
-                                      {"<CONTACTID>", std::int64_t{each.contactId}},
-                                      {"<CONTACT>", DoubleQuotes(each.contact)},
-                                      {"<EMAIL>", DoubleQuotes(each.email)},
-                                      {"<SENTAS>", each.sentAs},
-                                      {"<RESULT>", DoubleQuotes(FirstCharacters(each.result, kMostInResult))},
-                                      {"<MESSAGE>", KeepDelivered(database, each.subject + "\n\n" + each.message)},
-                                      {"<ORGANISATION>", organisation},
-                                      {"<SUPPLIER>", supplier}}));
+    database.Plain().Execute(FillStatement(statements::kInsertDelivery,
+                                           {{"<DATE>", each.date},
+                                            {"<SUPPLIERID>", std::int64_t{each.supplierId}},
+                                            {"<COMPANYNAME>", DoubleQuotes(each.companyName)},
+                                            {"<CONTACTID>", std::int64_t{each.contactId}},
+                                            {"<CONTACT>", DoubleQuotes(each.contact)},
+                                            {"<EMAIL>", DoubleQuotes(each.email)},
+                                            {"<SENTAS>", each.sentAs},
+                                            {"<RESULT>", DoubleQuotes(FirstCharacters(each.result, kMostInResult))},
+                                            {"<MESSAGE>", keep(each.subject + "\n\n" + each.message)},
+                                            {"<ORGANISATION>", organisation},
+                                            {"<SUPPLIER>", supplier}}));
     NoteMaker(database, Changed::Delivery, database.Plain().LastInsertedId());
   }
 }
@@ -65,11 +59,7 @@ void NoteDeliveries(Database& database, const std::vector<Delivery>& deliveries,
     AddDeliveries(database, deliveries, organisationIngredients, supplierIngredients);
     connection.Commit();
   } catch (const RuntimeError&) {
-    try {
-      connection.Rollback();
-    } catch (const RuntimeError&) {
-      // A statement that failed has rolled back by itself.
-    }
+    connection.Rollback();
     throw;
   }
 }

@@ -10,6 +10,7 @@
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/Changes.h"
+#include "store/KeptContent.h"
 #include "store/Schema.h"
 
 namespace tarvolinex {
@@ -145,10 +146,9 @@ std::string ContentOf(const Record& record) {
 
 // The ID of the record's content, which is stored once however many quotes it priced.
 std::string KeepRecord(Database& database, const std::string& content) {
-  database.ExecuteStatement(FillStatement(statements::kInsertKeptRecord, "<CONTENT>", content));
-  Recordset found;
-  database.OpenRecordset(FillStatement(statements::kFindKeptRecord, "<CONTENT>", content), found);
-  return ValueText(found.Field("ID"));
+  std::string id;
+  database.Report([&] { id = KeepContent(database.Plain(), kKeptRecordsTable, content); });
+  return id;
 }
 
 template <typename Record>

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/text/Translation.h"
+#include "store/KeptContent.h"
 #include "store/KeptQuotes.h"
 
 namespace tarvolinex {
@@ -95,11 +96,11 @@ std::vector<TableDesign> QuoteTables() {
   for (const QuoteField& field : QuoteFields()) add("", field);
   quotes.columns.push_back({"SupplierRecord", Kind::WholeNumber});
   quotes.columns.push_back({"PreferencesRecord", Kind::WholeNumber});
-  return {{"KeptRecords", {{"ID", Kind::Id}, {"Content", Kind::OnceText}}}, std::move(quotes)};
+  return {{kKeptRecordsTable, {{"ID", Kind::Id}, {"Content", Kind::OnceText}}}, std::move(quotes)};
 }
 
 std::vector<TableDesign> DeliveryTables() {
-  return {{"DeliveredContents", {{"ID", Kind::Id}, {"Content", Kind::OnceText}}},
+  return {{kDeliveredContentsTable, {{"ID", Kind::Id}, {"Content", Kind::OnceText}}},
           {"Deliveries",
            {{"ID", Kind::Id},
             {"SentAt", Kind::Text, 19},
@@ -154,7 +155,7 @@ std::vector<TableDesign> TablesOf(SchemaStep step) {
       return {LetterTable()};
     case SchemaStep::OfficeFiles:
       // Of a database on a server: one in a file has them beside it.
-      return {{"OfficeFiles",
+      return {{kOfficeFilesTable,
                {{"ID", Kind::Id}, {"Name", Kind::Text, 250}, {"Print", Kind::Text, 64}, {"Content", Kind::Text}}}};
     case SchemaStep::Changes:
       break;

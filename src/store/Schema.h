@@ -20,6 +20,9 @@ void BringTo(Connection& connection, SchemaStep step);
 // Throws RuntimeError when a newer version of the program has changed the tables.
 void RefuseNewer(Connection& connection, const std::string& name);
 
+// Where a database on a server keeps files (store/SharedFiles).
+inline constexpr const char* kOfficeFilesTable = "OfficeFiles";
+
 // All of them, in the order in which their rows can be copied.
 std::vector<TableDesign> AllTables();
 

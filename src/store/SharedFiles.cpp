@@ -11,6 +11,7 @@
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/Row.h"
+#include "store/Schema.h"
 #include "store/Statements.h"
 
 namespace tarvolinex {
@@ -25,6 +26,15 @@ using Prints = std::map<std::string, std::string>;  // by name, "forms/12.html"
 // Names are case-blind, as in every look-up of a file.
 std::string KeyOf(std::string_view folder, std::string_view name) {
   return FoldCase(folder) + "/" + FoldCase(name);
+}
+
+// Whether a name leads to a file of one of the folders: it becomes a path.
+bool IsOfOurFolders(std::string_view key) {
+  const auto stroke = key.find('/');
+  if (stroke == std::string_view::npos) return false;
+  const std::string_view folder = key.substr(0, stroke), name = key.substr(stroke + 1);
+  return std::ranges::any_of(kFolders, [&](const char* ours) { return EqualNoCase(ours, folder); }) && !name.empty() &&
+         name != "." && name != ".." && name.find_first_of("/\\") == std::string_view::npos;
 }
 
 // What one desk has, and had when it last agreed with the server.
@@ -97,31 +107,34 @@ class Desk {
 // The table of the files.
 class OfficeFiles {
  public:
-  explicit OfficeFiles(Database& database) : database_(database) {}
+  explicit OfficeFiles(Connection& connection) : connection_(connection) {}
   Prints Now() {
     Prints prints;
+    if (!connection_.HasTable(kOfficeFilesTable)) return prints;
     Recordset rows;
-    rows.Open(statements::kOfficeFiles, database_.Plain(), Recordset::Rows::Later);
-    rows.ReadRows({"Name", "Print"}, [&](const std::vector<std::string_view>& row) { prints.emplace(row[0], row[1]); });
+    rows.Open(statements::kOfficeFiles, connection_, Recordset::Rows::Later);
+    rows.ReadRows({"Name", "Print"}, [&](const std::vector<std::string_view>& row) {
+      if (IsOfOurFolders(row[0])) prints.emplace(row[0], row[1]);
+    });
     return prints;
   }
   std::string Content(const std::string& key) {
     Recordset row;
-    row.Open(FillStatement(statements::kOfficeFile, "<NAME>", DoubleQuotes(key)), database_.Plain());
+    row.Open(FillStatement(statements::kOfficeFile, "<NAME>", DoubleQuotes(key)), connection_);
     return row.EndOfFile() ? std::string() : FromBase64(ValueText(row.Field("Content")));
   }
   void Put(const std::string& key, const std::string& content) {
     Remove(key);
-    database_.Plain().Execute(FillStatement(
+    connection_.Execute(FillStatement(
         statements::kInsertOfficeFile,
         {{"<NAME>", DoubleQuotes(key)}, {"<PRINT>", Fingerprint(content)}, {"<CONTENT>", Base64(content)}}));
   }
   void Remove(const std::string& key) {
-    database_.Plain().Execute(FillStatement(statements::kDeleteOfficeFile, "<NAME>", DoubleQuotes(key)));
+    connection_.Execute(FillStatement(statements::kDeleteOfficeFile, "<NAME>", DoubleQuotes(key)));
   }
 
  private:
-  Database& database_;
+  Connection& connection_;
 };
 
 const std::string& In(const Prints& prints, const std::string& key) {
@@ -133,7 +146,7 @@ const std::string& In(const Prints& prints, const std::string& key) {
 // One meeting of a desk with the server, in the transaction that is open when something may be stored.
 class Meeting {
  public:
-  Meeting(Database& database, Desk& desk) : office_(database), desk_(desk), there_(office_.Now()) {}
+  Meeting(Connection& connection, Desk& desk) : office_(connection), desk_(desk), there_(office_.Now()) {}
 
   // Whether this desk has something that the server has not.
   bool HasNews() const {
@@ -211,7 +224,7 @@ FileNews BringFilesTogether(Database& database) {
   Connection& connection = database.Plain();
   if (!connection.IsOpen() || connection.IsFile()) return {};
   Desk desk(database.Folder(), database.Name());
-  if (Meeting look(database, desk); database.ReadOnly() || !look.HasNews()) {
+  if (Meeting look(connection, desk); database.ReadOnly() || !look.HasNews()) {
     const FileNews news = look.Meet(false);
     look.Remember();
     return news;
@@ -219,7 +232,7 @@ FileNews BringFilesTogether(Database& database) {
   connection.Begin();
   try {
     connection.Flush();  // nobody else stores anything from here on: what is read now stays so
-    Meeting meeting(database, desk);
+    Meeting meeting(connection, desk);
     const FileNews news = meeting.Meet(true);
     connection.Commit();
     meeting.Remember();
@@ -246,6 +259,36 @@ bool ShareFiles(Database& database, Reporter& reporter) {
     ReportFailure(reporter, Marked("The pages and pictures could not be brought together with the shared database"),
                   failure.Description());
     return false;
+  }
+}
+
+FilesByName OfficeFilesOf(Connection& connection, const std::string& folder) {
+  FilesByName files;
+  if (connection.IsFile()) {
+    const Desk desk(folder, "");
+    for (const auto& [key, print] : desk.Now()) files[key] = desk.Content(key);
+  } else {
+    OfficeFiles office(connection);
+    for (const auto& [key, print] : office.Now()) files[key] = office.Content(key);
+  }
+  return files;
+}
+
+void StoreOfficeFiles(const FilesByName& files, Connection& connection) {
+  OfficeFiles office(connection);
+  for (const auto& [key, content] : files) office.Put(key, content);
+}
+
+void LayOut(const FilesByName& files, const std::string& folder) {
+  Desk desk(folder, "");
+  for (const auto& [key, content] : files) {
+    const std::string& there = In(desk.Now(), key);
+    if (there.empty() || there == Fingerprint(content)) continue;
+    throw RuntimeError(kFileAlreadyOpen,
+                       Tr("There is another file %1 in %2 already; nothing was copied", {key, folder}));
+  }
+  for (const auto& [key, content] : files) {
+    if (In(desk.Now(), key).empty()) desk.Put(key, content);
   }
 }
 

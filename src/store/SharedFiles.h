@@ -2,6 +2,7 @@
 // keeps them, and each desk has copies in its data folder, with which everything works.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,15 @@ FileNews BringFilesTogether(Database& database);
 
 // The same; a failure is reported, and the user learns of files that were set aside. Whether something was fetched.
 bool ShareFiles(Database& database, Reporter& reporter);
+
+// The files themselves, by names like "forms/12.html".
+using FilesByName = std::map<std::string, std::string>;
+// Those of a database: of one in a file they lie in its folder. Throws RuntimeError.
+FilesByName OfficeFilesOf(Connection& connection, const std::string& folder);
+// Adds them to a database on a server, in the transaction that is open. Throws RuntimeError.
+void StoreOfficeFiles(const FilesByName& files, Connection& connection);
+// Puts them into a folder. Throws RuntimeError, before any is written, when the folder has another one of a name.
+void LayOut(const FilesByName& files, const std::string& folder);
 
 // Where this desk's files are kept that made way for the server's.
 std::string SetAsideFolder(const std::string& dataFolder);

@@ -67,25 +67,24 @@ inline constexpr std::string_view kDeleteFormLink =
 // Files that all desks of a server share.
 inline constexpr std::string_view kOfficeFiles = "SELECT ID, Name, Print FROM OfficeFiles";
 inline constexpr std::string_view kOfficeFile = "SELECT Content FROM OfficeFiles WHERE Name='<NAME>'";
+inline constexpr std::string_view kOfficeFileId = "SELECT ID FROM OfficeFiles WHERE Name='<NAME>'";
 inline constexpr std::string_view kInsertOfficeFile =
     "INSERT INTO OfficeFiles (Name, Print, Content) VALUES('<NAME>', '<PRINT>', '<CONTENT>')";
 inline constexpr std::string_view kDeleteOfficeFile = "DELETE FROM OfficeFiles WHERE Name='<NAME>'";
+// Contents that are stored once.
+inline constexpr std::string_view kInsertContent = "INSERT OR IGNORE INTO <TABLE> (Content) VALUES('<CONTENT>')";
+inline constexpr std::string_view kFindContent = "SELECT ID FROM <TABLE> WHERE Content='<CONTENT>'";
 // Quotes that were kept.
 inline constexpr std::string_view kKeptQuotes = "SELECT * FROM KeptQuotes ORDER BY ID";
 inline constexpr std::string_view kKeptQuote = "SELECT * FROM KeptQuotes WHERE ID=<ID>";
 inline constexpr std::string_view kKeptRecord = "SELECT * FROM KeptRecords WHERE ID=<ID>";
 inline constexpr std::string_view kInsertKeptQuote = "INSERT INTO KeptQuotes (<FIELDS>) VALUES(<VALUES>)";
-inline constexpr std::string_view kInsertKeptRecord = "INSERT OR IGNORE INTO KeptRecords (Content) VALUES('<CONTENT>')";
-inline constexpr std::string_view kFindKeptRecord = "SELECT ID FROM KeptRecords WHERE Content='<CONTENT>'";
 inline constexpr std::string_view kUpdateKeptQuote =
     "UPDATE KeptQuotes SET Customer='<CUSTOMER>', CustomerEmail='<EMAIL>', CustomerTel='<TEL>', "
     "Equipment='<EQUIPMENT>', Reference='<REFERENCE>', Note='<NOTE>', StartDate=<START>, ValidUntil=<VALIDUNTIL>, "
     "State='<STATE>' WHERE ID=<ID>";
 inline constexpr std::string_view kDeleteKeptQuote = "DELETE FROM KeptQuotes WHERE ID=<ID>";
 // What has gone out.
-inline constexpr std::string_view kInsertDeliveredContent =
-    "INSERT OR IGNORE INTO DeliveredContents (Content) VALUES('<CONTENT>')";
-inline constexpr std::string_view kFindDeliveredContent = "SELECT ID FROM DeliveredContents WHERE Content='<CONTENT>'";
 inline constexpr std::string_view kDeliveredContents = "SELECT * FROM DeliveredContents";
 inline constexpr std::string_view kInsertDelivery =
     "INSERT INTO Deliveries (SentAt, SupplierId, CompanyName, ContactId, Contact, Email, SentAs, Result, Message, "

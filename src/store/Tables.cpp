@@ -143,14 +143,6 @@ std::vector<std::string> StoreAll(Database& database, const DatabaseChange& chan
   return back;
 }
 
-void RollBack(Connection& connection) {
-  try {
-    connection.Rollback();
-  } catch (const RuntimeError&) {
-    // A statement that failed has rolled back by itself.
-  }
-}
-
 }  // namespace
 
 int Table::Find(std::string_view column) const {
@@ -206,7 +198,7 @@ RemovedRows StoreChange(Database& database, const DatabaseChange& change) {
     connection.Commit();
     return undo;
   } catch (const RuntimeError&) {
-    RollBack(connection);
+    connection.Rollback();
     throw;
   }
 }

@@ -10,6 +10,7 @@
 #include "store/DatabaseCheck.h"
 #include "store/DatabaseCopy.h"
 #include "store/DatabaseFile.h"
+#include "store/SharedFiles.h"
 #include "store/Tables.h"
 #include "support/DroppingProxy.h"
 #include "support/Failure.h"
@@ -81,6 +82,34 @@ TEST_F(SharedDatabaseTest, ATransactionIsStoredOnceWheneverTheConnectionGoes) {
   EXPECT_GT(lost, kSaves / 3);
 }
 
+TEST_F(SharedDatabaseTest, WhoWorksAsHisGroupKeepsHisNameAndFollowsHisDeadConnection) {
+  const std::string where = Made(server.NewSample()), name = ValueIn(where, "database"), anna = "anna" + name,
+                    group = "group" + name;
+  for (const std::string& each : {"CREATE ROLE " + group, "CREATE ROLE " + anna + " LOGIN IN ROLE " + group,
+                                  "ALTER ROLE " + anna + " SET role = '" + group + "'"}) {
+    server.Tell(each);
+  }
+  server.Tell("GRANT ALL ON ALL TABLES IN SCHEMA public TO " + group, name);
+  DroppingProxy proxy(server.Port());
+  Database database(run);
+  database.Open(DataFolder, "driver={PostgreSQL};server=127.0.0.1;wait=1;sslmode=disable;uid=" + anna +
+                                ";port=" + proxy.Port() + ";database=" + name);
+  EXPECT_EQ(database.User(), anna);
+  Connection& desk = database.Plain();
+  desk.Begin();
+  desk.Execute("UPDATE suppliers SET Town='Once' WHERE ID=3");
+  desk.Flush();
+  proxy.Unplug();
+  proxy.DropAt(1, false);
+  desk.Commit();
+  EXPECT_EQ(Ask(desk, "SELECT Town FROM suppliers WHERE ID=3"), "Once");
+  database.Close();
+  for (const std::string& each : {anna, group}) {
+    server.Tell("DROP OWNED BY " + each, name);
+    server.Tell("DROP ROLE " + each);
+  }
+}
+
 TEST_F(SharedDatabaseTest, WhatWasReadInATransactionMustStillBeSoAfterALoss) {
   DroppingProxy proxy(server.Port());
   const std::string where = Made(server.NewSample());
@@ -127,6 +156,21 @@ TEST_F(SharedDatabaseTest, FiveDesksLoseNoUpdate) {
   EXPECT_EQ(Ask(judge, "SELECT RangeEquipFROM4 FROM suppliers WHERE ID=3"), std::to_string(kDesks * kSaves));
 }
 
+TEST_F(SharedDatabaseTest, WhatIsStoredIsToldOnceItCanBeRead) {
+  const std::string where = Made(server.NewSample());
+  Connection desk, other;
+  desk.Open(where);
+  other.Open(where);
+  const std::string before = desk.Version();
+  other.Begin();
+  other.Execute("UPDATE suppliers SET Town='Late' WHERE ID=3");
+  other.Flush();
+  const std::string during = desk.Version();
+  other.Commit();
+  EXPECT_NE(desk.Version(), during) << "a table read meanwhile was the old one";
+  EXPECT_NE(desk.Version(), before);
+}
+
 TEST_F(SharedDatabaseTest, TablesAreMadeOnceAndThoseOfANewerVersionAreLeftAlone) {
   const std::string where = Made(server.NewDatabase());
   std::vector<std::thread> desks;
@@ -158,6 +202,7 @@ TEST_F(SharedDatabaseTest, WhoMayOnlyReadIsTold) {
   database.Open(DataFolder, server.Address("reader" + name) + name);
   EXPECT_TRUE(database.ReadOnly());
   EXPECT_EQ(ReadSupplier(database, 3).row.Text("Town"), "Reading");
+  CopyDatabaseToFile(database.Plain(), folder.Path() + "/home.mdb", [](int, const std::string&) {});
   EXPECT_THROW(database.ExecuteStatement("UPDATE suppliers SET Town='Never'"), ProgramEnded);
   database.Close();
   server.Tell("DROP OWNED BY reader" + name, name);
@@ -219,6 +264,42 @@ TEST_F(SharedDatabaseTest, ACopyIsWholeThereAndBackOrNothing) {
   EXPECT_EQ(Everything("dbq=" + folder.Path() + "/home.mdb"), before);
 }
 
+TEST_F(SharedDatabaseTest, ACopyIsOfOneMoment) {
+  const std::string where = Made(server.NewSample()), home = folder.Path() + "/home.mdb";
+  Connection from, other, copy;
+  from.Open(where);
+  other.Open(where);
+  bool stored = false;
+  CopyDatabaseToFile(from, home, [&](int, const std::string&) {
+    if (std::exchange(stored, true)) return;
+    other.Execute("INSERT INTO suppliers(ID,CompanyName) VALUES(900,'Late')");
+    other.Execute("INSERT INTO contacts(surname,Supplierid) VALUES('Late',900)");
+  });
+  copy.Open("dbq=" + home);
+  EXPECT_EQ(Ask(copy, "SELECT COUNT(*) FROM contacts WHERE Supplierid=900"), "0");
+}
+
+TEST_F(SharedDatabaseTest, TheFilesOfAnOfficeGoAlongAndReplaceNone) {
+  std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
+  EXPECT_EQ(UnpackDatabase(run.Places(), run), Unpacked::Yes);
+  const std::string shared = Made(server.NewDatabase()), home = DataFolder + "/home";
+  const auto copy = [](const std::string& from, const std::string& to) {
+    CopyOffice(from, to, [](int, const std::string&) {});
+  };
+  copy("dbq=" + DataFolder + "/Tarvolinex.mdb", shared);
+  std::filesystem::create_directories(home + "/Forms");
+  WriteFile(home + "/Forms/1.HTML", "mine");
+  EXPECT_NE(FailureOf([&] { copy(shared, "dbq=" + home + "/a.mdb"); }).Description().find("forms/1.html"),
+            std::string::npos);
+  EXPECT_FALSE(FileExists(home + "/a.mdb"));
+  EXPECT_EQ(ListFiles(home + "/Forms/*.*").size(), 1u);
+  DeleteFile(home + "/Forms/1.HTML");
+  copy(shared, "dbq=" + home + "/a.mdb");
+  for (const std::string& name : ListFiles(DataFolder + "/Forms/*.*")) {
+    EXPECT_EQ(ReadFile(home + "/Forms/" + name), ReadFile(DataFolder + "/Forms/" + name));
+  }
+}
+
 TEST_F(SharedDatabaseTest, TheWindowSaysWhatIsWrongMovesTheFileAndRemembersNoPassword) {
   std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
   EXPECT_EQ(UnpackDatabase(run.Places(), run), Unpacked::Yes);
@@ -258,6 +339,8 @@ TEST_F(SharedDatabaseTest, ACheckNamesWhatIsWrong) {
   for (const std::string& where : {std::string(), shared}) {
     Database database(run);
     database.Open(DataFolder, where);
+    BringFilesTogether(database);
+    database.Open(where.empty() ? DataFolder : DataFolder + "/elsewhere", where);
     EXPECT_TRUE(CheckDatabase(database).empty());
     database.Plain().Execute("DELETE FROM suppliers WHERE ID=12");
     database.Plain().Execute("UPDATE suppliers SET Com1='NaN' WHERE ID=3");

@@ -65,6 +65,14 @@ TEST_F(SharedFilesTest, WhatOneChangesReachesTheOtherAndWhatBothChangeIsKept) {
   EXPECT_EQ(Read(0, "Forms/1.html") + " " + Read(0, "Set Aside/Forms/1.html"), "theirs mine");
 }
 
+TEST_F(SharedFilesTest, ANameLeadsOutOfNoFolder) {
+  Write(0, "Forms/1.html", "one");
+  Bring(0);
+  desks[0].Plain().Execute("UPDATE OfficeFiles SET Name='forms/../../1.html'");
+  EXPECT_EQ(Bring(1), "0|0|0");
+  EXPECT_FALSE(FileExists(folders[1].Path() + "/1.html"));
+}
+
 TEST_F(SharedFilesTest, WhatCannotBeStoredIsStillThisDesksOwn) {
   Write(0, "Forms/1.html", "one");
   Bring(0);

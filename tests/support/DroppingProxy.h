@@ -42,6 +42,8 @@ class DroppingProxy {
     answer_ = answer;
     due_ = parcel;
   }
+  // From now on the server does not learn of it, as when a cable is pulled.
+  void Unplug() { unplugged_ = true; }
 
  private:
   struct Pair {
@@ -78,9 +80,9 @@ class DroppingProxy {
     connect(pair.server, reinterpret_cast<const sockaddr*>(&target_), sizeof target_);
     pairs_.push_back(pair);
   }
-  static void Close(const Pair& pair) {
+  void Close(const Pair& pair) const {
     close(pair.program);
-    close(pair.server);
+    if (!unplugged_) close(pair.server);
   }
   // Passes on what has come; false when the connection is over.
   bool Serve(Pair& pair, bool fromProgram, bool fromServer) {
@@ -104,7 +106,7 @@ class DroppingProxy {
   sockaddr_in target_;
   int listener_ = -1;
   std::string port_;
-  std::atomic<bool> over_ = false, answer_ = false;
+  std::atomic<bool> over_ = false, answer_ = false, unplugged_ = false;
   std::atomic<int> due_ = 0, parcels_ = 0;
   std::vector<Pair> pairs_;
   std::thread thread_;

@@ -105,6 +105,11 @@ void Connection::CopyTo(std::string_view path, const std::function<void()>& paus
   Do([&](Engine& engine) { engine.CopyTo(path, pause); });
 }
 
+void Connection::BeginReading() {
+  Do([](Engine& engine) { engine.BeginReading(); });
+  depth_ = 1;
+}
+
 void Connection::Begin() {
   if (depth_ == 0) Do([](Engine& engine) { engine.Begin(); });
   ++depth_;
@@ -117,7 +122,11 @@ void Connection::Commit() {
 
 void Connection::Rollback() {
   if (std::exchange(depth_, 0) == 0 || !engine_) return;
-  engine_->Rollback();
+  try {
+    engine_->Rollback();
+  } catch (const RuntimeError&) {
+    // What failed before it has rolled back by itself.
+  }
 }
 
 void Connection::WhenLost(LostConnection lost) {

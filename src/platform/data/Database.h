@@ -60,11 +60,11 @@ class Connection {
   int LastInsertedId();
   // How many rows the last action statement has changed.
   int ChangedRows();
-  // The largest ID that the table has ever given; 0 where nobody remembers.
+  // The largest ID that the table has ever given; 0 where nobody remembers, or this user may not know.
   int LargestIdGiven(std::string_view table);
   // It gives none up to this one from now on.
   void KeepIdsAbove(std::string_view table, int id);
-  // Another text once another program has stored something.
+  // Another text once another program has stored something, perhaps already while it does.
   std::string Version();
 
   // Something at the database, by its name, that one program at a time does: false when another one holds it. Of a file
@@ -80,11 +80,14 @@ class Connection {
   // then meanwhile and may not use the connection. Throws RuntimeError, of a server always.
   void CopyTo(std::string_view path, const std::function<void()>& pause);
 
+  // What is read from here to Rollback is of one moment; others go on storing. REQUIRES: not InTransaction.
+  void BeginReading();
+
   // Statements between Begin and Commit are stored together or not at all. They do not nest: the innermost pair of
   // nested ones does nothing. One program at a time stores something; the others wait for it, some seconds at most.
   void Begin();
   void Commit();
-  void Rollback();
+  void Rollback();  // never fails
   bool InTransaction() const { return depth_ > 0; }
 
   // What is done when the server has gone. Without it, it is looked for during some seconds. Once it is back, what was

@@ -58,6 +58,7 @@ class Engine {
   virtual void InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
                           const RowValue& valueOf) = 0;
   virtual void Begin() = 0;
+  virtual void BeginReading() = 0;
   virtual void Flush() = 0;
   virtual void Commit() = 0;
   virtual void Rollback() = 0;

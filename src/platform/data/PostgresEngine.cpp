@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <thread>
 #include <utility>
 
 #include "platform/RuntimeError.h"
@@ -13,8 +14,8 @@ namespace tarvolinex {
 
 namespace {
 
-// The lock, and by which number it is known later whether the transaction was stored.
-constexpr const char* kTakeLock = "SELECT pg_current_xact_id()::text FROM pg_advisory_xact_lock(8427010557)";
+// The lock that whoever stores something holds.
+constexpr std::string_view kLock = "8427010557";
 
 std::string TextOf(const PGresult* result) {
   return PQntuples(result) > 0 && PQnfields(result) > 0 ? std::string(ValueAt(result, 0, 0)) : std::string();
@@ -50,10 +51,16 @@ void PostgresEngine::ReadCatalogue() {
 }
 
 void PostgresEngine::Forget() {
-  inTransaction_ = begun_ = idAsked_ = false;
+  inTransaction_ = reading_ = begun_ = idAsked_ = false;
   done_.clear();
   waiting_.clear();
   transaction_.clear();
+}
+
+// What begins the transaction; the second one tells the number by which it is known later whether it was stored.
+std::vector<Sent> PostgresEngine::Opening() const {
+  if (reading_) return {{"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"}, {"SELECT 'reading'"}};
+  return {{"BEGIN"}, {"SELECT pg_current_xact_id()::text FROM pg_advisory_xact_lock(" + std::string(kLock) + ")"}};
 }
 
 // A statement outside a transaction, which changes nothing and can be run again.
@@ -120,9 +127,8 @@ PostgresResult PostgresEngine::RunWith(std::optional<Step> last) {
   std::vector<PostgresResult> results;
   for (;;) {
     try {
-      std::vector<Sent> sent;
       const bool begins = transaction_.empty();
-      if (begins) sent = {{"BEGIN"}, {kTakeLock}};
+      std::vector<Sent> sent = begins ? Opening() : std::vector<Sent>();
       begun_ = true;
       for (const Step& step : steps) sent.push_back({step.text, step.original});
       results = session_.Run(sent);
@@ -151,7 +157,7 @@ void PostgresEngine::Replay(const std::string& lostBy) {
     transaction_.clear();
     if (done_.empty()) return;
     try {
-      std::vector<Sent> sent = {{"BEGIN"}, {kTakeLock}};
+      std::vector<Sent> sent = Opening();
       begun_ = true;
       for (const Step& step : done_) sent.push_back({step.text, step.original});
       const auto results = session_.Run(sent);
@@ -207,9 +213,13 @@ void PostgresEngine::InsertRows(std::string_view table, const std::vector<std::s
   if (catalogue_.GivesIds(table)) Queue(FollowLargestId(table), "", true);
 }
 
-// Whether the transaction whose end nobody told was stored. REQUIRES: it is over.
+// Whether the transaction whose end nobody told was stored. Its process has been ended, and may take its time.
 bool PostgresEngine::WasStored() {
-  return TextOf(RunOutside({"SELECT pg_xact_status('" + transaction_ + "')"}).get()) == "committed";
+  for (;;) {
+    const std::string status = TextOf(RunOutside({"SELECT pg_xact_status('" + transaction_ + "')"}).get());
+    if (status != "in progress") return status == "committed";
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
 }
 
 void PostgresEngine::Commit() {
@@ -251,8 +261,9 @@ void PostgresEngine::Rollback() {
 
 int PostgresEngine::LargestIdGiven(std::string_view table) {
   if (!catalogue_.GivesIds(table)) return 0;
-  return NumberIn(TextOf(Rows("SELECT pg_sequence_last_value(pg_get_serial_sequence('" +
-                                  FoldCase(ReplaceAll(table, "'", "")) + "', 'id')::regclass)",
+  return NumberIn(TextOf(Rows("SELECT CASE WHEN has_sequence_privilege(ids, 'SELECT, USAGE') THEN "
+                              "pg_sequence_last_value(ids) END FROM (SELECT pg_get_serial_sequence('" +
+                                  FoldCase(ReplaceAll(table, "'", "")) + "', 'id')::regclass AS ids) a",
                               "")
                              .get()));
 }
@@ -261,10 +272,17 @@ void PostgresEngine::KeepIdsAbove(std::string_view table, int id) {
   if (LargestIdGiven(table) < id) Queue(SetNextId(table, id), "", true);
 }
 
-// Nothing for a user who may read the tables and not the sequence: this view tells him none, and is no failure.
+// The count, and who else is storing something: what he has counted by then can be read only after his end. So the
+// count is read first. Nothing for a user who may read the tables and not the sequence: this view tells him none, and
+// is no failure.
 std::string PostgresEngine::Version() {
-  return TextOf(Rows("SELECT last_value FROM pg_sequences WHERE schemaname = current_schema() AND "
-                     "sequencename = 'tarvolinex_changes'",
+  return TextOf(Rows("SELECT last_value || COALESCE((SELECT ' ' || max(virtualtransaction) FROM pg_locks WHERE "
+                     "last_value > 0 AND locktype = 'advisory' AND granted AND pid <> pg_backend_pid() AND "
+                     "classid::bigint = " +
+                         std::string(kLock) + " >> 32 AND objid::bigint = " + std::string(kLock) +
+                         " & 4294967295 AND database = (SELECT oid FROM pg_database WHERE datname = "
+                         "current_database())), '') FROM pg_sequences WHERE schemaname = current_schema() AND "
+                         "sequencename = 'tarvolinex_changes'",
                      "")
                     .get());
 }

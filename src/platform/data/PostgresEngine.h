@@ -46,6 +46,10 @@ class PostgresEngine final : public Engine {
     foreseen_.clear();
     inTransaction_ = true;
   }
+  void BeginReading() override {
+    Begin();
+    reading_ = true;
+  }
   void Flush() override {
     if (inTransaction_ && (!begun_ || !waiting_.empty())) RunWith({});
   }
@@ -88,6 +92,7 @@ class PostgresEngine final : public Engine {
   }
   void Queue(std::string text, std::string_view original, bool writes);
   PostgresResult RunWith(std::optional<Step> last);
+  std::vector<Sent> Opening() const;
   PostgresResult RunOutside(const Sent& statement);
   PostgresResult Foreseen(const std::string& statement);
   void Note(const Step& step, const PGresult* result);
@@ -97,7 +102,7 @@ class PostgresEngine final : public Engine {
 
   PostgresSession session_;
   PostgresCatalogue catalogue_;
-  bool inTransaction_ = false;
+  bool inTransaction_ = false, reading_ = false;
   std::map<std::string, PostgresResult> foreseen_;  // by the text for the server
   std::chrono::steady_clock::time_point foreseenAt_;
   std::vector<Step> done_;     // of the transaction, on the server

@@ -274,6 +274,7 @@ class SqliteEngine final : public Engine {
   void InsertRows(std::string_view table, const std::vector<std::string>& columns, std::size_t rows,
                   const RowValue& valueOf) override;
   void Begin() override { Execute("BEGIN IMMEDIATE"); }
+  void BeginReading() override { Execute("BEGIN"); }
   void Flush() override {}
   void Commit() override { Execute("COMMIT"); }
   void Rollback() override { Execute("ROLLBACK"); }

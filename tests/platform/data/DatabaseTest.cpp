@@ -144,8 +144,10 @@ TEST_F(DatabaseTest, AFailedStatementChangesNothingAndIsDescribed) {
 
 TEST_F(DatabaseTest, AFullDiskIsNamedWithTheDatabase) {
   const FullDisk full(8192);
+  connection.Begin();
   EXPECT_THROW(connection.Execute("UPDATE t SET Name='" + std::string(100'000, 'x') + "'"), RuntimeError);
   EXPECT_NE(connection.Errors().at(0).find(path), std::string::npos) << connection.Errors()[0];
+  EXPECT_NO_THROW(connection.Rollback()) << "what failed has rolled back by itself";
 }
 
 TEST_F(DatabaseTest, OnlyAnExistingDatabaseIsOpened) {
