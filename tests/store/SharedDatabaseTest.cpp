@@ -15,6 +15,7 @@
 #include "support/DroppingProxy.h"
 #include "support/Failure.h"
 #include "support/Fixture.h"
+#include "support/KeyRing.h"
 #include "ui/main/FrmSharedDatabase.h"
 
 namespace tarvolinex {
@@ -330,6 +331,60 @@ TEST_F(SharedDatabaseTest, TheWindowSaysWhatIsWrongMovesTheFileAndRemembersNoPas
   Database database(run);
   database.Open(DataFolder, remembered.text);
   EXPECT_EQ(remembered.text.find("pwd"), std::string::npos);
+}
+
+// 0.0.0.0 and 2130706433 lead to this machine and are none of the names by which it is known as this one.
+TEST_F(SharedDatabaseTest, AnotherMachineMustProveWhoItIsAndThePasswordComesFromTheFileOrTheKeyStore) {
+  const SharedServer far("tls");
+  far.Tell("CREATE ROLE anna LOGIN PASSWORD 'right;one'");
+  const auto said = [](const std::string& where) {
+    Connection connection;
+    return FailureOf([&] { OpenShared(where, connection); });
+  };
+  const auto says = [&](const std::string& where, const char* words) {
+    const std::string all = said(where).Description();
+    EXPECT_NE(all.find(words), std::string::npos) << all;
+  };
+  const auto at = [](const char* host, const SharedServer& which) {
+    return "driver={PostgreSQL};database=postgres;uid=anna;server=" + std::string(host) + ";port=" + which.Port();
+  };
+  const std::string with = ";pwd={right;one}", ca = ";sslrootcert=" + far.Folder() + "/ca.crt";
+  const std::string where = at("0.0.0.0", far) + ca;
+  EXPECT_EQ(said(where + with).Description(), "");
+  setenv("PGSSLROOTCERT", (far.Folder() + "/ca.crt").c_str(), 1);
+  EXPECT_EQ(said(at("0.0.0.0", far) + with).Description(), "");
+  unsetenv("PGSSLROOTCERT");
+  says(at("0.0.0.0", far) + with + ";sslrootcert=" + far.Folder() + "/other.crt", "certificate verify failed");
+  says(at("2130706433", far) + with + ca, "does not match host name");
+  says(at("0.0.0.0", server) + ca, "does not support SSL");
+  server.Tell("CREATE ROLE anna LOGIN");
+  EXPECT_EQ(said(at("127.0.0.1", server)).Description(), "");
+  server.Tell("DROP ROLE anna");
+
+  const auto refused = [&] { return said(where).Number() == kDatabasePassword; };
+  const std::string file = folder.Path() + "/passwords";
+  setenv("PGPASSFILE", file.c_str(), 1);
+  EXPECT_TRUE(refused());
+  says(where + ";pwd=wrong", "password authentication failed for user \"anna\"");
+  const auto keep = [&](const std::string& password) {
+    folder.File("passwords", "0.0.0.0:" + far.Port() + ":postgres:anna:" + password + "\n");
+    std::filesystem::permissions(file, std::filesystem::perms::owner_read);
+  };
+  keep("right;one");
+  EXPECT_FALSE(refused());
+  std::filesystem::remove(file);
+  keep("wrong");
+  EXPECT_TRUE(refused());
+  // The key store is asked for what the file does not know, or no longer knows.
+  const TemporaryFolder ring;
+  const KeyRing keys(ring.Path());
+  StorePassword(LoginOf(where), "right;one");
+  EXPECT_EQ(said(where).Description(), "");
+  std::filesystem::remove(file);
+  EXPECT_EQ(said(where).Description(), "");
+  StorePassword(LoginOf(where), "wrong");
+  EXPECT_TRUE(refused());
+  unsetenv("PGPASSFILE");
 }
 
 TEST_F(SharedDatabaseTest, ACheckNamesWhatIsWrong) {

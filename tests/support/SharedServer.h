@@ -13,7 +13,11 @@ bool OnServer();
 
 class SharedServer {
  public:
+  // mode: as postgres.sh takes it.
+  explicit SharedServer(const std::string& mode = "")
+      : process_("exec " SUPPORT_FOLDER "/postgres.sh " + folder_.Path() + " " + mode) {}
   static SharedServer& The();
+  const std::string& Folder() const { return folder_.Path(); }
   const std::string& Port() const { return process_.FirstLine(); }
   // By its socket, without a database.
   std::string Address(const std::string& user = "tarvolinex") const;
@@ -27,7 +31,7 @@ class SharedServer {
  private:
   std::string Made(const std::string& after);
   TemporaryFolder folder_;
-  Process process_{"exec " SUPPORT_FOLDER "/postgres.sh " + folder_.Path()};
+  Process process_;
   bool sampleMade_ = false;
   int made_ = 0;
 };
