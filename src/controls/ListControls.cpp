@@ -64,11 +64,13 @@ int ListBox::ItemData() const {
   return listIndex_ < 0 ? -1 : items_[static_cast<std::size_t>(listIndex_)].data;
 }
 
-void ListBox::Renew(std::vector<Item> items) {
+bool ListBox::Renew(std::vector<Item> items) {
+  if (items == items_) return false;
   const auto selected = std::ranges::find(items, ItemData(), &Item::data);
   listIndex_ = listIndex_ < 0 || selected == items.end() ? -1 : static_cast<int>(selected - items.begin());
   items_ = std::move(items);
   Paint(Aspect::Renewed);
+  return true;
 }
 
 void ListView::PaintItems() {
@@ -127,20 +129,22 @@ void ListView::Remove(int row) {
   PaintItems();
 }
 
-void ListView::Renew(std::vector<Row> rows) {
+bool ListView::Renew(std::vector<Row> rows) {
   std::set<std::string> ticked;
   for (const Row& row : rows_) {
     if (row.checked) ticked.insert(row.key);
   }
   const std::string selected = selected_ < 0 ? std::string() : At(selected_).key;
-  rows_ = std::move(rows);
+  const std::vector<Row> before = std::exchange(rows_, std::move(rows));
   for (Row& row : rows_) row.checked = ticked.contains(row.key);
   selected_ = Find(selected);
   filling_ = true;
   Sort();
   filling_ = false;
   Filter();
+  if (rows_ == before) return false;
   Paint(Aspect::Renewed);
+  return true;
 }
 
 int ListView::Find(std::string_view key) const {

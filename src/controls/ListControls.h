@@ -49,8 +49,9 @@ class ListBox : public Control {
   int ListIndex() const { return listIndex_; }
   void SetListIndex(int index);
   int ItemData() const;
-  // Other items: the one that was selected stays so, by its data, where it still is there. Fires nothing.
-  void Renew(std::vector<Item> items);
+  // Other items: the one that was selected stays so, by its data, where it still is there. Fires nothing. Returns
+  // whether they are others; the same are not painted anew, so that a click that has begun still meets its item.
+  bool Renew(std::vector<Item> items);
 
   Event Click;
   Event DblClick;
@@ -78,13 +79,13 @@ class ListView : public Control {
   };
   struct Row {
     std::string key;
-
     std::string text;                // first column
     std::vector<std::string> cells;  // the others
     std::string toolTip;
     bool checked = false;
     bool hidden = false;  // by the filter
     RowMark mark = RowMark::None;
+    bool operator==(const Row&) const = default;
   };
 
   std::vector<Column>& Columns() { return columns_; }
@@ -104,7 +105,8 @@ class ListView : public Control {
   void Add(Row row);
   void Remove(int row);
   // Other rows, in the list's order: those of the same key stay selected and ticked, and where the user looks stays.
-  void Renew(std::vector<Row> rows);
+  // Returns as a list box does.
+  bool Renew(std::vector<Row> rows);
   // -1 when no row has the key.
   int Find(std::string_view key) const;
   void SetRowText(int row, std::string_view text);

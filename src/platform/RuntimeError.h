@@ -20,6 +20,7 @@ enum ErrorNumber {
   kItemNotFound = 3265,
   kDatabase = 3100,
   kDatabasePassword = 3101,  // missing or wrong
+  kDatabaseGone = 3102,      // its server, and nobody waits for it any more; or with it what was about to be stored
   kBadArchive = 3200,
   kBadPicture = 481,
   kLimits = 3300,  // limits that contradict each other

@@ -73,6 +73,7 @@ std::set<int> SuppliersOfContacts(Database& database, std::string_view text) {
   const auto find = [&](std::string_view firstName, std::string_view surname) {
     for (const FoundContact& found : FindContacts(database, firstName, surname)) suppliers.insert(found.supplier);
   };
+  const GoesOnWithout server(database);
   try {
     find(text, "");
     find("", text);

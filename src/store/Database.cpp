@@ -24,9 +24,11 @@ bool Database::WaitForServer(int attempt, const std::string& why) {
   using std::chrono::milliseconds;
   static constexpr std::array kPauses = {0, 200, 500, 1000, 2000, 4000, 8000, 15000};
   if (attempt == 0) {
+    givenUp_ = false;
     reporter_.SetStatus(false, "", -1);
     return true;
   }
+  if (givenUp_ && !lossEnds_) return attempt == 1;
   const std::size_t turn = static_cast<std::size_t>(attempt - 1) % kPauses.size();
   if (turn == 0 && attempt > 1) {
     const std::string question =
@@ -35,21 +37,29 @@ bool Database::WaitForServer(int attempt, const std::string& why) {
            {why});
     if (reporter_.MessageBox(question, Tr("Database Connection"), BoxButtons::YesNo, BoxIcon::Question) !=
         Answer::Yes) {
-      return false;
+      return GiveUp();
     }
   }
+  const bool stoppedBefore = reporter_.Stopped();  // that was meant for other work
+  const auto stopped = [&] { return reporter_.Stopped() && !stoppedBefore; };
   reporter_.SetStatus(false, "The database server does not answer. It is being tried again", 50);
   const auto end = std::chrono::steady_clock::now() + milliseconds(kPauses[turn]);
-  while (std::chrono::steady_clock::now() < end && !reporter_.Stopped()) {
+  while (std::chrono::steady_clock::now() < end && !stopped()) {
     reporter_.Repaint();
     std::this_thread::sleep_for(milliseconds(50));
   }
-  return !reporter_.Stopped();
+  return !stopped() || GiveUp();
+}
+
+bool Database::GiveUp() {
+  givenUp_ = true;
+  reporter_.SetStatus(false, "", -1);
+  return false;
 }
 
 void Database::Open(const std::string& folder, const std::string& shared) {
   folder_ = folder;
-  readOnly_ = false;
+  readOnly_ = givenUp_ = false;
   name_ = shared.empty() ? folder : DatabaseName(shared);
   const std::string path = folder + "\\Tarvolinex.mdb";
   if (shared.empty()) {
@@ -92,7 +102,8 @@ void Database::Check(const std::string& name) {
 void Database::Report(const std::function<void()>& action) {
   try {
     action();
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& failure) {
+    if (!lossEnds_ && failure.Number() == kDatabaseGone) throw;
     const auto& errors = connection_.Errors();
     reporter_.ShowError(
         errors.empty() ? Tr("Database update failed") : Tr("Database update failed.\n\n%1", {errors.front()}), true);
@@ -103,7 +114,8 @@ void Database::OpenRecordset(std::string_view statement, Recordset& recordSet, b
   try {
     recordSet.Open(statement, connection_, readFirst ? Recordset::Rows::Now : Recordset::Rows::Later);
     if (readFirst) static_cast<void>(recordSet.EndOfFile());
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& failure) {
+    if (!lossEnds_ && failure.Number() == kDatabaseGone) throw;
     reporter_.ShowError("Database Error", true);
   }
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/Reports.h"
 #include "platform/data/Database.h"
@@ -36,6 +37,8 @@ class Database {
   std::chrono::system_clock::time_point Now() const { return reporter_.Now(); }
   // The server lets this user store nothing.
   bool ReadOnly() const { return readOnly_; }
+  // The server did not answer, and the user would not wait for it any more; until it is reached again.
+  bool GivenUp() const { return givenUp_; }
 
   // For whoever has more to tell of a failure than that it came: what it throws is RuntimeError.
   Connection& Plain() { return connection_; }
@@ -60,14 +63,32 @@ class Database {
 
  private:
   friend class Transaction;
+  friend class GoesOnWithout;
   void Copy(const std::string& today);
   bool WaitForServer(int attempt, const std::string& why);
+  bool GiveUp();
   void Check(const std::string& name);
   Reporter& reporter_;
   Connection connection_;
   std::string folder_, name_, user_;
   bool readOnly_ = false;
-  std::string copied_;  // folder and day of the last daily copy
+  bool givenUp_ = false;
+  bool lossEnds_ = true;  // that the server is gone ends the program
+  std::string copied_;    // folder and day of the last daily copy
+};
+
+// While it lives, a server that nobody waits for any more is no fatal report: whoever met it gets the RuntimeError
+// kDatabaseGone, and can go on later. Once the user has given up it is tried once each time, without waiting.
+class GoesOnWithout {
+ public:
+  explicit GoesOnWithout(Database& database) : database_(database), before_(std::exchange(database.lossEnds_, false)) {}
+  ~GoesOnWithout() { database_.lossEnds_ = before_; }
+  GoesOnWithout(const GoesOnWithout&) = delete;
+  GoesOnWithout& operator=(const GoesOnWithout&) = delete;
+
+ private:
+  Database& database_;
+  const bool before_;
 };
 
 // What is executed while it lives is stored together in Commit, or not at all.

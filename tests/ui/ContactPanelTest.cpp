@@ -44,6 +44,9 @@ TEST_F(ContactPanelTest, ListsAreInSurnameOrderAndSendToNeedsAnAddress) {
   Execute("DELETE FROM contacts WHERE ID=102");
   form->contacts.LstContacts.SetListIndex(0);
   EXPECT_EQ(desktop.boxes.at(0).text, "Contact Not Found");
+  // The list, the fields and what a save would write are of one and the same.
+  EXPECT_EQ(std::to_string(form->contacts.CurrentContactId) + Field(0).Text(), "101Ann");
+  EXPECT_EQ(form->contacts.LstContacts.ItemData(), 101);
 }
 
 TEST_F(ContactPanelTest, AnEditIsSavedWhenAnotherIsShown) {

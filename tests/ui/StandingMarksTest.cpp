@@ -53,6 +53,25 @@ TEST_F(StandingMarksTest, FollowWhatIsSentAndWhatIsChanged) {
   EXPECT_EQ(form->standing.LblStanding.Caption(), "This calculator has not been sent yet");
 }
 
+TEST_F(StandingMarksTest, AreLookedAtWhereverTheListIsSortedToAndOnlyAtRest) {
+  form->menus.MnuRefresh.Choose();
+  form->quote.loading = true;
+  form->standing.TmrStanding.Tick();
+  EXPECT_FALSE(form->standing.TmrStanding.Running());
+  EXPECT_EQ(StateOf(3), "");
+  form->quote.loading = false;
+  form->TimerOthers.Tick();
+  // The last row becomes the first when that has been looked at.
+  bool sorted = false;
+  form->LvwSuppliers.Painter = [&](Aspect, int) {
+    if (std::exchange(sorted, true)) return;
+    for (int click = 0; click < 2; ++click) form->LvwSuppliers.ClickColumn(0);
+  };
+  LookedAt();
+  form->LvwSuppliers.Painter = nullptr;
+  for (const ListView::Row& row : form->LvwSuppliers.Rows()) EXPECT_NE(row.mark, RowMark::None) << row.text;
+}
+
 TEST_F(StandingMarksTest, TheListIsChosenAndSortedByThem) {
   NoteSent(3);
   form->menus.MnuRefresh.Choose();

@@ -358,6 +358,20 @@ TEST_F(TwoDesksTest, WhatAnotherStoresIsShownSoonAndMovesNothing) {
   EXPECT_EQ("ID" + std::to_string(form->shown.CurrentSupplierId), list.At(list.Selected()).key);
 }
 
+// A click that has begun would miss its row.
+TEST_F(TwoDesksTest, ALookThatFindsNothingNewPaintsNothing) {
+  Store(*theirs, Town(*theirs), "Theirs");
+  Type(Town(*form), "Mine");
+  form->forms.LvwForms.ToggleCheck(0);
+  form->TimerOthers.Tick();
+  int painted = 0;
+  const auto count = [&](Aspect, int) { ++painted; };
+  form->forms.LvwForms.Painter = form->send.lvSendContacts.Painter = form->contacts.LstContacts.Painter =
+      form->LvwSuppliers.Painter = count;
+  for (int i = 0; i < 3; ++i) form->TimerOthers.Tick();
+  EXPECT_EQ(painted, 0);
+}
+
 // What two desks may have done to the supplier, by the words of its fields.
 class TwoDesksAtRandom : public TwoDesksTest {
  protected:

@@ -169,8 +169,9 @@ void PostgresEngine::Replay(const std::string& lostBy) {
         same = same && (!matters || done_[i].result == ContentOf(results[i + 2].get()));
       }
       if (same) return;
-      throw StatementFailure(Tr("the connection was lost and the database has changed meanwhile; nothing was stored"),
-                             done_.back().original);
+      throw RuntimeError(kDatabaseGone,
+                         Tr("the connection was lost and the database has changed meanwhile; nothing was stored") +
+                             ": " + done_.back().original);
     } catch (const ConnectionLost& lost) {
       why = lost.why;
     }
@@ -222,6 +223,17 @@ bool PostgresEngine::WasStored() {
   }
 }
 
+// The same, once the server is found again.
+bool PostgresEngine::WasStoredBefore(const ConnectionLost& loss) {
+  try {
+    session_.Reconnect(loss.why);
+    return WasStored();
+  } catch (const RuntimeError& failure) {
+    if (failure.Number() != kDatabaseGone) throw;
+    throw RuntimeError(kDatabaseGone, failure.Description() + "\n\n" + Tr("It may have been stored or not."));
+  }
+}
+
 void PostgresEngine::Commit() {
   for (;;) {
     // The first statements tell the transaction's number, by which its end can be asked for; the last go with the end.
@@ -236,9 +248,8 @@ void PostgresEngine::Commit() {
       if (std::string_view(PQcmdStatus(results.back().get())) == "COMMIT") break;
       throw StatementFailure(Tr("a statement before it has failed; nothing was stored"), "COMMIT");
     } catch (const ConnectionLost& lost) {
-      session_.Reconnect(lost.why);
       inTransaction_ = begun_ = false;
-      if (WasStored()) break;
+      if (WasStoredBefore(lost)) break;
       inTransaction_ = true;
       Replay(lost.why);
     }

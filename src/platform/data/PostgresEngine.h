@@ -98,6 +98,7 @@ class PostgresEngine final : public Engine {
   void Note(const Step& step, const PGresult* result);
   void Replay(const std::string& why);
   bool WasStored();
+  bool WasStoredBefore(const ConnectionLost& loss);
   void Forget();
 
   PostgresSession session_;

@@ -219,7 +219,7 @@ void PostgresSession::Reconnect(const std::string& lostBy) {
       why = failure.Description();
     }
   }
-  throw RuntimeError(kDatabase,
+  throw RuntimeError(kDatabaseGone,
                      Tr("The connection to the database %1 was lost: %2", {DatabaseName(connectionString_), why}));
 }
 

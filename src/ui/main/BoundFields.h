@@ -1,6 +1,7 @@
 // Controls that stand for columns of a record set, by their tags ("RS=SUPPLIER;FIELDNAME=Town").
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -38,6 +39,13 @@ class BoundFields {
 
   // Remembers what the fields show now, and what the row holds for them.
   void RememberLoadedFields(const Row& row);
+  // What makes the fields remember again what they remember now, for when nothing was stored after all.
+  std::function<void()> WayBack() {
+    return [this, loaded = loaded_, row = row_] {
+      loaded_ = loaded;
+      row_ = row;
+    };
+  }
   // The row that was remembered last, with the columns that no field shows.
   const Row& LoadedRow() const { return row_; }
 

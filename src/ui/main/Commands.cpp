@@ -36,7 +36,7 @@ void FrmMain::WireMenus() {
   menus.MnuBatch.Click = [this] { ShowBatch(); };
   menus.MnuSent.Click = [this] { ShowSent(); };
   menus.MnuExit.Click = [this] {
-    if (MayLeave()) Close();
+    if (MayLeave() || LeavesUnstored()) Close();
   };
   menus.MnuAdd.Click = [this] {
     ForgetUneditedFields();
@@ -171,6 +171,7 @@ void FrmMain::ShowOrganisationDetails() {
 }
 
 void FrmMain::ShowContactSearch() {
+  if (!SavePendingChanges()) return;
   FrmSearch search(run, database, [this](int supplierId, int contactId) { ShowContact(supplierId, contactId); });
   TheDesktop().ShowModal(search);
 }

@@ -129,12 +129,9 @@ void ContactsPanel::RemoveContact() {
   }
 }
 
-void ContactsPanel::FillContactList() {
-  // First, so that a failed read leaves nobody of another supplier.
+void ContactsPanel::FillContactList(const std::vector<ContactRow>& contacts) {
   LstContacts.Clear();
   Surroundings.cleared();
-  CurrentContactId = 0;
-  const std::vector<ContactRow> contacts = ContactsOf(database_, shown_.CurrentSupplierId);
   loadedContacts_.clear();
   for (const ContactRow& contact : contacts) {
     LstContacts.Add(contact.name, contact.id);
@@ -143,18 +140,23 @@ void ContactsPanel::FillContactList() {
   Surroundings.listed(contacts);
 }
 
-void ContactsPanel::ListContacts() {
+void ContactsPanel::ListContacts(int shown) {
   if (!SaveContact()) return;
   run_.SetStatus(false, run_.ReplaceAliases("Getting Contact"), 50);
+  const GoesOnWithout server(database_);
   try {
-    FillContactList();
-    if (LstContacts.Items().empty()) {
-      ClearContactFields();
-      CmdContact(kRemove).SetEnabled(false);
-    } else {
-      LstContacts.SetListIndex(0);
+    const std::vector<ContactRow> contacts = ContactsOf(database_, shown_.CurrentSupplierId);
+    FillContactList(contacts);
+    const auto chosen = std::ranges::find(contacts, shown, &ContactRow::id);
+    if (!contacts.empty()) Show(chosen == contacts.end() ? contacts.front().row : chosen->row);
+    if (contacts.empty()) ClearContactFields();
+    StayAtShownContact();
+    CmdContact(kRemove).SetEnabled(!contacts.empty());
+  } catch (const RuntimeError& failure) {
+    if (failure.Number() == kDatabaseGone) {
+      ContactListStale = true;
+      return Surroundings.gone(failure);
     }
-  } catch (const RuntimeError&) {
     run_.ShowError("Listing Contacts Failed");
   }
   CmdContact(kAddOrSave).SetCaption(Tr("Add C&ontact"));
@@ -171,8 +173,7 @@ bool ContactsPanel::Follow() {
     items.push_back({contact.name, contact.id});
     loadedContacts_.push_back(contact.row);
   }
-  const bool listed = items != LstContacts.Items();
-  if (listed) LstContacts.Renew(std::move(items));
+  const bool listed = LstContacts.Renew(std::move(items));
   Surroundings.renewed(contacts);
   following_ = true;
   const bool taken = FollowShown(contacts);
@@ -189,16 +190,14 @@ bool ContactsPanel::FollowShown(const std::vector<ContactRow>& contacts) {
     ClearContactFields();
     CmdContact(kRemove).SetEnabled(false);
   } else if (!ContactChanged) {
-    LstContacts.SetListIndex(0);
+    Show(contacts.front().row);
+    StayAtShownContact();
   }
   return true;
 }
 
 void ContactsPanel::RefreshContacts() {
-  const int shown = CurrentContactId;
-  ListContacts();
-  if (CurrentContactId == shown) return;
-  SelectContact(shown);
+  ListContacts(CurrentContactId);
 }
 
 void ContactsPanel::SelectContact(int contactId) {
@@ -207,21 +206,30 @@ void ContactsPanel::SelectContact(int contactId) {
   }
 }
 
+// Where the selected one cannot be read, the one that was shown stays so.
 void ContactsPanel::GetContact() {
-  if (!SaveContact()) return;
   if (LstContacts.Items().empty()) return run_.SetStatus(false, "", -1);
+  run_.SetStatus(false, "Getting Contact", 50);
+  const GoesOnWithout server(database_);
   try {
-    run_.SetStatus(false, "Getting Contact", 50);
-    CurrentContactId = LstContacts.ItemData();
-    const Row contact = ReadContact(database_, CurrentContactId, shown_.CurrentSupplierId);
-    if (!contact.Found()) return run_.ShowError("Contact Not Found");
-    fields_.Bind(contact, false);
-    fields_.RememberLoadedFields(contact);
-    ContactChanged = false;
-  } catch (const RuntimeError&) {
-    run_.ShowError("Contact Not Found");
+    const Row contact = ReadContact(database_, LstContacts.ItemData(), shown_.CurrentSupplierId);
+    if (contact.Found()) {
+      Show(contact);
+    } else {
+      run_.ShowError("Contact Not Found");
+    }
+  } catch (const RuntimeError& failure) {
+    failure.Number() == kDatabaseGone ? Surroundings.gone(failure) : run_.ShowError("Contact Not Found");
   }
+  if (CurrentContactId != LstContacts.ItemData()) StayAtShownContact();
   run_.SetStatus(false, "", -1);
+}
+
+void ContactsPanel::Show(const Row& contact) {
+  CurrentContactId = contact.Number("id");
+  fields_.Bind(contact, false);
+  fields_.RememberLoadedFields(contact);
+  ContactChanged = false;
 }
 
 bool ContactsPanel::IsMissing() const {
@@ -277,14 +285,39 @@ void ContactsPanel::Store() {
   ContactChanged = false;
 }
 
+bool ContactsPanel::IsNamed() const {
+  return !Trim(TxtContact(0).Text() + TxtContact(1).Text()).empty();
+}
+
+std::function<void()> ContactsPanel::WayBack() {
+  return [this, changed = ContactChanged, id = CurrentContactId, fields = fields_.WayBack(), loaded = loadedContacts_] {
+    ContactChanged = changed;
+    CurrentContactId = id;
+    fields();
+    loadedContacts_ = loaded;
+  };
+}
+
+void ContactsPanel::SaveWithSupplier() {
+  if (ContactChanged && IsNamed()) Store();
+}
+
 bool ContactsPanel::SaveContact() {
   if (!ContactChanged) return true;
   run_.SetStatus(false, "Saving Contact", 50);
+  const GoesOnWithout server(database_);
+  const auto goBack = WayBack();
   bool stays = false;
   try {
-    if (!Trim(TxtContact(0).Text() + TxtContact(1).Text()).empty()) stays = !StoreUnlessMet();
-  } catch (const RuntimeError&) {
-    run_.ShowError("Contact update failed");
+    if (IsNamed()) stays = !StoreUnlessMet();
+  } catch (const RuntimeError& failure) {
+    stays = failure.Number() == kDatabaseGone;
+    if (stays) {
+      goBack();
+      Surroundings.gone(failure);
+    } else {
+      run_.ShowError("Contact update failed");
+    }
   }
   run_.SetStatus(false, "", -1);
   return !stays;

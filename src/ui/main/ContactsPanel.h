@@ -7,6 +7,7 @@
 
 #include "controls/Controls.h"
 #include "core/Run.h"
+#include "platform/RuntimeError.h"
 #include "store/Contacts.h"
 #include "store/Database.h"
 #include "ui/main/BoundFields.h"
@@ -38,20 +39,23 @@ class ContactsPanel {
     std::function<bool()> storeNewSupplier;                      // false when there is none that waits with a name
     std::function<void(RemovedRows)> removed;
     std::function<void(const std::vector<ContactRow>&)> renewed;  // another program has changed them
+    std::function<void(const RuntimeError&)> gone;                // the server is, and what was typed stays
   };
   Around Surroundings;
 
-  // Saves the shown contact if it was edited, then refills the list for the shown supplier; where it is not saved the
-  // list stays.
-  void ListContacts();
+  // Saves the shown contact if it was edited, then refills the list for the shown supplier and shows the contact of
+  // this ID, or else the first. Where it is not saved, or they cannot be read, the list stays.
+  void ListContacts(int shown = 0);
   // As ListContacts, but the contact that was shown stays so.
   void RefreshContacts();
-  // Saves the shown contact if it was edited, then shows the one selected in the list.
-  void GetContact();
   // Stores what was edited of the shown contact when it has a name. One that somebody else has removed, alone or with
   // its supplier, is put back or forgotten, as the user wants. Returns false when nobody should go on: it meets what
   // somebody else has stored and the user does not choose, so that it stays edited, or its supplier has been left.
   [[nodiscard]] bool SaveContact();
+  // The same in the transaction of its supplier, after Meet has found nothing. Throws RuntimeError.
+  void SaveWithSupplier();
+  // As the fields' of the supplier (BoundFields).
+  std::function<void()> WayBack();
   // Whether somebody else has removed the contact that is edited here.
   bool IsMissing() const;
   // Asks whether it is to be put back; otherwise it is forgotten.
@@ -77,8 +81,11 @@ class ContactsPanel {
   void TxtContact_GotFocus();
   void CmdContact_Click(int button);
   bool ContactHasName() const;
+  bool IsNamed() const;
   void RemoveContact();
-  void FillContactList();
+  void FillContactList(const std::vector<ContactRow>& contacts);
+  void GetContact();
+  void Show(const Row& contact);
   void StayAtShownContact();
   bool StoreUnlessMet();
   bool FollowShown(const std::vector<ContactRow>& contacts);

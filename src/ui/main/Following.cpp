@@ -14,11 +14,23 @@ namespace tarvolinex {
 
 namespace {
 
-bool ReadsTheSame(const std::vector<ListView::Row>& one, const std::vector<ListView::Row>& other) {
-  return std::ranges::equal(one, other, [](const ListView::Row& a, const ListView::Row& b) {
-    return a.key == b.key && a.text == b.text && a.cells == b.cells;
-  });
-}
+// What fields take from the database is no edit.
+class WhileLoading {
+ public:
+  explicit WhileLoading(ShownSupplier& shown) : shown_(shown), changedBefore_(shown.SupplierChanged) {
+    shown_.LoadingSupplier = true;
+  }
+  ~WhileLoading() {
+    shown_.LoadingSupplier = false;
+    shown_.SupplierChanged = changedBefore_;
+  }
+  WhileLoading(const WhileLoading&) = delete;
+  WhileLoading& operator=(const WhileLoading&) = delete;
+
+ private:
+  ShownSupplier& shown_;
+  const bool changedBefore_;
+};
 
 // Marks stay until they have been looked at again.
 void KeepMarks(const std::vector<ListView::Row>& from, std::vector<ListView::Row>& rows) {
@@ -34,12 +46,16 @@ void KeepMarks(const std::vector<ListView::Row>& from, std::vector<ListView::Row
 
 }  // namespace
 
-// Nothing while work goes on or a window waits for an answer: what they were begun with must not change below them.
+// Whether no work goes on and no window waits for an answer: what they were begun with must not change below them.
+bool FrmMain::AtRest() {
+  return !Working && !busy_ && !shown.LoadingSupplier && !quote.loading && database.IsOpen() &&
+         !database.Plain().InTransaction() && !database.GivenUp() && !TheDesktop().Waits();
+}
+
 void FrmMain::TimerOthers_Tick() {
-  if (Working || busy_ || shown.LoadingSupplier || quote.loading || !database.IsOpen() ||
-      database.Plain().InTransaction() || TheDesktop().Waits()) {
-    return;
-  }
+  if (!AtRest()) return;
+  standing.GoOn();
+  const GoesOnWithout server(database);
   try {
     const std::string version = DatabaseVersion(database);
     // A server tells of a change that may not be finished yet: it is looked for once more.
@@ -47,15 +63,17 @@ void FrmMain::TimerOthers_Tick() {
     const bool changed = std::exchange(version_, version) != version;
     lookAgain_ = changed && !database.Plain().IsFile();
     // What was edited here and elsewhere is shown once it is no edit any more, without another change.
-    const bool edited = !ReadsAsLoaded() || contacts.ContactChanged, wasEdited = std::exchange(edited_, edited);
+    const bool heldBack = std::exchange(heldBack_, false);
     if (changed || again) {
       FollowOthers();
-    } else if (wasEdited && shown.CurrentSupplierId != 0) {
+    } else if (heldBack && shown.CurrentSupplierId != 0) {
       FollowShownSupplier();
     }
+    heldBack_ = (changed || again || heldBack) && !ReadsAsLoaded();
     RememberLastChange();
   } catch (const RuntimeError&) {
-    // What cannot be read now is read with the next command, which tells why it cannot.
+    // What cannot be read now is read later; a command tells why it cannot.
+    lookAgain_ = true;
   }
 }
 
@@ -72,18 +90,20 @@ void FrmMain::FollowShownSupplier() {
     SetNote(Tr("%1 has been removed by another program", {fields_.LoadedRow().Text("CompanyName")}));
     return TxtStatus.SetText(note_);
   }
-  const bool changedBefore = shown.SupplierChanged;
-  shown.LoadingSupplier = true;
+  if (!TakeStored(now)) return;
+  if (!Nameless()) ShowSupplierName();
+  UseRateCard(now);
+}
+
+// Returns whether a field of the supplier's has changed.
+bool FrmMain::TakeStored(const SupplierRow& now) {
+  const WhileLoading loading(shown);
   const bool met = !Meet(now).empty();
   const bool taken = fields_.TakeStored(now.row);
   const bool ticks = forms.Follow(shown.CurrentSupplierId);
   const bool people = contacts.Follow();
   if (met || taken || ticks || people) ShowWhoChanged();
-  shown.LoadingSupplier = false;
-  shown.SupplierChanged = changedBefore;
-  if (!taken) return;
-  if (!Nameless()) ShowSupplierName();
-  UseRateCard(now);
+  return taken;
 }
 
 // The row of what is edited, or not stored yet, stays as it is.
@@ -100,9 +120,9 @@ void FrmMain::FollowSupplierList() {
     }
   }
   KeepMarks(list.Rows(), rows);
+  const bool renewed = list.Renew(std::move(rows));
   standing.LookAtAll();
-  if (ReadsTheSame(rows, list.Rows())) return;
-  list.Renew(std::move(rows));
+  if (!renewed) return;
   shown.CurrentSupplierIndex = list.Selected();
   if (list.Selected() < 0) LoadInsteadOfMissing();
 }

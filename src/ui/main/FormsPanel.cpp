@@ -53,13 +53,16 @@ bool FormsPanel::Follow(int supplierId) {
 
 void FormsPanel::LoadFormsList() {
   run_.SetStatus(false, "Loading forms List", 30);
-  LvwForms.BeginFill();
-  LvwForms.Clear();
+  std::vector<ListView::Row> rows;
   try {
-    for (ListView::Row& row : AvailableRows()) LvwForms.Add(std::move(row));
+    rows = AvailableRows();
   } catch (const RuntimeError& failure) {
+    if (failure.Number() == kDatabaseGone) throw;
     run_.ShowError(failure.Description());
   }
+  LvwForms.BeginFill();
+  LvwForms.Clear();
+  for (ListView::Row& row : rows) LvwForms.Add(std::move(row));
   LvwForms.EndFill();
   FormLinksChanged = false;
   run_.SetStatus(false, "", -1);

@@ -38,6 +38,14 @@ class FormsPanel {
   const std::set<int>& LoadedLinks() const { return loaded_; }
   // Ticks that nobody has changed here follow these links. Returns whether one has changed.
   bool TakeStored(const std::set<int>& links);
+  // As the fields' of the supplier (BoundFields).
+  std::function<void()> WayBack() {
+    return [this, changed = FormLinksChanged, supplier = loadedSupplier_, loaded = loaded_] {
+      FormLinksChanged = changed;
+      loadedSupplier_ = supplier;
+      loaded_ = loaded;
+    };
+  }
   // The same list anew, with the ticks that it has.
   void RefreshFormsList();
   void ClearTicks();

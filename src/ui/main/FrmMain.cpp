@@ -107,6 +107,7 @@ void FrmMain::WireShell() {
   TabMain.Click = [this] { TabMain_Click(); };
   Timer1.Tick = [this] { Timer1_Tick(); };
   standing.BrandingNow = [this] { return OwnBranding(); };
+  standing.AtRest = [this] { return AtRest(); };
   standing.Changed = [this] { ShowStandings(); };
   TimerOthers.Interval = 500;
   TimerOthers.Tick = [this] { TimerOthers_Tick(); };
@@ -117,7 +118,7 @@ void FrmMain::WireShell() {
     run.StopRequested = true;
     if (Working || run.ErrorShown || Nameless()) return !Working;
     LeaveField();
-    return MayLeave();
+    return MayLeave() || LeavesUnstored();
   };
 }
 
@@ -140,6 +141,7 @@ void FrmMain::WirePanels() {
       },
       [this](RemovedRows removed) { OfferUndo(std::move(removed)); },
       [this](const std::vector<ContactRow>& renewed) { send.RenewContacts(renewed); },
+      [this](const RuntimeError& loss) { TellOfLoss(loss); },
   };
   forms.View = [this](const std::string& page) { PreviewFormPage(page); };
   quote.CmdSchedule.Click = [this] { ShowSchedule(); };

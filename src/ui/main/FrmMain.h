@@ -243,6 +243,7 @@ class FrmMain : public Window {
   void ShowStandings();
   std::vector<std::string> ReadSuppliers(std::vector<ListView::Row>& rows);
   std::vector<ListView::Row> RowsByName();
+  SupplierRow ReadForeseen(int id);
   void ShowSupplier(const SupplierRow& row);
   void UseSupplierSettings(const SupplierRow& row);
   // The same, applies what the supplier offers and recalculates the quote.
@@ -259,6 +260,10 @@ class FrmMain : public Window {
 
   bool NeedsStoring();
   bool StoreShown();
+  bool StoreAsChosen();
+  std::function<void()> WayBack();
+  void TellOfLoss(const RuntimeError& loss);
+  bool LeavesUnstored();
   void NoteOwnChange();
   void RememberLastChange();
   void ForgetLastChange();
@@ -270,9 +275,11 @@ class FrmMain : public Window {
   void RefreshRow();
   void UseStoredRateCard();
   void UseRateCard(const SupplierRow& row);
+  bool AtRest();
   void TimerOthers_Tick();
   void FollowOthers();
   void FollowShownSupplier();
+  bool TakeStored(const SupplierRow& now);
   void FollowSupplierList();
   void LoadInsteadOfMissing();
   void ShowInsertedSupplier();
@@ -287,7 +294,7 @@ class FrmMain : public Window {
   bool busy_ = false;                 // the status line tells of work
   int lastChangeOf_ = 0;              // whose change lastChange_ is
   std::optional<Change> lastChange_;  // of the shown supplier, as it was loaded or stored
-  bool edited_ = false;               // something of the shown supplier, at the last look
+  bool heldBack_ = false;             // something of the shown supplier was edited when it was last followed
   bool lookAgain_ = false;            // at the next look, whether something has changed or not
   std::string version_;               // of the database, as it was last looked at
 };

@@ -1,5 +1,6 @@
 // What of the shown supplier was edited here meets what somebody else has stored meanwhile.
 #include "controls/Desktop.h"
+#include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/Changes.h"
@@ -8,8 +9,62 @@
 
 namespace tarvolinex {
 
-// The transaction is over while the user chooses; then it is looked at again.
+// What is edited stays so where the server is gone.
 bool FrmMain::StoreShown() {
+  const GoesOnWithout server(database);
+  const auto goBack = WayBack();
+  try {
+    return StoreAsChosen();
+  } catch (const RuntimeError& failure) {
+    if (failure.Number() != kDatabaseGone) throw;
+    goBack();
+    TellOfLoss(failure);
+    return false;
+  }
+}
+
+// What makes everything an edit again that is one now.
+std::function<void()> FrmMain::WayBack() {
+  const bool isNew = shown.CurrentSupplierId == 0;
+  return [this, isNew, fields = fields_.WayBack(), ticks = forms.WayBack(), contact = contacts.WayBack(),
+          change = lastChange_, rows = isNew ? LvwSuppliers.Rows() : std::vector<ListView::Row>()] {
+    fields();
+    ticks();
+    contact();
+    lastChange_ = change;
+    shown.SupplierChanged = true;
+    if (!isNew) return;
+    // The list may have been filled with its ID, or be empty.
+    shown.CurrentSupplierId = 0;
+    LvwSuppliers.Renew(rows);
+    StayAtShownSupplier();
+  };
+}
+
+void FrmMain::TellOfLoss(const RuntimeError& loss) {
+  run.SetStatus(false, "", -1);
+  const std::string why = loss.Description();
+  const std::string text = ReadsAsLoaded()
+                               ? why
+                               : Tr("%1\n\nWhat you have typed stays in the fields. The next command stores "
+                                    "it, once the database server answers.",
+                                    {why});
+  run.MessageBox(text, Tr("Database Connection"), BoxButtons::Ok, BoxIcon::Exclamation);
+}
+
+// The user closes the program while the server is gone.
+bool FrmMain::LeavesUnstored() {
+  if (!database.GivenUp()) return false;
+  const std::string question = Tr("What you have typed could not be stored.\n\nClose the program without it?");
+  if (run.MessageBox(question, Tr("Database Connection"), BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes) {
+    return false;
+  }
+  shown.SupplierChanged = forms.FormLinksChanged = contacts.ContactChanged = false;
+  return true;
+}
+
+// The transaction is over while the user chooses; then it is looked at again.
+bool FrmMain::StoreAsChosen() {
   for (;;) {
     SupplierRow now;
     std::vector<MetField> met;
@@ -41,7 +96,7 @@ bool FrmMain::StoreUnlessMet(SupplierRow& now, std::vector<MetField>& met) {
   }
   SaveSupplier(true);
   forms.SaveSupplierFormLinks(shown.CurrentSupplierId);
-  static_cast<void>(contacts.SaveContact());  // it meets nothing: it has been looked at in this transaction
+  contacts.SaveWithSupplier();
   NoteOwnChange();
   transaction.Commit();
   return true;

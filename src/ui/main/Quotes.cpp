@@ -135,7 +135,7 @@ void FrmMain::RefreshKeptQuote() {
     if (!now) return quote.LoseKept();
     if (*now != *quote.Kept()) quote.ShowKept(*now);
   } catch (const RuntimeError& failure) {
-    run.ShowError(failure.Description());
+    if (failure.Number() != kDatabaseGone) run.ShowError(failure.Description());
   }
 }
 

@@ -74,7 +74,8 @@ void FrmMain::SaveSupplier(bool asSupplier) {
   try {
     StoreFields(asSupplier);
     shown.SupplierChanged = false;
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& failure) {
+    if (failure.Number() == kDatabaseGone) throw;
     run.ShowError(run.ReplaceAliases("Saving <SUPPLIER> Failed"));
   }
   run.SetStatus(false, "", -1);

@@ -60,40 +60,45 @@ StandingMarks::StandingMarks(Window& window, Database& database, ListView& list,
   TmrStanding.Tick = [this] { Look(); };
 }
 
-bool StandingMarks::Begin() {
-  try {
-    standings_.emplace(database_, BrandingNow());
-    return true;
-  } catch (const RuntimeError&) {
-    // A file that cannot be read, or the connection: whoever works with it tells.
-    standings_.reset();
-    return false;
-  }
-}
-
 void StandingMarks::LookAtAll() {
-  next_ = 0;
-  changed_ = false;
+  due_.clear();
+  for (auto row = list_.Rows().rbegin(); row != list_.Rows().rend(); ++row) {
+    if (const int id = IdOfKey(row->key); id != 0) due_.push_back(id);
+  }
   standings_.reset();
   TmrStanding.SetRunning(true);
 }
 
+void StandingMarks::GoOn() {
+  if (one_ != 0 || !due_.empty()) TmrStanding.SetRunning(true);
+}
+
 void StandingMarks::Look() {
-  using std::chrono::steady_clock;
-  constexpr auto kSlice = std::chrono::milliseconds(8);
+  if (!AtRest()) return TmrStanding.SetRunning(false);
+  const GoesOnWithout server(database_);
   LookAtOne();
-  if (next_ < list_.Count() && !standings_ && !Begin()) return TmrStanding.SetRunning(false);
-  try {
-    for (const auto begun = steady_clock::now(); next_ < list_.Count() && steady_clock::now() - begun < kSlice;) {
-      if (const int id = IdOfKey(list_.At(next_++).key); id != 0) Mark(standings_->Of(id));
-    }
-  } catch (const RuntimeError&) {
-    next_ = list_.Count();
-  }
-  if (next_ < list_.Count()) return;
+  LookAtSome();
+  if (!due_.empty()) return;
   TmrStanding.SetRunning(false);
   standings_.reset();
-  if (changed_ && Changed) Changed();
+  if (std::exchange(changed_, false) && Changed) Changed();
+}
+
+void StandingMarks::LookAtSome() {
+  using std::chrono::steady_clock;
+  constexpr auto kSlice = std::chrono::milliseconds(8);
+  if (due_.empty()) return;
+  try {
+    if (!standings_) standings_.emplace(database_, BrandingNow());
+    for (const auto begun = steady_clock::now(); !due_.empty() && steady_clock::now() - begun < kSlice;) {
+      const int id = due_.back();
+      due_.pop_back();
+      Mark(standings_->Of(id));
+    }
+  } catch (const RuntimeError&) {
+    // A file that cannot be read, or the connection: whoever works with it tells.
+    due_.clear();
+  }
 }
 
 void StandingMarks::LookAt(int supplierId) {
@@ -107,7 +112,7 @@ void StandingMarks::LookAtOne() {
   try {
     Mark(StandingOf(database_, BrandingNow(), std::exchange(one_, 0)));
   } catch (const RuntimeError&) {
-    // As in Begin.
+    // As above.
   }
 }
 

@@ -4,8 +4,8 @@
 
 #include <functional>
 #include <optional>
-#include <set>
 #include <string>
+#include <vector>
 
 #include "controls/Controls.h"
 #include "core/Run.h"
@@ -26,6 +26,8 @@ class StandingMarks {
 
   // What all calculators have in common now.
   std::function<Branding()> BrandingNow;
+  // False while nothing may change below the user, or the database is in use: nothing is looked at before GoOn.
+  std::function<bool()> AtRest;
   // The rows' states have changed: they may have to be sorted or chosen anew.
   Event Changed;
 
@@ -33,20 +35,22 @@ class StandingMarks {
   void LookAtAll();
   // At one whose calculator may have changed, or nobody's; the line tells of the shown one.
   void LookAt(int supplierId);
+  // With what still waits to be looked at.
+  void GoOn();
   // Whether the choice shows the row.
   bool Shows(const ListView::Row& row) const;
 
  private:
-  bool Begin();
   void Look();
   void LookAtOne();
+  void LookAtSome();
   void Mark(const Standing& standing);
   Database& database_;
   ListView& list_;
   const ShownSupplier& shown_;
   std::optional<Standings> standings_;
-  int next_ = 0;  // row
-  int one_ = 0;   // supplier to be looked at first
+  std::vector<int> due_;  // suppliers, the last one first; the list may be sorted meanwhile
+  int one_ = 0;           // supplier to be looked at before them
   bool changed_ = false;
 };
 

@@ -115,8 +115,10 @@ void FrmMain::LoadSupplierList(bool selectNewest) {
   list.SetEnabled(false);
   try {
     FillSupplierList(selectNewest);
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& failure) {
     list.EndFill();
+    list.SetEnabled(true);
+    if (failure.Number() == kDatabaseGone) throw;
     run.ShowError(run.ReplaceAliases("Error Getting <SUPPLIER> List"));
   }
   shown.SupplierChanged = false;
@@ -155,6 +157,7 @@ void FrmMain::ShowSupplier(const SupplierRow& row) {
   ShowSupplierName();
   rateCard.ApplyPremiumSwitch();
   forms.LoadSupplierFormLinks(shown.CurrentSupplierId);
+  contacts.ClearContacts();  // they are the previous one's
   contacts.ListContacts();
   LoadSupplierRateCard(row);
   fields_.RememberLoadedFields(row.row);
@@ -190,16 +193,23 @@ void FrmMain::ReportMissingSupplier() {
   LoadSupplierList(false);
 }
 
+// With what ShowSupplier reads next.
+SupplierRow FrmMain::ReadForeseen(int id) {
+  const GoesOnWithout server(database);
+  ForeseeSupplier(database, id);
+  return ReadSupplier(database, id);
+}
+
 void FrmMain::LoadSupplier() {
   if (!SaveAll()) return StayAtShownSupplier();  // a contact while it still is the previous supplier's
   run.SetStatus(false, "Getting Supplier", 20);
   const ListView& list = LvwSuppliers;
   try {
     if (list.Selected() < 0) return ShowNoSupplier();
+    const int id = IdOfKey(list.At(list.Selected()).key);
+    const SupplierRow row = ReadForeseen(id);
     shown.CurrentSupplierIndex = list.Selected();
-    shown.CurrentSupplierId = IdOfKey(list.At(shown.CurrentSupplierIndex).key);
-    ForeseeSupplier(database, shown.CurrentSupplierId);
-    const SupplierRow row = ReadSupplier(database, shown.CurrentSupplierId);
+    shown.CurrentSupplierId = id;
     if (!row.Found()) return ReportMissingSupplier();
     ShowSupplier(row);
     if (!shown.RateCardFault.empty()) {
@@ -207,12 +217,17 @@ void FrmMain::LoadSupplier() {
                               Tr("Rates"), BoxButtons::Ok, BoxIcon::Exclamation);
     }
   } catch (const RuntimeError& failure) {
-    run.ShowError(failure.Description());
+    if (failure.Number() == kDatabaseGone) {
+      TellOfLoss(failure);
+    } else {
+      run.ShowError(failure.Description());
+    }
+    StayAtShownSupplier();
   }
   run.SetStatus(false, "", -1);
 }
 
-// What is edited waits for a choice: its row stays the selected one.
+// What is edited waits for a choice, or another one could not be read: its row stays the selected one.
 void FrmMain::StayAtShownSupplier() {
   shown.LoadingSupplier = false;
   const int row = LvwSuppliers.Find("ID" + std::to_string(shown.CurrentSupplierId));
