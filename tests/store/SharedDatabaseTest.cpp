@@ -74,12 +74,17 @@ TEST_F(SharedDatabaseTest, ATransactionIsStoredOnceWheneverTheConnectionGoes) {
     if (i % 5 == 0) {
       EXPECT_EQ(Ask(desk, "SELECT COUNT(*) FROM contacts WHERE surname='s" + text + "'"), "1");
     }
+    if (i % 3 == 0) {
+      desk.Execute("UPDATE contacts SET tel='own' WHERE ID=" + std::to_string(desk.LastInsertedId()) +
+                   " AND surname='s" + text + "'");
+    }
     desk.Execute("UPDATE suppliers SET Town='" + text + "' WHERE ID=3");
     desk.Commit();
     EXPECT_EQ(Ask(judge, "SELECT Town FROM suppliers WHERE ID=3"), text);
   }
   EXPECT_EQ(Ask(judge, "SELECT COUNT(*)||' '||COUNT(DISTINCT surname) FROM contacts WHERE firstname IS NULL"),
             std::to_string(kSaves) + " " + std::to_string(kSaves));
+  EXPECT_EQ(Ask(judge, "SELECT COUNT(*) FROM contacts WHERE tel='own'"), std::to_string((kSaves + 2) / 3));
   EXPECT_GT(lost, kSaves / 3);
 }
 

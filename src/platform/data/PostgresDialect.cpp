@@ -295,6 +295,25 @@ std::string TableOfGivenIds(std::string_view statement, const PostgresCatalogue&
   return {};
 }
 
+std::string WithId(std::string_view statement, int id) {
+  const Parts parts = PartsOf(statement);
+  std::string with;
+  const std::size_t table = InsertedTable(parts);
+  if (table >= parts.size() || !statement.ends_with(" RETURNING id") || !IsAt(parts, NextPart(parts, table + 1), "(")) {
+    return with;
+  }
+  bool values = false;
+  std::string next = "id, ";
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    with += parts[i].text;
+    values = values || IsAt(parts, i, "VALUES");
+    if (!IsAt(parts, i, "(") || next.empty()) continue;
+    with += next;
+    next = values ? "" : std::to_string(id) + ", ";
+  }
+  return values && next.empty() ? with : std::string();
+}
+
 std::string FollowLargestId(std::string_view table) {
   const std::string name(table);
   return "SELECT CASE WHEN gap > 1000 THEN setval(ids, largest) WHEN gap > 0 THEN (SELECT nextval(ids) FROM "

@@ -30,6 +30,9 @@ std::string_view WithoutOrder(std::string_view statement);
 // The table that an INSERT writes into, when it says the rows' IDs itself; empty for any other statement.
 std::string TableOfGivenIds(std::string_view statement, const PostgresCatalogue& catalogue);
 
+// The INSERT that gives its row an ID, as PostgresStatement made it, with this one; empty for any other statement.
+std::string WithId(std::string_view statement, int id);
+
 // Lets the table's next ID follow its largest. IDs that other desks are given meanwhile are passed over.
 std::string FollowLargestId(std::string_view table);
 

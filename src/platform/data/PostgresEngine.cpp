@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <thread>
+#include <random>
 #include <utility>
 
 #include "platform/RuntimeError.h"
@@ -16,6 +16,17 @@ namespace {
 
 // The lock that whoever stores something holds.
 constexpr std::string_view kLock = "8427010557";
+
+// Where the last save of each desk stands. By that alone is known whether one was stored whose end nobody has told: the
+// server's own number of a transaction is given once more after a crash.
+constexpr const char* kSaves = "tarvolinex_saves";
+
+std::string NewDesk() {
+  std::random_device random;
+  std::string desk;
+  for (int i = 0; i < 4; ++i) desk += std::to_string(random()) + ".";
+  return desk;
+}
 
 std::string TextOf(const PGresult* result) {
   return PQntuples(result) > 0 && PQnfields(result) > 0 ? std::string(ValueAt(result, 0, 0)) : std::string();
@@ -46,21 +57,24 @@ std::string ContentOf(const PGresult* result) {
 
 }  // namespace
 
+PostgresEngine::PostgresEngine(std::string_view connectionString) : session_(connectionString), desk_(NewDesk()) {
+  ReadCatalogue();
+}
+
 void PostgresEngine::ReadCatalogue() {
   catalogue_.Read(Rows(PostgresCatalogue::Statement(), "").get());
 }
 
 void PostgresEngine::Forget() {
-  inTransaction_ = reading_ = begun_ = idAsked_ = false;
+  inTransaction_ = reading_ = begun_ = open_ = false;
   done_.clear();
   waiting_.clear();
-  transaction_.clear();
 }
 
-// What begins the transaction; the second one tells the number by which it is known later whether it was stored.
+// What begins the transaction.
 std::vector<Sent> PostgresEngine::Opening() const {
-  if (reading_) return {{"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"}, {"SELECT 'reading'"}};
-  return {{"BEGIN"}, {"SELECT pg_current_xact_id()::text FROM pg_advisory_xact_lock(" + std::string(kLock) + ")"}};
+  if (reading_) return {{"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"}};
+  return {{"BEGIN"}, {"SELECT pg_advisory_xact_lock(" + std::string(kLock) + ")"}};
 }
 
 // A statement outside a transaction, which changes nothing and can be run again.
@@ -127,13 +141,13 @@ PostgresResult PostgresEngine::RunWith(std::optional<Step> last) {
   std::vector<PostgresResult> results;
   for (;;) {
     try {
-      const bool begins = transaction_.empty();
-      std::vector<Sent> sent = begins ? Opening() : std::vector<Sent>();
+      std::vector<Sent> sent = open_ ? std::vector<Sent>() : Opening();
+      const auto first = static_cast<std::ptrdiff_t>(sent.size());
       begun_ = true;
       for (const Step& step : steps) sent.push_back({step.text, step.original});
       results = session_.Run(sent);
-      if (begins) transaction_ = TextOf(results[1].get());
-      results.erase(results.begin(), results.begin() + (begins ? 2 : 0));
+      open_ = true;
+      results.erase(results.begin(), results.begin() + first);
       break;
     } catch (const ConnectionLost& lost) {
       Replay(lost.why);
@@ -147,26 +161,39 @@ PostgresResult PostgresEngine::RunWith(std::optional<Step> last) {
   return results.empty() ? PostgresResult() : std::move(results.back());
 }
 
+// Somebody goes on with the ID that was given last: should its row have to be added once more, it gets the same.
+void PostgresEngine::KeepLastId() {
+  for (auto step = done_.end(); step != done_.begin();) {
+    --step;
+    const std::string again = WithId(step->text, lastId_);
+    if (again.empty()) continue;
+    if (!TableOfGivenIds(step->text, catalogue_).empty()) return;
+    step->text = again;
+    done_.insert(step + 1, {FollowLargestId(TableOfGivenIds(again, catalogue_)), "", true});
+    return;
+  }
+}
+
 // After a loss: brings a new connection to where the transaction stood. What the program has read in it must still be
-// so, and it must not go on with an ID that is another one now; otherwise nothing is stored.
+// so; otherwise nothing is stored.
 void PostgresEngine::Replay(const std::string& lostBy) {
   std::string why = lostBy;
   for (;;) {
     session_.Reconnect(why);
-    begun_ = false;
-    transaction_.clear();
+    begun_ = open_ = false;
     if (done_.empty()) return;
     try {
       std::vector<Sent> sent = Opening();
+      const std::size_t first = sent.size();
       begun_ = true;
       for (const Step& step : done_) sent.push_back({step.text, step.original});
       const auto results = session_.Run(sent);
-      transaction_ = TextOf(results[1].get());
+      open_ = true;
       bool same = true;
       for (std::size_t i = 0; i < done_.size(); ++i) {
-        Note(done_[i], results[i + 2].get());
-        const bool matters = !done_[i].writes || idAsked_;
-        same = same && (!matters || done_[i].result == ContentOf(results[i + 2].get()));
+        const PGresult* result = results[first + i].get();
+        Note(done_[i], result);
+        same = same && (done_[i].writes || done_[i].result == ContentOf(result));
       }
       if (same) return;
       throw RuntimeError(kDatabaseGone,
@@ -214,12 +241,36 @@ void PostgresEngine::InsertRows(std::string_view table, const std::vector<std::s
   if (catalogue_.GivesIds(table)) Queue(FollowLargestId(table), "", true);
 }
 
-// Whether the transaction whose end nobody told was stored. Its process has been ended, and may take its time.
+// What notes this save, and makes the table of them where there is none; those of desks that are long gone are removed.
+std::vector<Sent> PostgresEngine::Mark() const {
+  std::vector<Sent> sent;
+  const std::string table = kSaves;
+  if (!marked_ && !catalogue_.HasTable(table)) {
+    sent.push_back({"CREATE TABLE IF NOT EXISTS " + table +
+                    " (desk text PRIMARY KEY, save integer NOT NULL, at timestamptz NOT NULL)"});
+  }
+  if (!marked_) sent.push_back({"DELETE FROM " + table + " WHERE at < now() - interval '30 days'"});
+  sent.push_back({"INSERT INTO " + table + " VALUES('" + desk_ + "', " + std::to_string(save_) +
+                  ", now()) ON CONFLICT (desk) DO UPDATE SET save = excluded.save, at = excluded.at"});
+  return sent;
+}
+
+// Whether the save whose end nobody told was stored. Its process has been ended, may take its time, and holds the lock
+// for as long.
 bool PostgresEngine::WasStored() {
+  if (!HasTable(kSaves)) return false;
   for (;;) {
-    const std::string status = TextOf(RunOutside({"SELECT pg_xact_status('" + transaction_ + "')"}).get());
-    if (status != "in progress") return status == "committed";
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    try {
+      const auto results = session_.Run({{"BEGIN"},
+                                         {"SET LOCAL lock_timeout = 0"},
+                                         Opening().back(),
+                                         {"SELECT count(*) FROM " + std::string(kSaves) + " WHERE desk = '" + desk_ +
+                                          "' AND save = " + std::to_string(save_)},
+                                         {"COMMIT"}});
+      return TextOf(results[3].get()) == "1";
+    } catch (const ConnectionLost& lost) {
+      session_.Reconnect(lost.why);
+    }
   }
 }
 
@@ -235,16 +286,19 @@ bool PostgresEngine::WasStoredBefore(const ConnectionLost& loss) {
 }
 
 void PostgresEngine::Commit() {
-  for (;;) {
-    // The first statements tell the transaction's number, by which its end can be asked for; the last go with the end.
-    if (transaction_.empty()) SendWaiting();
-    if (transaction_.empty()) break;  // nothing is to be stored
+  ++save_;
+  while (open_ || !waiting_.empty()) {
     try {
-      std::vector<Sent> sent;
+      std::vector<Sent> sent = open_ ? std::vector<Sent>() : Opening();
+      const std::size_t first = sent.size();
       for (const Step& step : waiting_) sent.push_back({step.text, step.original});
+      const auto writes = [](const Step& step) { return step.writes; };
+      if (std::ranges::any_of(done_, writes) || std::ranges::any_of(waiting_, writes))
+        std::ranges::move(Mark(), std::back_inserter(sent));
       sent.push_back({"COMMIT"});
+      begun_ = true;
       const auto results = session_.Run(sent);
-      for (std::size_t i = 0; i < waiting_.size(); ++i) Note(waiting_[i], results[i].get());
+      for (std::size_t i = 0; i < waiting_.size(); ++i) Note(waiting_[i], results[first + i].get());
       if (std::string_view(PQcmdStatus(results.back().get())) == "COMMIT") break;
       throw StatementFailure(Tr("a statement before it has failed; nothing was stored"), "COMMIT");
     } catch (const ConnectionLost& lost) {
@@ -254,6 +308,7 @@ void PostgresEngine::Commit() {
       Replay(lost.why);
     }
   }
+  marked_ = true;
   Forget();
 }
 

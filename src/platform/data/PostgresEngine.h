@@ -30,7 +30,7 @@ inline std::string_view ValueAt(const PGresult* result, int row, int column) {
 
 class PostgresEngine final : public Engine {
  public:
-  explicit PostgresEngine(std::string_view connectionString) : session_(connectionString) { ReadCatalogue(); }
+  explicit PostgresEngine(std::string_view connectionString);
 
   std::unique_ptr<RowSource> Select(std::string_view statement, bool rowsLater) override;
   PostgresResult Rows(const std::string& statement, std::string_view original);
@@ -58,7 +58,7 @@ class PostgresEngine final : public Engine {
 
   int LastInsertedId() override {
     SendWaiting();
-    if (inTransaction_) idAsked_ = true;
+    if (inTransaction_) KeepLastId();
     return lastId_;
   }
   int ChangedRows() override {
@@ -96,7 +96,9 @@ class PostgresEngine final : public Engine {
   PostgresResult RunOutside(const Sent& statement);
   PostgresResult Foreseen(const std::string& statement);
   void Note(const Step& step, const PGresult* result);
+  void KeepLastId();
   void Replay(const std::string& why);
+  std::vector<Sent> Mark() const;
   bool WasStored();
   bool WasStoredBefore(const ConnectionLost& loss);
   void Forget();
@@ -108,11 +110,13 @@ class PostgresEngine final : public Engine {
   std::chrono::steady_clock::time_point foreseenAt_;
   std::vector<Step> done_;     // of the transaction, on the server
   std::vector<Step> waiting_;  // and still here
-  std::string transaction_;    // its number; empty = the server has told none
   bool begun_ = false;         // the server may have begun it
+  bool open_ = false;          // and has
   bool tablesChanged_ = false;
   int lastId_ = 0, changedRows_ = 0;
-  bool idAsked_ = false;  // somebody goes on with an ID that it has given
+  std::string desk_;     // under which its saves are marked
+  int save_ = 0;         // the number of the last one
+  bool marked_ = false;  // one has been
 };
 
 }  // namespace tarvolinex
