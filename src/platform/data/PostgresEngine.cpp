@@ -292,13 +292,13 @@ void PostgresEngine::Commit() {
       std::vector<Sent> sent = open_ ? std::vector<Sent>() : Opening();
       const std::size_t first = sent.size();
       for (const Step& step : waiting_) sent.push_back({step.text, step.original});
-      const auto writes = [](const Step& step) { return step.writes; };
-      if (std::ranges::any_of(done_, writes) || std::ranges::any_of(waiting_, writes))
-        std::ranges::move(Mark(), std::back_inserter(sent));
+      const bool marks = std::ranges::any_of(done_, &Step::writes) || std::ranges::any_of(waiting_, &Step::writes);
+      if (marks) std::ranges::move(Mark(), std::back_inserter(sent));
       sent.push_back({"COMMIT"});
       begun_ = true;
       const auto results = session_.Run(sent);
       for (std::size_t i = 0; i < waiting_.size(); ++i) Note(waiting_[i], results[first + i].get());
+      marked_ = marked_ || marks;
       if (std::string_view(PQcmdStatus(results.back().get())) == "COMMIT") break;
       throw StatementFailure(Tr("a statement before it has failed; nothing was stored"), "COMMIT");
     } catch (const ConnectionLost& lost) {
@@ -308,7 +308,6 @@ void PostgresEngine::Commit() {
       Replay(lost.why);
     }
   }
-  marked_ = true;
   Forget();
 }
 

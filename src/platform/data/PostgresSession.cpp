@@ -118,12 +118,15 @@ PostgresSession::Wire PostgresSession::Connect() const {
                      Tr("The database %1 cannot be opened: %2", {DatabaseName(connectionString_), words}));
 }
 
+// Only as himself, not as his group, may a user know when his process has begun, and end it.
 void PostgresSession::Adopt(Wire wire) {
   wire_ = std::move(wire);
-  const auto self =
-      Run({{"SELECT format('pid = %s AND backend_start = %L', pid, backend_start) FROM pg_stat_activity "
-            "WHERE pid = pg_backend_pid()"}});
-  self_ = PQgetvalue(self.front().get(), 0, 0);
+  const auto results =
+      Run({{"SET ROLE NONE"},
+           {"SELECT format('pid = %s AND backend_start = %L', pid, backend_start) FROM pg_stat_activity "
+            "WHERE pid = pg_backend_pid()"},
+           {"RESET ROLE"}});
+  self_ = PQgetvalue(results[1].get(), 0, 0);
 }
 
 // Sends something; throws when the wire does not take it.
@@ -197,7 +200,8 @@ bool PostgresSession::Again(int attempt, const std::string& why) const {
 
 // The server may not have noticed that this desk has gone, and still hold what it held.
 void PostgresSession::EndPredecessor(PGconn* wire) const {
-  const std::string statement = "SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE " + self_;
+  const std::string statement =
+      "SET ROLE NONE; SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE " + self_ + "; RESET ROLE";
   const PostgresResult ended(PQexec(wire, statement.c_str()));
 }
 
