@@ -51,4 +51,15 @@ std::optional<Change> LastChange(Database& database, Changed what, int id) {
   return Change{row.Text("ChangedBy"), row.Text("ChangedAt")};
 }
 
+std::unordered_map<int, std::string> MakersOf(Database& database, Changed what) {
+  std::unordered_map<int, std::string> makers;
+  if (database.Plain().IsFile() || !database.Plain().HasTable("Changes")) return makers;
+  Recordset rows;
+  rows.Open(StatementFor(statements::kMakers, what, 0), database.Plain(), Recordset::Rows::Later);
+  rows.ReadRows({"RowId", "ChangedBy"}, [&](const std::vector<std::string_view>& texts) {
+    makers[static_cast<int>(LeadingNumber(texts[0]))] = texts[1];
+  });
+  return makers;
+}
+
 }  // namespace tarvolinex

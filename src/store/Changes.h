@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "store/Database.h"
@@ -28,5 +29,8 @@ void NoteMaker(Database& database, Changed what, int id);
 
 // nullopt when nothing is noted. Throws RuntimeError.
 std::optional<Change> LastChange(Database& database, Changed what, int id);
+
+// Who made what, by its ID; nobody in a file, which is one person's. Throws RuntimeError.
+std::unordered_map<int, std::string> MakersOf(Database& database, Changed what);
 
 }  // namespace tarvolinex

@@ -103,6 +103,7 @@ inline constexpr std::string_view kDeliveryMessage =
 inline constexpr std::string_view kForgetChange = "DELETE FROM Changes WHERE What='<WHAT>' AND RowId=<ROWID>";
 inline constexpr std::string_view kInsertChange =
     "INSERT INTO Changes (What, RowId, ChangedBy, ChangedAt) VALUES('<WHAT>', <ROWID>, '<NAME>', '<DATE>')";
+inline constexpr std::string_view kMakers = "SELECT * FROM Changes WHERE What='<WHAT>'";
 inline constexpr std::string_view kLastChange = "SELECT * FROM Changes WHERE What='<WHAT>' AND RowId=<ROWID>";
 // The run of letters that is on its way.
 inline constexpr std::string_view kDeleteLetters = "DELETE FROM Letters";

@@ -116,13 +116,15 @@ TEST_F(BatchWindowTest, WhatWentOutIsFoundAndSentAgain) {
                {{"2026-11-25 09:00:00", 1, "=Aldermoor", 1, "Helen", "h@x.example", "zip", "sent", "Subject", "Text"},
                 {"2026-11-25 10:00:00", 2, "Quillbeck", 0, "", "", "exe", "made", "", ""}},
                run);
+  form->database.ExecuteStatement("UPDATE Changes SET ChangedBy='carol' WHERE What='delivery' AND RowId=1");
+  const bool tellsWho = OnServer();
   std::string opened;
   FrmSent sent(run, form->database,
                [&](int supplier, int contact) { opened = std::to_string(supplier) + "/" + std::to_string(contact); });
   sent.Load();
   EXPECT_EQ(sent.LvwSent.At(sent.LvwSent.Selected()).text, "2026-11-25 10:00:00") << "the latest first";
   EXPECT_FALSE(sent.CmdAgain.Enabled()) << "a file has no reader";
-  sent.TxtSearch.SetText("HELEN zip");
+  sent.TxtSearch.SetText(tellsWho ? "HELEN zip CAROL" : "HELEN zip");
   EXPECT_EQ(sent.TxtMessage.Text(), "Subject\n\nText");
   sent.CmdAgain.Press();
   EXPECT_EQ(opened, "1/1");
@@ -130,8 +132,12 @@ TEST_F(BatchWindowTest, WhatWentOutIsFoundAndSentAgain) {
   sent.CmdSave.Press();
   EXPECT_EQ(ReadFile(folder.Path() + "/sent.csv"),
             "\xEF\xBB\xBF"
-            "Date,SupplierID,CompanyName,Contact,Email,As,Result\r\n"
-            "2026-11-25 09:00:00,1,'=Aldermoor,Helen,h@x.example,zip,sent\r\n");
+            "Date,SupplierID,CompanyName,Contact,Email,As,Result" +
+                std::string(tellsWho ? ",By" : "") +
+                "\r\n2026-11-25 09:00:00,1,'=Aldermoor,Helen,h@x.example,zip,sent" + (tellsWho ? ",carol" : "") +
+                "\r\n");
+  sent.TxtSearch.SetText("carol");
+  EXPECT_EQ(sent.CmdOpen.Enabled(), tellsWho);
 }
 
 }  // namespace tarvolinex

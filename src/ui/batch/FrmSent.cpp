@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "store/Changes.h"
 #include "ui/quotes/ShownTable.h"
 
 namespace tarvolinex {
@@ -26,6 +27,7 @@ FrmSent::FrmSent(Run& run, Database& database, Open open)
   LvwSent.Columns() = {{Tr("Date"), "", 2000},    {run.ReplaceAliases(Tr("<SUPPLIER>")), "", 2800},
                        {Tr("Contact"), "", 1900}, {Tr("E-mail"), "", 2600},
                        {Tr("As"), "", 800},       {Tr("Result"), "", 2600}};
+  if (!database.Plain().IsFile()) LvwSent.Columns().push_back({Tr("By"), "", 1200});
   LvwSent.NoMatchText = Tr("Nothing that went out matches");
   LvwSent.SortColumn = 0;
   LvwSent.SortAscending = false;
@@ -55,11 +57,13 @@ void FrmSent::Load() {
   LvwSent.Clear();
   listed_.clear();
   try {
+    std::unordered_map<int, std::string> makers = MakersOf(database_, Changed::Delivery);
     ListDeliveries(database_, [&](int number, const Delivery& each) {
       ListView::Row row;
       row.key = std::to_string(number);
       row.text = each.date;
       row.cells = {each.companyName, each.contact, each.email, each.sentAs, each.result};
+      if (!database_.Plain().IsFile()) row.cells.push_back(makers[number]);
       std::string all = row.text;
       for (const std::string& cell : row.cells) all += "\n" + cell;
       listed_[row.key] = {each.supplierId, each.contactId, FoldCase(all)};
@@ -121,9 +125,10 @@ void FrmSent::Save() {
     for (const std::string& cell : row.cells) rows += "," + CsvCell(cell);
     rows += "\n";
   }
-  SaveTable(run_, Tr("Save what went out"), "Sent.xlsx",
-            {{"Date"}, {"SupplierID", CellKind::Count}, {"CompanyName"}, {"Contact"}, {"Email"}, {"As"}, {"Result"}},
-            rows);
+  std::vector<SheetColumn> columns = {
+      {"Date"}, {"SupplierID", CellKind::Count}, {"CompanyName"}, {"Contact"}, {"Email"}, {"As"}, {"Result"}};
+  if (!database_.Plain().IsFile()) columns.push_back({"By"});
+  SaveTable(run_, Tr("Save what went out"), "Sent.xlsx", columns, rows);
 }
 
 }  // namespace tarvolinex

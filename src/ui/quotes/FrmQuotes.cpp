@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "store/Changes.h"
 #include "ui/quotes/PlanWords.h"
 #include "ui/quotes/TodaysPrice.h"
 
@@ -97,6 +98,7 @@ FrmQuotes::FrmQuotes(Run& run, Database& database, Surroundings around, std::vec
                          {run.ReplaceAliases(Tr("Inc <VAT> (£)")), "", 1300, true},
                          {Tr("Valid until"), "", 1250},
                          {Tr("State"), "", 1050}};
+  if (!database.Plain().IsFile()) LvwQuotes.Columns().push_back({Tr("By"), "", 1200});
   LvwQuotes.NoMatchText = Tr("No quote matches");
   LvwQuotes.SortColumn = 0;
   LvwQuotes.SortAscending = false;
@@ -156,10 +158,12 @@ void FrmQuotes::ReadQuotes(std::vector<ListView::Row>& rows) {
   std::size_t count = 0;
   std::unordered_map<int, std::string> names;
   listed_.clear();
+  makers_ = MakersOf(database_, Changed::Quote);
   ListQuotes(database_, LocalDay(TheDesktop().Now()), [&](const QuoteListRow& quote) {
     if (count == rows.size()) rows.emplace_back();
     ListView::Row& row = rows[count++];
     FillRow(quote, row);
+    if (!database_.Plain().IsFile()) row.cells.push_back(makers_[quote.number]);
     names.insert_or_assign(quote.supplierId, quote.companyName);  // the latest name that it had
     listed_[quote.number] = {quote.supplierId, std::string(quote.state), FoldedText(quote, row)};
   });

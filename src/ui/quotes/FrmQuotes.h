@@ -73,6 +73,7 @@ class FrmQuotes : public Window {
   Surroundings around_;
   std::vector<RemovedRows>& removed_;
   std::unordered_map<int, Listed> listed_;  // by number
+  std::unordered_map<int, std::string> makers_;
 };
 
 }  // namespace tarvolinex

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "controls/Desktop.h"
+#include "exchange/Csv.h"
 #include "exchange/KeptQuoteTable.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
@@ -156,15 +157,20 @@ void FrmQuotes::Export() {
   for (const ListView::Row& row : LvwQuotes.Rows()) {
     if (!row.hidden) seen.insert(IdOfKey(row.key));
   }
+  const bool shared = !database_.Plain().IsFile();
+  std::vector<SheetColumn> columns = KeptQuoteColumns();
+  if (shared) columns.push_back({"By"});
   std::string rows;
   try {
     ListQuotes(database_, LocalDay(TheDesktop().Now()), [&](const QuoteListRow& quote) {
-      if (seen.contains(quote.number)) rows += KeptQuoteLine(quote);
+      if (!seen.contains(quote.number)) return;
+      rows += KeptQuoteLine(quote);
+      if (shared) rows.insert(rows.size() - 1, "," + CsvCell(makers_[quote.number]));
     });
   } catch (const RuntimeError& failure) {
     return run_.ShowError(failure.Description());
   }
-  SaveTable(run_, Tr("Save the quotes"), "Quotes.xlsx", KeptQuoteColumns(), rows);
+  SaveTable(run_, Tr("Save the quotes"), "Quotes.xlsx", columns, rows);
 }
 
 }  // namespace tarvolinex
