@@ -1,8 +1,8 @@
 #!/bin/sh
 # postgres.sh FOLDER [tls]: a server of PostgreSQL in the folder, on a socket there and a port of the loopback. Prints the
-# port when it answers; ends, and the server with it, when it is told to or whoever started it is gone. With "tls" the port
-# asks for encryption and a password; its certificate, made out for localhost and 0.0.0.0, is of ca.crt's authority, beside
-# which lies other.crt's.
+# port when it answers; ends, and the server with it, when it is told to or whoever started it is gone. At USR1 the server is
+# stopped without a moment for anything, and started again. With "tls" the port asks for encryption and a password; its
+# certificate, made out for localhost and 0.0.0.0, is of ca.crt's authority, beside which lies other.crt's.
 set -e
 folder=$1
 programs=$(ls -d /usr/lib/postgresql/*/bin | sort -V | tail -n 1)
@@ -23,10 +23,14 @@ if [ "$2" = tls ]; then
   options="-c ssl=on"
 fi
 port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
-$as "$programs/postgres" -D data -p "$port" -k "$folder" -c listen_addresses=127.0.0.1 -c fsync=off \
-  -c full_page_writes=off -c shared_buffers=32MB -c max_connections=60 -c autovacuum=off $options >>log 2>&1 &
-server=$!
+start() {
+  $as "$programs/postgres" -D data -p "$port" -k "$folder" -c listen_addresses=127.0.0.1 -c fsync=off \
+    -c full_page_writes=off -c shared_buffers=32MB -c max_connections=60 -c autovacuum=off $options >>log 2>&1 &
+  server=$!
+}
+start
 trap 'kill -INT $server; wait $server; exit' TERM INT
+trap 'kill -QUIT $server; wait $server || :; start' USR1
 until "$programs/pg_isready" -q -h 127.0.0.1 -p "$port"; do sleep 0.05; done
 echo "$port"
 exec >&-
