@@ -48,7 +48,9 @@ void PrepareRun(const ProgramOptions& options, Run& run) {
   run.AppFolder = ChooseAppFolder(options.appFolder);
   run.ChosenDataFolder = options.dataFolder.empty() ? "" : WholePath(options.dataFolder);
   UseDatabase(options.database, run);
-  run.DataFolder = RememberedDataFolder(run);
+  run.DataFolder = run.SharedDatabase.empty() || !run.ChosenDataFolder.empty()
+                       ? RememberedDataFolder(run)
+                       : DeskFolder(run.AppFolder, run.SharedDatabase);
   const std::string_view only = OnlyFileOfCommand(options.command);
   const bool untouched = IsDryRun(options) && FileExists(run.AppFolder + "\\General.dat");
   const bool newTemplate = !untouched && FillAppFolder(run.Places(), only);

@@ -24,7 +24,7 @@ std::string SupplierIdOf(const Arguments& arguments) {
 
 bool OpenDatabaseForCommand(Run& run, Database& database) {
   run.DataFolder = WithoutTrailingSeparator(run.DataFolder);
-  const Unpacked unpacked = UnpackDatabase(run.Places(), run);
+  const Unpacked unpacked = run.SharedDatabase.empty() ? UnpackDatabase(run.Places(), run) : Unpacked::No;
   if (unpacked == Unpacked::Failed) return false;
   if (run.SharedDatabase.empty() && !FileExists(DatabasePath(run.DataFolder))) {
     run.ShowError(Tr("Database Could not be found :-\n\n%1", {run.DataFolder}));
@@ -38,8 +38,7 @@ bool OpenDatabaseForCommand(Run& run, Database& database) {
   ShareFiles(database, run);
   // Until the organisation has an address the sample contacts keep their own, which lead nowhere.
   const std::string email = run.CalculatorPreferences.OrgEmail.Trimmed();
-  if (unpacked == Unpacked::Yes && run.SharedDatabase.empty() && !email.empty())
-    PointContactsAtOrganisation(database, email);
+  if (unpacked == Unpacked::Yes && !email.empty()) PointContactsAtOrganisation(database, email);
   run.SetStatus(false, "", -1);
   return true;
 }

@@ -70,7 +70,7 @@ bool HasPage(Database& database, const std::string& page) {
   if (connection.IsFile()) return FileExists(page);
   if (!connection.HasTable(kOfficeFilesTable)) return false;
   Recordset found;
-  found.Open(FillStatement(statements::kOfficeFileId, "<NAME>", "forms/" + FoldCase(FileNameOf(page))), connection);
+  found.Open(FillStatement(statements::kOfficeFileId, "<NAME>", "Forms/" + FileNameOf(page)), connection);
   return !found.EndOfFile();
 }
 

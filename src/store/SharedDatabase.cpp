@@ -5,6 +5,8 @@
 #include "core/Settings.h"
 #include "platform/RuntimeError.h"
 #include "platform/data/ConnectionText.h"
+#include "platform/files/Files.h"
+#include "platform/text/Text.h"
 
 namespace tarvolinex {
 
@@ -23,6 +25,22 @@ std::optional<std::string> KeptPassword(const std::string& connectionString) {
 }
 
 }  // namespace
+
+std::string DeskFolder(const std::string& appFolder, const std::string& connectionString) {
+  std::string name;
+  for (const char* key : {"server", "port", "database"}) {
+    for (const char c : ValueIn(connectionString, key)) {
+      const bool plain = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '-';
+      name += plain ? c : '_';
+    }
+    name += ' ';
+  }
+  std::string folder = appFolder + "\\Shared";
+  if (!FolderExists(folder)) MakeFolder(folder);
+  folder += "\\" + std::string(Trim(name));
+  if (!FolderExists(folder)) MakeFolder(folder);
+  return folder;
+}
 
 Login LoginOf(const std::string& connectionString) {
   const std::string server = ValueIn(connectionString, "server");

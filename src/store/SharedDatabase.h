@@ -21,6 +21,10 @@ struct RememberedDatabase {
 RememberedDatabase RememberedSharedDatabase(const std::string& appFolder);
 void RememberSharedDatabase(const std::string& appFolder, const RememberedDatabase& database);
 
+// Where a desk keeps its copies of that database's pages and pictures, apart from those of every other database. Made
+// when it is missing.
+std::string DeskFolder(const std::string& appFolder, const std::string& connectionString);
+
 // Under what the key store keeps its password.
 Login LoginOf(const std::string& connectionString);
 

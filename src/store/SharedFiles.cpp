@@ -1,7 +1,6 @@
 #include "store/SharedFiles.h"
 
 #include <algorithm>
-#include <map>
 #include <optional>
 #include <set>
 
@@ -21,11 +20,10 @@ namespace {
 constexpr const char* kFolders[] = {"Forms", "logo", "icons"};
 constexpr const char* kListName = "\\Shared.lst";
 
-using Prints = std::map<std::string, std::string>;  // by name, "forms/12.html"
+using Prints = FilesByName;  // "Forms/12.html" and what is in it
 
-// Names are case-blind, as in every look-up of a file.
 std::string KeyOf(std::string_view folder, std::string_view name) {
-  return FoldCase(folder) + "/" + FoldCase(name);
+  return std::string(folder) + "/" + std::string(name);
 }
 
 // Whether a name leads to a file of one of the folders: it becomes a path.
@@ -99,7 +97,7 @@ class Desk {
     return path;
   }
   const std::string folder_, server_;
-  std::map<std::string, std::string> paths_;
+  FilesByName paths_;
   Prints now_;
   std::optional<Prints> before_;
 };
@@ -113,14 +111,16 @@ class OfficeFiles {
     if (!connection_.HasTable(kOfficeFilesTable)) return prints;
     Recordset rows;
     rows.Open(statements::kOfficeFiles, connection_, Recordset::Rows::Later);
-    rows.ReadRows({"Name", "Print"}, [&](const std::vector<std::string_view>& row) {
-      if (IsOfOurFolders(row[0])) prints.emplace(row[0], row[1]);
+    rows.ReadRows({"ID", "Name", "Print"}, [&](const std::vector<std::string_view>& row) {
+      if (!IsOfOurFolders(row[1])) return;
+      prints.emplace(row[1], row[2]);
+      ids_[std::string(row[1])] = row[0];
     });
     return prints;
   }
   std::string Content(const std::string& key) {
     Recordset row;
-    row.Open(FillStatement(statements::kOfficeFile, "<NAME>", DoubleQuotes(key)), connection_);
+    row.Open(FillStatement(statements::kOfficeFile, "<ID>", ids_.at(key)), connection_);
     return row.EndOfFile() ? std::string() : FromBase64(ValueText(row.Field("Content")));
   }
   void Put(const std::string& key, const std::string& content) {
@@ -130,11 +130,15 @@ class OfficeFiles {
         {{"<NAME>", DoubleQuotes(key)}, {"<PRINT>", Fingerprint(content)}, {"<CONTENT>", Base64(content)}}));
   }
   void Remove(const std::string& key) {
-    connection_.Execute(FillStatement(statements::kDeleteOfficeFile, "<NAME>", DoubleQuotes(key)));
+    const auto id = ids_.find(key);
+    if (id == ids_.end()) return;
+    connection_.Execute(FillStatement(statements::kDeleteOfficeFile, "<ID>", id->second));
+    ids_.erase(id);
   }
 
  private:
   Connection& connection_;
+  FilesByName ids_;
 };
 
 const std::string& In(const Prints& prints, const std::string& key) {
@@ -276,6 +280,7 @@ FilesByName OfficeFilesOf(Connection& connection, const std::string& folder) {
 
 void StoreOfficeFiles(const FilesByName& files, Connection& connection) {
   OfficeFiles office(connection);
+  office.Now();
   for (const auto& [key, content] : files) office.Put(key, content);
 }
 

@@ -4,8 +4,10 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "platform/text/Text.h"
 #include "store/Database.h"
 
 namespace tarvolinex {
@@ -26,8 +28,11 @@ FileNews BringFilesTogether(Database& database);
 // The same; a failure is reported, and the user learns of files that were set aside. Whether something was fetched.
 bool ShareFiles(Database& database, Reporter& reporter);
 
-// The files themselves, by names like "forms/12.html".
-using FilesByName = std::map<std::string, std::string>;
+// The files themselves, by names like "Forms/12.html", which are case-blind as in every look-up of a file.
+struct NameBefore {
+  bool operator()(std::string_view one, std::string_view other) const { return CompareNoCase(one, other) < 0; }
+};
+using FilesByName = std::map<std::string, std::string, NameBefore>;
 // Those of a database: of one in a file they lie in its folder. Throws RuntimeError.
 FilesByName OfficeFilesOf(Connection& connection, const std::string& folder);
 // Adds them to a database on a server, in the transaction that is open. Throws RuntimeError.

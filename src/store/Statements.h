@@ -66,11 +66,11 @@ inline constexpr std::string_view kDeleteFormLink =
     "DELETE FROM SupplierFormLink WHERE FormId=<formid> AND SupplierId=<supplierid>";
 // Files that all desks of a server share.
 inline constexpr std::string_view kOfficeFiles = "SELECT ID, Name, Print FROM OfficeFiles";
-inline constexpr std::string_view kOfficeFile = "SELECT Content FROM OfficeFiles WHERE Name='<NAME>'";
-inline constexpr std::string_view kOfficeFileId = "SELECT ID FROM OfficeFiles WHERE Name='<NAME>'";
+inline constexpr std::string_view kOfficeFile = "SELECT Content FROM OfficeFiles WHERE ID=<ID>";
+inline constexpr std::string_view kOfficeFileId = "SELECT ID FROM OfficeFiles WHERE Name LIKE '<NAME>'";
 inline constexpr std::string_view kInsertOfficeFile =
     "INSERT INTO OfficeFiles (Name, Print, Content) VALUES('<NAME>', '<PRINT>', '<CONTENT>')";
-inline constexpr std::string_view kDeleteOfficeFile = "DELETE FROM OfficeFiles WHERE Name='<NAME>'";
+inline constexpr std::string_view kDeleteOfficeFile = "DELETE FROM OfficeFiles WHERE ID=<ID>";
 // Contents that are stored once.
 inline constexpr std::string_view kInsertContent = "INSERT OR IGNORE INTO <TABLE> (Content) VALUES('<CONTENT>')";
 inline constexpr std::string_view kFindContent = "SELECT ID FROM <TABLE> WHERE Content='<CONTENT>'";

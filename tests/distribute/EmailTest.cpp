@@ -1,5 +1,6 @@
 #include "distribute/Email.h"
 
+#include "core/Settings.h"
 #include "distribute/InstallPackage.h"
 #include "distribute/SentMail.h"
 #include "platform/RuntimeError.h"
@@ -73,7 +74,7 @@ TEST_F(EmailTest, NothingIsDoneBeforeEverythingIsThere) {
   }
   EXPECT_EQ(names, "Helen Ackroyd\r\nGareth Evans");
   EXPECT_EQ(OutboxFiles() + ListFiles(CalculatorFolder() + "*.html").size(), 0U);
-  EXPECT_EQ(ReadFile(AppFolder + "\\General.INI").find("LASTSUBJECT"), std::string::npos);
+  EXPECT_EQ(ReadIni(AppFolder, "General", "OPTIONS", "LASTSUBJECT", "none"), "none");
 }
 
 TEST_F(EmailTest, OneMessageGoesToAllTickedContactsAndTheDayIsNoted) {

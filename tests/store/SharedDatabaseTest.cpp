@@ -298,7 +298,7 @@ TEST_F(SharedDatabaseTest, TheFilesOfAnOfficeGoAlongAndReplaceNone) {
   copy("dbq=" + DataFolder + "/Tarvolinex.mdb", shared);
   std::filesystem::create_directories(home + "/Forms");
   WriteFile(home + "/Forms/1.HTML", "mine");
-  EXPECT_NE(FailureOf([&] { copy(shared, "dbq=" + home + "/a.mdb"); }).Description().find("forms/1.html"),
+  EXPECT_NE(FailureOf([&] { copy(shared, "dbq=" + home + "/a.mdb"); }).Description().find("Forms/1.HTML"),
             std::string::npos);
   EXPECT_FALSE(FileExists(home + "/a.mdb"));
   EXPECT_EQ(ListFiles(home + "/Forms/*.*").size(), 1u);
@@ -312,7 +312,7 @@ TEST_F(SharedDatabaseTest, TheFilesOfAnOfficeGoAlongAndReplaceNone) {
 TEST_F(SharedDatabaseTest, TheWindowSaysWhatIsWrongMovesTheFileAndRemembersNoPassword) {
   std::filesystem::copy_file(DELIVERED_FOLDER "/Database.zip", folder.Path() + "/Database.zip");
   EXPECT_EQ(UnpackDatabase(run.Places(), run), Unpacked::Yes);
-  const std::string where = Made(server.NewDatabase());
+  const std::string where = Made(server.NewDatabase()), own = DataFolder;
   int opened = 0;
   FrmSharedDatabase window(run, [&] { return ++opened > 0; });
   window.ChkShared.SetValue(true);
@@ -336,9 +336,13 @@ TEST_F(SharedDatabaseTest, TheWindowSaysWhatIsWrongMovesTheFileAndRemembersNoPas
   EXPECT_EQ(opened, 1);
   const RememberedDatabase remembered = RememberedSharedDatabase(AppFolder);
   EXPECT_TRUE(remembered.used);
-  Database database(run);
-  database.Open(DataFolder, remembered.text);
   EXPECT_EQ(remembered.text.find("pwd"), std::string::npos);
+  // What lies beside the file stays the file's.
+  EXPECT_NE(run.DataFolder, own);
+  Database database(run);
+  database.Open(run.DataFolder, remembered.text);
+  EXPECT_EQ(BringFilesTogether(database).setAside, std::vector<std::string>());
+  EXPECT_EQ(ListFiles(run.DataFolder + "/Forms/*.*"), ListFiles(own + "/Forms/*.*"));
 }
 
 // 0.0.0.0 and 2130706433 lead to this machine and are none of the names by which it is known as this one.

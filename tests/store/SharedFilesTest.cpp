@@ -14,6 +14,7 @@ class SharedFilesTest : public ProgramTest {
       std::filesystem::create_directories(Of(i));
       desks[i].Open(Of(i), run.SharedDatabase);
     }
+    desks[0].Plain().Execute("DELETE FROM OfficeFiles");
   }
   std::string Of(int desk) { return folders[desk].Path() + "/data"; }
   void Write(int desk, const std::string& name, const std::string& text) {

@@ -38,12 +38,7 @@ std::string SharedServer::NewSample() {
   zip.ZipFileName = DELIVERED_FOLDER "/Database.zip";
   zip.UnzipToFolder = unpacked.Path();
   zip.Unzip();
-  {
-    Connection from, to;
-    from.Open("dbq=" + unpacked.Path() + "/Tarvolinex.mdb");
-    to.Open(Address() + "sample");
-    CopyDatabase(from, to, [](int, const std::string&) {});
-  }
+  CopyOffice("dbq=" + unpacked.Path() + "/Tarvolinex.mdb", Address() + "sample", [](int, const std::string&) {});
   return Made("sample");
 }
 

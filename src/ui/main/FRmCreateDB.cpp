@@ -7,6 +7,7 @@
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "store/SharedDatabase.h"
 
 namespace tarvolinex {
 
@@ -57,7 +58,7 @@ void FRmCreateDB::Create() {
   const BusyWhile busy;
   std::string folder = WholePath(Trim(TxtFolder.Text()));
   if (folder.empty() || (folder.back() != '\\' && folder.back() != '/')) folder += '\\';
-  const std::string before = run_.DataFolder;
+  const std::string before = run_.DataFolder, shared = run_.SharedDatabase;
   try {
     if (!HaveFolder(folder)) return;
     if (FileExists(folder + "tarvolinex.mdb")) {
@@ -69,12 +70,15 @@ void FRmCreateDB::Create() {
     return run_.ShowError(failure.Description());
   }
   run_.DataFolder = folder;
+  run_.SharedDatabase.clear();
   bool askUser = false;
   if (!open_(askUser)) {
     run_.DataFolder = before;
+    run_.SharedDatabase = shared;
     return run_.ShowError(
         Tr("Failed to create database in this folder:\n\n%1\n\nPlease select another folder", {folder}));
   }
+  if (!shared.empty()) RememberSharedDatabase(run_.AppFolder, {false, RememberedSharedDatabase(run_.AppFolder).text});
   TheDesktop().MessageBox(Tr("New Database successfully created"), Tr("Database Creation"), BoxButtons::Ok,
                           BoxIcon::Information);
   Close();

@@ -2,8 +2,10 @@
 
 #include "controls/Desktop.h"
 #include "core/Reports.h"
+#include "core/Settings.h"
 #include "platform/RuntimeError.h"
 #include "platform/data/ConnectionText.h"
+#include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/DatabaseCopy.h"
@@ -169,23 +171,18 @@ void FrmSharedDatabase::CmdTest_Click() {
 
 void FrmSharedDatabase::CmdMove_Click() {
   Try([this] {
-    Connection from, to;
-    from.Open("dbq=" + DatabasePath(run_.DataFolder));
-    OpenShared(WithPassword(), to);
-    CopyDatabase(from, to, ProgressOf(run_));
+    CopyOffice("dbq=" + DatabasePath(run_.DataFolder), WithPassword(), ProgressOf(run_));
     return Tr("All of it is on the server now. Press OK to work on it there; the file stays as it was.");
   });
 }
 
 void FrmSharedDatabase::CmdHome_Click() {
   const std::string path =
-      TheDesktop().SaveFile({Tr("Take a copy home"), run_.DataFolder, "Home.mdb", Tr("Database (*.mdb)|*.mdb")});
+      TheDesktop().SaveFile({Tr("Take a copy home"), HomeFolder(), "Tarvolinex.mdb", Tr("Database (*.mdb)|*.mdb")});
   if (Trim(path).empty()) return;
   Try([&] {
-    Connection from;
-    OpenShared(run_.SharedDatabase, from);
-    CopyDatabaseToFile(from, path, ProgressOf(run_));
-    return Tr("All of it is in %1 now.", {path});
+    CopyOffice(run_.SharedDatabase, "dbq=" + path, ProgressOf(run_));
+    return Tr("All of it is in %1 now, its pages and pictures beside it.", {path});
   });
 }
 
@@ -203,6 +200,7 @@ void FrmSharedDatabase::Accept() {
   }
   RememberSharedDatabase(run_.AppFolder, {ChkShared.Value(), entered});
   run_.SharedDatabase = ChkShared.Value() ? entered : "";
+  run_.DataFolder = ChkShared.Value() ? DeskFolder(run_.AppFolder, entered) : RememberedDataFolder(run_);
   Close();
   open_();
 }

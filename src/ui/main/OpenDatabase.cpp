@@ -88,7 +88,7 @@ bool FrmMain::LooksForAnother() {
 // the work goes on, and forgotten again when nothing can be opened there.
 void FrmMain::ConnectOrChooseAnother() {
   const auto remember = [&](const std::string& folder) {
-    WriteIni(run.AppFolder, "General", "OPTIONS", "DATABASEPATH", folder);
+    if (run.SharedDatabase.empty()) WriteIni(run.AppFolder, "General", "OPTIONS", "DATABASEPATH", folder);
   };
   for (;;) {
     std::string before;
@@ -129,9 +129,8 @@ void FrmMain::ConnectDatabase() {
 
 bool FrmMain::OpenDatabase(bool& askUser) {
   run.DataFolder = WithoutTrailingSeparator(run.DataFolder);
-  const Unpacked unpacked = UnpackDatabase(run.Places(), run);
-  // Contacts that several desks share are nobody's sample.
-  DatabaseUnpacked = unpacked == Unpacked::Yes && run.SharedDatabase.empty();
+  const Unpacked unpacked = run.SharedDatabase.empty() ? UnpackDatabase(run.Places(), run) : Unpacked::No;
+  DatabaseUnpacked = unpacked == Unpacked::Yes;
   if (unpacked == Unpacked::Failed || !FindDatabase(askUser)) {
     // The file that is open may have been unpacked over.
     if (DatabaseUnpacked && database.IsOpen()) {
