@@ -170,14 +170,17 @@ TEST_F(SharedDatabaseTest, WhatIsStoredIsToldOnceItCanBeRead) {
   Connection desk, other;
   desk.Open(where);
   other.Open(where);
-  const std::string before = desk.Version();
+  desk.Execute("UPDATE suppliers SET Town='Mine' WHERE ID=2");
+  const std::string before = desk.Version(), told = desk.Told();
   other.Begin();
   other.Execute("UPDATE suppliers SET Town='Late' WHERE ID=3");
   other.Flush();
   const std::string during = desk.Version();
+  EXPECT_EQ(desk.Told(), told);
   other.Commit();
   EXPECT_NE(desk.Version(), during) << "a table read meanwhile was the old one";
   EXPECT_NE(desk.Version(), before);
+  EXPECT_NE(desk.Told(), told);
 }
 
 TEST_F(SharedDatabaseTest, TablesAreMadeOnceAndThoseOfANewerVersionAreLeftAlone) {

@@ -81,6 +81,10 @@ std::string Connection::Version() {
   return Do([](Engine& engine) { return engine.Version(); });
 }
 
+std::string Connection::Told() {
+  return Do([](Engine& engine) { return engine.Told(); });
+}
+
 bool Connection::Hold(std::string_view name) {
   return Do([&](Engine& engine) { return engine.Hold(name); });
 }

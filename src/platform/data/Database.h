@@ -66,6 +66,9 @@ class Connection {
   void KeepIdsAbove(std::string_view table, int id);
   // Another text once another program has stored something, perhaps already while it does.
   std::string Version();
+  // The same once it can be read, without asking a server: that tells by itself, moments later. Who stores something on
+  // the strength of what he has read asks for Version. REQUIRES: not InTransaction.
+  std::string Told();
 
   // Something at the database, by its name, that one program at a time does: false when another one holds it. Of a file
   // always true: it is locked by a file beside it. After a lost connection it is taken again, when nobody has it.

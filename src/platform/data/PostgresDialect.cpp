@@ -218,13 +218,12 @@ std::string ColumnText(const ColumnDesign& column) {
   return type + " COLLATE \"und-x-icu\"";
 }
 
-// Counts a change and tells whoever listens which desk has written into which table. It runs with the rights of who
+// Counts a change and tells whoever listens into which table something was written. It runs with the rights of who
 // made it, so that a desk needs none to the counter.
 constexpr const char* kNoteChange =
     "CREATE OR REPLACE FUNCTION tarvolinex_note() RETURNS trigger LANGUAGE plpgsql SECURITY DEFINER SET search_path = "
     "pg_catalog, pg_temp AS $note$ BEGIN PERFORM nextval(format('%I.tarvolinex_changes', TG_TABLE_SCHEMA)::regclass); "
-    "PERFORM "
-    "pg_notify('tarvolinex', pg_backend_pid() || ' ' || TG_TABLE_NAME); RETURN NULL; END $note$";
+    "PERFORM pg_notify('tarvolinex', TG_TABLE_NAME); RETURN NULL; END $note$";
 
 }  // namespace
 

@@ -352,6 +352,16 @@ std::string PostgresEngine::Version() {
                     .get());
 }
 
+std::string PostgresEngine::Told() {
+  for (;;) {
+    try {
+      return std::to_string(session_.Told());
+    } catch (const ConnectionLost& lost) {
+      session_.Reconnect(lost.why);
+    }
+  }
+}
+
 bool PostgresEngine::MayWrite() {
   return TextOf(Rows("SELECT bool_and(has_table_privilege(oid, 'INSERT') AND has_table_privilege(oid, 'UPDATE') AND "
                      "has_table_privilege(oid, 'DELETE')) FROM pg_class WHERE relkind = 'r' AND relnamespace = "

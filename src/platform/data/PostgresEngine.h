@@ -70,6 +70,7 @@ class PostgresEngine final : public Engine {
   int SchemaVersion() override;
   void SetSchemaVersion(int version) override;
   std::string Version() override;
+  std::string Told() override;
   bool HasTable(std::string_view name) override;
   void MakeTable(const TableDesign& design) override;
   bool IsFile() const override { return false; }

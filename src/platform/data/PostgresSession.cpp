@@ -18,6 +18,8 @@ namespace {
 
 // Where the server of this machine listens when no address is given.
 constexpr const char* kSocketFolder = "/var/run/postgresql";
+// On it each table tells who listens that something was written into it.
+constexpr const char* kChannel = "tarvolinex";
 constexpr const char* kAnswerSeconds = "10";
 // How the server is to speak and how long it waits: for another desk that stores something, for one that fell silent
 // while it did, and for one that has gone without a word and holds something.
@@ -121,12 +123,25 @@ PostgresSession::Wire PostgresSession::Connect() const {
 // Only as himself, not as his group, may a user know when his process has begun, and end it.
 void PostgresSession::Adopt(Wire wire) {
   wire_ = std::move(wire);
+  ++told_;  // nobody has told it what was stored before
   const auto results =
-      Run({{"SET ROLE NONE"},
+      Run({{std::string("LISTEN ") + kChannel},
+           {"SET ROLE NONE"},
            {"SELECT format('pid = %s AND backend_start = %L', pid, backend_start) FROM pg_stat_activity "
             "WHERE pid = pg_backend_pid()"},
            {"RESET ROLE"}});
-  self_ = PQgetvalue(results[1].get(), 0, 0);
+  self_ = PQgetvalue(results[2].get(), 0, 0);
+}
+
+unsigned PostgresSession::Told() {
+  struct Freer {
+    void operator()(PGnotify* told) const { PQfreemem(told); }
+  };
+  Send(PQconsumeInput(wire_.get()) == 1);
+  while (const std::unique_ptr<PGnotify, Freer> told{PQnotifies(wire_.get())}) {
+    if (told->be_pid != PQbackendPID(wire_.get())) ++told_;
+  }
+  return told_;
 }
 
 // Sends something; throws when the wire does not take it.

@@ -38,6 +38,9 @@ class PostgresSession {
   // Connects once more, after what was going on before has ended on the server. Throws RuntimeError when whoever is
   // asked gives up, or the server refuses.
   void Reconnect(const std::string& why);
+  // Counts what it was told: that another desk has stored something. Nothing is asked; it comes moments later. Throws
+  // ConnectionLost.
+  unsigned Told();
   void WhenLost(LostConnection lost) { lost_ = std::move(lost); }
   // What the new connection is told first; empty = nothing.
   void AfterReconnecting(std::string statement) { first_ = std::move(statement); }
@@ -57,6 +60,7 @@ class PostgresSession {
 
   std::string connectionString_;
   Wire wire_;
+  unsigned told_ = 0;
   std::string self_;   // which process of the server it is, and since when
   std::string first_;  // what a new connection is told
   LostConnection lost_;

@@ -300,6 +300,7 @@ class SqliteEngine final : public Engine {
   void SetSchemaVersion(int version) override { Execute("PRAGMA user_version = " + std::to_string(version)); }
 
   std::string Version() override { return FirstOf("PRAGMA data_version").value_or(""); }
+  std::string Told() override { return Version(); }
 
   bool HasTable(std::string_view name) override {
     return FirstOf("SELECT name FROM sqlite_schema WHERE type='table' AND name='" + WithoutQuotes(name) +

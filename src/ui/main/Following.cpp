@@ -57,23 +57,20 @@ void FrmMain::TimerOthers_Tick() {
   standing.GoOn();
   const GoesOnWithout server(database);
   try {
-    const std::string version = DatabaseVersion(database);
-    // A server tells of a change that may not be finished yet: it is looked for once more.
-    const bool again = std::exchange(lookAgain_, false);
-    const bool changed = std::exchange(version_, version) != version;
-    lookAgain_ = changed && !database.Plain().IsFile();
+    const std::string told = database.Plain().Told();
+    const bool changed = std::exchange(told_, told) != told;
     // What was edited here and elsewhere is shown once it is no edit any more, without another change.
     const bool heldBack = std::exchange(heldBack_, false);
-    if (changed || again) {
+    if (changed) {
       FollowOthers();
     } else if (heldBack && shown.CurrentSupplierId != 0) {
       FollowShownSupplier();
     }
-    heldBack_ = (changed || again || heldBack) && !ReadsAsLoaded();
+    heldBack_ = (changed || heldBack) && !ReadsAsLoaded();
     RememberLastChange();
   } catch (const RuntimeError&) {
     // What cannot be read now is read later; a command tells why it cannot.
-    lookAgain_ = true;
+    told_.clear();
   }
 }
 

@@ -295,8 +295,7 @@ class FrmMain : public Window {
   int lastChangeOf_ = 0;              // whose change lastChange_ is
   std::optional<Change> lastChange_;  // of the shown supplier, as it was loaded or stored
   bool heldBack_ = false;             // something of the shown supplier was edited when it was last followed
-  bool lookAgain_ = false;            // at the next look, whether something has changed or not
-  std::string version_;               // of the database, as it was last looked at
+  std::string told_;                  // of what others have stored, at the last look
 };
 
 }  // namespace tarvolinex

@@ -57,7 +57,7 @@ void FrmMain::Connect() {
   RemovedQuotes.clear();
   draft_ = {};
   database.Open(run.DataFolder, run.SharedDatabase);
-  version_ = DatabaseVersion(database);
+  told_ = database.Plain().Told();
   ShowDatabaseName();
   ShareFiles(database, run);
   KeepDeskCopy();
