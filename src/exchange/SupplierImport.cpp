@@ -43,7 +43,7 @@ class SupplierPlanner {
     written.isNew = !stored;
     written.fields = planner_.Compare(row, stored, 0, faults);
     std::erase_if(written.fields, [&](const FieldChange& field) { return field.column == id_; });
-    CheckName(written, faults);
+    CheckName(row, written, faults);
     if (faults.None()) CheckThresholds(written, stored, faults);
     if (!faults.None()) return {row.line, Fate::Refused, 0, faults.Text()};
     if (stored && written.fields.empty()) return {row.line, Fate::Unchanged, IdOf(*stored), ""};
@@ -85,11 +85,11 @@ class SupplierPlanner {
     return stored ? &table_.rows[found] : nullptr;
   }
 
-  void CheckName(const RowChange& written, Faults& faults) const {
-    const auto name = std::find_if(written.fields.begin(), written.fields.end(),
-                                   [&](const FieldChange& field) { return field.column == name_; });
-    const bool named = name != written.fields.end() && !CellText(name->to).empty();
-    if (!named && (written.isNew || name != written.fields.end())) {
+  void CheckName(const TextRow& row, const RowChange& written, Faults& faults) const {
+    const bool named = planner_.Has(name_) && !Trim(planner_.Cell(row, name_)).empty();
+    const bool renamed =
+        std::ranges::any_of(written.fields, [&](const FieldChange& field) { return field.column == name_; });
+    if (!named && (written.isNew || renamed)) {
       faults.Add("CompanyName", Tr("a supplier needs a name"));
     }
   }

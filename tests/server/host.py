@@ -7,6 +7,7 @@ import io
 import json
 import os
 import pathlib
+import random
 import shutil
 import signal
 import socket
@@ -103,7 +104,8 @@ http {{ access_log {self.folder}/access.log; {''.join(f"{kind}_temp_path {self.f
 include {self.folder}/share/limits.conf;
 server {{ listen 127.0.0.1:{self.port} backlog=1024; listen 127.0.0.1:{self.port + 2} ssl;
 ssl_certificate {self.folder}/cert.pem; ssl_certificate_key {self.folder}/key.pem; include {self.folder}/share/site.conf; }}
-server {{ listen 127.0.0.1:{self.port + 1}; location / {{ root {self.folder}/tmp; dav_methods PUT; client_max_body_size 21m; client_body_buffer_size 512k; }} }} }}
+server {{ listen 127.0.0.1:{self.port + 1}; listen 127.0.0.1:{self.port + 3} ssl;
+ssl_certificate {self.folder}/cert.pem; ssl_certificate_key {self.folder}/key.pem; location / {{ root {self.folder}/tmp; dav_methods PUT; client_max_body_size 21m; client_body_buffer_size 512k; }} }} }}
 ''')
         subprocess.run(['openssl', 'req', '-x509', '-newkey', 'ec', '-pkeyopt', 'ec_paramgen_curve:prime256v1', '-nodes', '-days',
                         '2', '-subj', '/CN=localhost', '-addext', 'subjectAltName=DNS:localhost', '-keyout',
@@ -132,9 +134,16 @@ server {{ listen 127.0.0.1:{self.port + 1}; location / {{ root {self.folder}/tmp
 
     @staticmethod
     def free_port():
-        with socket.socket() as one:
-            one.bind(('127.0.0.1', 0))
-            return one.getsockname()[1]
+        """The first of four that nothing listens at, below those that connections get."""
+        while True:
+            first = random.randrange(20000, 32000)
+            try:
+                for port in range(first, first + 4):
+                    with socket.socket() as one:
+                        one.bind(('127.0.0.1', port))
+                return first
+            except OSError:
+                continue
 
     def start(self):
         children = [['nginx', '-c', self.folder / 'nginx.conf', '-p', self.folder, '-e', self.folder / 'error.log'],
