@@ -24,7 +24,7 @@ FrmSent::FrmSent(Run& run, Database& database, Open open)
       run_(run),
       database_(database),
       open_(std::move(open)) {
-  LvwSent.Columns() = {{Tr("Date"), "", 2000},    {run.ReplaceAliases(Tr("<SUPPLIER>")), "", 2800},
+  LvwSent.Columns() = {{Tr("Date"), "", 2250},    {run.ReplaceAliases(Tr("<SUPPLIER>")), "", 2800},
                        {Tr("Contact"), "", 1900}, {Tr("E-mail"), "", 2600},
                        {Tr("As"), "", 800},       {Tr("Result"), "", 2600}};
   if (!database.Plain().IsFile()) LvwSent.Columns().push_back({Tr("By"), "", 1200});

@@ -98,7 +98,11 @@ FrmQuotes::FrmQuotes(Run& run, Database& database, Surroundings around, std::vec
                          {run.ReplaceAliases(Tr("Inc <VAT> (£)")), "", 1300, true},
                          {Tr("Valid until"), "", 1250},
                          {Tr("State"), "", 1050}};
-  if (!database.Plain().IsFile()) LvwQuotes.Columns().push_back({Tr("By"), "", 1200});
+  if (!database.Plain().IsFile()) {
+    constexpr int kGiven = 350;  // by each of the wide ones, so that all are seen
+    for (const std::size_t wide : {2U, 3U, 4U}) LvwQuotes.Columns()[wide].width -= kGiven;
+    LvwQuotes.Columns().push_back({Tr("By"), "", 1200});
+  }
   LvwQuotes.NoMatchText = Tr("No quote matches");
   LvwQuotes.SortColumn = 0;
   LvwQuotes.SortAscending = false;
