@@ -21,6 +21,7 @@ int RunWithoutWindow(const ProgramOptions& options) {
     if (WritesFolders(options)) {
       alone.emplace(ChooseAppFolder(options.appFolder), std::chrono::seconds(30));
     }
+    run.KeepsAppFolder = alone.has_value();
     if (CommandUsesFolders(options.command)) PrepareRun(options, run);
     status = RunCommand(options, run);
   } catch (const ProgramEnded& ended) {

@@ -80,7 +80,9 @@ void AskForOrganisation(FrmMain& form) {
   const CalculatorPreferencesRecord& prefs = form.run.CalculatorPreferences;
   if (!prefs.OrgCompanyName.Trimmed().empty() && !prefs.OrgEmail.Trimmed().empty()) return;
   SetBusy(false);
-  FrmLeaseOrgDetails details(form.run, [&form] { form.UsePreferences(); });
+  FrmLeaseOrgDetails details(
+      form.run, [&form] { form.UsePreferences(); },
+      [&form](CalculatorPreferencesRecord& edited) { return form.AgreeOnDetails(edited); });
   details.Load();
   TheDesktop().ShowModal(details);
   if (form.DatabaseUnpacked) {

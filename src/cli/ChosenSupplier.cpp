@@ -4,6 +4,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Translation.h"
+#include "publish/Organisation.h"
 #include "store/Contacts.h"
 #include "store/DatabaseFile.h"
 #include "store/Forms.h"
@@ -36,6 +37,9 @@ bool OpenDatabaseForCommand(Run& run, Database& database) {
     run.ShowError(std::to_string(failure.Number()) + " " + failure.Description(), true);
   }
   ShareFiles(database, run);
+  Branding branding = OwnBranding(run);
+  ShareOrganisation(database, {branding, run.KeepsAppFolder}, run);
+  run.CalculatorPreferences = branding.prefs;
   // Until the organisation has an address the sample contacts keep their own, which lead nowhere.
   const std::string email = run.CalculatorPreferences.OrgEmail.Trimmed();
   if (unpacked == Unpacked::Yes && !email.empty()) PointContactsAtOrganisation(database, email);
@@ -72,8 +76,8 @@ Branding OwnBranding(const Run& run) {
 }
 
 Publication ChooseCalculator(Run& run, Database& database, const std::string& id) {
-  CheckLimits(run.CalculatorPreferences);
   const SupplierRow supplier = ChooseSupplier(run, database, id);
+  CheckLimits(run.CalculatorPreferences);
   const Branding branding = OwnBranding(run);
   BringInstallIcon(branding);
   Publication calculator = {branding, supplier.settings, {}};

@@ -143,7 +143,8 @@ through mdb-tables and mdb-export of the package mdbtools. The Detail begins wit
      R"(usage: tarvolinex preferences write
 
 Reads a JSON object from standard input, with field names as "record show" prints them, changes those fields of the app
-folder's General.dat, and makes the calculator's pages anew. Fields that are not named keep their values.
+folder's General.dat, and makes the calculator's pages anew. Fields that are not named keep their values. On a shared
+database they are the office's, and every desk gets them.
 )",
      RunPreferences, true, true},
     {"publish", "build a supplier's calculator folder",

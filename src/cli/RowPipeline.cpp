@@ -161,10 +161,13 @@ class Pipeline {
 }  // namespace
 
 RowInput ReadRowInput(Run& run, const Arguments& arguments) {
-  if (const std::string general = arguments.Value("--general"); !general.empty()) {
-    ReadRecord(general, run.CalculatorPreferences);
-  }
-  return {arguments.Input(), SupplierOf(run, arguments.Value("--supplier")), run.CalculatorPreferences.TaxRate};
+  CalculatorPreferencesRecord chosen;
+  const std::string general = arguments.Value("--general");
+  if (!general.empty()) ReadRecord(general, chosen);
+  const SupplierCalcSettingsRecord supplier = SupplierOf(run, arguments.Value("--supplier"));
+  // A shared database has brought the office's preferences by now; a file that is named goes before them.
+  if (!general.empty()) run.CalculatorPreferences = chosen;
+  return {arguments.Input(), supplier, run.CalculatorPreferences.TaxRate};
 }
 
 void WorkOnRows(const RowInput& input, TableOutput& output, const std::function<RowWork()>& makeWork) {

@@ -23,9 +23,9 @@ int RunPackage(Run& run, const std::vector<std::string>& arguments) {
   const std::string id = SupplierIdOf(parsed);
   const std::string output = parsed.Value("--output");
   if (output.empty()) throw UsageError{"--output FILE.exe or FILE.zip is needed"};
-  if (!CanPack({run.Places(), run.CalculatorPreferences, run.CustomerReference}, run)) return kFailed;
   Database database(run);
   const Publication calculator = ChooseCalculator(run, database, id);
+  if (!CanPack(calculator.branding, run)) return kFailed;
   BuildCalculatorFolder(calculator, run);
   if (!BuildDistFiles(calculator.branding, kSendProgram, output, run)) return kFailed;
   NoteMade(database, std::stoi(id), calculator, EndsWithNoCase(output, ".zip") ? "zip" : "exe", run);

@@ -36,6 +36,9 @@ class Run final : public Reporter {
   CalculatorPreferencesRecord CalculatorPreferences;
   SupplierCalcSettingsRecord SupplierCalcSettings;  // of the supplier in hand
 
+  // Whether this run writes into the app folder. Another program may be doing that while a command works beside it.
+  bool KeepsAppFolder = true;
+
   // Set by every error report, cleared when the main window starts loading; while it is set, closing the main window
   // does not save pending edits.
   bool ErrorShown = false;

@@ -57,25 +57,32 @@ std::span<const PageWord> PageWords() {
   return kWords;
 }
 
-PageOptions ReadPageOptions(const std::string& appFolder) {
-  const auto read = [&](std::string_view key) { return ReadIni(appFolder, kFile, kSection, key, ""); };
-  PageOptions options;
-  const std::string language = FoldCase(read(kLanguage));
-  if (IsLanguage(language)) options.language = language;
-  options.totals = read(kTotals) != "0";
-  options.validDays = DaysOf(read(kValidDays));
-  options.ratesDays = DaysOf(read(kRatesDays));
-  for (const PageWord& word : kWords) options.*word.meaning = OneLine(read(KeyOf(word)));
-  return options;
-}
-
-void WritePageOptions(const std::string& appFolder, const PageOptions& options) {
+std::vector<ProfileEntry> TextsOf(const PageOptions& options) {
   std::vector<ProfileEntry> entries = {{kLanguage, options.language},
                                        {kTotals, options.totals ? "1" : "0"},
                                        {kValidDays, std::to_string(options.validDays)},
                                        {kRatesDays, std::to_string(options.ratesDays)}};
   for (const PageWord& word : kWords) entries.emplace_back(KeyOf(word), OneLine(options.*word.meaning));
-  WriteProfileStrings(appFolder + "\\General.INI", kSection, entries);
+  return entries;
+}
+
+PageOptions PageOptionsOf(const std::function<std::string(std::string_view key)>& textOf) {
+  PageOptions options;
+  const std::string language = FoldCase(textOf(kLanguage));
+  if (IsLanguage(language)) options.language = language;
+  options.totals = textOf(kTotals) != "0";
+  options.validDays = DaysOf(textOf(kValidDays));
+  options.ratesDays = DaysOf(textOf(kRatesDays));
+  for (const PageWord& word : kWords) options.*word.meaning = OneLine(textOf(KeyOf(word)));
+  return options;
+}
+
+PageOptions ReadPageOptions(const std::string& appFolder) {
+  return PageOptionsOf([&](std::string_view key) { return ReadIni(appFolder, kFile, kSection, key, ""); });
+}
+
+void WritePageOptions(const std::string& appFolder, const PageOptions& options) {
+  WriteProfileStrings(appFolder + "\\General.INI", kSection, TextsOf(options));
 }
 
 }  // namespace tarvolinex

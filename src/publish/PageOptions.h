@@ -2,8 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tarvolinex {
 
@@ -33,11 +37,15 @@ std::span<const PageWord> PageWords();
 inline constexpr int kMostDays = 3650;
 inline constexpr int kLongestExplanation = 250;  // characters; an INI file's values hold that many
 
-// Of the app folder's General.INI; what is missing there or is no such value has its default. Throws
-// RuntimeError when the file cannot be read.
+// As texts under the keys of General.INI; line breaks and other control characters in the explanations become blanks.
+std::vector<std::pair<std::string, std::string>> TextsOf(const PageOptions& options);
+// And back: what is missing or is no such value has its default.
+PageOptions PageOptionsOf(const std::function<std::string(std::string_view key)>& textOf);
+
+// Of the app folder's General.INI. Throws RuntimeError when the file cannot be read.
 PageOptions ReadPageOptions(const std::string& appFolder);
 
-// All of them or none; line breaks and other control characters in the explanations become blanks. Throws RuntimeError.
+// All of them or none. Throws RuntimeError.
 void WritePageOptions(const std::string& appFolder, const PageOptions& options);
 
 }  // namespace tarvolinex

@@ -158,9 +158,12 @@ std::vector<TableDesign> TablesOf(SchemaStep step) {
       return {{kOfficeFilesTable,
                {{"ID", Kind::Id}, {"Name", Kind::Text, 250}, {"Print", Kind::Text, 64}, {"Content", Kind::Text}}}};
     case SchemaStep::Changes:
+      return {ChangesTable()};
+    case SchemaStep::Office:
       break;
   }
-  return {ChangesTable()};
+  // What the desks of a server have in common; a file has it beside it.
+  return {{"Office", {{"ID", Kind::Id}, {"Name", Kind::Text, 60}, {"Content", Kind::Text}}}};
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ inline constexpr std::string_view kSupplierId = "SELECT ID FROM suppliers WHERE 
 inline constexpr std::string_view kDefaultSupplier = "SELECT * FROM Defaultsupplier";
 inline constexpr std::string_view kDeleteSupplier = "DELETE FROM suppliers WHERE id=<ID>";
 inline constexpr std::string_view kDeleteDefaultSupplier = "DELETE FROM DefaultSupplier";
+inline constexpr std::string_view kUpdateDefaultSupplier = "UPDATE DefaultSupplier SET <VALUES>";
 inline constexpr std::string_view kUpdateSupplier = "UPDATE Suppliers SET <VALUES> WHERE ID = <ID>";
 inline constexpr std::string_view kInsertSupplier = "INSERT INTO Suppliers (<FIELDS>) VALUES(<VALUES>)";
 inline constexpr std::string_view kInsertDefaultSupplier = "INSERT INTO defaultSupplier (<FIELDS>) VALUES(<VALUES>)";
@@ -99,6 +100,11 @@ inline constexpr std::string_view kFindDelivery =
 inline constexpr std::string_view kDeliveryMessage =
     "SELECT DeliveredContents.* FROM DeliveredContents INNER JOIN Deliveries ON DeliveredContents.ID = "
     "Deliveries.Message WHERE Deliveries.ID = <ID>";
+// What the office has in common.
+inline constexpr std::string_view kOfficeFields = "SELECT * FROM Office";
+inline constexpr std::string_view kDeleteOfficeField = "DELETE FROM Office WHERE Name='<NAME>'";
+inline constexpr std::string_view kInsertOfficeField =
+    "INSERT INTO Office (Name, Content) VALUES('<NAME>', '<CONTENT>')";
 // Who has changed what last.
 inline constexpr std::string_view kForgetChange = "DELETE FROM Changes WHERE What='<WHAT>' AND RowId=<ROWID>";
 inline constexpr std::string_view kInsertChange =

@@ -45,6 +45,14 @@ struct FieldReader {
   void operator()(std::span<char>) const {}
 };
 
+// As a statement has it.
+std::string LiteralOf(const Value& value) {
+  if (IsNull(value)) return "NULL";
+  const auto* truth = std::get_if<bool>(&value);
+  if (truth) return *truth ? "YES" : "NO";
+  return "'" + EscapeQuotes(ValueText(value)) + "'";
+}
+
 std::string InsertStatement(std::string_view statement, const FieldLists& fields) {
   return FillStatement(statement,
                        {{"<FIELDS>", WithoutLast(fields.columns)}, {"<VALUES>", WithoutLast(fields.values)}});
@@ -160,15 +168,24 @@ void ReplaceDefaultSupplier(Database& database, const FieldLists& fields) {
   transaction.Commit();
 }
 
+void UpdateDefaultSupplier(Database& database, const Row& row, const std::set<std::string>& columns) {
+  std::string assignments;
+  for (const std::string& column : columns) assignments += column + " = " + LiteralOf(row.At(column)) + ",";
+  if (assignments.empty()) return;
+  database.ExecuteStatement(FillStatement(statements::kUpdateDefaultSupplier, "<VALUES>", WithoutLast(assignments)));
+}
+
+void ForeseeDefaultSupplier(Database& database) {
+  database.Plain().Foresee(
+      {std::string(statements::kDefaultSupplier), FillStatement(statements::kFormLinks, "<ID>", 0)});
+}
+
 std::vector<Filling> RowLists(const Row& row) {
   std::string columns, values;
   for (const Row::Field& field : row.Fields()) {
-    const auto* truth = std::get_if<bool>(&field.value);
     columns += (columns.empty() ? "" : ",") + field.column;
     values += values.empty() ? "" : ",";
-    values += IsNull(field.value) ? "NULL"
-              : truth             ? (*truth ? "YES" : "NO")
-                                  : "'" + EscapeQuotes(ValueText(field.value)) + "'";
+    values += LiteralOf(field.value);
   }
   return {{"<FIELDS>", columns}, {"<VALUES>", values}};
 }

@@ -53,6 +53,10 @@ bool SupplierIsStored(Database& database, int id);
 void UpdateSupplier(Database& database, int id, const FieldLists& fields);  // nothing without assignments
 void InsertSupplier(Database& database, const FieldLists& fields);
 void ReplaceDefaultSupplier(Database& database, const FieldLists& fields);
+// Puts these columns of a row into it.
+void UpdateDefaultSupplier(Database& database, const Row& row, const std::set<std::string>& columns);
+// Both are asked for at once: the row, and then the form links of the default supplier.
+void ForeseeDefaultSupplier(Database& database);
 
 // What was removed, a supplier, one of its contacts or a kept quote, as the statements that put it back; empty =
 // nothing.

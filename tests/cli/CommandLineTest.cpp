@@ -283,6 +283,23 @@ TEST_F(CommandLineTest, ACalculatorIsPublishedFromANewFolder) {
   EXPECT_EQ(Program("package --supplier 1 --output " + folder.Path() + "/none/x.exe").status, 1);
 }
 
+TEST_F(CommandLineTest, OnASharedDatabaseThePreferencesOfOneDeskAreThoseOfAll) {
+  if (!OnServer()) GTEST_SKIP() << "a file is one desk's";
+  const std::string other = folder.Path() + "/other", desk = "--app-folder " + other + " ";
+  EXPECT_EQ(Program("preferences write", R"({"OrgCompanyName":"Acme","OrgEmail":"a@acme.example"})").status, 0);
+  const Run run = Program(desk + "publish --supplier 3");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(ReadFile(other + "/calculator/general.dat").substr(202, 5), "Acme ");
+  EXPECT_EQ(Program(desk + "preferences write", R"({"TaxRate":19})").status, 0);
+  EXPECT_EQ(Program("preferences write", R"({"MinTerm":150})").status, 1) << "limits are those of the office";
+  const std::string row = "Mode,CapitalCost,NumberOfPayments,Yield\n1,1000,12,5\n";
+  const std::string before = ReadFile(folder.Path() + "/app/General.dat");
+  EXPECT_NE(Program("quote --supplier 3", row).out, Program("quote", row).out) << "beside others, by the office's tax";
+  EXPECT_EQ(ReadFile(folder.Path() + "/app/General.dat"), before) << "whose copy is another program's";
+  EXPECT_EQ(Program("publish --supplier 3").status, 0);
+  EXPECT_EQ(ReadFile(folder.Path() + "/app/calculator/general.dat"), ReadFile(other + "/General.dat"));
+}
+
 TEST_F(CommandLineTest, LimitsThatContradictEachOtherStopEveryCommandThatStoresOrPublishesThem) {
   const std::string app = folder.Path() + "/app";
   EXPECT_EQ(Program("suppliers").status, 0);

@@ -1,6 +1,7 @@
 // A desk that may only read, or looks at its copy because the server is out of reach.
 #include "platform/text/Text.h"
 #include "support/Fixture.h"
+#include "ui/options/FrmOptions.h"
 
 namespace tarvolinex {
 
@@ -25,7 +26,17 @@ class ReadOnlyDeskTest : public SampleTest {
     Type(form->quote.TxtProCalc(kBoxCapitalCost), "12500");
     desktop.boxes.clear();
     form->quote.CmdKeepQuote.Press();
-    EXPECT_EQ(desktop.boxes.at(0).text, "Nothing can be stored here: this database can only be read");
+    FrmOptions options(run, form->database);
+    form->Serve(options);
+    options.Load();
+    options.TreeOptions.ClickNode("TAX");
+    Type(options.TxtIncre, "33");
+    options.Cmd(0).Press();
+    ASSERT_EQ(desktop.boxes.size(), 2U);
+    for (const auto& box : desktop.boxes) {
+      EXPECT_EQ(box.text, "Nothing can be stored here: this database can only be read");
+    }
+    EXPECT_EQ(CalculatorPreferences.TaxRate, 0.0F);
   }
 };
 
@@ -36,7 +47,9 @@ TEST_F(ReadOnlyDeskTest, AUserWhoMayOnlySelectChangesNothing) {
   SharedServer::The().Tell("GRANT SELECT ON ALL TABLES IN SCHEMA public TO reader", name);
   const std::string whole =
       std::exchange(run.SharedDatabase, ReplaceAll(run.SharedDatabase, "uid=tarvolinex", "uid=reader"));
+  CalculatorPreferences.TaxRate = 9;
   form->ConnectDatabase();
+  EXPECT_EQ(CalculatorPreferences.TaxRate, 0.0F) << "the office's are taken";
   form->LoadStartLists();
   EXPECT_NE(form->LblDatabase.Caption().find("(to be read only)"), std::string::npos);
   ExpectNothingCanBeChanged();

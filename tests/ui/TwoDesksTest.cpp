@@ -377,6 +377,42 @@ TEST_F(TwoDesksTest, ALookThatFindsNothingNewPaintsNothing) {
   EXPECT_EQ(painted, 0);
 }
 
+TEST_F(TwoDesksTest, WhatAnotherHasMadeOfTheDefaultSupplierIsChosenAndTicksOfBothStand) {
+  const auto saveAsDefault = [&](FrmMain& desk) {
+    desktop.answers = {Answer::Ok};
+    desk.menus.MnuSaveDefault.Choose();
+  };
+  const auto stored = [&] { return AskAll("SELECT Yield0,Com0,RangeEquipFROM0 FROM DefaultSupplier"); };
+  const auto links = [&] { return AskAll("SELECT FormId FROM SupplierFormLink WHERE SupplierId=0 ORDER BY FormId"); };
+  Execute(*form, "UPDATE suppliers SET Yield0=5, Com0=1, RangeEquipFROM0=9000 WHERE ID=3");
+  Execute(*form, "UPDATE suppliers SET Yield0=6, Com0=2, RangeEquipFROM0=9000 WHERE ID=4");
+  Execute(*form, "DELETE FROM SupplierFormLink");
+  for (FrmMain* each : {form.get(), theirs.get()}) Show(*each, 4), Show(*each, 3);
+  saveAsDefault(*form);
+  form->ConnectDatabase();
+  theirs->ConnectDatabase();
+  for (FrmMain* each : {form.get(), theirs.get()}) each->LoadStartLists(), Show(*each, 3);
+  theirs->forms.LvwForms.ToggleCheck(0);
+  Store(*theirs, theirs->rateCard.TxtRangeYield(0), "7");
+  saveAsDefault(*theirs);
+  EXPECT_EQ(stored() + Asked(), "7 1 9000");
+  Show(*form, 4);
+  form->forms.LvwForms.ToggleCheck(1);
+  form->Toolbar1.Press("SAVE");
+  saveAsDefault(*form);
+  EXPECT_EQ(stored() + Asked(), "7 1 9000Yield of band 1:5.00|6.00|7.00;") << "nothing is stored without a choice";
+  choose = [](FrmConflict& window) { window.CmdTheirs.Press(); };
+  form->forms.LvwForms.ToggleCheck(1), form->forms.LvwForms.ToggleCheck(1);
+  saveAsDefault(*form);
+  EXPECT_EQ(stored(), "7 2 9000");
+  const auto id = [&](int row) { return std::to_string(IdOfKey(form->forms.LvwForms.At(row).key)); };
+  EXPECT_EQ(links(), std::min(id(0), id(1)) + "|" + std::max(id(0), id(1)));
+  EXPECT_EQ(form->rateCard.TxtRangeYield(0).Text(), "6.00") << "the supplier itself stays as it is";
+  Asked();
+  saveAsDefault(*form);
+  EXPECT_EQ(stored() + Asked(), "6 2 9000") << "what was chosen has been seen";
+}
+
 // What two desks may have done to the supplier, by the words of its fields.
 class TwoDesksAtRandom : public TwoDesksTest {
  protected:

@@ -127,6 +127,16 @@ void BoundFields::RememberLoadedFields(const Row& row) {
   for (const BoundControl& bound : Bound()) Remember(bound, row, bound.Text());
 }
 
+void BoundFields::RememberRow(const Row& row) {
+  row_ = row;
+  loaded_.clear();
+  for (const BoundControl& bound : Bound()) {
+    const Row::Field* field = row.Find(bound.column);
+    const std::string text = field ? Storable(FieldText(*field, field->value)) : std::string();
+    Remember(bound, row, bound.check ? (ValueTruth(row.At(bound.column)) ? "YES" : "NO") : text);
+  }
+}
+
 bool BoundFields::IsEdited(const BoundControl& bound) const {
   const auto loaded = loaded_.find(bound.column);
   return loaded == loaded_.end() || loaded->second.text != bound.Text();
@@ -168,13 +178,13 @@ MetField BoundFields::Meeting(const BoundControl& bound, const Row& now) const {
 }
 
 // Whether the thresholds could be chosen, or go together by themselves, so that they do not fall any more.
-bool BoundFields::OrderIsAtStake(const Row& now) const {
+bool BoundFields::OrderIsAtStake(const Row& now, bool all) const {
   std::map<int, std::pair<double, double>> possible;  // by place: the least and the largest that may be stored
   bool mine = false, theirs = false;
   for (const BoundControl& bound : Bound()) {
     const auto place = Threshold(bound.column);
     if (!place || !bound.box || !now.Find(bound.column)) continue;
-    const bool edited = IsEdited(bound), anew = IsStoredAnew(bound, now);
+    const bool edited = all || IsEdited(bound), anew = IsStoredAnew(bound, now);
     const double here = LeadingNumber(bound.Text()), there = ValueNumber(now.At(bound.column));
     mine = mine || edited;
     theirs = theirs || anew;
@@ -187,19 +197,26 @@ bool BoundFields::OrderIsAtStake(const Row& now) const {
          }) != possible.end();
 }
 
-std::vector<MetField> BoundFields::Meet(const Row& now) const {
+std::vector<MetField> BoundFields::Meet(const Row& now, bool all) const {
   std::vector<MetField> met;
-  const bool order = OrderIsAtStake(now);
+  const bool order = OrderIsAtStake(now, all);
   for (const BoundControl& bound : Bound()) {
     // A tick that both have changed is the same.
-    if (!bound.box || !now.Find(bound.column)) continue;
-    const bool edited = IsEdited(bound), anew = IsStoredAnew(bound, now), inOrder = order && Threshold(bound.column);
+    if (!bound.box || !now.Find(bound.column) || (all && !bound.noDefault.empty())) continue;
+    const bool edited = all || IsEdited(bound), anew = IsStoredAnew(bound, now),
+               inOrder = order && Threshold(bound.column);
     if (!(edited && anew) && !(inOrder && (edited || anew))) continue;
     MetField field = Meeting(bound, now);
     field.inOrder = inOrder;
     if (Storable(field.theirs) != bound.Text()) met.push_back(field);
   }
   return met;
+}
+
+std::string BoundFields::ColumnOf(const MetField& met) const {
+  const auto found =
+      std::ranges::find_if(Bound(), [&](const BoundControl& bound) { return bound.Itself() == met.control; });
+  return found == Bound().end() ? std::string() : found->column;
 }
 
 void BoundFields::Decide(const Row& now, const std::vector<MetField>& met) {

@@ -21,7 +21,8 @@ struct MetField {
   const Control* control = nullptr;  // not owned
   std::string words;                 // as its tab names it
   std::string was, mine, theirs;     // as the field shows them
-  // A threshold of the rate card: where their order is at stake, all of them are chosen together.
+  // One of some that have to fit each other, as thresholds have to fall: where a mixture would not, they are chosen
+  // together.
   bool inOrder = false;
   enum class Choice { Open, Mine, Theirs };
   Choice choice = Choice::Open;
@@ -46,6 +47,8 @@ class BoundFields {
       row_ = row;
     };
   }
+  // The same of a row that the fields do not show, but are about to replace.
+  void RememberRow(const Row& row);
   // The row that was remembered last, with the columns that no field shows.
   const Row& LoadedRow() const { return row_; }
 
@@ -55,7 +58,11 @@ class BoundFields {
 
   // The edited fields in which the row, as it is stored now, no longer holds what was loaded, and holds something else
   // than the field.
-  std::vector<MetField> Meet(const Row& now) const;
+  std::vector<MetField> Meet(const Row& now) const { return Meet(now, false); }
+  // The same where all fields of the default supplier are about to be stored, edited or not.
+  std::vector<MetField> MeetAll(const Row& now) const { return Meet(now, true); }
+  // The column of a field of this record set; empty for none.
+  std::string ColumnOf(const MetField& met) const;
   // Every field that is chosen as theirs shows what is stored; one that is chosen as mine is from now on an edit of
   // that. Fields of other record sets are left alone.
   void Decide(const Row& now, const std::vector<MetField>& met);
@@ -84,7 +91,8 @@ class BoundFields {
   bool IsEdited(const BoundControl& bound) const;
   bool IsStoredAnew(const BoundControl& bound, const Row& now) const;
   MetField Meeting(const BoundControl& bound, const Row& now) const;
-  bool OrderIsAtStake(const Row& now) const;
+  std::vector<MetField> Meet(const Row& now, bool all) const;
+  bool OrderIsAtStake(const Row& now, bool all) const;
 
   const Window& window_;
   std::string recordSet_;

@@ -108,13 +108,7 @@ void FrmMain::SaveAsDefault() {
   const auto answer = TheDesktop().MessageBox(text, run.ReplaceAliases("Save as Default <SUPPLIER>"),
                                               BoxButtons::OkCancel, BoxIcon::Information);
   if (answer != Answer::Ok) return;
-  if (!SavePendingChanges()) return;
-  Transaction transaction(database);
-  SaveSupplier(false);
-  // The default's forms are only replaced by ticks that somebody has set.
-  forms.FormLinksChanged = forms.TicksChanged;
-  forms.SaveSupplierFormLinks(0);
-  transaction.Commit();
+  if (SavePendingChanges()) StoreAsDefault();
 }
 
 void FrmMain::CreateNewDatabase() {
@@ -147,6 +141,9 @@ void FrmMain::Serve(FrmOptions& options) {
   options.Around.openIconEditor = [this](const std::string& icon, const FrmOptions::IconSaved& saved) {
     EditIcon(run, icon, saved);
   };
+  options.Around.agree = [this](const Organisation& before, Organisation& edited) {
+    return AgreeWithOffice(before, edited);
+  };
   options.Around.preferencesSaved = [this] { UsePreferences(); };
   options.Around.formsChanged = [this] { ReloadForms(); };
   options.Around.preview = [this] { PreviewCalculator(); };
@@ -165,7 +162,9 @@ void FrmMain::ShowOptions(bool onForms) {
 
 void FrmMain::ShowOrganisationDetails() {
   if (!SaveShown()) return;
-  FrmLeaseOrgDetails details(run, [this] { UsePreferences(); });
+  FrmLeaseOrgDetails details(
+      run, [this] { UsePreferences(); },
+      [this](CalculatorPreferencesRecord& edited) { return AgreeOnDetails(edited); });
   details.Load();
   TheDesktop().ShowModal(details);
 }

@@ -78,6 +78,7 @@ void FrmMain::FollowOthers() {
   if (shown.CurrentSupplierId != 0) FollowShownSupplier();
   FollowSupplierList();
   RefreshKeptQuote();
+  FollowPreferences();
 }
 
 // One that is gone stays in the fields while something of it is edited: the user is asked when it is stored.

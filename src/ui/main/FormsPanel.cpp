@@ -76,6 +76,7 @@ void FormsPanel::LoadSupplierFormLinks(int supplierId) {
     for (const int form : links) LvwForms.SetChecked(LvwForms.Find("ID" + std::to_string(form)), true);
     loadedSupplier_ = supplierId;
     loaded_ = {links.begin(), links.end()};
+    if (supplierId == 0) defaults_ = loaded_;
   } catch (const RuntimeError&) {
     run_.ShowError(run_.ReplaceAliases("Error Getting <SUPPLIER> List"));
   }
@@ -99,6 +100,7 @@ void FormsPanel::SaveSupplierFormLinks(int supplierId) {
     if (row.checked) links.push_back(IdOfKey(row.key));
   }
   links.insert(links.end(), elsewhere.begin(), elsewhere.end());
+  if (supplierId == 0) links = NewDefaultLinks();
   ReplaceFormLinks(database_, supplierId, links);
   if (supplierId != 0) {
     loadedSupplier_ = supplierId;
@@ -119,6 +121,19 @@ std::set<int> FormsPanel::StoredLinks(int supplierId) const {
   } catch (const RuntimeError&) {
     return loaded_;  // the statement that writes them will tell
   }
+}
+
+// A tick that reads as it did follows what somebody else has stored.
+std::vector<int> FormsPanel::NewDefaultLinks() {
+  const std::set<int> now = StoredLinks(0), ticked = Ticked();
+  std::set<int> links, all = now;
+  all.insert(ticked.begin(), ticked.end());
+  for (const int form : all) {
+    const bool mine = ticked.contains(form);
+    if (mine == defaults_.contains(form) ? now.contains(form) : mine) links.insert(form);
+  }
+  defaults_ = links;
+  return {links.begin(), links.end()};
 }
 
 std::set<int> FormsPanel::Ticked() const {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "controls/Controls.h"
 #include "core/Run.h"
@@ -29,8 +30,11 @@ class FormsPanel {
   // Ticks exactly the forms linked to the supplier (0 for the default supplier).
   void LoadSupplierFormLinks(int supplierId);
   // Replaces the supplier's links by the ticked forms. The default supplier's (0) only when the user changed ticks. Of
-  // the supplier whose links were loaded, ticks that nobody has changed here first follow what others have stored.
+  // the supplier whose links were loaded, ticks that nobody has changed here first follow what others have stored; of
+  // the default supplier those that read as when its links were last seen here.
   void SaveSupplierFormLinks(int supplierId);
+  // What is stored for the default supplier now is what its next ticks are changes of.
+  void RememberDefaultLinks() { defaults_ = StoredLinks(0); }
   // Shows which forms there are now, and the ticks of the shown supplier that another program has changed. Ticks that
   // were changed here stay. Returns whether a tick has changed.
   bool Follow(int supplierId);
@@ -40,8 +44,9 @@ class FormsPanel {
   bool TakeStored(const std::set<int>& links);
   // As the fields' of the supplier (BoundFields).
   std::function<void()> WayBack() {
-    return [this, changed = FormLinksChanged, supplier = loadedSupplier_, loaded = loaded_] {
+    return [this, changed = FormLinksChanged, supplier = loadedSupplier_, loaded = loaded_, defaults = defaults_] {
       FormLinksChanged = changed;
+      defaults_ = defaults;
       loadedSupplier_ = supplier;
       loaded_ = loaded;
     };
@@ -55,10 +60,12 @@ class FormsPanel {
   void LvwForms_DblClick();
   std::set<int> Ticked() const;
   std::set<int> StoredLinks(int supplierId) const;
+  std::vector<int> NewDefaultLinks();
   Run& run_;
   Database& database_;
   int loadedSupplier_ = 0;
-  std::set<int> loaded_;  // the supplier's links as they were last read
+  std::set<int> loaded_;    // the supplier's links as they were last read
+  std::set<int> defaults_;  // those of the default supplier
 };
 
 }  // namespace tarvolinex

@@ -61,7 +61,7 @@ void FrmConflict::ListFields() {
     LvwFields.Add({std::to_string(i),
                    field.words,
                    {Shown(field.was), Shown(field.mine), Shown(field.theirs), ""},
-                   field.inOrder ? Tr("The thresholds are chosen together, because they must fall") : ""});
+                   field.inOrder ? Tr("Chosen together with the others that it has to fit") : ""});
   }
   LvwFields.EndFill();
   LvwFields.Select(0);

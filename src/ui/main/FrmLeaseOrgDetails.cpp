@@ -4,6 +4,7 @@
 #include "platform/text/Translation.h"
 #include "publish/Preferences.h"
 #include "store/Statements.h"
+#include "ui/main/Captions.h"
 
 namespace tarvolinex {
 
@@ -11,35 +12,41 @@ namespace {
 
 constexpr int kCompany = 0, kWeb = 7, kEmail = 10, kFields = 12;
 
-struct DetailField {
-  const char* caption;
-  FixedText CalculatorPreferencesRecord::*field;
-};
+using Prefs = CalculatorPreferencesRecord;
 
-constexpr DetailField kDetails[kFields] = {
-    {Marked("Company &Name *"), &CalculatorPreferencesRecord::OrgCompanyName},
-    {Marked("&Address"), &CalculatorPreferencesRecord::OrgAddress1},
-    {"", &CalculatorPreferencesRecord::OrgAddress2},
-    {"", &CalculatorPreferencesRecord::OrgAddress3},
-    {Marked("Count&y"), &CalculatorPreferencesRecord::OrgCounty},
-    {Marked("To&wn"), &CalculatorPreferencesRecord::OrgTown},
-    {Marked("&Post Code"), &CalculatorPreferencesRecord::OrgPostCode},
-    {Marked("We&b Address"), &CalculatorPreferencesRecord::OrgWebAddress},
-    {Marked("&Telephone"), &CalculatorPreferencesRecord::OrgTel},
-    {Marked("&Fax"), &CalculatorPreferencesRecord::OrgFax},
-    {Marked("&Email *"), &CalculatorPreferencesRecord::OrgEmail},
-    {Marked("Conta&ct Name"), &CalculatorPreferencesRecord::OrgContactName},
+constexpr OrganisationDetail kDetails[kFields] = {
+    {&Prefs::OrgCompanyName, Marked("Company &Name *"), Marked("Company Name")},
+    {&Prefs::OrgAddress1, Marked("&Address"), ""},
+    {&Prefs::OrgAddress2, "", Marked("Address 2")},
+    {&Prefs::OrgAddress3, "", Marked("Address 3")},
+    {&Prefs::OrgCounty, Marked("Count&y"), ""},
+    {&Prefs::OrgTown, Marked("To&wn"), ""},
+    {&Prefs::OrgPostCode, Marked("&Post Code"), ""},
+    {&Prefs::OrgWebAddress, Marked("We&b Address"), ""},
+    {&Prefs::OrgTel, Marked("&Telephone"), ""},
+    {&Prefs::OrgFax, Marked("&Fax"), ""},
+    {&Prefs::OrgEmail, Marked("&Email *"), Marked("Email")},
+    {&Prefs::OrgContactName, Marked("Conta&ct Name"), ""},
 };
 
 }  // namespace
 
-FrmLeaseOrgDetails::FrmLeaseOrgDetails(Run& run, std::function<void()> saved)
+std::string OrganisationDetail::Words() const {
+  return *words != '\0' ? Tr(words) : PlainCaption(Tr(caption));
+}
+
+std::span<const OrganisationDetail> OrganisationDetails() {
+  return kDetails;
+}
+
+FrmLeaseOrgDetails::FrmLeaseOrgDetails(Run& run, std::function<void()> saved, Agree agree)
     : Window("FrmLeaseOrgDetails", Tr("Your Details")),
       LblLeaseOrg(*this, "LblLeaseOrg", kFields),
       TxtLeaseOrg(*this, "TxtLeaseOrg", kFields),
       cmdaction(*this, "cmdaction", 2),
       run_(run),
-      saved_(std::move(saved)) {
+      saved_(std::move(saved)),
+      agree_(std::move(agree)) {
   for (int i = 0; i < kFields; ++i) {
     TextBox& box = TxtLeaseOrg(i);
     LblLeaseOrg(i).SetCaption(Tr(kDetails[i].caption));
@@ -70,11 +77,13 @@ void FrmLeaseOrgDetails::BuildFormValues() {
   for (int i = 0; i < kFields; ++i) TxtLeaseOrg(i).SetText((run_.CalculatorPreferences.*kDetails[i].field).Trimmed());
 }
 
-void FrmLeaseOrgDetails::BuildCalcOptions() {
+CalculatorPreferencesRecord FrmLeaseOrgDetails::BuildCalcOptions() const {
+  CalculatorPreferencesRecord edited = run_.CalculatorPreferences;
   for (int i = 0; i < kFields; ++i) {
     const std::string& text = TxtLeaseOrg(i).Text();
-    run_.CalculatorPreferences.*kDetails[i].field = i == kWeb ? ReplaceAllNoCase(text, "http://", "") : text;
+    edited.*kDetails[i].field = i == kWeb ? ReplaceAllNoCase(text, "http://", "") : text;
   }
+  return edited;
 }
 
 void FrmLeaseOrgDetails::TxtLeaseOrg_Change() {
@@ -100,7 +109,9 @@ bool FrmLeaseOrgDetails::Checked() {
 void FrmLeaseOrgDetails::cmdaction_Click(int button) {
   if (button == 0) {
     if (!Checked()) return;
-    BuildCalcOptions();
+    CalculatorPreferencesRecord edited = BuildCalcOptions();
+    if (agree_ && !agree_(edited)) return;
+    run_.CalculatorPreferences = edited;
     SaveCalculatorPreferences({run_.Places(), run_.CalculatorPreferences, run_.CustomerReference}, run_);
     saved_();
   }

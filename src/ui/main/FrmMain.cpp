@@ -223,6 +223,7 @@ void FrmMain::UsePreferences() {
   ApplyCaptions();
   quote.NameWhatIsLocked();
   standing.LookAtAll();
+  NoteAgreed(database, OwnBranding());
 }
 
 void FrmMain::ShowStatus(bool flashing, std::string_view text, int progress) {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "exchange/ImportPlan.h"
 #include "publish/CalculatorFolder.h"
 #include "publish/LivePage.h"
+#include "publish/Organisation.h"
 #include "publish/QuoteSheet.h"
 #include "store/Changes.h"
 #include "store/Database.h"
@@ -79,6 +81,12 @@ class FrmMain : public Window {
   void ApplyCaptions();
   // The preferences have been stored: the window takes their words, the quote stays.
   void UsePreferences();
+  // Before preferences are stored here that were made of `before`: stores what is changed in the shared database, where
+  // there is one. Where another desk has changed the same fields meanwhile, the user chooses first. What is to be
+  // stored here is then in `mine`. False when he does not choose, or nothing can be stored, which is told.
+  bool AgreeWithOffice(const Organisation& before, Organisation& mine);
+  // The same of details that were made of the run's preferences.
+  bool AgreeOnDetails(CalculatorPreferencesRecord& edited);
 
   // Twips of the inner size; raises them to the smallest size and places what follows the window's edges.
   static int SmallestWidth();
@@ -271,7 +279,12 @@ class FrmMain : public Window {
   bool StoreUnlessMet(SupplierRow& now, std::vector<MetField>& met);
   std::vector<MetField> Meet(const SupplierRow& now);
   bool Decide(std::vector<MetField>& met);
+  bool Decide(std::vector<MetField>& met, const std::string& about);
   void StoreFields(bool asSupplier);
+  void RememberDefaults();
+  void StoreAsDefault();
+  void StoreDefaultAsChosen();
+  bool StoreDefaultUnlessMet(Row& now, std::vector<MetField>& met, const std::set<std::string>& theirs);
   void RefreshRow();
   void UseStoredRateCard();
   void UseRateCard(const SupplierRow& row);
@@ -281,6 +294,9 @@ class FrmMain : public Window {
   void FollowShownSupplier();
   bool TakeStored(const SupplierRow& now);
   void FollowSupplierList();
+  void TakePreferences();
+  void FollowPreferences();
+  void UsePreferencesOf(const Branding& branding);
   void LoadInsteadOfMissing();
   void ShowInsertedSupplier();
 
@@ -288,6 +304,7 @@ class FrmMain : public Window {
   void CreateInstallFile();
 
   BoundFields fields_{*this, "SUPPLIER"};
+  BoundFields defaults_{*this, "SUPPLIER"};  // of the default supplier, as it was last seen here
   SheetDraft draft_;
   bool locked_ = false;               // the fields, because the database can only be read
   std::string note_;                  // what the status line reads while nothing goes on

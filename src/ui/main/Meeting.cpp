@@ -143,14 +143,72 @@ std::vector<MetField> FrmMain::Meet(const SupplierRow& now) {
 }
 
 bool FrmMain::Decide(std::vector<MetField>& met) {
+  return Decide(met,
+                Tr("%1 has been changed by another program since it was loaded here, in fields that you have changed "
+                   "too. Choose what is to be stored.",
+                   {std::string(Trim(supplier.Name().Text()))}));
+}
+
+bool FrmMain::Decide(std::vector<MetField>& met, const std::string& about) {
   run.SetStatus(false, "", -1);
-  FrmConflict conflict(
-      Tr("%1 has been changed by another program since it was loaded here, in fields that you have changed too. Choose "
-         "what is to be stored.",
-         {std::string(Trim(supplier.Name().Text()))}),
-      met);
+  FrmConflict conflict(about, met);
   TheDesktop().ShowModal(conflict);
   return conflict.Confirmed;
+}
+
+// What is stored as the default supplier is what this desk has seen of it.
+void FrmMain::RememberDefaults() {
+  ForeseeDefaultSupplier(database);
+  defaults_.RememberRow(ReadDefaultSupplier(database));
+  forms.RememberDefaultLinks();
+}
+
+void FrmMain::StoreAsDefault() {
+  const GoesOnWithout server(database);
+  const auto seen = defaults_.WayBack(), ticks = forms.WayBack();
+  try {
+    StoreDefaultAsChosen();
+  } catch (const RuntimeError& failure) {
+    if (failure.Number() != kDatabaseGone) throw;
+    seen();
+    ticks();
+    TellOfLoss(failure);
+  }
+}
+
+// The whole rate card becomes the default's; but what somebody else has made of that since it was seen here is chosen.
+void FrmMain::StoreDefaultAsChosen() {
+  std::set<std::string> theirs;  // columns of the user's choice
+  Row now;
+  std::vector<MetField> met;
+  while (!StoreDefaultUnlessMet(now, met, theirs)) {
+    for (MetField& field : met) field.words = rateCard.WordsOf(field.control);
+    if (!Decide(met, run.ReplaceAliases(Tr("The default <SUPPLIER> has been changed by another program since it was "
+                                           "last seen here. Choose what is to be stored.")))) {
+      return;
+    }
+    for (const MetField& field : met) {
+      const std::string column = defaults_.ColumnOf(field);
+      theirs.erase(column);
+      if (field.choice == MetField::Choice::Theirs) theirs.insert(column);
+    }
+    defaults_.RememberRow(now);
+  }
+}
+
+bool FrmMain::StoreDefaultUnlessMet(Row& now, std::vector<MetField>& met, const std::set<std::string>& theirs) {
+  Transaction transaction(database);
+  now = ReadDefaultSupplier(database);
+  met = defaults_.MeetAll(now);
+  if (!met.empty()) return false;
+  SaveSupplier(false);
+  UpdateDefaultSupplier(database, now, theirs);
+  // The default's forms are only replaced by ticks that somebody has set.
+  forms.FormLinksChanged = forms.TicksChanged;
+  forms.SaveSupplierFormLinks(0);
+  defaults_.RememberRow(ReadDefaultSupplier(database));
+  transaction.Commit();
+  return true;
 }
 
 // Somebody else has removed the supplier that is edited here. False when the user lets it go: what was typed is

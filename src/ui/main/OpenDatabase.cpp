@@ -59,7 +59,9 @@ void FrmMain::Connect() {
   database.Open(run.DataFolder, run.SharedDatabase);
   told_ = database.Plain().Told();
   ShowDatabaseName();
+  RememberDefaults();
   ShareFiles(database, run);
+  TakePreferences();
   KeepDeskCopy();
 }
 

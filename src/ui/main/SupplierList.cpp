@@ -328,6 +328,7 @@ void FrmMain::LoadDefaultSupplier() {
   const Row defaults = ReadDefaultSupplier(database);
   fields_.Bind(defaults, false);
   fields_.RememberLoadedFields(defaults);
+  defaults_.RememberRow(defaults);
   rateCard.ApplyPremiumSwitch();
   forms.LoadSupplierFormLinks(0);
   run.SetStatus(false, "", -1);

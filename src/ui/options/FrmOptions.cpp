@@ -136,6 +136,7 @@ void FrmOptions::Load() {
   std::string icon = edited_.IconName.Trimmed();
   RefreshIconList(icon);
   edited_.IconName = icon;
+  loaded_ = edited_;
   formsListChanged_ = false;
   Cmd(kView).SetToolTip(run_.ReplaceAliases("View <CALCNAME>"));
 }
@@ -182,9 +183,22 @@ bool FrmOptions::SavePageOptions() {
   return false;
 }
 
+// What others have stored meanwhile comes into the copy, and what is shown of it is shown anew.
+bool FrmOptions::Agrees() {
+  Organisation mine = {edited_, page_};
+  if (!Around.agree) return true;
+  if (!Around.agree({loaded_, storedPage_}, mine)) return false;
+  if (mine == Organisation{edited_, page_}) return true;
+  edited_ = mine.prefs;
+  page_ = mine.page;
+  const std::string key = std::exchange(currentKey_, "");
+  if (!key.empty()) TreeOptions.ClickNode(key);
+  return true;
+}
+
 bool FrmOptions::SavePreferences() {
-  if (!SavePageOptions()) return false;
-  run_.CalculatorPreferences = edited_;
+  if (!Agrees() || !SavePageOptions()) return false;
+  run_.CalculatorPreferences = loaded_ = edited_;
   const Branding branding = {run_.Places(), edited_, run_.CustomerReference};
   SaveCalculatorPreferences(branding, run_);
   if (Around.preferencesSaved) Around.preferencesSaved();

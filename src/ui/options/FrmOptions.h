@@ -12,7 +12,7 @@
 #include "controls/PaintControls.h"
 #include "core/Records.h"
 #include "core/Run.h"
-#include "publish/PageOptions.h"
+#include "publish/Organisation.h"
 #include "store/Forms.h"
 #include "ui/options/OptionNodes.h"
 
@@ -36,6 +36,8 @@ class FrmOptions : public Window {
   struct Callers {
     // Edits an icon by its file name, a new one for an empty name, and tells the name that it was saved under.
     std::function<void(const std::string& iconFile, const IconSaved& saved)> openIconEditor;
+    // Before they are stored: what they were, and what they have become, which it may change. False = not stored.
+    std::function<bool(const Organisation& before, Organisation& edited)> agree;
     std::function<void()> preferencesSaved;
     std::function<void()> formsChanged;  // which of them there are to choose from
     std::function<void()> preview;       // of the shown supplier's calculator
@@ -91,9 +93,10 @@ class FrmOptions : public Window {
   void WireEditors();
   void AddRootTree();
   void Cmd_Click(int button);
-  // The copy becomes the run's preferences and is saved, with its icon. False when the page's options cannot be stored:
-  // that is reported, and nothing is saved.
+  // The copy becomes the run's preferences and is saved, with its icon. False when the user does not agree, or the
+  // page's options cannot be stored, which is reported: nothing is saved here.
   bool SavePreferences();
+  bool Agrees();
   bool SavePageOptions();
 
   void TreeOptions_NodeClick();
@@ -160,11 +163,11 @@ class FrmOptions : public Window {
 
   Run& run_;
   Database& database_;
-  CalculatorPreferencesRecord edited_;
-  PageOptions page_, storedPage_;  // as they are edited, and as they were read
-  std::string pageFault_;          // why they could not be read; empty = they were
-  std::string currentKey_;         // of the node whose value the visible panel shows; empty when none
-  bool valueTyped_ = false;        // the value box has been changed by the user: there is something to commit
+  CalculatorPreferencesRecord loaded_, edited_;  // as they were read or saved last, and as they are edited
+  PageOptions page_, storedPage_;                // as they are edited, and as they were read
+  std::string pageFault_;                        // why they could not be read; empty = they were
+  std::string currentKey_;                       // of the node whose value the visible panel shows; empty when none
+  bool valueTyped_ = false;  // the value box has been changed by the user: there is something to commit
   int valueKind_ = 0;
   std::int32_t valueLimit_ = 0;
   std::string meaning_;       // the explanation's text before it is changed
