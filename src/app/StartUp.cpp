@@ -78,6 +78,7 @@ namespace {
 // Without a name and an e-mail address the calculators would have no sender: the user gives them first.
 void AskForOrganisation(FrmMain& form) {
   const CalculatorPreferencesRecord& prefs = form.run.CalculatorPreferences;
+  if (form.database.ReadOnly()) return;  // they are for whoever may store them
   if (!prefs.OrgCompanyName.Trimmed().empty() && !prefs.OrgEmail.Trimmed().empty()) return;
   SetBusy(false);
   FrmLeaseOrgDetails details(

@@ -9,7 +9,7 @@ namespace tarvolinex {
 
 namespace {
 
-const std::string& In(const OfficeFields& fields, const std::string& name) {
+const std::string& TextIn(const OfficeFields& fields, const std::string& name) {
   static const std::string none;
   const auto found = fields.find(name);
   return found == fields.end() ? none : found->second;
@@ -46,7 +46,7 @@ bool ChangeOffice(Database& database,
     const OfficeFields now = ReadOffice(database);
     const auto wanted = change(now);
     for (const auto& [name, text] : wanted.value_or(OfficeFields())) {
-      if (!now.contains(name) || In(now, name) != text) StoreField(connection, name, text);
+      if (!now.contains(name) || TextIn(now, name) != text) StoreField(connection, name, text);
     }
     connection.Commit();
     return wanted.has_value();
@@ -63,7 +63,7 @@ bool ChangeOffice(Database& database,
 OfficeFields MergedOffice(const OfficeFields& now, const OfficeFields& before, const OfficeFields& mine) {
   OfficeFields merged = mine;
   for (const auto& [name, text] : now) {
-    if (In(mine, name) == In(before, name)) merged[name] = text;
+    if (TextIn(mine, name) == TextIn(before, name)) merged[name] = text;
   }
   return merged;
 }
@@ -71,7 +71,7 @@ OfficeFields MergedOffice(const OfficeFields& now, const OfficeFields& before, c
 std::vector<std::string> MetInOffice(const OfficeFields& now, const OfficeFields& before, const OfficeFields& mine) {
   std::vector<std::string> met;
   for (const auto& [name, text] : now) {
-    const std::string &own = In(mine, name), &was = In(before, name);
+    const std::string &own = TextIn(mine, name), &was = TextIn(before, name);
     if (own != was && text != was && own != text) met.push_back(name);
   }
   return met;

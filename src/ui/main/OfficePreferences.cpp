@@ -107,7 +107,7 @@ bool FrmMain::AgreeWithOffice(const Organisation& before, Organisation& mine) {
 }
 
 bool FrmMain::AgreeOnDetails(CalculatorPreferencesRecord& edited) {
-  if (!IsShared(database)) return true;
+  if (!IsShared(database)) return MayStore();
   try {
     const PageOptions page = ReadPageOptions(run.AppFolder);
     Organisation mine = {edited, page};
