@@ -43,7 +43,7 @@ std::function<void()> FrmMain::WayBack() {
 
 void FrmMain::TellOfLoss(const RuntimeError& loss) {
   run.SetStatus(false, "", -1);
-  const std::string why = loss.Description();
+  const std::string& why = loss.Description();
   const std::string text = ReadsAsLoaded()
                                ? why
                                : Tr("%1\n\nWhat you have typed stays in the fields. The next command stores "
