@@ -64,7 +64,8 @@ struct RemovedRows {
   int supplier = 0;
   int contact = 0;  // 0 = the supplier itself
   std::vector<std::string> statements;
-  int quote = 0;  // its number; the others are then 0
+  int quote = 0;          // its number; the others are then 0
+  std::string told = {};  // of changes to many: Connection::Told when they were stored
 };
 // Deletes the supplier with its form links and contacts, together or not at all.
 RemovedRows DeleteSupplier(Database& database, int id);

@@ -196,6 +196,7 @@ RemovedRows StoreChange(Database& database, const DatabaseChange& change) {
     RemovedRows undo;
     undo.statements = StoreAll(database, change);
     connection.Commit();
+    undo.told = connection.Told();
     return undo;
   } catch (const RuntimeError&) {
     connection.Rollback();

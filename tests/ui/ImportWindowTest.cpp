@@ -32,8 +32,15 @@ TEST_F(ImportWindowTest, RowsAreShownImportedAndTakenBack) {
   });
   EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "York");
   EXPECT_EQ(form->menus.MnuUndoRemove.Caption(), "&Undo Import or Changes");
-  form->menus.MnuUndoRemove.Choose();
-  EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "Reading");
+  Connection other;
+  other.Open(Where());
+  other.Execute("UPDATE suppliers SET Town='Theirs' WHERE ID=3");
+  desktop.answers = {Answer::No, Answer::Yes};
+  for (const char* town : {"Theirs", "Theirs", "Reading"}) {
+    EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), town);
+    form->menus.MnuUndoRemove.Choose();
+  }
+  EXPECT_EQ(desktop.boxes.size(), 2U);
   InImport("ID,Yield0\n3,101\n4,7\n", [](FrmImport& import) { EXPECT_FALSE(import.CmdImport.Enabled()); });
 }
 

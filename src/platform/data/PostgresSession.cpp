@@ -57,7 +57,8 @@ Parameters ParametersIn(std::string_view text) {
 // The server's words on one line.
 std::string WordsOf(std::string_view message) {
   std::string words;
-  for (const std::string_view line : Split(message, '\n')) {
+  const std::string text = ReplaceAll(message, "\t", " ");
+  for (const std::string_view line : Split(text, '\n')) {
     if (Trim(line).empty()) continue;
     words += (words.empty() ? "" : "; ") + std::string(Trim(line));
   }

@@ -261,6 +261,7 @@ class FrmMain : public Window {
   void ReportMissingSupplier();
   bool PutBackOrLeave();
   bool IsThereAgain(const RemovedRows& removed);
+  bool MayUndo(const RemovedRows& removed);
   void TxtSupplier_Changed(int field, bool changedBefore);
   void LvwSuppliers_ColumnClick(int column);
   void TxtFilter_Change();

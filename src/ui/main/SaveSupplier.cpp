@@ -196,9 +196,17 @@ bool FrmMain::IsThereAgain(const RemovedRows& removed) {
   return removed.supplier != 0 && SupplierIsStored(database, removed.supplier);
 }
 
+// What others have stored since may be in the rows that get their old values.
+bool FrmMain::MayUndo(const RemovedRows& removed) {
+  if (removed.told.empty() || removed.told == database.Plain().Told()) return true;
+  return run.MessageBox(Tr("Another program has stored something since. What it has changed in the same rows would be "
+                           "lost.\n\nUndo all the same?"),
+                        Tr("Undo Import or Changes"), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes;
+}
+
 int FrmMain::UndoRemove() {
   const RemovedRows removed = Removed;
-  if (removed.statements.empty()) return 0;
+  if (removed.statements.empty() || !MayUndo(removed)) return 0;
   OfferUndo({});
   if (IsThereAgain(removed)) {
     run.MessageBox(Tr("It has been put back by another program"), "", BoxButtons::Ok, BoxIcon::Information);
