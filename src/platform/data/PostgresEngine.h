@@ -28,6 +28,11 @@ inline std::string_view ValueAt(const PGresult* result, int row, int column) {
   return {PQgetvalue(result, row, column), static_cast<std::size_t>(PQgetlength(result, row, column))};
 }
 
+// The first column of the first row; empty = there is none.
+std::string TextOf(const PGresult* result);
+// The number that such a text begins with; 0 = none.
+int WholeNumber(const std::string& text);
+
 class PostgresEngine final : public Engine {
  public:
   explicit PostgresEngine(std::string_view connectionString);
@@ -81,6 +86,8 @@ class PostgresEngine final : public Engine {
   void WhenLost(const LostConnection& lost) override { session_.WhenLost(lost); }
 
  private:
+  // The lock that whoever stores something holds.
+  static constexpr const char* kLock = "8427010557";
   // A statement of the transaction that is under way, with what came of it.
   struct Step {
     std::string text, original;
