@@ -51,11 +51,7 @@ bool ChangeOffice(Database& database,
     connection.Commit();
     return wanted.has_value();
   } catch (const RuntimeError&) {
-    try {
-      connection.Rollback();
-    } catch (const RuntimeError&) {
-      // It has rolled back by itself.
-    }
+    connection.Rollback();
     throw;
   }
 }

@@ -157,6 +157,32 @@ TEST_F(NothingLostTest, OnlyWhatAPersonTypedIsStored) {
   EXPECT_EQ(Stored("Com4,Town", "CompanyName='Made of nothing'"), "NULL NULL 0 NULL ");
 }
 
+TEST_F(NothingLostTest, EveryFieldKeepsWhateverIsTypedIntoIt) {
+  std::vector<TextBox*> boxes;
+  for (int i = 0; i < kSupplierFields; ++i) boxes.push_back(&form->supplier.TxtSupplier(i));
+  for (int i = 0; i < kContactFields; ++i) boxes.push_back(&form->contacts.TxtContact(i));
+  Choose("Saxonholt Dental Systems Ltd");
+  const int contact = form->contacts.CurrentContactId;
+  const std::string others = AskAll("SELECT * FROM suppliers WHERE ID<>3");
+  for (const std::string odd : {"x'); DROP TABLE suppliers;--", "' OR ''='", "\\'; $1 ? %s \"y\" [z] `w` <ID> <VALUES>",
+                                "&amp; ünï €10 \U0001F600", "NULL"}) {
+    for (const std::string& text : {odd, odd + std::string(400, 'w')}) {
+      std::vector<std::string> typed;
+      for (TextBox* box : boxes) {
+        Type(*box, text);
+        typed.push_back(ReplaceAll(box->Text(), "'", "`"));  // as a statement has it
+        EXPECT_FALSE(typed.back().empty());
+      }
+      form->Toolbar1.Press("SAVE");
+      for (const char* key : {"ID4", "ID3"}) form->LvwSuppliers.ClickRow(form->LvwSuppliers.Find(key));
+      form->contacts.SelectContact(contact);
+      for (std::size_t i = 0; i < boxes.size(); ++i) EXPECT_EQ(boxes[i]->Text(), typed[i]);
+    }
+  }
+  EXPECT_EQ(AskAll("SELECT * FROM suppliers WHERE ID<>3"), others);
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
 TEST_F(NothingLostTest, NothingIsWrittenForASupplierThatIsNotThere) {
   Elsewhere("DELETE FROM suppliers WHERE ID=2");
   form->LvwSuppliers.ClickRow(form->LvwSuppliers.Find("ID2"));
