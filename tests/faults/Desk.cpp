@@ -37,9 +37,12 @@ int WorkOn(const ProgramOptions& options, const std::string& supplier, int step)
   try {
     StartWindow(options, form, {[] {}, [] {}});
     form.LvwSuppliers.ClickRow(form.LvwSuppliers.Find("ID" + supplier));
-    for (; desktop.boxes.empty() && !run.ErrorShown; ++step) {
+    for (; !run.ErrorShown; ++step) {
       StoreStep(form, step);
-      if (form.ReadsAsLoaded()) std::cout << step << std::endl;
+      // What could not be stored, because a crash has undone what it stood on, is told, and stored by the next command.
+      if (!form.ReadsAsLoaded()) form.Toolbar1.Press("SAVE");
+      if (!form.ReadsAsLoaded()) break;
+      std::cout << step << std::endl;
       form.TimerOthers.Tick();
     }
   } catch (const ProgramEnded&) {

@@ -113,11 +113,14 @@ void PostgresEngine::Replay(const std::string& lostBy) {
         same = same && (done_[i].writes || done_[i].result == ContentOf(result));
       }
       if (same) return;
-      throw RuntimeError(kDatabaseGone,
-                         Tr("the connection was lost and the database has changed meanwhile; nothing was stored") +
-                             ": " + done_.back().original);
+      throw StatementFailure("", done_.back().original);
     } catch (const ConnectionLost& lost) {
       why = lost.why;
+    } catch (const StatementFailure& failure) {
+      // Also where a crash has taken back the ID that was given, and another desk has it now.
+      throw RuntimeError(kDatabaseGone,
+                         Tr("the connection was lost and the database has changed meanwhile; nothing was stored") +
+                             ": " + (failure.Why().empty() ? done_.back().original : failure.Why()));
     }
   }
 }
