@@ -42,23 +42,33 @@ class Agreed {
   // Whether the desk's are others than the office's, and it has not got them from there.
   bool IsOwn(const Organisation& mine, const Organisation& office) const {
     const std::string before = Read();
-    return (mine.prefs != office.prefs && !before.starts_with(PrintOf(mine, kOfRecord) + " ")) ||
-           (mine.page != office.page && !before.ends_with(" " + PrintOf(mine, kOfPage)));
+    const auto had = [&](std::string_view prefix) { return before.find(PrintOf(mine, prefix)) != std::string::npos; };
+    return (mine.prefs != office.prefs && !had(kOfRecord)) || (mine.page != office.page && !had(kOfPage));
+  }
+  // Before the files are written: from here on they may be these, or still those before.
+  void Expect(const Organisation& organisation) const {
+    const std::string prints = PrintsOf(organisation), before = Read();
+    if (before != prints) Write(prints + " " + before.substr(0, prints.size()));
   }
   void Remember(const Organisation& organisation) const {
-    const std::string prints = PrintOf(organisation, kOfRecord) + " " + PrintOf(organisation, kOfPage);
-    if (Read() != prints) WriteIni(app_, "General", kSection, kKey, prints);
+    const std::string prints = PrintsOf(organisation);
+    if (Read() != prints) Write(prints);
   }
 
  private:
   static constexpr const char *kSection = "DATABASE", *kKey = "Preferences";
   std::string Read() const { return ReadIni(app_, "General", kSection, kKey, ""); }
+  void Write(const std::string& prints) const { WriteIni(app_, "General", kSection, kKey, prints); }
+  static std::string PrintsOf(const Organisation& organisation) {
+    return PrintOf(organisation, kOfRecord) + " " + PrintOf(organisation, kOfPage);
+  }
   static std::string PrintOf(const Organisation& organisation, std::string_view prefix) {
     std::string all;
     for (const auto& [name, text] : OfficeFieldsOf(organisation)) {
       if (name.starts_with(prefix)) all += name + "\t" + text + "\n";
     }
-    return Fingerprint(all);
+    constexpr std::size_t kDigits = 32;  // a setting holds only so much
+    return Fingerprint(all).substr(0, kDigits);
   }
   const std::string& app_;
 };
@@ -142,6 +152,7 @@ bool TakeOffice(Database& database, const DeskCopy& desk, Reporter& reporter) {
   }
   desk.branding.prefs = office.prefs;
   if (!desk.keep) return different;
+  Agreed(folders.app).Expect(office);
   if (mine.page != office.page) WritePageOptions(folders.app, office.page);
   if (mine.prefs != office.prefs) SaveCalculatorPreferences(desk.branding, reporter);
   Agreed(folders.app).Remember(office);

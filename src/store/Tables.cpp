@@ -121,7 +121,11 @@ std::set<int> StoreTable(Connection& connection, const TableChange& change, std:
 void StoreLinks(Connection& connection, const std::vector<FormLink>& links) {
   std::vector<std::array<Value, 2>> rows;
   rows.reserve(links.size());
-  for (const FormLink& link : links) rows.push_back({std::int64_t{link.form}, std::int64_t{link.supplier}});
+  for (const FormLink& link : links) {
+    auto& row = rows.emplace_back();
+    row[0] = std::int64_t{link.form};
+    row[1] = std::int64_t{link.supplier};
+  }
   connection.InsertRows("SupplierFormLink", {"FormId", "SupplierId"}, rows.size(),
                         [&](std::size_t row, std::size_t column) -> const Value& { return rows[row].at(column); });
 }
