@@ -305,8 +305,11 @@ std::string UserDataFolder(std::string_view program) {
 
 std::string LoginName() {
   const uid_t user = geteuid();
-  const passwd* entry = getpwuid(user);
-  return entry ? std::string(entry->pw_name) : std::to_string(user);
+  std::array<char, 4096> room = {};
+  passwd entry = {};
+  passwd* found = nullptr;
+  const int status = getpwuid_r(user, &entry, room.data(), room.size(), &found);
+  return status == 0 && found ? std::string(found->pw_name) : std::to_string(user);
 }
 
 }  // namespace tarvolinex
