@@ -1,4 +1,5 @@
 // The window itself: size, tabs, what it remembers, new databases.
+#include "store/SharedDatabase.h"
 #include "support/Fixture.h"
 #include "ui/main/FRmCreateDB.h"
 
@@ -30,6 +31,28 @@ TEST_F(MainWindowTest, SizeColumnsAndSortAreRemembered) {
   EXPECT_EQ(form->StartHeight, 12000);
   EXPECT_EQ(form->LvwSuppliers.Columns()[2].width, 4321);
   EXPECT_EQ(form->LvwSuppliers.At(11).cells[3], "Birmingham");
+}
+
+TEST_F(MainWindowTest, FromASharedDatabaseAFileIsOpenedOrMade) {
+  if (!OnServer()) GTEST_SKIP() << "a file is not shared";
+  const std::string shared = run.SharedDatabase, home = folder.Path() + "/home";
+  RememberSharedDatabase(AppFolder, {true, shared});
+  std::filesystem::rename(folder.Path() + "/Database.zip", AppFolder + "/Database.Bak");
+  bool askUser = true;
+  EXPECT_FALSE(form->OpenDatabase(askUser)) << "nothing was chosen";
+  EXPECT_EQ(run.SharedDatabase, shared);
+  EXPECT_FALSE(form->database.Plain().IsFile());
+  FRmCreateDB create(run, [this](bool& ask) { return form->OpenDatabase(ask); });
+  create.TxtFolder.SetText(home);
+  desktop.answers = {Answer::Yes};
+  create.cmdaction(0).Press();
+  EXPECT_TRUE(create.Closed() && form->database.Plain().IsFile());
+  run.SharedDatabase = shared;
+  desktop.files = {home + "/Tarvolinex.mdb"};
+  EXPECT_TRUE(form->OpenDatabase(askUser));
+  EXPECT_TRUE(form->database.Plain().IsFile() && run.SharedDatabase.empty());
+  EXPECT_FALSE(RememberedSharedDatabase(AppFolder).used);
+  run.SharedDatabase = shared;
 }
 
 TEST_F(MainWindowTest, AFolderWithADatabaseIsRefused) {

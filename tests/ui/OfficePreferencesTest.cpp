@@ -82,7 +82,7 @@ TEST_F(OfficePreferencesTest, WhatOneDeskSavesTheOtherPublishesSoon) {
   Set(options, "PAGE2", "30");
   Set(options, "ALAISES0", "Vendor");
   options.Cmd(0).Press();
-  theirs->TimerOthers.Tick();
+  LookAtOthers(*theirs);
   EXPECT_EQ(theirs->menus.MnuAdd.Caption(), "&Add Vendor");
   BuildCalculatorFolder(theirs->Calculator(), other);
   EXPECT_EQ(InFile(other.CalculatorFolder() + "general.dat").TaxRate, 19.0F);
@@ -92,7 +92,7 @@ TEST_F(OfficePreferencesTest, WhatOneDeskSavesTheOtherPublishesSoon) {
   details.Load();
   details.TxtLeaseOrg(8).SetText("0118 1");
   details.cmdaction(0).Press();
-  form->TimerOthers.Tick();
+  LookAtOthers(*form);
   EXPECT_EQ(InFile(AppFolder + "\\General.dat").OrgTel.Trimmed(), "0118 1");
   EXPECT_EQ(CalculatorPreferences, other.CalculatorPreferences);
   EXPECT_EQ(asked, "");
@@ -126,7 +126,7 @@ TEST_F(OfficePreferencesTest, WhatBothHaveChangedIsChosenFieldByFieldAndLimitsTo
   options.Cmd(0).Press();
   EXPECT_EQ(asked, "");
   EXPECT_TRUE(options.Closed());
-  theirs->TimerOthers.Tick();
+  LookAtOthers(*theirs);
   EXPECT_EQ(other.CalculatorPreferences, CalculatorPreferences);
   EXPECT_EQ(CalculatorPreferences.TaxRate, 21.0F);
   EXPECT_EQ(std::to_string(CalculatorPreferences.MinTerm) + " " + std::to_string(CalculatorPreferences.MaxTerm),

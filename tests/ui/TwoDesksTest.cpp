@@ -37,11 +37,6 @@ class TwoDesksTest : public SampleTest {
     Type(box, text);
     desk.Toolbar1.Press("SAVE");
   }
-  // A server that has answered has told what it had to.
-  void LookAtOthers() {
-    Ask("SELECT COUNT(*) FROM suppliers");
-    form->TimerOthers.Tick();
-  }
   static void Execute(FrmMain& desk, const std::string& statement) { desk.database.Plain().Execute(statement); }
   std::string Stored(const std::string& column) { return Ask("SELECT " + column + " FROM suppliers WHERE ID=3"); }
   // What the user is shown, and does with it.
@@ -305,7 +300,7 @@ TEST_F(TwoDesksTest, WhatAnotherStoresIsShownSoonAndMovesNothing) {
   std::tm clock = {};
   clock.tm_year = 126, clock.tm_mon = 10, clock.tm_mday = 26, clock.tm_hour = 14, clock.tm_min = 5, clock.tm_isdst = -1;
   desktop.now = std::chrono::system_clock::from_time_t(std::mktime(&clock));
-  LookAtOthers();
+  LookAtOthers(*form);
   form->contacts.LstContacts.SetListIndex(1);
   form->send.lvSendContacts.ToggleCheck(1);
   form->forms.LvwForms.ToggleCheck(0);
@@ -325,7 +320,7 @@ TEST_F(TwoDesksTest, WhatAnotherStoresIsShownSoonAndMovesNothing) {
   Execute(*theirs, "INSERT INTO contacts (Supplierid, firstname, surname, email) VALUES(3, 'A', 'Aaa', 'a@x.example')");
   Execute(*theirs, "INSERT INTO suppliers (ID, CompanyName) VALUES(77, 'AAA')");
   Execute(*theirs, "DELETE FROM suppliers WHERE ID=5");
-  LookAtOthers();
+  LookAtOthers(*form);
   EXPECT_EQ(form->LblChanged.Caption(), "Changed by " + form->database.User() + " at 14:05");
   EXPECT_TRUE(form->LblChanged.Visible() && !theirs->LblChanged.Visible());
   EXPECT_EQ(Town(*form).Text() + form->rateCard.TxtRangeYield(0).Text(), "Theirs25.00");
@@ -351,14 +346,14 @@ TEST_F(TwoDesksTest, WhatAnotherStoresIsShownSoonAndMovesNothing) {
   // A removed supplier stays while it is edited and goes when it is not.
   Type(Town(*form), "Mine");
   Execute(*theirs, "DELETE FROM suppliers WHERE ID=3");
-  LookAtOthers();
+  LookAtOthers(*form);
   EXPECT_EQ(list.At(list.Selected()).key + Town(*form).Text(), "ID3Mine");
   EXPECT_EQ(form->TxtStatus.Text(), "Saxonholt Dental Systems Ltd has been removed by another program");
   desktop.answers = {Answer::Yes};
   form->Toolbar1.Press("SAVE");
   EXPECT_EQ(Stored("Town"), "Mine");
   Execute(*theirs, "DELETE FROM suppliers WHERE ID=3");
-  LookAtOthers();
+  LookAtOthers(*form);
   EXPECT_EQ(list.Find("ID3"), -1);
   EXPECT_EQ("ID" + std::to_string(form->shown.CurrentSupplierId), list.At(list.Selected()).key);
 }
@@ -368,12 +363,12 @@ TEST_F(TwoDesksTest, ALookThatFindsNothingNewPaintsNothing) {
   Store(*theirs, Town(*theirs), "Theirs");
   Type(Town(*form), "Mine");
   form->forms.LvwForms.ToggleCheck(0);
-  form->TimerOthers.Tick();
+  LookAtOthers(*form);
   int painted = 0;
   const auto count = [&](Aspect, int) { ++painted; };
   form->forms.LvwForms.Painter = form->send.lvSendContacts.Painter = form->contacts.LstContacts.Painter =
       form->LvwSuppliers.Painter = count;
-  for (int i = 0; i < 3; ++i) form->TimerOthers.Tick();
+  for (int i = 0; i < 3; ++i) LookAtOthers(*form);
   EXPECT_EQ(painted, 0);
 }
 
@@ -517,7 +512,7 @@ TEST_F(TwoDesksAtRandom, NoUpdateIsLostAndNothingTypedIsLost) {
     } else if (way < 6) {
       Save(desk, [&] { desk.window.Toolbar1.Press("SAVE"); });
     } else if (way == 6) {
-      desk.window.TimerOthers.Tick();
+      LookAtOthers(desk.window);
       CheckShown(desk, after);
     } else {
       Save(desk, [&] {

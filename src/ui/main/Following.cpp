@@ -7,7 +7,6 @@
 #include "controls/Desktop.h"
 #include "platform/RuntimeError.h"
 #include "platform/text/Translation.h"
-#include "store/Tables.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {

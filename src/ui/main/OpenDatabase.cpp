@@ -8,7 +8,6 @@
 #include "store/DatabaseFile.h"
 #include "store/SharedDatabase.h"
 #include "store/SharedFiles.h"
-#include "store/Tables.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -30,9 +29,9 @@ bool FrmMain::AgreesToLook() {
 
 // False when the user cancels.
 bool FrmMain::ChooseDatabase() {
-  const std::string chosen =
-      TheDesktop().OpenFile({Tr("Open Database"), run.DataFolder, "",
-                             run.ReplaceAliases("<SUPPLIER> Database (Tarvolinex.mdb)|tarvolinex.mdb")});
+  const std::string chosen = TheDesktop().OpenFile(
+      {Tr("Open Database"), run.SharedDatabase.empty() ? run.DataFolder : RememberedDataFolder(run), "",
+       run.ReplaceAliases("<SUPPLIER> Database (Tarvolinex.mdb)|tarvolinex.mdb")});
   if (Trim(chosen).empty()) return false;
   // Both separators occur: what the user chose comes from the machine, what is remembered from the program.
   RememberSharedDatabase(run.AppFolder, {false, RememberedSharedDatabase(run.AppFolder).text});
