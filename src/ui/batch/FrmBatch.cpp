@@ -62,11 +62,11 @@ FrmBatch::FrmBatch(Run& run, Database& database, const Branding& branding, const
   }
   CboTo.SetListIndex(0);
   LvwWho.CheckBoxes = true;
-  LvwWho.Columns() = {{run.ReplaceAliases(Tr("<SUPPLIER>")), "", 2800},
-                      {Tr("State"), "", 1200},
-                      {Tr("Last sent"), "", 1900},
+  LvwWho.Columns() = {{run.ReplaceAliases(Tr("<SUPPLIER>")), "", 3200},
+                      {Tr("State"), "", 1100},
+                      {Tr("Last sent"), "", 2300},
                       {Tr("As"), "", 700},
-                      {Tr("Changed since"), "", 5000}};
+                      {Tr("Changed since"), "", 4300}};
   TxtMessage.SetToolTip(Tr("<FIRSTNAME>, <SUPPLIERNAME> and <CALCNAME> stand for the reader's own"));
   TxtSubject.SetToolTip(TxtMessage.ToolTip());
   Wire();
