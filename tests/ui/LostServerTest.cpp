@@ -82,22 +82,36 @@ TEST_F(LostServerTest, WhateverASaveHasDoneEverythingStaysTypedAndIsStoredOnce) 
   EXPECT_GT(parcel, 2);
 }
 
-TEST_F(LostServerTest, ANewSupplierIsStoredOnce) {
-  int parcel = 0;
-  for (bool lost = true; lost;) {
+// Also where only the answer to the save is lost, and the user types on.
+TEST_F(LostServerTest, ANewSupplierAndANewContactAreStoredOnce) {
+  int turn = 2;
+  for (bool lost = true; lost || turn % 2 == 1; ++turn) {
     form->SupplierCommand(0);
-    const std::string name = "New " + std::to_string(++parcel) + " Ltd";
+    const std::string name = "New " + std::to_string(turn) + " Ltd",
+                      where = " FROM suppliers WHERE CompanyName='" + name;
     Type(form->supplier.Name(), name);
-    Lose(parcel);
+    Lose(turn / 2, turn % 2 == 1);
     lost = SaveLoses([&] {
       EXPECT_EQ(form->supplier.Name().Text(), name);
       EXPECT_EQ(form->LvwSuppliers.At(form->LvwSuppliers.Selected()).text, name);
+      if (!form->ReadsAsLoaded()) Type(form->supplier.TxtSupplier(3), "Later");
     });
-    EXPECT_EQ(Ask("SELECT COUNT(*) FROM suppliers WHERE CompanyName='" + name + "'"), "1") << parcel;
+    EXPECT_EQ(Ask("SELECT COUNT(*)" + where + "'"), "1") << turn;
+    EXPECT_EQ(Ask("SELECT Town" + where + "'"), form->supplier.TxtSupplier(3).Text()) << turn;
+    EXPECT_EQ(Ask("SELECT ID" + where + "'"), std::to_string(form->shown.CurrentSupplierId)) << turn;
     EXPECT_EQ(form->LvwSuppliers.Find("ID0"), -1);
     if (HasFailure()) return;
   }
-  EXPECT_GT(parcel, 2);
+  EXPECT_GT(turn, 6);
+  for (bool lost = true; lost || turn % 2 == 1; ++turn) {
+    form->contacts.CmdContact(0).Press();
+    const std::string name = "New " + std::to_string(turn);
+    Type(form->contacts.TxtContact(1), name);
+    Lose((turn - 6) / 2, turn % 2 == 1);
+    lost = SaveLoses([&] { EXPECT_EQ(form->contacts.TxtContact(1).Text(), name); });
+    EXPECT_EQ(Ask("SELECT COUNT(*) FROM contacts WHERE surname='" + name + "'"), "1") << turn;
+    if (HasFailure()) return;
+  }
 }
 
 TEST_F(LostServerTest, WhatCannotBeReadLeavesWhatIsShown) {

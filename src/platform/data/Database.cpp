@@ -85,6 +85,10 @@ std::string Connection::Told() {
   return Do([](Engine& engine) { return engine.Told(); });
 }
 
+bool Connection::UnsureWasStored() {
+  return Do([](Engine& engine) { return engine.UnsureWasStored(); });
+}
+
 bool Connection::Hold(std::string_view name) {
   return Do([&](Engine& engine) { return engine.Hold(name); });
 }

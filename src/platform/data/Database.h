@@ -69,6 +69,9 @@ class Connection {
   // The same once it can be read, without asking a server: that tells by itself, moments later. Who stores something on
   // the strength of what he has read asks for Version. REQUIRES: not InTransaction.
   std::string Told();
+  // Whether the last Commit, when it ended in kDatabaseGone, was stored all the same. REQUIRES: not InTransaction.
+  // Throws RuntimeError when nobody can tell yet.
+  bool UnsureWasStored();
 
   // Something at the database, by its name, that one program at a time does: false when another one holds it. Of a file
   // always true: it is locked by a file beside it. After a lost connection it is taken again, when nobody has it.

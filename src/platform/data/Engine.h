@@ -68,6 +68,7 @@ class Engine {
   virtual void KeepIdsAbove(std::string_view table, int id) = 0;
   virtual std::string Version() = 0;
   virtual std::string Told() = 0;
+  virtual bool UnsureWasStored() = 0;
   virtual int SchemaVersion() = 0;
   virtual void SetSchemaVersion(int version) = 0;
   virtual bool HasTable(std::string_view name) = 0;

@@ -76,6 +76,7 @@ class PostgresEngine final : public Engine {
   void SetSchemaVersion(int version) override;
   std::string Version() override;
   std::string Told() override;
+  bool UnsureWasStored() override;
   bool HasTable(std::string_view name) override;
   void MakeTable(const TableDesign& design) override;
   bool IsFile() const override { return false; }
@@ -125,6 +126,7 @@ class PostgresEngine final : public Engine {
   std::string desk_;     // under which its saves are marked
   int save_ = 0;         // the number of the last one
   bool marked_ = false;  // one has been
+  bool unsure_ = false;  // nobody has told whether the last one was stored
 };
 
 }  // namespace tarvolinex

@@ -171,12 +171,20 @@ bool PostgresEngine::WasStoredBefore(const ConnectionLost& loss) {
     return WasStored();
   } catch (const RuntimeError& failure) {
     if (failure.Number() != kDatabaseGone) throw;
+    unsure_ = true;
     throw RuntimeError(kDatabaseGone, failure.Description() + "\n\n" + Tr("It may have been stored or not."));
   }
 }
 
+bool PostgresEngine::UnsureWasStored() {
+  const bool stored = unsure_ && WasStored();
+  unsure_ = false;
+  return stored;
+}
+
 void PostgresEngine::Commit() {
   ++save_;
+  unsure_ = false;
   while (open_ || !waiting_.empty()) {
     try {
       std::vector<Sent> sent = open_ ? std::vector<Sent>() : Opening();

@@ -301,6 +301,7 @@ class SqliteEngine final : public Engine {
 
   std::string Version() override { return FirstOf("PRAGMA data_version").value_or(""); }
   std::string Told() override { return Version(); }
+  bool UnsureWasStored() override { return false; }
 
   bool HasTable(std::string_view name) override {
     return FirstOf("SELECT name FROM sqlite_schema WHERE type='table' AND name='" + WithoutQuotes(name) +

@@ -28,7 +28,7 @@ constexpr std::array<BoundField, kContactFields> kContactFieldTags = {{
 
 }  // namespace
 
-ContactsPanel::ContactsPanel(Window& window, Run& run, Database& database, const ShownSupplier& shown)
+ContactsPanel::ContactsPanel(Window& window, Run& run, Database& database, ShownSupplier& shown)
     : FraContacts(window, "FraContacts", -1, Tr("Contacts")),
       LstContacts(window, "LstContacts"),
       LblContact(window, "LblContact", kContactFields),
@@ -306,14 +306,19 @@ bool ContactsPanel::SaveContact() {
   if (!ContactChanged) return true;
   run_.SetStatus(false, "Saving Contact", 50);
   const GoesOnWithout server(database_);
-  const auto goBack = WayBack();
+  std::function<void()> goBack;
   bool stays = false;
   try {
+    Surroundings.settle();
+    goBack = WayBack();
     if (IsNamed()) stays = !StoreUnlessMet();
   } catch (const RuntimeError& failure) {
     stays = failure.Number() == kDatabaseGone;
     if (stays) {
-      goBack();
+      if (goBack) {
+        shown_.WayForth = WayBack();
+        goBack();
+      }
       Surroundings.gone(failure);
     } else {
       run_.ShowError("Contact update failed");

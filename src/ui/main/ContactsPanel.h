@@ -17,7 +17,7 @@ namespace tarvolinex {
 
 class ContactsPanel {
  public:
-  ContactsPanel(Window& window, Run& run, Database& database, const ShownSupplier& shown);
+  ContactsPanel(Window& window, Run& run, Database& database, ShownSupplier& shown);
   Frame FraContacts;
   ListBox LstContacts;
   ControlArray<Label> LblContact;
@@ -40,6 +40,7 @@ class ContactsPanel {
     std::function<void(RemovedRows)> removed;
     std::function<void(const std::vector<ContactRow>&)> renewed;  // another program has changed them
     std::function<void(const RuntimeError&)> gone;                // the server is, and what was typed stays
+    std::function<void()> settle;                                 // what came of a save that nobody has told of
   };
   Around Surroundings;
 
@@ -94,7 +95,7 @@ class ContactsPanel {
 
   Run& run_;
   Database& database_;
-  const ShownSupplier& shown_;
+  ShownSupplier& shown_;
   BoundFields fields_;
   Row now_;  // the shown contact as it was last found stored
   std::vector<Row> loadedContacts_;

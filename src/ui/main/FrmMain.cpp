@@ -142,6 +142,7 @@ void FrmMain::WirePanels() {
       [this](RemovedRows removed) { OfferUndo(std::move(removed)); },
       [this](const std::vector<ContactRow>& renewed) { send.RenewContacts(renewed); },
       [this](const RuntimeError& loss) { TellOfLoss(loss); },
+      [this] { Settle(); },
   };
   forms.View = [this](const std::string& page) { PreviewFormPage(page); };
   quote.CmdSchedule.Click = [this] { ShowSchedule(); };

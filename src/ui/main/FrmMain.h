@@ -270,7 +270,8 @@ class FrmMain : public Window {
   bool NeedsStoring();
   bool StoreShown();
   bool StoreAsChosen();
-  std::function<void()> WayBack();
+  std::function<void()> WayBack(bool withRow);
+  void Settle();
   void TellOfLoss(const RuntimeError& loss);
   bool LeavesUnstored();
   void NoteOwnChange();

@@ -12,30 +12,50 @@ namespace tarvolinex {
 // What is edited stays so where the server is gone.
 bool FrmMain::StoreShown() {
   const GoesOnWithout server(database);
-  const auto goBack = WayBack();
+  std::function<void()> goBack;
+  const bool wasNew = shown.CurrentSupplierId == 0;
   try {
+    Settle();
+    goBack = WayBack(wasNew);
     return StoreAsChosen();
   } catch (const RuntimeError& failure) {
     if (failure.Number() != kDatabaseGone) throw;
-    goBack();
+    if (goBack) {
+      shown.WayForth = WayBack(wasNew);
+      goBack();
+    }
     TellOfLoss(failure);
     return false;
   }
 }
 
-// What makes everything an edit again that is one now.
-std::function<void()> FrmMain::WayBack() {
-  const bool isNew = shown.CurrentSupplierId == 0;
-  return [this, isNew, fields = fields_.WayBack(), ticks = forms.WayBack(), contact = contacts.WayBack(),
-          change = lastChange_, rows = isNew ? LvwSuppliers.Rows() : std::vector<ListView::Row>()] {
+// What was about to be stored when the server went, and was stored, is not stored once more; what has been typed since
+// is still an edit. Throws RuntimeError while nobody can tell.
+void FrmMain::Settle() {
+  if (!shown.WayForth) return;
+  const bool ticked = forms.FormLinksChanged, contact = contacts.ContactChanged;
+  if (database.Plain().UnsureWasStored()) {
+    shown.WayForth();
+    forms.FormLinksChanged = ticked;
+    contacts.ContactChanged = contact;
+  }
+  shown.WayForth = nullptr;
+}
+
+// What brings back which of all that is shown is an edit, and of what; with the supplier's row where it gets one, or
+// another.
+std::function<void()> FrmMain::WayBack(bool withRow) {
+  return [this, id = shown.CurrentSupplierId, fields = fields_.WayBack(), ticks = forms.WayBack(),
+          contact = contacts.WayBack(), change = lastChange_, withRow,
+          rows = withRow ? LvwSuppliers.Rows() : std::vector<ListView::Row>()] {
     fields();
     ticks();
     contact();
     lastChange_ = change;
     shown.SupplierChanged = true;
-    if (!isNew) return;
-    // The list may have been filled with its ID, or be empty.
-    shown.CurrentSupplierId = 0;
+    if (!withRow) return;
+    // The list may have been filled with another ID, or be empty.
+    shown.CurrentSupplierId = id;
     LvwSuppliers.Renew(rows);
     StayAtShownSupplier();
   };

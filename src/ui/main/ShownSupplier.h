@@ -1,6 +1,7 @@
 // The supplier that the main window shows; its panels share it.
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace tarvolinex {
@@ -12,6 +13,9 @@ struct ShownSupplier {
   bool LoadingSupplier = false;  // what changes meanwhile is no edit
   // Why its rates can neither price nor be published; empty = they can.
   std::string RateCardFault;
+  // After a save of which nobody has told whether it was stored: makes what was edited in it stored, with the IDs that
+  // it got. Empty = there was none.
+  std::function<void()> WayForth;
 };
 
 }  // namespace tarvolinex

@@ -150,6 +150,7 @@ void FrmMain::LoadSupplierRateCard(const SupplierRow& row) {
 
 // Fills everything that belongs to the supplier.
 void FrmMain::ShowSupplier(const SupplierRow& row) {
+  shown.WayForth = nullptr;
   fields_.Bind(row.row, false);
   if (ValueText(row.row.At("AdditionalPremiumMsg")).empty()) {
     quote.LblPremium.SetCaption(Tr("Addional Premium Rate"));
@@ -336,6 +337,7 @@ void FrmMain::LoadDefaultSupplier() {
 
 void FrmMain::NewSupplier() {
   shown.CurrentSupplierId = 0;
+  shown.WayForth = nullptr;
   ForgetLastChange();
   run.SetStatus(false, "Loading Defaults", 20);
   ListView::Row row;
