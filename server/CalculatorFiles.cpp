@@ -36,9 +36,28 @@ bool IsFormName(std::string_view name) {
   return mark > 0 && !number.empty() && number.find_first_not_of("0123456789") == std::string::npos;
 }
 
-std::string WithoutReturns(std::string_view text) {
-  std::string plain = ReplaceAll(text, "\r", "");
-  return plain.erase(0, plain.find_first_not_of('\n'));
+std::string_view WithoutFirstLineEnds(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of("\r\n"), text.size()));
+  return text;
+}
+
+// Takes what is expected off the beginning of the text, whatever carriage returns either holds; false when it does not
+// stand there.
+bool Take(std::string_view& text, std::string_view expected) {
+  while (!expected.empty()) {
+    if (expected.front() == '\r') {
+      expected.remove_prefix(1);
+    } else if (text.starts_with('\r')) {
+      text.remove_prefix(1);
+    } else {
+      const std::size_t size = std::min(expected.find('\r'), expected.size());
+      const std::string_view given = text.substr(0, std::min(size, text.find('\r')));
+      if (given.empty() || !expected.starts_with(given)) return false;
+      text.remove_prefix(given.size());
+      expected.remove_prefix(given.size());
+    }
+  }
+  return true;
 }
 
 template <typename Record>
@@ -66,17 +85,16 @@ bool IsCalculatorFile(std::string_view name) {
 
 bool IsPageOf(std::string_view page, std::string_view pageTemplate) {
   constexpr std::size_t kColourSize = std::string_view("#RRGGBB").size();
-  const std::string given = WithoutReturns(page), ours = WithoutReturns(pageTemplate);
+  const std::string_view ours = WithoutFirstLineEnds(pageTemplate);
   const std::size_t fill = ours.find(kFill), colour = ours.find(kColour);
   if (fill == std::string::npos || colour > fill) return false;
-  const std::size_t rest = colour + kColour.size(), shift = kColour.size() - kColourSize;
-  const std::string_view before = std::string_view(ours).substr(0, colour);
-  const std::string_view between = std::string_view(ours).substr(rest, fill + kFill.size() - rest);
-  if (given.size() < fill + kFill.size() - shift) return false;
-  const std::string_view value = std::string_view(given).substr(colour, kColourSize);
-  return given.starts_with(before) && value.front() == '#' &&
-         value.find_first_not_of("0123456789ABCDEFabcdef", 1) == std::string::npos &&
-         std::string_view(given).substr(colour + kColourSize).starts_with(between);
+  std::string_view given = WithoutFirstLineEnds(page);
+  if (!Take(given, ours.substr(0, colour)) || given.size() < kColourSize) return false;
+  const std::string_view value = given.substr(0, kColourSize);
+  given.remove_prefix(kColourSize);
+  const std::size_t rest = colour + kColour.size();
+  return value.front() == '#' && value.find_first_not_of("0123456789ABCDEFabcdef", 1) == std::string::npos &&
+         Take(given, ours.substr(rest, fill + kFill.size() - rest));
 }
 
 bool IsCalculatorData(std::string_view text, std::string_view general, std::string_view supplier) {
@@ -101,7 +119,7 @@ bool IsPicture(std::string_view bytes, std::string_view ending) {
   return bytes.starts_with("\xFF\xD8\xFF");
 }
 
-CheckedCalculator CheckCalculatorFiles(const std::map<std::string, PageFile>& files, const std::string& known) {
+CheckedCalculator CheckCalculatorFiles(std::map<std::string, PageFile> files, const std::string& known) {
   for (const char* name : {kPage, kData, kGeneral, kSupplier}) {
     if (!files.contains(name)) throw Refusal{"The install file holds no " + std::string(name) + "."};
   }
@@ -113,15 +131,15 @@ CheckedCalculator CheckCalculatorFiles(const std::map<std::string, PageFile>& fi
     throw Refusal{"calcdata.txt does not hold what both records hold."};
   }
   if (!IsKnownPage(files.at(kPage).bytes, known)) throw Refusal{"calc.html is no page that this server knows."};
-  for (const auto& [folded, file] : files) {
+  for (auto& [folded, file] : files) {
     if (IsPictureName(folded)) {
       if (!IsPicture(file.bytes, folded.substr(folded.find('.')))) {
         throw Refusal{file.name + " is not the picture that it says."};
       }
       if (folded.starts_with("logo") && checked.general.ShowHeaderLogo) checked.logo = file.name;
-      checked.page.push_back(file);
+      checked.page.push_back(std::move(file));
     } else if (folded == kPage || folded == kData) {
-      checked.page.push_back({folded, file.bytes});
+      checked.page.push_back({folded, std::move(file.bytes)});
     }
   }
   return checked;

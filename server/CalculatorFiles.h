@@ -14,7 +14,7 @@ bool IsCalculatorFile(std::string_view name);
 
 // Files by their names in lower case, of which each is a calculator's. known: the folder of the page templates. Throws
 // Refusal naming the file, and RuntimeError when a template cannot be read.
-CheckedCalculator CheckCalculatorFiles(const std::map<std::string, PageFile>& files, const std::string& known);
+CheckedCalculator CheckCalculatorFiles(std::map<std::string, PageFile> files, const std::string& known);
 
 // Whether the page is the template with a colour in its head and its last element filled; line ends make no difference.
 bool IsPageOf(std::string_view page, std::string_view pageTemplate);

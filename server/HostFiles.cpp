@@ -1,11 +1,12 @@
 // The system's part of the install file's readers, for this machine: the same code that opens an install file on the
 // dealer's machine looks through it here.
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
+#include <cstring>
 #include <filesystem>
 
 #include "platform/files/Files.h"
@@ -18,44 +19,31 @@ namespace tarvolinex::windows {
 
 namespace {
 
-// The handle is the file's number and one more, so that none is a null pointer.
-void* AsHandle(int file) {
-  return reinterpret_cast<void*>(static_cast<std::intptr_t>(file) + 1);
-}
-int FileOf(void* handle) {
-  return static_cast<int>(reinterpret_cast<std::intptr_t>(handle) - 1);
-}
-
 bool IsAscii(std::string_view bytes) {
   return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 }  // namespace
 
+// The whole file is mapped: it is looked through in many small steps.
 InputFile::InputFile(const std::wstring& path) : path_(path), handle_(nullptr) {
   const int file = ::open(ToUtf8(path).c_str(), O_RDONLY | O_CLOEXEC);
-  if (file < 0) throw Failure{path + L" cannot be read."};
-  handle_ = AsHandle(file);
   struct stat status = {};
-  if (::fstat(file, &status) == 0) size_ = static_cast<std::uint64_t>(status.st_size);
+  if (file >= 0 && ::fstat(file, &status) == 0 && status.st_size > 0) {
+    size_ = static_cast<std::uint64_t>(status.st_size);
+    handle_ = ::mmap(nullptr, size_, PROT_READ, MAP_PRIVATE | MAP_POPULATE, file, 0);
+  }
+  if (file >= 0) ::close(file);
+  if (file < 0 || handle_ == MAP_FAILED) throw Failure{path_ + L" cannot be read."};
 }
 
 InputFile::~InputFile() {
-  ::close(FileOf(handle_));
+  if (handle_) ::munmap(handle_, size_);
 }
 
 void InputFile::ReadAt(std::uint64_t offset, void* into, std::size_t size) const {
-  const Failure cut{path_ + L" is cut short."};
-  if (offset > size_ || size > size_ - offset) throw cut;
-  char* to = static_cast<char*>(into);
-  while (size > 0) {
-    const ssize_t count = ::pread(FileOf(handle_), to, size, static_cast<off_t>(offset));
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) throw cut;
-    to += count;
-    offset += static_cast<std::uint64_t>(count);
-    size -= static_cast<std::size_t>(count);
-  }
+  if (offset > size_ || size > size_ - offset) throw Failure{path_ + L" is cut short."};
+  if (size > 0) std::memcpy(into, static_cast<const char*>(handle_) + offset, size);
 }
 
 std::string InputFile::ReadAt(std::uint64_t offset, std::size_t size) const {
@@ -90,7 +78,7 @@ std::string ToUtf8(const std::wstring& text) {
 }
 
 bool SameName(const std::wstring& a, const std::wstring& b) {
-  return EqualNoCase(ToUtf8(a), ToUtf8(b));
+  return a.size() == b.size() && EqualNoCase(ToUtf8(a), ToUtf8(b));
 }
 
 }  // namespace tarvolinex::windows

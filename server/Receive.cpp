@@ -105,6 +105,9 @@ void Print(const Answer& answer) {
   text += "\r\n" + answer.body;
   std::fwrite(text.data(), 1, text.size(), stdout);
   std::fflush(stdout);
+  // Who waits for the answer need not wait for the end of the program.
+  ::close(STDOUT_FILENO);
+  ::close(STDERR_FILENO);
 }
 
 int Serve() {

@@ -15,6 +15,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
+#include "server/Account.h"
 #include "server/Parsing.h"
 #include "server/References.h"
 #include "server/WholeText.h"
@@ -55,6 +56,12 @@ std::chrono::seconds Age(const std::string& path, Moment now) {
   struct stat status = {};
   if (::stat(path.c_str(), &status) != 0) return std::chrono::seconds(0);
   return now - Moment(std::chrono::seconds(status.st_mtime));
+}
+
+Usage UsageIn(const std::vector<Record>& records, Moment now) {
+  Usage usage;
+  for (const Record& record : records) usage.Add(record.received, record.ended.empty() ? record.room : 0, now);
+  return usage;
 }
 
 // Held until the object goes.
@@ -124,12 +131,24 @@ std::vector<Record> Store::All() const {
 }
 
 Usage Store::UsageOf(const std::string& reference, Moment now) const {
-  Usage usage;
-  for (const Record& record : Of(reference)) {
-    if (record.ended.empty()) usage.bytes += record.room;
-    if (now - record.received < std::chrono::hours(1)) ++usage.lastHour;
-  }
-  return usage;
+  return UsageIn(Of(reference), now);
+}
+
+// Of the record's reference, whose lock is held, before the record.
+Usage Store::CountedUsage(const Record& record) const {
+  const Account account(LinksOf(record.reference));
+  if (const auto usage = account.Read(record.received)) return *usage;
+  const std::vector<Record> records = Of(record.reference);
+  account.Begin(records);
+  return UsageIn(records, record.received);
+}
+
+// Under the lock, or an upload that has read it before would write it again.
+void Store::ForgetAccount(const std::string& reference) const {
+  const std::string path = LinksOf(reference) + "/.lock";
+  std::optional<Lock> lock;
+  if (::access(path.c_str(), W_OK) == 0) lock.emplace(path);
+  Account(LinksOf(reference)).Forget();
 }
 
 std::int64_t Store::FreeBytes() const {
@@ -144,7 +163,8 @@ bool Store::Keep(const Incoming& finished, const Record& record,
   MakeFolderOnce(folder_ + "/calculators", 0711);
   MakeFolderOnce(LinksOf(record.reference), 0700);
   const Lock lock(LinksOf(record.reference) + "/.lock");
-  allowed(UsageOf(record.reference, record.received));
+  allowed(CountedUsage(record));
+  const Account account(LinksOf(record.reference));
   const std::string calculator = Calculator(record.token);
   NewText text(LinksOf(record.reference) + "/" + record.id, RecordText(record));
   // Nothing gets its name before all of it is on the disk for good.
@@ -152,14 +172,17 @@ bool Store::Keep(const Incoming& finished, const Record& record,
   if (::rename(finished.Path().c_str(), calculator.c_str()) != 0) Fail("Storing an upload", errno);
   std::error_code ignored;
   try {
+    account.Add(record);
     if (text.GiveName()) {
       FlushDisk(folder_);
       return true;
     }
   } catch (...) {
+    account.Forget();
     fs::remove_all(calculator, ignored);
     throw;
   }
+  account.Forget();
   fs::remove_all(calculator, ignored);
   return false;
 }
@@ -184,6 +207,7 @@ void Store::EndOne(Record record, const std::string& why) const {
   std::error_code ignored;
   fs::remove_all(away, ignored);
   if (!told) WriteWholeText(path, RecordText(record));
+  ForgetAccount(record.reference);
 }
 
 void Store::End(const std::vector<Record>& records, const std::string& why) const {
@@ -213,6 +237,7 @@ std::size_t Store::Sweep(Moment now) const {
     }
   }
   SweepIncoming();
+  for (const std::string& reference : NamesIn(folder_ + "/links")) ForgetAccount(reference);
   SweepUnnamed(now);
   SweepOrphans(now);
   for (const std::string& name : NamesIn(folder_ + "/misses")) {

@@ -2,7 +2,7 @@
 //   incoming/NAME/           an upload that is being looked through; locked by whoever does
 //   calculators/TOKEN/page/  what a web server hands out; TOKEN cannot be guessed
 //   calculators/TOKEN/program/  the install file under its proper name
-//   links/REFERENCE/ID       the record of an upload, which makes it one
+//   links/REFERENCE/ID       the record of an upload, which makes it one; .account beside them is their sum
 //   misses/                  who has asked for links that there are none of
 // A kill at any moment leaves a whole upload or none: a calculator without a record is nobody's and is swept away.
 #pragma once
@@ -35,6 +35,10 @@ struct Record {
 struct Usage {
   std::int64_t bytes = 0;
   std::int64_t lastHour = 0;  // uploads
+  void Add(Moment received, std::int64_t room, Moment now) {
+    bytes += room;
+    if (now - received < std::chrono::hours(1)) ++lastHour;
+  }
 };
 
 class Store {
@@ -85,7 +89,9 @@ class Store {
   std::string LinksOf(const std::string& reference) const { return folder_ + "/links/" + reference; }
   std::string Calculator(const std::string& token) const { return folder_ + "/calculators/" + token; }
   std::string MissesFile(const std::string& address) const;
+  Usage CountedUsage(const Record& record) const;
   void EndOne(Record record, const std::string& why) const;
+  void ForgetAccount(const std::string& reference) const;
   void SweepIncoming() const;
   void SweepUnnamed(Moment now) const;
   void SweepOrphans(Moment now) const;
