@@ -26,7 +26,7 @@ std::string LineOf(const Record& record) {
   return line.data();
 }
 
-std::optional<std::int64_t> Number(std::string_view text) {
+std::optional<std::int64_t> WholeNumber(std::string_view text) {
   std::int64_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
@@ -39,7 +39,7 @@ std::optional<Usage> Account::Read(Moment now) const {
   if (!text || !text->starts_with(kHead) || text->size() % kLine != 0) return std::nullopt;
   Usage usage;
   for (std::string_view lines = std::string_view(*text).substr(kLine); !lines.empty(); lines.remove_prefix(kLine)) {
-    const auto received = Number(lines.substr(0, kNumber)), room = Number(lines.substr(kNumber + 1, kNumber));
+    const auto received = WholeNumber(lines.substr(0, kNumber)), room = WholeNumber(lines.substr(kNumber + 1, kNumber));
     if (!received || !room) return std::nullopt;
     usage.Add(Moment(std::chrono::seconds(*received)), *room, now);
   }

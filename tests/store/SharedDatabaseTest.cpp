@@ -380,7 +380,10 @@ TEST_F(SharedDatabaseTest, AnotherMachineMustProveWhoItIsAndThePasswordComesFrom
   const std::string file = folder.Path() + "/passwords";
   setenv("PGPASSFILE", file.c_str(), 1);
   EXPECT_TRUE(refused());
-  says(where + ";pwd=wrong", "password authentication failed for user \"anna\"");
+  const RuntimeError wrong = said(where + ";pwd=wrong");
+  EXPECT_EQ(wrong.Number(), kDatabasePassword);
+  EXPECT_NE(wrong.Description().find("Passwort-Authentifizierung für Benutzer »anna« fehlgeschlagen"), std::string::npos);
+  EXPECT_EQ(said(ReplaceAll(where, "=postgres", "=nowhere") + with).Number(), kDatabase);
   const auto keep = [&](const std::string& password) {
     folder.File("passwords", "0.0.0.0:" + far.Port() + ":postgres:anna:" + password + "\n");
     std::filesystem::permissions(file, std::filesystem::perms::owner_read);

@@ -1,8 +1,9 @@
 #!/bin/sh
 # postgres.sh FOLDER [tls]: a server of PostgreSQL in the folder, on a socket there and a port of the loopback. Prints the
 # port when it answers; ends, and the server with it, when it is told to or whoever started it is gone. At USR1 the server is
-# stopped without a moment for anything, and started again. With "tls" the port asks for encryption and a password; its
-# certificate, made out for localhost and 0.0.0.0, is of ca.crt's authority, beside which lies other.crt's.
+# stopped without a moment for anything, and started again. With "tls" the port asks for encryption and a password, and the
+# server speaks German; its certificate, made out for localhost and 0.0.0.0, is of ca.crt's authority, beside which lies
+# other.crt's.
 set -e
 folder=$1
 programs=$(ls -d /usr/lib/postgresql/*/bin | sort -V | tail -n 1)
@@ -20,7 +21,8 @@ if [ "$2" = tls ]; then
   $certificate -CA ca.crt -CAkey ca.key -subj /CN=localhost -addext subjectAltName=DNS:localhost,IP:0.0.0.0 \
     -addext basicConstraints=critical,CA:FALSE -keyout data/server.key -out data/server.crt 2>>log
   printf 'local all all trust\nhostssl all all all scram-sha-256\n' >data/pg_hba.conf
-  options="-c ssl=on"
+  options="-c ssl=on -c lc_messages=C.UTF-8"
+  export LANGUAGE=de
 fi
 port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
 start() {

@@ -65,9 +65,14 @@ std::string WordsOf(std::string_view message) {
   return words.empty() ? Tr("the server does not answer") : words;
 }
 
-bool WantsPassword(PGconn* wire, const std::string& words) {
-  return PQconnectionNeedsPassword(wire) != 0 || words.find("password authentication failed") != std::string::npos ||
-         words.find("no password supplied") != std::string::npos;
+// Why it refused the server says in its own language; what is asked once more is answered with a code.
+bool WantsPassword(PGconn* wire) {
+  constexpr const char* kWrongPassword = "28P01";
+  if (PQconnectionNeedsPassword(wire) != 0) return true;
+  if (PQconnectionUsedPassword(wire) == 0) return false;
+  PQsetErrorVerbosity(wire, PQERRORS_SQLSTATE);
+  PQreset(wire);
+  return std::string_view(PQerrorMessage(wire)).find(kWrongPassword) != std::string_view::npos;
 }
 
 // Whether the server ended the connection, or has none to spare.
@@ -117,7 +122,7 @@ PostgresSession::Wire PostgresSession::Connect() const {
   Wire wire(PQconnectdbParams(keys.data(), values.data(), 0));
   if (PQstatus(wire.get()) == CONNECTION_OK) return wire;
   const std::string words = WordsOf(PQerrorMessage(wire.get()));
-  throw RuntimeError(WantsPassword(wire.get(), words) ? kDatabasePassword : kDatabase,
+  throw RuntimeError(WantsPassword(wire.get()) ? kDatabasePassword : kDatabase,
                      Tr("The database %1 cannot be opened: %2", {DatabaseName(connectionString_), words}));
 }
 
