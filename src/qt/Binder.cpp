@@ -150,7 +150,7 @@ void Binder::BindAllMenus() {
   if (QMenuBar* bar = MenuBarOf(root_)) {
     BindMenus(menus, *bar, *this);
   } else {
-    misfits_.push_back("no menu bar holds the menus");
+    misfits_.emplace_back("no menu bar holds the menus");
   }
 }
 
