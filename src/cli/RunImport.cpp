@@ -40,6 +40,7 @@ int RunImport(Run& run, const std::vector<std::string>& arguments) {
   }
   Database database(run);
   if (!OpenDatabaseForCommand(run, database)) return kFailed;
+  if (!parsed.Has("--dry-run")) database.DemandWritable();
   const std::string& path = parsed.Words()[1];
   const ImportKind kind = what == "suppliers" ? ImportKind::Suppliers : ImportKind::Contacts;
   const ImportPlan plan = what == "database" ? PlanOldDatabase(database, path) : PlanOfFile(database, kind, path);

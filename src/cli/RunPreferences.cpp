@@ -16,7 +16,7 @@ namespace {
 
 // Of a shared database, which has them first. The run's preferences are then what it has come to.
 void ChangeOfOffice(Run& run, Database& database, const JsonObject& changes) {
-  if (database.ReadOnly()) throw RuntimeError(kDatabase, "Nothing can be stored: this database can only be read");
+  database.DemandWritable();
   const Organisation before = {run.CalculatorPreferences, ReadPageOptions(run.AppFolder)};
   Organisation changed = before;
   ChangeRecord(changed.prefs, changes);

@@ -32,6 +32,7 @@ int KeepRows(Run& run, const std::vector<std::string>& arguments) {
   const auto rows =
       PricedRows({parsed.Input(), common.origin.supplier, common.origin.preferences.TaxRate}, CheckKeepable);
   if (rows.empty()) return kDone;
+  database.DemandWritable();
   for (const int number : KeepQuotes(database, common, rows)) std::cout << number << '\n';
   return kDone;
 }

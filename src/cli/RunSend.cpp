@@ -116,6 +116,7 @@ int SendToMany(Run& run, const Arguments& parsed) {
     ShowWhatWouldGo(run, database, resumes ? Letters(database) : NewLetters(run, database, parsed, order));
     return kDone;
   }
+  database.DemandWritable();
   PostRoom room(database, {OwnBranding(run), OwnWebAccount(run), perMinute}, run);
   if (!resumes) BeginRun(run, database, room, parsed, order);
   const StopWhenInterrupted stop(run);
@@ -146,6 +147,7 @@ int RunSend(Run& run, const std::vector<std::string>& arguments) {
   Database database(run);
   Sending sending;
   sending.publication = ChooseCalculator(run, database, id);
+  database.DemandWritable();
   sending.supplierId = std::stoi(id);
   sending.recipients = RecipientsOf(database, sending.supplierId, contacts);
   sending.subject = parsed.Value("--subject");

@@ -23,8 +23,8 @@ void Run::SetStatus(bool flashing, std::string_view text, int progress) {
   }
 }
 
-void Run::SetNote(std::string_view text) {
-  if (Line.note) Line.note(text);
+void Run::SetNote(std::string_view text, bool correction) {
+  if (Line.note) Line.note(text, correction);
 }
 
 void Run::ShowReason(const std::string& reason) {

@@ -55,11 +55,12 @@ class Run final : public Reporter {
   struct StatusLine {
     std::function<void(bool flashing, std::string_view text, int progress)> show;
     std::function<void(std::string_view reason)> reason;
-    std::function<void(std::string_view text)> note;
+    std::function<void(std::string_view text, bool correction)> note;
   };
   StatusLine Line;
-  // What the status line reads while nothing goes on, until the next one; empty = nothing.
-  void SetNote(std::string_view text);
+  // What the status line reads while nothing goes on, until the next one; empty = nothing. A correction of what was
+  // typed is told once more beside the save that stores it.
+  void SetNote(std::string_view text, bool correction = false);
 
   void ShowError(std::string_view message, bool fatal = false) override;
   void SetStatus(bool flashing, std::string_view text, int progress) override;

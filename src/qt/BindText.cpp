@@ -146,7 +146,7 @@ void BindLine(TextBox& box, QLineEdit& line, QObject& owner) {
     if (aspect == Aspect::Focus) return line.setFocus();
     if (aspect == Aspect::State) PaintState(box, line);
     if (aspect == Aspect::State && !line.hasFrame()) PaintFlat(line);
-    if (aspect == Aspect::State && box.ForNumber()) PaintFault(box, line);
+    if (aspect == Aspect::State && line.hasFrame()) PaintFault(box, line);
     PaintLine(box, line);
   };
   QObject::connect(&line, &QLineEdit::textEdited, &owner, [&box, &line](const QString& text) {

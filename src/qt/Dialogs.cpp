@@ -73,6 +73,8 @@ Answer AskMessage(QWidget* parent, const std::string& text, const std::string& t
       break;
     case BoxButtons::YesNo:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      // A warning is not agreed to by the key that was meant for something else.
+      if (icon == BoxIcon::Exclamation) box.setDefaultButton(QMessageBox::No);
       break;
     case BoxButtons::YesNoCancel:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);

@@ -110,6 +110,10 @@ void Database::Report(const std::function<void()>& action) {
   }
 }
 
+void Database::DemandWritable() const {
+  if (readOnly_) throw RuntimeError(kDatabase, Tr("Nothing can be stored: this database can only be read"));
+}
+
 void Database::OpenRecordset(std::string_view statement, Recordset& recordSet, bool readFirst) {
   try {
     recordSet.Open(statement, connection_, readFirst ? Recordset::Rows::Now : Recordset::Rows::Later);

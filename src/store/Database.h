@@ -37,6 +37,8 @@ class Database {
   std::chrono::system_clock::time_point Now() const { return reporter_.Now(); }
   // The server lets this user store nothing.
   bool ReadOnly() const { return readOnly_; }
+  // Throws RuntimeError then.
+  void DemandWritable() const;
   // The server did not answer, and the user would not wait for it any more; until it is reached again.
   bool GivenUp() const { return givenUp_; }
 

@@ -7,7 +7,7 @@ namespace tarvolinex {
 
 void SayFault(Run& run, std::string_view fault, const TextBox& box) {
   if (fault.empty() || !box.Fault().empty()) return run.SetNote(fault.empty() ? "" : box.Fault());
-  run.SetNote(Tr("%1. It is %2 now.", {fault, box.Text()}));
+  run.SetNote(Tr("%1. It is %2 now.", {fault, box.Text()}), true);
 }
 
 void SayNumbersOnly(Run& run) {

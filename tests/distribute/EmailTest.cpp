@@ -86,6 +86,8 @@ TEST_F(EmailTest, OneMessageGoesToAllTickedContactsAndTheDayIsNoted) {
   const std::string date = LongDateTime(desktop.now);
   EXPECT_EQ(Dates(), date + "|" + date);
   EXPECT_EQ(form->send.lvSendContacts.At(0).cells.at(1), date);
+  while (form->standing.TmrStanding.Running()) form->standing.TmrStanding.Tick();
+  EXPECT_TRUE(form->standing.LblStanding.Caption().starts_with("Sent on "));
   EXPECT_NE(ReadFile(AppFolder + "\\General.INI").find("LASTMSG=Hello|+|there\r\n"), std::string::npos);
   ExpectFreeWindow();
   EXPECT_EQ(form->TxtStatus.Text() + form->send.CmdCalcGo(3).Caption(), "Check &All");

@@ -90,6 +90,9 @@ TEST_F(Binding, ABoxForANumberTakesNothingElseAndAltWritesNothing) {
   EXPECT_NE(BaseOf(line), QApplication::palette().color(QPalette::Base));
   yield.SetFault("");
   EXPECT_TRUE(line.actions().isEmpty());
+  form.TxtFilter.SetFault("no such thing");
+  EXPECT_EQ(Find("TxtFilter").toolTip(), "no such thing") << "a box for a text";
+  form.TxtFilter.SetFault("");
 
   auto& filter = Find("TxtFilter");
   filter.setFocus();

@@ -110,6 +110,12 @@ TEST_F(NothingLostTest, ListTitleFieldsAndIdAgreeAfterEveryWay) {
 TEST_F(NothingLostTest, SavingStoresTheContactAndARemovedOneComesBack) {
   MakePages(OwnBranding(), run);
   Choose("Saxonholt Dental Systems Ltd");
+  form->rateCard.TxtRangeYield(0).SetFocus();
+  form->rateCard.TxtRangeYield(0).Type("1234");
+  form->Toolbar1.Press("SAVE");
+  EXPECT_EQ(form->TxtStatus.Text(), "Saved. Yield of band 1: 1234 is more than 100.00. It is 100.00 now.");
+  form->Toolbar1.Press("REFRESH");
+  EXPECT_EQ(form->TxtStatus.Text(), "");
   form->contacts.LstContacts.SetListIndex(1);
   const int id = form->contacts.CurrentContactId;
   const std::string where = " FROM contacts WHERE ID=" + std::to_string(id);

@@ -17,7 +17,7 @@ class QuotePanelTest : public ProgramTest {
     SupplierCalcSettings.Yield.fill(10);
     SupplierCalcSettings.Com.fill(2);
     SupplierCalcSettings.AdditionalPremiumYield = 1;
-    run.Line.note = [this](std::string_view text) { note = text; };
+    run.Line.note = [this](std::string_view text, bool) { note = text; };
     ApplyCaptions(window, run.OwnWords());
     quote.ListUnits();
     quote.SetDefaults();
@@ -81,6 +81,9 @@ TEST_F(QuotePanelTest, WhatABoxMayNotHoldIsMarkedAtOnceAndNamedWhenItIsLeft) {
   EXPECT_EQ(note, "Deposit: 10% goes with \"% of Equipment Cost\" beside the box. It is 500.00 now.");
   window.LeaveField();
   EXPECT_EQ(Box(kBoxPayments).Text() + " " + std::to_string(quote.Quote.NumberOfPayments), "1000 1000");
+  EXPECT_EQ(note, "Number of Payments: 70000 is more than 1000. It is 1000 now.");
+  Box(kBoxDeposit).SetFocus();  // and through
+  Box(kBoxPayments).SetFocus();
   EXPECT_EQ(note, "Number of Payments: 70000 is more than 1000. It is 1000 now.");
 }
 
@@ -327,8 +330,10 @@ TEST_F(QuotePanelTest, AnotherTermIsChosenFromTheTableAndWhatWasTypedStaysInForc
 TEST_F(QuotePanelTest, TheScheduleFollowsItsStartAndKeepsItsInnerFiguresApart) {
   Type(kBoxCapitalCost, "10000");
   FrmSchedule schedule(run, quote.Quote, quote.Start());
-  schedule.TxtStart.SetText("2026-12-3");
-  EXPECT_FALSE(schedule.TxtStart.Fault().empty());
+  schedule.TxtStart.SetText("2026-02-30");
+  EXPECT_EQ(schedule.LblTotals.Caption() + std::to_string(schedule.LvwLines.Count()),
+            "2026-02-30 is no day, such as 2026-12-310");
+  EXPECT_FALSE(schedule.CmdCopy.Enabled() || schedule.CmdSave.Enabled());
   schedule.TxtStart.SetText("2026-12-31");
   EXPECT_EQ(schedule.LvwLines.RowLine(1), "Payment 2\t2027-02-28\t329.13\t0.00\t329.13");
   schedule.ChkInternal.SetValue(true);

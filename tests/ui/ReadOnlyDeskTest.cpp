@@ -26,13 +26,17 @@ class ReadOnlyDeskTest : public SampleTest {
     Type(form->quote.TxtProCalc(kBoxCapitalCost), "12500");
     desktop.boxes.clear();
     form->quote.CmdKeepQuote.Press();
+    for (CommandButton* button : {&form->contacts.CmdContact(0), &form->contacts.CmdContact(1)}) {
+      EXPECT_FALSE(button->Enabled());
+    }
+    form->send.CmdCalcGo(kGoSend).Press();
     FrmOptions options(run, form->database);
     form->Serve(options);
     options.Load();
     options.TreeOptions.ClickNode("TAX");
     Type(options.TxtIncre, "33");
     options.Cmd(0).Press();
-    ASSERT_EQ(desktop.boxes.size(), 2U);
+    ASSERT_EQ(desktop.boxes.size(), 3U);
     for (const auto& box : desktop.boxes) {
       EXPECT_EQ(box.text, "Nothing can be stored here: this database can only be read");
     }

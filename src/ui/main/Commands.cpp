@@ -80,7 +80,10 @@ void FrmMain::Toolbar1_ButtonClick(const std::string& key) {
   if (key == "PREVIEW") Preview();
   if (key == "HELP") ShowHelpPage(run, 0);
   if (key != "SAVE" || !SaveShown()) return;
-  if (!shown.SupplierChanged && !contacts.ContactChanged) TxtStatus.SetText(Tr("Saved"));
+  if (shown.SupplierChanged || contacts.ContactChanged) return;
+  const std::string said = correction_ ? Tr("Saved. %1", {note_}) : Tr("Saved");
+  SetNote("");
+  TxtStatus.SetText(said);
 }
 
 bool FrmMain::SaveShown() {

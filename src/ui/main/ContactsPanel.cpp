@@ -65,7 +65,7 @@ void ContactsPanel::LstContacts_Click() {
   if (!SaveContact()) return StayAtShownContact();
   GetContact();
   CmdContact(kAddOrSave).SetCaption(Tr("Add &Contact"));
-  CmdContact(kRemove).SetEnabled(true);
+  CmdContact(kRemove).SetEnabled(!database_.ReadOnly());
 }
 
 // The list goes back to the contact whose fields wait for a choice.
@@ -80,7 +80,7 @@ void ContactsPanel::TxtContact_Change() {
   if (following_) return;
   ContactChanged = true;
   CmdContact(kAddOrSave).SetCaption(Tr(kSaveContact));
-  CmdContact(kAddOrSave).SetEnabled(true);
+  CmdContact(kAddOrSave).SetEnabled(!database_.ReadOnly());
 }
 
 void ContactsPanel::TxtContact_GotFocus() {
@@ -120,7 +120,11 @@ void ContactsPanel::CmdContact_Click(int button) {
 void ContactsPanel::RemoveContact() {
   if (LstContacts.ListIndex() < 0) return;
   try {
-    Surroundings.removed(DeleteContact(database_, CurrentContactId, shown_.CurrentSupplierId));
+    Transaction transaction(database_);
+    RemovedRows removed = DeleteContact(database_, CurrentContactId, shown_.CurrentSupplierId);
+    Surroundings.noted();
+    transaction.Commit();
+    Surroundings.removed(std::move(removed));
     ContactChanged = false;
     ListContacts();
     TxtContact(0).SetFocus();
@@ -151,7 +155,7 @@ void ContactsPanel::ListContacts(int shown) {
     if (!contacts.empty()) Show(chosen == contacts.end() ? contacts.front().row : chosen->row);
     if (contacts.empty()) ClearContactFields();
     StayAtShownContact();
-    CmdContact(kRemove).SetEnabled(!contacts.empty());
+    CmdContact(kRemove).SetEnabled(!contacts.empty() && !database_.ReadOnly());
   } catch (const RuntimeError& failure) {
     if (failure.Number() == kDatabaseGone) {
       ContactListStale = true;
@@ -342,7 +346,10 @@ bool ContactsPanel::StoreUnlessMet() {
       supplierIsMissing = !SupplierIsStored(database_, shown_.CurrentSupplierId);
       missing = !supplierIsMissing && IsMissing();
       if (!missing && !supplierIsMissing) met = Meet();
-      if (!missing && !supplierIsMissing && met.empty()) Store();
+      if (!missing && !supplierIsMissing && met.empty()) {
+        Store();
+        Surroundings.noted();
+      }
       transaction.Commit();
     }
     if (supplierIsMissing && !Surroundings.putSupplierBack()) return false;

@@ -37,6 +37,7 @@ class ContactsPanel {
     std::function<bool(std::vector<MetField>&)> decide;          // lets the user choose; false when he does not
     std::function<bool()> putSupplierBack;                       // it has been removed; false when it stays so
     std::function<bool()> storeNewSupplier;                      // false when there is none that waits with a name
+    std::function<void()> noted;                                 // a contact is being changed here, in a transaction
     std::function<void(RemovedRows)> removed;
     std::function<void(const std::vector<ContactRow>&)> renewed;  // another program has changed them
     std::function<void(const RuntimeError&)> gone;                // the server is, and what was typed stays

@@ -103,7 +103,7 @@ bool FrmMain::TakeStored(const SupplierRow& now) {
   return taken;
 }
 
-// The row of what is edited, or not stored yet, stays as it is.
+// The name that is typed, or not stored yet, stays as it is, and so does the row of what is gone while it is edited.
 void FrmMain::FollowSupplierList() {
   ListView& list = LvwSuppliers;
   std::vector<ListView::Row> rows = RowsByName();
@@ -111,9 +111,9 @@ void FrmMain::FollowSupplierList() {
   if (const int own = list.Find(key); own >= 0 && !ReadsAsLoaded()) {
     const auto found = std::ranges::find(rows, key, &ListView::Row::key);
     if (found == rows.end()) {
-      rows.push_back(list.At(own));
+      rows.insert(rows.begin() + std::min<std::ptrdiff_t>(own, std::ssize(rows)), list.At(own));
     } else {
-      *found = list.At(own);
+      found->text = list.At(own).text;
     }
   }
   KeepMarks(list.Rows(), rows);

@@ -72,7 +72,7 @@ FrmMain::FrmMain(Run& theRun)
   LblChanged.SetVisible(false);
   run.Line = {[this](bool flashing, std::string_view text, int progress) { ShowStatus(flashing, text, progress); },
               [this](std::string_view reason) { TxtStatus.SetText(reason); },
-              [this](std::string_view text) { SetNote(text); }};
+              [this](std::string_view text, bool correction) { SetNote(text, correction); }};
   WireShell();
   WireMenus();
   WireSuppliers();
@@ -139,6 +139,7 @@ void FrmMain::WirePanels() {
         if (row < 0 || LvwSuppliers.At(row).key != "ID0" || Nameless()) return false;
         return SavePendingChanges();
       },
+      [this] { NoteOwnChange(); },
       [this](RemovedRows removed) { OfferUndo(std::move(removed)); },
       [this](const std::vector<ContactRow>& renewed) { send.RenewContacts(renewed); },
       [this](const RuntimeError& loss) { TellOfLoss(loss); },
@@ -235,9 +236,10 @@ void FrmMain::ShowStatus(bool flashing, std::string_view text, int progress) {
   if (!busy_) ProgressBar1.SetValue(0);
 }
 
-void FrmMain::SetNote(std::string_view text) {
+void FrmMain::SetNote(std::string_view text, bool correction) {
   if (TxtStatus.Text() == note_) TxtStatus.SetText(text);
   note_ = text;
+  correction_ = correction;
 }
 
 void FrmMain::SetImageForButtonAndDrop() {

@@ -188,7 +188,7 @@ class FrmMain : public Window {
   void Timer1_Tick();
   void Form_KeyUp(Key key);
   void ShowStatus(bool flashing, std::string_view text, int progress);
-  void SetNote(std::string_view text);
+  void SetNote(std::string_view text, bool correction = false);
   bool Nameless() const { return supplier.Nameless(); }
   // As SaveAll; the contact then stands in the lists as it was stored.
   [[nodiscard]] bool SaveShown();
@@ -310,6 +310,7 @@ class FrmMain : public Window {
   SheetDraft draft_;
   bool locked_ = false;               // the fields, because the database can only be read
   std::string note_;                  // what the status line reads while nothing goes on
+  bool correction_ = false;           // it tells what became of something typed
   bool busy_ = false;                 // the status line tells of work
   int lastChangeOf_ = 0;              // whose change lastChange_ is
   std::optional<Change> lastChange_;  // of the shown supplier, as it was loaded or stored

@@ -63,11 +63,10 @@ void FrmMain::Arrange(int width, int height) {
   TxtFilter.SetPosition({kRightEdge + kFilterLabel, kFilterTop, filter, kFilterHeight});
   standing.CboStanding.SetPosition({kRightEdge + kFilterLabel + filter + kGap, kFilterTop, choice, kFilterHeight});
   quote.SetRoom(tabHeight);
-  // The status text has half of the line, the database in use the other; the progress bar covers its name while it
-  // runs.
+  // The status text has half of the line, the database in use and the progress bar the other.
   const int half = (width - 3 * kRightEdge) / 2, right = width - kRightEdge;
   TxtStatus.SetPosition({kRightEdge, statusTop, half, kStatusHeight});
-  LblDatabase.SetPosition({right - half, statusTop, half, kStatusHeight});
+  LblDatabase.SetPosition({right - half, statusTop, half - kProgressWidth - kGap, kStatusHeight});
   ProgressBar1.SetPosition({right - kProgressWidth, statusTop, kProgressWidth, kStatusHeight});
 }
 

@@ -76,7 +76,7 @@ void FrmMain::TellOfLoss(const RuntimeError& loss) {
 bool FrmMain::LeavesUnstored() {
   if (!database.GivenUp()) return false;
   const std::string question = Tr("What you have typed could not be stored.\n\nClose the program without it?");
-  if (run.MessageBox(question, Tr("Database Connection"), BoxButtons::YesNo, BoxIcon::Question) != Answer::Yes) {
+  if (run.MessageBox(question, Tr("Database Connection"), BoxButtons::YesNo, BoxIcon::Exclamation) != Answer::Yes) {
     return false;
   }
   shown.SupplierChanged = forms.FormLinksChanged = contacts.ContactChanged = false;
@@ -240,6 +240,7 @@ bool FrmMain::PutBackOrLeave() {
          {fields_.LoadedRow().Text("CompanyName")});
   if (run.MessageBox(question, Tr("Removed Meanwhile"), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes) {
     PutSupplierBack(database, fields_.LoadedRow(), contacts.LoadedContacts(), forms.LoadedLinks());
+    SetNote("");
     return true;
   }
   shown.SupplierChanged = forms.FormLinksChanged = contacts.ContactChanged = false;

@@ -48,7 +48,7 @@ void FrmMain::PreviewFormPage(const std::string& pagePath) {
 }
 
 void FrmMain::SendCalculator() {
-  if (!SaveShown() || !MayPublish()) return;
+  if (!MayStore() || !SaveShown() || !MayPublish()) return;
   Sending sending;
   sending.publication = Calculator();
   sending.supplierId = shown.CurrentSupplierId;
@@ -69,6 +69,7 @@ void FrmMain::SendCalculator() {
   };
   steps.work = [this] { return std::make_shared<LongWork>(*this); };
   tarvolinex::SendCalculator(sending, steps, database, run);
+  standing.LookAt(shown.CurrentSupplierId);
 }
 
 void FrmMain::CreateInstallFile() {

@@ -161,6 +161,7 @@ void QuotePanel::TxtProCalc_LostFocus(int box) {
   TextBox& field = TxtProCalc(box);
   const NumberRule rule = QuoteBoxRule(box);
   const std::string fault = FaultOf(rule, field.Text());
+  const bool typed = field.Text() != numbers_[&field];
   const std::string formatted = TextWhenLeft(rule, field.Text(), numbers_[&field]);
   // The same number in another dress is nothing to calculate with: what the user typed last stays in force.
   const bool before = loading;
@@ -169,7 +170,8 @@ void QuotePanel::TxtProCalc_LostFocus(int box) {
   loading = before;
   numbers_[&field] = formatted;
   MarkQuote();
-  SayFault(run_, fault, field);
+  // A box that was only passed through says nothing, and leaves what another one has said.
+  if (typed || !fault.empty()) SayFault(run_, fault, field);
   // Where the calculation did not take what was typed, the box shows what it came to.
   const bool computed = box == kBoxPayment || box == kBoxYield || box == kBoxCommission || box == kBoxCommissionPercent;
   if (!computed || box != ShownQuoteBox || loading) return;

@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
+#include "store/Changes.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -201,7 +202,7 @@ bool FrmMain::MayUndo(const RemovedRows& removed) {
   if (removed.told.empty() || removed.told == database.Plain().Told()) return true;
   return run.MessageBox(Tr("Another program has stored something since. What it has changed in the same rows would be "
                            "lost.\n\nUndo all the same?"),
-                        Tr("Undo Import or Changes"), BoxButtons::YesNo, BoxIcon::Question) == Answer::Yes;
+                        Tr("Undo Import or Changes"), BoxButtons::YesNo, BoxIcon::Exclamation) == Answer::Yes;
 }
 
 int FrmMain::UndoRemove() {
@@ -217,7 +218,10 @@ int FrmMain::UndoRemove() {
     run.ShowError(run.ReplaceAliases("<SUPPLIER> Not Found Or has been deleted"));
     return 0;
   }
+  Transaction transaction(database);
   RestoreRows(database, removed);
+  if (removed.supplier != 0) NoteChange(database, Changed::Supplier, removed.supplier);
+  transaction.Commit();
   if (removed.contact == 0) LoadSupplierList(false);
   const int row = LvwSuppliers.Find("ID" + std::to_string(removed.supplier));
   if (row >= 0) LvwSuppliers.Select(row);

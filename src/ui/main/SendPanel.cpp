@@ -50,7 +50,7 @@ SendPanel::SendPanel(Window& window, Run& run)
   FraCalCreate(0).SetCaption(Tr("E-mail"));
   FraCalCreate(1).SetCaption(Tr("Install file"));
   lvSendContacts.CheckBoxes = true;
-  lvSendContacts.Columns() = {{Tr("Contact"), "", 2300}, {Tr("Email"), "", 3700}, {Tr("Last Sent"), "", 2200}};
+  lvSendContacts.Columns() = {{Tr("Contact"), "", 2200}, {Tr("Email"), "", 3200}, {Tr("Last Sent"), "", 2900}};
   for (const char* type : {".exe", ".zip"}) cmboFileType.Add(type);
   constexpr std::array<const char*, 4> kCaptions = {Marked("Se&nd"), Marked("&Browse"), Marked("&Create"), kCheckAll};
   for (int i = 0; i < 4; ++i) CmdCalcGo(i).SetCaption(Tr(kCaptions[static_cast<std::size_t>(i)]));

@@ -39,6 +39,7 @@ FrmKeepQuote::FrmKeepQuote(Run& run, const std::string& quote, QuoteDetails& det
       CboState(*this, "CboState"),
       CmdKeep(*this, "CmdKeep", -1, Tr("&Keep")),
       CmdCancel(*this, "CmdCancel", -1, Tr("Cancel")),
+      run_(run),
       details_(details) {
   for (int i = 0; i < kKeepBoxes; ++i) {
     const KeepText& words = kKeepTexts[i];
@@ -74,7 +75,10 @@ void FrmKeepQuote::MarkDays() {
 void FrmKeepQuote::CmdKeep_Click() {
   MarkDays();
   for (const int day : {kKeepStart, kKeepValidUntil}) {
-    if (!TxtKeep(day).Fault().empty()) return TxtKeep(day).SetFocus();
+    const std::string& fault = TxtKeep(day).Fault();
+    if (fault.empty()) continue;
+    run_.MessageBox(fault, Caption(), BoxButtons::Ok, BoxIcon::Exclamation);
+    return TxtKeep(day).SetFocus();
   }
   for (int i = 0; i < kKeepBoxes; ++i) {
     if (kKeepTexts[i].text) details_.*kKeepTexts[i].text = Trim(TxtKeep(i).Text());

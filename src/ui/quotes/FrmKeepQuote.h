@@ -39,6 +39,7 @@ class FrmKeepQuote : public Window {
  private:
   void MarkDays();
   void CmdKeep_Click();
+  Run& run_;
   QuoteDetails& details_;
 };
 

@@ -47,11 +47,11 @@ FrmSchedule::FrmSchedule(Run& run, const QuoteRecord& quote, CalendarDay start)
 
 void FrmSchedule::TxtStart_Change() {
   const auto day = MarkDay(TxtStart, false);
-  if (!day) return;
+  schedule_ = {};
   try {
-    schedule_ = ScheduleOf(quote_, *day);
+    if (day) schedule_ = ScheduleOf(quote_, *day);
   } catch (const RuntimeError& failure) {
-    return TxtStart.SetFault(failure.Description());
+    TxtStart.SetFault(failure.Description());
   }
   ShowLines();
 }
@@ -74,6 +74,9 @@ void FrmSchedule::ShowLines() {
   }
   for (const ScheduleLine& line : schedule_.lines) LvwLines.Add(RowOf(line, internal, words));
   LvwLines.EndFill();
+  const std::string& fault = TxtStart.Fault();
+  for (CommandButton* button : {&CmdCopy, &CmdSave}) button->SetEnabled(fault.empty());
+  if (!fault.empty()) return LblTotals.SetCaption(CaptionOf(fault));
   std::string totals = PlanWords(quote_, schedule_.totals, words);
   if (internal)
     totals +=

@@ -26,8 +26,7 @@ FrmTerms::FrmTerms(Run& run, const Request& request, TakeVariant take)
       LblDeposits(*this, "LblDeposits", -1, run.CaptionWithAliases(Tr("<DEPOSIT>"))),
       TxtDeposits(*this, "TxtDeposits"),
       LvwTerms(*this, "LvwTerms"),
-      LblHint(*this, "LblHint", -1,
-              Tr("Choose a row to take it into the quote. Differences are to the shortest term of the same deposit.")),
+      LblHint(*this, "LblHint"),
       CmdCopy(*this, "CmdCopy", -1, Tr("&Copy")),
       CmdSave(*this, "CmdSave", -1, Tr("Save &As...")),
       CmdClose(*this, "CmdClose", -1, Tr("C&lose")),
@@ -39,7 +38,8 @@ FrmTerms::FrmTerms(Run& run, const Request& request, TakeVariant take)
   if (!request.kept) present_ = {std::to_string(asked_.NumberOfPayments), DepositText(asked_)};
   if (asked_.DepositMode == kDepositPercent) LblDeposits.SetCaption(run.CaptionWithAliases(Tr("<DEPOSIT> (%)")));
   if (asked_.DepositMode == kDepositAdvanced) LblDeposits.SetCaption(Tr("Payments in advance"));
-  if (request.kept) LblHint.SetCaption(Tr("At today's rates.") + " " + LblHint.Caption());
+  hint_ = (request.kept ? Tr("At today's rates.") + " " : "") +
+          Tr("Choose a row to take it into the quote. Differences are to the shortest term of the same deposit.");
   CmdCopy.SetToolTip(Tr("As text with tabs, and as a table for a mail or a document"));
   std::vector<int> payments;
   for (int years = 2; years <= 5; ++years) payments.push_back(years * (asked_.Quarterly ? 4 : 12));
@@ -83,7 +83,11 @@ void FrmTerms::Compare() {
   TxtDeposits.SetFault(deposits.empty() || deposits.size() > kMostTerms
                            ? Tr("Write one or more numbers with blanks between them, such as 0 500 1,000")
                            : "");
-  if (TxtTerms.Fault().empty() && TxtDeposits.Fault().empty()) ListVariants(deposits, terms);
+  const bool fine = TxtTerms.Fault().empty() && TxtDeposits.Fault().empty();
+  ListVariants(fine ? deposits : std::vector<double>(), terms);
+  const std::string& fault = TxtTerms.Fault().empty() ? TxtDeposits.Fault() : TxtTerms.Fault();
+  LblHint.SetCaption(CaptionOf(fault.empty() ? hint_ : fault));
+  for (CommandButton* button : {&CmdCopy, &CmdSave}) button->SetEnabled(fault.empty());
 }
 
 void FrmTerms::ListVariants(const std::vector<double>& deposits, const std::vector<std::int16_t>& terms) {

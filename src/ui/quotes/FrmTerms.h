@@ -49,6 +49,7 @@ class FrmTerms : public Window {
   const int mode_;
   const QuoteTerms terms_;
   TakeVariant take_;
+  std::string hint_;
   std::vector<Variant> variants_;  // of the rows
   Variant present_;                // this quote; nothing in it when no row is
   std::string saved_;              // the rows as CSV

@@ -150,6 +150,7 @@ void FrmQuotes::Undo() {
   RestoreRows(database_, last);
   Load();
   Select(last.quote);
+  run_.SetNote(Tr("Quote %1 is back", {std::to_string(last.quote)}));
 }
 
 void FrmQuotes::Export() {
