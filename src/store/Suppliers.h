@@ -66,6 +66,13 @@ struct RemovedRows {
   std::vector<std::string> statements;
   int quote = 0;          // its number; the others are then 0
   std::string told = {};  // of changes to many: Connection::Told when they were stored
+  struct StoredRow {
+    std::string table;
+    int id = 0;
+    bool isNew = false;
+    std::vector<std::pair<std::string, Value>> fields;
+  };
+  std::vector<StoredRow> stored = {};  // by them
 };
 // Deletes the supplier with its form links and contacts, together or not at all.
 RemovedRows DeleteSupplier(Database& database, int id);

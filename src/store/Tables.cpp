@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <set>
+#include <unordered_map>
 
 #include "platform/RuntimeError.h"
 #include "platform/text/Text.h"
@@ -147,6 +148,32 @@ std::vector<std::string> StoreAll(Database& database, const DatabaseChange& chan
   return back;
 }
 
+std::vector<RemovedRows::StoredRow> StoredRows(const DatabaseChange& change) {
+  std::vector<RemovedRows::StoredRow> stored;
+  for (const TableChange& table : change.tables) {
+    for (const RowChange& row : table.rows) {
+      auto& one = stored.emplace_back(RemovedRows::StoredRow{table.table->name, row.id, row.isNew, {}});
+      for (const FieldChange& field : row.fields) one.fields.emplace_back(NameOf(*table.table, field), field.to);
+    }
+  }
+  return stored;
+}
+
+// By their IDs.
+std::unordered_map<int, const std::vector<Value>*> RowsOf(const Table& table) {
+  std::unordered_map<int, const std::vector<Value>*> rows;
+  const auto id = static_cast<std::size_t>(table.Find("ID"));
+  for (const auto& row : table.rows) rows[static_cast<int>(ValueNumber(row[id]))] = &row;
+  return rows;
+}
+
+bool Holds(const Table& table, const std::vector<Value>& row, const RemovedRows::StoredRow& stored) {
+  return std::all_of(stored.fields.begin(), stored.fields.end(), [&](const auto& field) {
+    const int column = table.Find(field.first);
+    return column < 0 || ValueText(row[static_cast<std::size_t>(column)]) == ValueText(field.second);
+  });
+}
+
 }  // namespace
 
 int Table::Find(std::string_view column) const {
@@ -199,6 +226,7 @@ RemovedRows StoreChange(Database& database, const DatabaseChange& change) {
   try {
     RemovedRows undo;
     undo.statements = StoreAll(database, change);
+    undo.stored = StoredRows(change);
     connection.Commit();
     undo.told = connection.Told();
     return undo;
@@ -206,6 +234,21 @@ RemovedRows StoreChange(Database& database, const DatabaseChange& change) {
     connection.Rollback();
     throw;
   }
+}
+
+std::vector<std::string> ChangedSince(Database& database, const RemovedRows& change) {
+  const Table suppliers = ReadSupplierTable(database), contacts = ReadContactTable(database);
+  const auto supplierRows = RowsOf(suppliers), contactRows = RowsOf(contacts);
+  std::set<std::string> names;
+  for (const RemovedRows::StoredRow& stored : change.stored) {
+    const bool isSupplier = EqualNoCase(stored.table, "suppliers");
+    const Table& table = isSupplier ? suppliers : contacts;
+    const auto& rows = isSupplier ? supplierRows : contactRows;
+    const auto now = rows.find(stored.id);
+    if (now == rows.end() || (Holds(table, *now->second, stored) && !(stored.isNew && isSupplier))) continue;
+    names.insert(ValueText((*now->second)[static_cast<std::size_t>(table.Find("CompanyName"))]));
+  }
+  return {names.begin(), names.end()};
 }
 
 }  // namespace tarvolinex

@@ -71,4 +71,8 @@ struct DatabaseChange {
 // also when another program has written since the version, because what was planned may then be wrong.
 RemovedRows StoreChange(Database& database, const DatabaseChange& change);
 
+// The names of the suppliers in whose rows, or contacts' rows, something else stands by now than the change stored:
+// what is lost when it is taken back. New suppliers count when anything at all was stored since.
+std::vector<std::string> ChangedSince(Database& database, const RemovedRows& change);
+
 }  // namespace tarvolinex

@@ -25,6 +25,17 @@ class ImportWindowTest : public SampleTest {
 };
 
 TEST_F(ImportWindowTest, RowsAreShownImportedAndTakenBack) {
+  const auto bring = [](FrmImport& window) { window.CmdImport.Press(); };
+  Connection other;
+  other.Open(Where());
+  const std::string before = Ask("SELECT Town||Yield0||RangeEquipFROM0||AdditionalPremium FROM suppliers WHERE ID=3");
+  InImport("ID,Town,Yield0,RangeEquipFROM0,AdditionalPremium\n3,York,7.77,123456.78,1\n", bring);
+  EXPECT_NE(Ask("SELECT Town||Yield0||RangeEquipFROM0||AdditionalPremium FROM suppliers WHERE ID=3"), before);
+  other.Execute("UPDATE suppliers SET Town='Theirs' WHERE ID=4");  // in no way of the import
+  form->menus.MnuUndoRemove.Choose();
+  EXPECT_EQ(Ask("SELECT Town||Yield0||RangeEquipFROM0||AdditionalPremium FROM suppliers WHERE ID=3"), before);
+  EXPECT_TRUE(desktop.boxes.empty());
+  other.Execute("UPDATE suppliers SET Town='Boston' WHERE ID=4");
   InImport("ID,Town\n3,York\n4,Boston\n", [](FrmImport& import) {
     EXPECT_EQ(Seen(import),
               "2\tchanged\tTown from \"Reading\" to \"York\"|3\tunchanged\t|0 new, 1 changed, 1 unchanged, 0 refused");
@@ -32,15 +43,14 @@ TEST_F(ImportWindowTest, RowsAreShownImportedAndTakenBack) {
   });
   EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), "York");
   EXPECT_EQ(form->menus.MnuUndoRemove.Caption(), "&Undo Import or Changes");
-  Connection other;
-  other.Open(Where());
   other.Execute("UPDATE suppliers SET Town='Theirs' WHERE ID=3");
   desktop.answers = {Answer::No, Answer::Yes};
   for (const char* town : {"Theirs", "Theirs", "Reading"}) {
     EXPECT_EQ(Ask("SELECT Town FROM suppliers WHERE ID=3"), town);
     form->menus.MnuUndoRemove.Choose();
   }
-  EXPECT_EQ(desktop.boxes.size(), 2U);
+  ASSERT_EQ(desktop.boxes.size(), 2U);
+  EXPECT_NE(desktop.boxes[0].text.find("lost:\n\nSaxonholt Dental Systems Ltd\n\nUndo"), std::string::npos);
   InImport("ID,Yield0\n3,101\n4,7\n", [](FrmImport& import) { EXPECT_FALSE(import.CmdImport.Enabled()); });
 }
 

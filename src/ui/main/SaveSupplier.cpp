@@ -1,4 +1,5 @@
 // What of the shown supplier is stored, removed and brought back.
+#include <algorithm>
 #include <utility>
 
 #include "controls/Desktop.h"
@@ -7,6 +8,7 @@
 #include "platform/text/Text.h"
 #include "platform/text/Translation.h"
 #include "store/Changes.h"
+#include "store/Tables.h"
 #include "ui/main/FrmMain.h"
 
 namespace tarvolinex {
@@ -200,9 +202,17 @@ bool FrmMain::IsThereAgain(const RemovedRows& removed) {
 // What others have stored since may be in the rows that get their old values.
 bool FrmMain::MayUndo(const RemovedRows& removed) {
   if (removed.told.empty() || removed.told == database.Plain().Told()) return true;
-  return run.MessageBox(Tr("Another program has stored something since. What it has changed in the same rows would be "
-                           "lost.\n\nUndo all the same?"),
-                        Tr("Undo Import or Changes"), BoxButtons::YesNo, BoxIcon::Exclamation) == Answer::Yes;
+  constexpr std::size_t kNamed = 5;
+  const std::vector<std::string> changed = ChangedSince(database, removed);
+  if (changed.empty()) return true;
+  std::string names;
+  for (std::size_t i = 0; i < std::min(kNamed, changed.size()); ++i) names += "\n" + changed[i];
+  if (changed.size() > kNamed) names += "\n...";
+  return run.MessageBox(
+             Tr("Another program has changed these since, and what it has stored there would be lost:\n%1\n\n"
+                "Undo all the same?",
+                {names}),
+             Tr("Undo Import or Changes"), BoxButtons::YesNo, BoxIcon::Exclamation) == Answer::Yes;
 }
 
 int FrmMain::UndoRemove() {
