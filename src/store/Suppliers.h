@@ -67,12 +67,16 @@ struct RemovedRows {
   int quote = 0;          // its number; the others are then 0
   std::string told = {};  // of changes to many: Connection::Told when they were stored
   struct StoredRow {
-    std::string table;
     int id = 0;
     bool isNew = false;
-    std::vector<std::pair<std::string, Value>> fields;
+    std::vector<std::pair<int, Value>> fields;  // places among the columns; none of a new supplier
   };
-  std::vector<StoredRow> stored = {};  // by them
+  struct StoredTable {
+    std::string name;
+    std::vector<std::string> columns;
+    std::vector<StoredRow> rows;
+  };
+  std::vector<StoredTable> stored = {};  // by them
 };
 // Deletes the supplier with its form links and contacts, together or not at all.
 RemovedRows DeleteSupplier(Database& database, int id);

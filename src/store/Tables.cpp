@@ -148,12 +148,18 @@ std::vector<std::string> StoreAll(Database& database, const DatabaseChange& chan
   return back;
 }
 
-std::vector<RemovedRows::StoredRow> StoredRows(const DatabaseChange& change) {
-  std::vector<RemovedRows::StoredRow> stored;
+std::vector<RemovedRows::StoredTable> StoredBy(const DatabaseChange& change) {
+  std::vector<RemovedRows::StoredTable> stored;
   for (const TableChange& table : change.tables) {
+    auto& kept = stored.emplace_back(RemovedRows::StoredTable{table.table->name, {}, {}});
+    for (const TableColumn& column : table.table->columns) kept.columns.push_back(column.name);
+    kept.rows.reserve(table.rows.size());
+    const bool suppliers = EqualNoCase(kept.name, "suppliers");
     for (const RowChange& row : table.rows) {
-      auto& one = stored.emplace_back(RemovedRows::StoredRow{table.table->name, row.id, row.isNew, {}});
-      for (const FieldChange& field : row.fields) one.fields.emplace_back(NameOf(*table.table, field), field.to);
+      auto& one = kept.rows.emplace_back(RemovedRows::StoredRow{row.id, row.isNew, {}});
+      if (suppliers && row.isNew) continue;
+      one.fields.reserve(row.fields.size());
+      for (const FieldChange& field : row.fields) one.fields.emplace_back(field.column, field.to);
     }
   }
   return stored;
@@ -167,9 +173,10 @@ std::unordered_map<int, const std::vector<Value>*> RowsOf(const Table& table) {
   return rows;
 }
 
-bool Holds(const Table& table, const std::vector<Value>& row, const RemovedRows::StoredRow& stored) {
-  return std::all_of(stored.fields.begin(), stored.fields.end(), [&](const auto& field) {
-    const int column = table.Find(field.first);
+bool Holds(const Table& table, const std::vector<Value>& row, const RemovedRows::StoredTable& stored,
+           const RemovedRows::StoredRow& wanted) {
+  return std::all_of(wanted.fields.begin(), wanted.fields.end(), [&](const auto& field) {
+    const int column = table.Find(stored.columns[static_cast<std::size_t>(field.first)]);
     return column < 0 || ValueText(row[static_cast<std::size_t>(column)]) == ValueText(field.second);
   });
 }
@@ -226,7 +233,7 @@ RemovedRows StoreChange(Database& database, const DatabaseChange& change) {
   try {
     RemovedRows undo;
     undo.statements = StoreAll(database, change);
-    undo.stored = StoredRows(change);
+    undo.stored = StoredBy(change);
     connection.Commit();
     undo.told = connection.Told();
     return undo;
@@ -237,16 +244,18 @@ RemovedRows StoreChange(Database& database, const DatabaseChange& change) {
 }
 
 std::vector<std::string> ChangedSince(Database& database, const RemovedRows& change) {
-  const Table suppliers = ReadSupplierTable(database), contacts = ReadContactTable(database);
-  const auto supplierRows = RowsOf(suppliers), contactRows = RowsOf(contacts);
   std::set<std::string> names;
-  for (const RemovedRows::StoredRow& stored : change.stored) {
-    const bool isSupplier = EqualNoCase(stored.table, "suppliers");
-    const Table& table = isSupplier ? suppliers : contacts;
-    const auto& rows = isSupplier ? supplierRows : contactRows;
-    const auto now = rows.find(stored.id);
-    if (now == rows.end() || (Holds(table, *now->second, stored) && !(stored.isNew && isSupplier))) continue;
-    names.insert(ValueText((*now->second)[static_cast<std::size_t>(table.Find("CompanyName"))]));
+  for (const RemovedRows::StoredTable& stored : change.stored) {
+    const bool suppliers = EqualNoCase(stored.name, "suppliers");
+    const Table table = suppliers ? ReadSupplierTable(database) : ReadContactTable(database);
+    const auto name = static_cast<std::size_t>(table.Find("CompanyName"));
+    const auto rows = RowsOf(table);
+    for (const RemovedRows::StoredRow& row : stored.rows) {
+      const auto now = rows.find(row.id);
+      if (now == rows.end()) continue;
+      const bool stands = Holds(table, *now->second, stored, row) && !(suppliers && row.isNew);
+      if (!stands) names.insert(ValueText((*now->second)[name]));
+    }
   }
   return {names.begin(), names.end()};
 }
