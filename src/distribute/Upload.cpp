@@ -98,7 +98,12 @@ UploadAnswer AskUploadPage(const WebAccount& account, const TransferProgress& pr
   request.Progress = progress;
   request.Patience = patience;
   OpenUploadPage(request, "GET", account);
-  request.Send("");
+  try {
+    request.Send("");
+  } catch (const RuntimeError& failure) {
+    if (request.Answered()) throw;
+    throw RuntimeError(kNotConnected, failure.Description());
+  }
   return ReadUploadAnswer(request.ResponseText());
 }
 

@@ -33,7 +33,8 @@ void KeepUploadSecret(const WebAccount& account, const std::string& secret, cons
 // What has to be set up before anything can be sent as a link; "" when nothing is missing.
 std::string WhatLinksLack(const WebAccount& account);
 
-// Asks the upload page whether the reference is known there, and what it has left. Throws RuntimeError as HttpRequest.
+// Asks the upload page whether the reference is known there, and what it has left. Throws RuntimeError as HttpRequest,
+// with 35754 also when no answer comes.
 UploadAnswer AskUploadPage(const WebAccount& account, const TransferProgress& progress,
                            const TransferPatience& patience = {});
 

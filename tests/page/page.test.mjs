@@ -202,6 +202,9 @@ test('beyond a limit its box names it and no figure stands; the limit can be typ
       assert.match(await enter(page, { [id]: accepted }), /\u00a3\d/, `${id} ${accepted}`);
       assert.equal(await textOf(page, `${id}-error`), '');
     }
+    // The cost that a payment buys moves with the deposit: no amount is told that would be refused in its turn.
+    await enter(page, { find: 'cost', payment: '300', maintenance: '', depositMode: '0', deposit: '9000' });
+    assert.match(await textOf(page, 'deposit-error'), /^The highest Deposit is 33\.335% of the Equipment cost\.$/);
     await page.click('#again');
     assert.equal(await page.inputValue('#deposit'), '12.345');
   });

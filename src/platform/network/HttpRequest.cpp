@@ -51,11 +51,10 @@ void HttpRequest::Send(std::string_view body) {
     throw RuntimeError(NotReached(curl, result) ? kNotConnected : kDeviceError, address_ + ": " + error);
   }
   response_ = std::move(exchange.answer);
-  long status = 0;
-  curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status);
+  curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status_);
   constexpr long kFirstError = 400;
-  if (status >= kFirstError) {
-    throw RuntimeError(kDeviceError, Tr("%1: the server answered %2", {address_, std::to_string(status)}));
+  if (status_ >= kFirstError) {
+    throw RuntimeError(kDeviceError, Tr("%1: the server answered %2", {address_, std::to_string(status_)}));
   }
 }
 

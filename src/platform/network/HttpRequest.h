@@ -25,10 +25,12 @@ class HttpRequest {
   // with an error status (400 or above), whose text is the response all the same. No redirection is followed.
   void Send(std::string_view body);
   const std::string& ResponseText() const { return response_; }  // bytes as they came
+  bool Answered() const { return status_ > 0; }                  // with whatever status
 
  private:
   std::string method_, address_, response_, login_, caFile_;
   std::vector<std::string> headers_;
+  long status_ = 0;
 };
 
 }  // namespace tarvolinex

@@ -164,7 +164,7 @@ void MailSession::SignOff() {
 std::string MailSession::Taker() const {
   if (profile_.transport == MailTransport::Smtp) return Tr("the mail server %1", {profile_.server});
   return profile_.transport == MailTransport::Sendmail ? Tr("the local sendmail")
-                                                       : Tr("the outbox folder %1", {OutboxFolder()});
+                                                       : Tr("the outbox folder %1", {NativePath(OutboxFolder())});
 }
 
 std::string MailSession::OutboxFolder() const {

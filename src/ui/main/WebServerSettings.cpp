@@ -35,7 +35,7 @@ void FrmMailSettings::CmdWebTest_Click() {
   if (!TxtWebSecret.Text().empty()) account.secret = TxtWebSecret.Text();
   constexpr std::chrono::seconds kPatience{15};
   std::string said;
-  bool good = false;
+  bool good = false, answers = true;
   SetSending(true);
   try {
     const BusyWhile busy;
@@ -45,12 +45,17 @@ void FrmMailSettings::CmdWebTest_Click() {
     said = answer.status.empty() ? Tr("It answers, but it is not a server that takes calculators.") : answer.status;
   } catch (const RuntimeError& failure) {
     said = failure.Description();
+    answers = failure.Number() != kNotConnected;
   }
   run_.SetStatus(false, "", -1);
   SetSending(false);
-  const std::string what = Tr(good ? Marked("The web server takes calculators.\r\n\r\n%1")
-                                   : Marked("The web server takes nothing from here.\r\n\r\n%1"),
-                              {said});
+  const char* const found =
+      good      ? Marked("The web server takes calculators.\r\n\r\n%1")
+      : answers ? Marked("The web server takes nothing from here.\r\n\r\n%1")
+                : Marked(
+                      "The web server does not answer.\r\n\r\n%1\r\n\r\nPlease check your Internet connection and "
+                      "the name of the web server in Tarvolinex.ini.");
+  const std::string what = Tr(found, {said});
   run_.MessageBox(what, Tr("E-mail Settings"), BoxButtons::Ok, good ? BoxIcon::Information : BoxIcon::Exclamation);
 }
 

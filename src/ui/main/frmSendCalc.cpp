@@ -87,8 +87,10 @@ void frmSendCalc::OfferLink() {
     } else if (!answer.status.empty()) {
       hint = Tr("The web server takes nothing from here.\r\n\r\n%1", {answer.status});
     }
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& failure) {
     // An older server knows no such question; whether it takes the file shows when it is sent.
+    if (failure.Number() == kNotConnected)
+      hint = Tr("The web server does not answer now: %1.", {failure.Description()});
   }
   LblFileType(kSendLink).SetCaption(CaptionOf(ReplaceAll(hint, "\r\n\r\n", " ")) + " " + SizeText(kSendLink));
 }

@@ -180,7 +180,7 @@ TEST_F(MailTest, TheOutboxGetsOneFileAndAnUnwritableOneFails) {
   const auto files = ListFiles(folder.Path() + "/Outbox/*.*");
   ASSERT_EQ(files.size(), 1U);
   EXPECT_NE(ReadFile(folder.Path() + "/Outbox/" + files[0]).find("\r\nSubject: Hello\r\n"), std::string::npos);
-  EXPECT_EQ(session.Taker(), "the outbox folder " + folder.Path() + "\\Outbox");
+  EXPECT_EQ(session.Taker(), "the outbox folder " + folder.Path() + "/Outbox");
   Profile("Transport=outbox\r\nFolder=" + folder.File("file", "") + "/sub\r\n");
   EXPECT_EQ(Send(), kMailFailed);
 }
