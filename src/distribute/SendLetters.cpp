@@ -154,7 +154,7 @@ class Postman {
   void Deliver(Letter& letter) {
     reporter_.SetStatus(false, letter.companyName + " - " + letter.contact, Percent());
     for (std::size_t attempt = 0;; ++attempt) {
-      if (!WaitForTurn()) return;
+      if (!WaitForTurn() || !FindReader(letter)) return;
       const auto failure = TryOnce(letter);
       if (!failure) return;
       if (failure->fate == MailFate::Unknown) {
@@ -171,6 +171,23 @@ class Postman {
       reporter_.SetStatus(false, Tr("Waiting for the mail server"), Percent());
       if (!Wait(run_.pauses[attempt])) return;
     }
+  }
+
+  // The contact as it is by now: a corrected address is the one, and who is gone gets nothing.
+  bool FindReader(Letter& letter) {
+    const Row contact = ReadContact(database_, letter.contactId, letter.supplierId);
+    const std::string email(contact.Found() ? Trim(contact.Text("Email")) : "");
+    if (email.empty()) {
+      Settle(letter, LetterState::Refused,
+             contact.Found() ? Tr("The contact has no e-mail address any more") : Tr("The contact has been removed"));
+      return false;
+    }
+    if (email == Trim(letter.email)) return true;
+    letter.email = email;
+    letter.firstName = contact.Text("FirstName");
+    letter.contact = Trim(letter.firstName + " " + contact.Text("Surname"));
+    Store([&] { SetLetterReader(database_, letter); });
+    return true;
   }
 
   struct Failure {

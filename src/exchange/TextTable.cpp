@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/text/Encoding.h"
 #include "platform/text/Text.h"
+#include "platform/text/Translation.h"
 
 namespace tarvolinex {
 
@@ -116,6 +117,11 @@ bool LooksLikeFormula(std::string_view text) {
 }  // namespace
 
 std::vector<TextRow> ReadTextTable(std::string_view bytes, const std::string& name) {
+  if (bytes.starts_with("PK\x03\x04")) {
+    throw RuntimeError(kItemNotFound, Tr("%1 is a spreadsheet's own file: open it there and save it as comma-separated "
+                                         "values (CSV), then import that",
+                                         {name}));
+  }
   const std::string text = TextOf(bytes);
   return TextTableReader(text, name).Read();
 }

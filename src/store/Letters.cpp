@@ -77,6 +77,13 @@ bool ClaimLetter(Database& database, int id) {
   return database.Plain().ChangedRows() == 1;
 }
 
+void SetLetterReader(Database& database, const Letter& letter) {
+  database.Plain().Execute(FillStatement(statements::kLetterReader, {{"<CONTACT>", DoubleQuotes(letter.contact)},
+                                                                     {"<FIRSTNAME>", DoubleQuotes(letter.firstName)},
+                                                                     {"<EMAIL>", DoubleQuotes(letter.email)},
+                                                                     {"<ID>", std::int64_t{letter.id}}}));
+}
+
 void SetLetterState(Database& database, int id, LetterState state, std::string_view detail) {
   constexpr int kMostInDetail = 250;
   database.Plain().Execute(

@@ -39,6 +39,9 @@ void BeginLetters(Database& database, const std::vector<Letter>& letters);
 // RuntimeError. In the transaction that is open, if one is.
 bool ClaimLetter(Database& database, int id);
 
+// Whom it goes to by now. Throws RuntimeError. In the transaction that is open, if one is.
+void SetLetterReader(Database& database, const Letter& letter);
+
 // Throws RuntimeError. In the transaction that is open, if one is.
 void SetLetterState(Database& database, int id, LetterState state, std::string_view detail);
 

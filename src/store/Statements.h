@@ -119,6 +119,8 @@ inline constexpr std::string_view kInsertLetter =
     "Instructions, State, Detail) VALUES(<SUPPLIERID>, '<COMPANYNAME>', <CONTACTID>, '<CONTACT>', '<FIRSTNAME>', "
     "'<EMAIL>', '<SUBJECT>', '<MESSAGE>', <WAY>, <INSTRUCTIONS>, 'waiting', '')";
 inline constexpr std::string_view kLetterState = "UPDATE Letters SET State='<STATE>', Detail='<DETAIL>' WHERE ID=<ID>";
+inline constexpr std::string_view kLetterReader =
+    "UPDATE Letters SET Contact='<CONTACT>', FirstName='<FIRSTNAME>', Email='<EMAIL>' WHERE ID=<ID>";
 inline constexpr std::string_view kClaimLetter =
     "UPDATE Letters SET State='sending', Detail='' WHERE ID=<ID> AND State='waiting'";
 }  // namespace statements

@@ -157,6 +157,7 @@ TEST_F(ImportTest, OddFilesAreRead) {
   EXPECT_THROW(Planned(kSuppliers, "ID,Address1\n3,\"open\n"), RuntimeError);
   EXPECT_THROW(Planned(kSuppliers, "1,Acme\n"), RuntimeError);
   EXPECT_THROW(Planned(kSuppliers, "Town,town\n1,2\n"), RuntimeError);
+  EXPECT_THROW(ReadTextTable("PK\x03\x04...", "s.xlsx"), RuntimeError);
 }
 
 TEST_F(ImportTest, RowsAreFoundAndRefusedForAReason) {

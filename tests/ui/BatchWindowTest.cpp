@@ -71,6 +71,7 @@ TEST_F(BatchWindowTest, ThoseFoundAreSentOneAndTheListTellsIt) {
 TEST_F(BatchWindowTest, StopKeepsWhatIsLeftForTheNextTime) {
   batch.CmdTick(kTickAll).Press();
   batch.TxtSubject.SetText("x");
+  batch.TxtMessage.SetText("Hello");
   desktop.answers = {Answer::Yes};
   desktop.events = [&] {
     if (batch.CmdStop.Enabled()) batch.CmdStop.Press();
@@ -81,6 +82,13 @@ TEST_F(BatchWindowTest, StopKeepsWhatIsLeftForTheNextTime) {
   EXPECT_NE(Results().find("left"), std::string::npos);
   EXPECT_TRUE(batch.CmdGo.Enabled());
   EXPECT_EQ(batch.CmdGo.Caption(), "&Go On");
+  batch.TxtSubject.Type("y");
+  EXPECT_EQ(batch.TxtSubject.Text(), "x") << "what is left goes as it was written";
+  FrmBatch later{run, form->database, OwnBranding(), {}, {}};
+  later.Load();
+  EXPECT_EQ(later.TxtMessage.Text(), "Hello");
+  later.OpWhat(kBatchPublish).SetValue(true);
+  EXPECT_EQ(later.TxtMessage.Text(), "");
   batch.OpWhat(kBatchPublish).SetValue(true);
   batch.CmdGo.Press();
   EXPECT_EQ(LastBox(), "Please choose a folder") << "not what the letters are to do";

@@ -29,12 +29,14 @@ TEST_F(ImportWindowTest, RowsAreShownImportedAndTakenBack) {
   Connection other;
   other.Open(Where());
   const std::string before = Ask("SELECT Town||Yield0||RangeEquipFROM0||AdditionalPremium FROM suppliers WHERE ID=3");
+  Choose("Saxonholt Dental Systems Ltd");
   InImport("ID,Town,Yield0,RangeEquipFROM0,AdditionalPremium\n3,York,7.77,123456.78,1\n", bring);
   EXPECT_NE(Ask("SELECT Town||Yield0||RangeEquipFROM0||AdditionalPremium FROM suppliers WHERE ID=3"), before);
   other.Execute("UPDATE suppliers SET Town='Theirs' WHERE ID=4");  // in no way of the import
   form->menus.MnuUndoRemove.Choose();
   EXPECT_EQ(Ask("SELECT Town||Yield0||RangeEquipFROM0||AdditionalPremium FROM suppliers WHERE ID=3"), before);
   EXPECT_TRUE(desktop.boxes.empty());
+  EXPECT_EQ(form->shown.CurrentSupplierId, 3) << "the user stays where he was";
   other.Execute("UPDATE suppliers SET Town='Boston' WHERE ID=4");
   InImport("ID,Town\n3,York\n4,Boston\n", [](FrmImport& import) {
     EXPECT_EQ(Seen(import),

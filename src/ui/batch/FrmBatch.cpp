@@ -119,7 +119,7 @@ void FrmBatch::Load() {
   try {
     ShowStandings();
     Tick(kTickStale);
-    left_ = LettersLeft(database_);
+    CountLeft();
     ShowGo();
     if (left_ > 0) ShowLetters();
   } catch (const RuntimeError& failure) {
@@ -170,8 +170,25 @@ bool FrmBatch::GoesOn() const {
   return left_ > 0 && OpWhat(kBatchSend).Value();
 }
 
+void FrmBatch::CountLeft() {
+  left_ = LettersLeft(database_);
+  if (left_ == 0) return;
+  const std::vector<Letter> letters = Letters(database_);
+  const auto waits = std::ranges::find(letters, LetterState::Waiting, &Letter::state);
+  if (waits != letters.end()) waiting_ = {waits->subject, waits->message};
+}
+
+// What is left goes as it was written: that is what the boxes show meanwhile.
 void FrmBatch::ShowGo() {
-  CmdGo.SetCaption(GoesOn() ? Tr("&Go On") : Tr("&Start"));
+  const bool goesOn = GoesOn();
+  CmdGo.SetCaption(goesOn ? Tr("&Go On") : Tr("&Start"));
+  for (TextBox* box : {&TxtSubject, &TxtMessage}) box->SetLocked(goesOn);
+  if (goesOn == own_.has_value()) return;
+  const Wording next = goesOn ? waiting_ : *own_;
+  if (goesOn) own_ = {TxtSubject.Text(), TxtMessage.Text()};
+  if (!goesOn) own_.reset();
+  TxtSubject.SetText(next.subject);
+  TxtMessage.SetText(next.message);
 }
 
 void FrmBatch::Tick(int which) {
@@ -295,7 +312,7 @@ void FrmBatch::Try() {
 void FrmBatch::Go() {
   stop_ = false;
   try {
-    left_ = LettersLeft(database_);
+    CountLeft();
     if (GoesOn()) {
       const Answer answer =
           run_.MessageBox(Tr("%1 messages of the last run are left.\n\nYes goes on with them, No forgets them.",
@@ -347,7 +364,7 @@ void FrmBatch::Send(const std::vector<Letter>* fresh) {
     if (fresh) room.Begin(*fresh);
     room.Send();
   }
-  left_ = LettersLeft(database_);
+  CountLeft();
   ShowLetters();
   ShowStandings();
   ShowGo();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -70,6 +71,7 @@ class FrmBatch : public Window {
   void Send(const std::vector<Letter>* fresh);
   void ShowStandings();
   void ShowStanding(const Standing& standing, bool ticked);
+  void CountLeft();
   void ShowGo();
   bool GoesOn() const;
   void ShowLetters();
@@ -84,6 +86,11 @@ class FrmBatch : public Window {
   const std::set<int> found_;
   std::set<int> stale_, never_;
   int left_ = 0;  // letters of the last run
+  struct Wording {
+    std::string subject, message;
+  };
+  Wording waiting_;             // of the letters that are left
+  std::optional<Wording> own_;  // what the user has typed, while they are shown
   bool working_ = false, stop_ = false, paused_ = false;
   std::set<int> readers_;  // contacts that were chosen
   std::string report_;     // as CSV, with its heading

@@ -285,6 +285,10 @@ void ContactsPanel::Store() {
   loadedContacts_.push_back(stored);
   fields_.TakeStored(stored);
   fields_.RememberLoadedFields(stored);
+  std::vector<ListBox::Item> items = LstContacts.Items();
+  const auto own = std::ranges::find(items, id, &ListBox::Item::data);
+  if (own != items.end()) own->text = Trim(stored.Text("firstname") + " " + stored.Text("surname"));
+  LstContacts.Renew(std::move(items));
   ContactListStale = true;
   ContactChanged = false;
 }

@@ -26,8 +26,18 @@ void FrmMain::ShowRates(bool copies) {
 }
 
 void FrmMain::TakeChanges(RemovedRows undo) {
+  const int id = shown.CurrentSupplierId;
   LoadStartLists();
+  ShowAgain(id);
   OfferUndo(std::move(undo));
+}
+
+// Where the user was before the lists were filled anew.
+void FrmMain::ShowAgain(int supplierId) {
+  const int row = LvwSuppliers.Find("ID" + std::to_string(supplierId));
+  if (supplierId == shown.CurrentSupplierId || row < 0) return;
+  LvwSuppliers.Select(row);
+  LvwSuppliers_ItemClick();
 }
 
 void FrmMain::Export(ImportKind kind) {

@@ -158,6 +158,7 @@ class FrmMain : public Window {
   void ShowRates(bool copies);
   // Shows the database after an import or a change of many rows, and offers to take it back.
   void TakeChanges(RemovedRows undo);
+  void ShowAgain(int supplierId);
   // Asks for a file and writes the table there.
   void Export(ImportKind kind);
 

@@ -217,6 +217,7 @@ bool FrmMain::MayUndo(const RemovedRows& removed) {
 
 int FrmMain::UndoRemove() {
   const RemovedRows removed = Removed;
+  const int wanted = removed.supplier != 0 ? removed.supplier : shown.CurrentSupplierId;
   if (removed.statements.empty() || !MayUndo(removed)) return 0;
   OfferUndo({});
   if (IsThereAgain(removed)) {
@@ -233,7 +234,7 @@ int FrmMain::UndoRemove() {
   if (removed.supplier != 0) NoteChange(database, Changed::Supplier, removed.supplier);
   transaction.Commit();
   if (removed.contact == 0) LoadSupplierList(false);
-  const int row = LvwSuppliers.Find("ID" + std::to_string(removed.supplier));
+  const int row = LvwSuppliers.Find("ID" + std::to_string(wanted));
   if (row >= 0) LvwSuppliers.Select(row);
   return removed.contact;
 }

@@ -140,7 +140,7 @@ void FrmQuotes::Remove() {
   const std::string key = next < LvwQuotes.Count() ? LvwQuotes.At(next).key : std::string();
   LvwQuotes.Select(key.empty() ? -1 : next);
   Load();
-  run_.SetNote(Tr("Quote %1 is removed; Ctrl+Z puts it back", {std::to_string(number)}));
+  run_.SetNote(Tr("Quote %1 is removed; Undo in the list of quotes puts it back", {std::to_string(number)}));
 }
 
 void FrmQuotes::Undo() {
