@@ -382,8 +382,8 @@ TEST_F(SharedDatabaseTest, AnotherMachineMustProveWhoItIsAndThePasswordComesFrom
   EXPECT_TRUE(refused());
   const RuntimeError wrong = said(where + ";pwd=wrong");
   EXPECT_EQ(wrong.Number(), kDatabasePassword);
-  EXPECT_NE(wrong.Description().find("Passwort-Authentifizierung für Benutzer »anna« fehlgeschlagen"),
-            std::string::npos);
+  // In German, where the server's words are installed in it.
+  EXPECT_NE(wrong.Description().find("anna"), std::string::npos) << wrong.Description();
   EXPECT_EQ(said(ReplaceAll(where, "=postgres", "=nowhere") + with).Number(), kDatabase);
   const auto keep = [&](const std::string& password) {
     folder.File("passwords", "0.0.0.0:" + far.Port() + ":postgres:anna:" + password + "\n");
