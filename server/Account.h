@@ -1,7 +1,6 @@
 // What a reference has stored, in one file beside its records, so that an upload need not read all of them. It says
 // what the records say or is not there: who ends a link removes it, the next upload makes it anew, and what a killed
-// program has counted and not stored goes with the hourly tidying. REQUIRES: the reference's lock is held, but by
-// Forget.
+// program has counted and not stored goes with the hourly tidying. REQUIRES: the reference's lock is held.
 #pragma once
 
 #include <optional>

@@ -149,7 +149,7 @@ class Postman {
     }
   }
 
-  // The contact as it is by now: a corrected address is the one, and who is gone gets nothing.
+  // The contact as it is by now: a corrected name or address is the one, and who is gone gets nothing.
   bool FindReader(Letter& letter) {
     const Row contact = ReadContact(database_, letter.contactId, letter.supplierId);
     const std::string email(contact.Found() ? Trim(contact.Text("Email")) : "");
@@ -158,10 +158,12 @@ class Postman {
              contact.Found() ? Tr("The contact has no e-mail address any more") : Tr("The contact has been removed"));
       return false;
     }
-    if (email == Trim(letter.email)) return true;
+    const std::string firstName = contact.Text("FirstName");
+    const std::string name(Trim(firstName + " " + contact.Text("Surname")));
+    if (email == Trim(letter.email) && firstName == letter.firstName && name == letter.contact) return true;
     letter.email = email;
-    letter.firstName = contact.Text("FirstName");
-    letter.contact = Trim(letter.firstName + " " + contact.Text("Surname"));
+    letter.firstName = firstName;
+    letter.contact = name;
     Store([&] { SetLetterReader(database_, letter); });
     return true;
   }

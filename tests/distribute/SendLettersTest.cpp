@@ -106,11 +106,13 @@ TEST_F(SendLettersTest, ARunThatIsCutOffIsTakenUpWhereItWas) {
   // Meanwhile one has gone and another's address is put right.
   form->database.ExecuteStatement("DELETE FROM contacts WHERE supplierid=2");
   Address(3, "new@x.example");
+  form->database.ExecuteStatement("UPDATE contacts SET firstname='Newly' WHERE supplierid=4");
   Send();
   EXPECT_EQ(LettersLeft(form->database), 0);
   const std::string report = LetterReport(Letters(form->database)), taken = ReadFile(folder.Path() + "/taken");
   EXPECT_NE(report.find("refused,The contact has been removed"), std::string::npos) << report;
   EXPECT_NE(report.find(",new@x.example,sent"), std::string::npos) << report;
+  EXPECT_NE(report.find(",Newly "), std::string::npos) << report;
   EXPECT_TRUE(taken.find("new@x.example") != std::string::npos && taken.find("later.on") == std::string::npos);
   EXPECT_EQ(Letters(form->database).front().state, LetterState::Doubtful);
   EXPECT_EQ(ReadFile(folder.Path() + "/taken").find(Letters(form->database).front().email), std::string::npos);
